@@ -1,0 +1,39 @@
+// Which port and which speed: the two settings, their file, and the limits they are brought to. Knows the disk.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace vantrel {
+
+/// The port numbers that may be chosen, both ends included.
+struct PortRange {
+    int minimum = 1;
+    int maximum = 4;
+};
+
+struct PortSettings {
+    int number = 1; ///< 1 is COM1.
+    std::string speed = "9600"; ///< Baud, "9600" or "19200".
+
+    friend bool operator==(const PortSettings&, const PortSettings&) = default;
+};
+
+/// What a settings file says, brought to what is allowed: the number into the range, an unknown speed to "9600".
+struct StoredPortSettings {
+    PortSettings settings;
+    int storedNumber = 1; ///< The number as it stands in the file, before it was brought into the range.
+    bool present = false; ///< The file exists and is not empty; otherwise the settings are the defaults.
+};
+
+/// Reads the first line, "number,speed". Throws RuntimeError when an existing file cannot be read, 6 when the number
+/// is none that a 16-bit integer holds.
+[[nodiscard]] StoredPortSettings ReadPortSettings(const std::filesystem::path& file, PortRange range);
+
+/// Writes the line "number,speed", creating the file's folder when it is missing. Throws RuntimeError.
+void WritePortSettings(const std::filesystem::path& file, const PortSettings& settings);
+
+/// The settings string of a serial port: speed + ",n,8,1" (no parity, 8 data bits, 1 stop bit).
+[[nodiscard]] std::string SettingsString(const PortSettings& settings);
+
+} // namespace vantrel

@@ -1,0 +1,90 @@
+// Port and settings of the link: reading them, opening with the probe, closing with the goodbye.
+#include "link/RSComm.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
+
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::uint8_t ProbeByte = 0xFF;
+
+} // namespace
+
+RSComm::RSComm(std::filesystem::path settingsFile, PortRange range, Clock& clock, Dialogs& dialogs)
+    : settingsFile_(std::move(settingsFile)), range_(range), clock_(clock), dialogs_(dialogs) {}
+
+std::string RSComm::CommSettingsFile() const { return Utf8FromPath(settingsFile_); }
+
+PortSettings RSComm::EffectiveSettings() {
+    const StoredPortSettings stored = ReadPortSettings(settingsFile_, range_);
+    PortSettings settings = stored.settings;
+    if (!stored.present && !override_.leaveFileAlone) WritePortSettings(settingsFile_, settings);
+    if (override_.speed) settings.speed = *override_.speed;
+    if (override_.number) {
+        settings.number = *override_.number;
+    } else if (stored.present && stored.storedNumber != settings.number && !override_.leaveFileAlone) {
+        dialogs_.Show({.title = "Comm Port",
+                       .text = "COM" + std::to_string(stored.storedNumber) +
+                               " is stored as the port, but only a number between " + std::to_string(range_.minimum) +
+                               " and " + std::to_string(range_.maximum) + " can be used here.\nCOM" +
+                               std::to_string(settings.number) + " is used instead.",
+                       .icon = MessageIcon::Information,
+                       .buttons = MessageButtons::Ok});
+    }
+    return settings;
+}
+
+void RSComm::InitializeRSComm(SerialPort& port) {
+    try {
+        settings_ = EffectiveSettings();
+        if (port.IsOpen()) port.Close();
+        port.SetPortNumber(settings_.number);
+        port.SetSettings(SettingsString(settings_));
+        port_ = &port;
+        initFailed_ = false;
+    } catch (const RuntimeError& error) {
+        initFailed_ = true;
+        port.Close();
+        ReportRuntimeError(dialogs_, "RSComm InitializeRSComm", error);
+    }
+}
+
+void RSComm::OpenRSComm(SerialPort& port) {
+    const Operation operation(*this);
+    InitializeRSComm(port);
+    try {
+        if (!initFailed_) {
+            port.Open();
+            port.ClearReceived();
+            targetMode_ = 0;
+            linkFailed_ = false;
+        }
+        ExchangeByte(ProbeByte);
+        onlineMode_ = !linkFailed_;
+    } catch (const RuntimeError& error) {
+        port.Close();
+        targetMode_ = 0;
+        onlineMode_ = false;
+        dialogs_.Show({.title = "Comm Port Error",
+                       .text = "Error Number = " + std::to_string(error.Number()) +
+                               "\nError Source = " + error.Source() + "\n\n" + error.Description(),
+                       .icon = MessageIcon::Critical,
+                       .buttons = MessageButtons::Ok});
+    }
+}
+
+void RSComm::CloseRSComm() {
+    const Operation operation(*this);
+    if (port_ && port_->IsOpen()) {
+        if (!linkFailed_) ExchangeByte(ProbeByte);
+        port_->Close();
+    }
+    targetMode_ = 0;
+    onlineMode_ = false;
+}
+
+} // namespace vantrel

@@ -1,0 +1,111 @@
+#include "link/TargetAddress.h"
+
+#include "text/NumberText.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::int32_t HighestAddress = 65535;
+constexpr std::int32_t FirstFlagByte = 32;
+constexpr int BitsPerByte = 8;
+
+char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool IsHexDigit(char c) { return IsDigit(c) || (Upper(c) >= 'A' && Upper(c) <= 'F'); }
+
+bool AllDigits(std::string_view text) { return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit); }
+
+std::int32_t Number(std::string_view text) { return LeadingInteger(text).value_or(0); }
+
+/// The digits in front of the first character that is none.
+std::int32_t HexNumber(std::string_view digits) {
+    std::uint32_t value = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
+    return static_cast<std::int32_t>(value & 0x7FFFFFFFU);
+}
+
+TargetAddress BitOf(std::int32_t byteAddress, int bit) {
+    return {.type = 'B',
+            .byteAddress = byteAddress,
+            .bitMask = static_cast<std::uint16_t>(1U << static_cast<unsigned>(bit)),
+            .isBit = true};
+}
+
+/// The first character and the last two are dropped whatever they are.
+TargetAddress ParsePointForm(std::string_view text) {
+    const std::string_view number = text.size() > 3 ? text.substr(1, text.size() - 3) : std::string_view{};
+    const char last = text.back();
+    return BitOf(Number(number), IsDigit(last) ? last - '0' : 0);
+}
+
+} // namespace
+
+TargetAddress ParseAddress(std::string_view text) {
+    if (text.empty()) return {};
+    if (Upper(text.back()) == 'H') return {.type = 'B', .byteAddress = HexNumber(text.substr(0, text.size() - 1))};
+    if (text.find('.') != std::string_view::npos) return ParsePointForm(text);
+    const char letter = Upper(text.front());
+    const std::int32_t number = Number(text.substr(1));
+    switch (letter) {
+    case 'B':
+    case 'W':
+    case 'D':
+        return {.type = letter, .byteAddress = number};
+    case 'F':
+        return BitOf(number / BitsPerByte + FirstFlagByte, std::max(number, 0) % BitsPerByte);
+    default:
+        return {.type = 'B', .byteAddress = FirstFlagByte};
+    }
+}
+
+int ByteCount(char type) {
+    switch (type) {
+    case 'B':
+        return 1;
+    case 'W':
+        return 2;
+    case 'D':
+        return 4;
+    default:
+        return 0;
+    }
+}
+
+namespace {
+
+bool HasKnownForm(std::string_view text) {
+    if (text.size() < 2) return false;
+    const std::string_view front = text.substr(0, text.size() - 1);
+    if (Upper(text.back()) == 'H') return std::all_of(front.begin(), front.end(), IsHexDigit);
+    if (std::string_view("BWDF").find(Upper(text.front())) == std::string_view::npos) return false;
+    const std::size_t point = text.find('.');
+    if (point == std::string_view::npos) return AllDigits(text.substr(1));
+    const bool oneBitDigit = point + 2 == text.size() && text.back() >= '0' && text.back() <= '7';
+    return Upper(text.front()) == 'B' && AllDigits(text.substr(1, point - 1)) && oneBitDigit;
+}
+
+bool LiesInMemory(std::string_view text) {
+    constexpr std::size_t longest = 10; // more digits than this no parse can hold
+    const TargetAddress parsed = ParseAddress(text);
+    return text.size() <= longest && parsed.byteAddress + ByteCount(parsed.type) - 1 <= HighestAddress;
+}
+
+} // namespace
+
+std::string AddressProblem(std::string_view text) {
+    const std::string quoted = "\"" + std::string(text) + "\"";
+    if (!HasKnownForm(text)) {
+        return quoted + " is not an address of the board. Write B, W or D and a number (W16384), B with a bit "
+                        "(B8176.3), F and a flag number (F13), or hexadecimal digits and H (1F40H).";
+    }
+    if (!LiesInMemory(text)) return quoted + " lies outside the board's memory, bytes 0 to 65535.";
+    return {};
+}
+
+} // namespace vantrel

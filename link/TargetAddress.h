@@ -1,0 +1,32 @@
+// The notation of target-board addresses: text to byte address, bit mask and width. Uses the number parse only.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vantrel {
+
+/// A parsed address. The type letter is "B" byte, "W" word or "D" double word; 0 for an empty text, which names
+/// nothing.
+struct TargetAddress {
+    char type = 0;
+    std::int32_t byteAddress = 0; ///< First target byte; the wire carries its low 16 bits.
+    std::uint16_t bitMask = 0; ///< 2 to the power of the bit number, when `isBit`.
+    bool isBit = false; ///< The address names one bit of a byte.
+
+    friend bool operator==(const TargetAddress&, const TargetAddress&) = default;
+};
+
+/// Deliberately forgiving: "1F40H" hexadecimal byte, "B8176.3" bit, "B8" "W32" "D100" (either case), "F13" flag bit;
+/// any other first letter is byte 32. Never throws.
+[[nodiscard]] TargetAddress ParseAddress(std::string_view text);
+
+/// Bytes that a value of the type takes on the wire: B 1, W 2, D 4; 0 for no type.
+[[nodiscard]] int ByteCount(char type);
+
+/// For entries by hand, where forgiveness would hide a slip: what is wrong with `text` as an address, as a sentence
+/// for the user; empty when it has one of the forms above and all its bytes lie within 0 to 65535.
+[[nodiscard]] std::string AddressProblem(std::string_view text);
+
+} // namespace vantrel

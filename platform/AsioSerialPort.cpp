@@ -1,0 +1,158 @@
+#include "platform/AsioSerialPort.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/SerialDevices.h"
+#include "platform/SerialLine.h"
+
+#include <asio/buffer.hpp>
+#include <asio/io_context.hpp>
+#include <asio/serial_port.hpp>
+#include <asio/write.hpp>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <deque>
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+/// Baud of a settings string "speed,n,8,1", the only framing that the board knows.
+unsigned SpeedOf(const std::string& settings) {
+    unsigned speed = 0;
+    const auto [end, error] = std::from_chars(settings.data(), settings.data() + settings.size(), speed);
+    const std::string rest(end, settings.data() + settings.size());
+    if (error != std::errc{} || speed == 0 || rest != ",n,8,1") {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall, "\"" + settings + "\" are no settings of a serial port.");
+    }
+    return speed;
+}
+
+} // namespace
+
+/// An open device, with one read always under way: that is what notices a byte, and a device that goes, while waiting.
+struct AsioSerialPort::Line {
+    asio::io_context context{1};
+    asio::serial_port device{context};
+    std::array<std::uint8_t, 64> incoming{};
+    std::deque<std::uint8_t> received;
+    bool reading = false;
+    bool lost = false;
+
+    void KeepReading() {
+        if (reading || lost) return;
+        reading = true;
+        device.async_read_some(asio::buffer(incoming), [this](const std::error_code& error, std::size_t count) {
+            reading = false;
+            received.insert(received.end(), incoming.begin(), incoming.begin() + static_cast<std::ptrdiff_t>(count));
+            if (error && error != asio::error::operation_aborted) lost = true;
+        });
+    }
+
+    /// Lets the host hand over what has arrived, without waiting.
+    void Collect() {
+        KeepReading();
+        context.restart();
+        context.poll();
+    }
+};
+
+AsioSerialPort::AsioSerialPort(Clock& clock, std::filesystem::path supportFolder)
+    : clock_(clock), supportFolder_(std::move(supportFolder)) {}
+
+AsioSerialPort::AsioSerialPort(Clock& clock, std::string device) : clock_(clock), fixedDevice_(std::move(device)) {}
+
+AsioSerialPort::~AsioSerialPort() { AsioSerialPort::Close(); }
+
+void AsioSerialPort::SetPortNumber(int number) { number_ = number; }
+
+void AsioSerialPort::SetSettings(const std::string& settings) { settings_ = settings; }
+
+std::string AsioSerialPort::Device() const {
+    return fixedDevice_.empty() ? SerialDeviceOf(number_, supportFolder_) : fixedDevice_;
+}
+
+void AsioSerialPort::Open() {
+    Close();
+    const unsigned speed = SpeedOf(settings_);
+    const std::string device = Device();
+    auto line = std::make_unique<Line>();
+    std::error_code error;
+    const auto check = [&] {
+        // asio's own category knows no conditions, so the host's takes its place.
+        if (error) throw serial::OpenFailure(device, {error.value(), std::system_category()});
+    };
+    line->device.open(device, error); // NOLINT(bugprone-unused-return-value): the error is the result
+    check();
+    if (!serial::TakeForOneself(line->device.native_handle())) {
+        throw serial::OpenFailure(device, std::make_error_code(std::errc::device_or_resource_busy));
+    }
+    const auto set = [&](const auto& option) {
+        line->device.set_option(option, error); // NOLINT(bugprone-unused-return-value)
+        check();
+    };
+    set(asio::serial_port::baud_rate(speed));
+    set(asio::serial_port::character_size(8));
+    set(asio::serial_port::parity(asio::serial_port::parity::none));
+    set(asio::serial_port::stop_bits(asio::serial_port::stop_bits::one));
+    set(asio::serial_port::flow_control(asio::serial_port::flow_control::none));
+    serial::AskForLowLatency(line->device.native_handle());
+    line_ = std::move(line);
+}
+
+void AsioSerialPort::Close() noexcept {
+    if (!line_) return;
+    std::error_code ignored;
+    line_->device.close(
+        ignored); // NOLINT(bugprone-unused-return-value): a device that has gone cannot be closed better
+    line_.reset();
+}
+
+bool AsioSerialPort::IsOpen() const { return line_ != nullptr; }
+
+bool AsioSerialPort::IsLost() const { return line_ && line_->lost; }
+
+void AsioSerialPort::Write(std::span<const std::uint8_t> bytes) {
+    if (!line_ || line_->lost) return;
+    std::error_code error;
+    asio::write(line_->device, asio::buffer(bytes.data(), bytes.size()), error);
+    if (error) line_->lost = true;
+}
+
+std::size_t AsioSerialPort::ReceivedCount() {
+    if (!line_) return 0;
+    if (line_->received.empty()) line_->Collect();
+    return line_->received.size();
+}
+
+std::uint8_t AsioSerialPort::ReadByte() {
+    if (!line_ || line_->received.empty()) {
+        throw RuntimeError(ErrorNumber::InputPastEndOfFile, "Nothing has been received.");
+    }
+    const std::uint8_t byte = line_->received.front();
+    line_->received.pop_front();
+    return byte;
+}
+
+void AsioSerialPort::ClearReceived() {
+    if (!line_) return;
+    serial::DiscardReceived(line_->device.native_handle());
+    line_->Collect();
+    line_->received.clear();
+}
+
+PortWait AsioSerialPort::WaitForByte(MonotonicTime deadline) {
+    if (!line_) return PortWait::Lost;
+    while (ReceivedCount() == 0) {
+        if (line_->lost) return PortWait::Lost;
+        const MonotonicTime left = deadline - clock_.Now();
+        if (left <= MonotonicTime{0}) return PortWait::TimedOut;
+        line_->context.restart();
+        line_->context.run_one_for(left);
+    }
+    return PortWait::ByteReceived;
+}
+
+} // namespace vantrel

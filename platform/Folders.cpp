@@ -1,0 +1,60 @@
+#include "platform/Folders.h"
+
+#include "platform/SafeFile.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <system_error>
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+bool SameIgnoringCase(const std::string& one, const std::string& other) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [&](char a, char b) { return lower(a) == lower(b); });
+}
+
+/// The entry of `folder` with that name, an exact match before one that differs in case.
+std::filesystem::path EntryIgnoringCase(const std::filesystem::path& folder, const std::string& name) {
+    std::error_code error;
+    std::filesystem::path exact = folder / PathFromUtf8(name);
+    if (std::filesystem::exists(exact, error)) return exact;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (SameIgnoringCase(Utf8FromPath(entry->path().filename()), name)) return entry->path();
+    }
+    return exact;
+}
+
+} // namespace
+
+ProgramFolder::ProgramFolder(std::filesystem::path folder, std::filesystem::path userFolder)
+    : folder_(std::move(folder)), userFolder_(std::move(userFolder)) {}
+
+ProgramFolder ProgramFolder::Find(const std::optional<std::filesystem::path>& named) {
+    if (named) return ProgramFolder(std::filesystem::absolute(*named));
+    // Read once at start-up, before any other thread runs.
+    if (const char* variable = std::getenv("VANTREL_FOLDER"); variable && *variable) { // NOLINT(concurrency-mt-unsafe)
+        return ProgramFolder(std::filesystem::absolute(PathFromUtf8(variable)));
+    }
+    return ProgramFolder(ExecutableFolder());
+}
+
+std::filesystem::path ProgramFolder::Entry(const std::string& name) const { return EntryIgnoringCase(folder_, name); }
+
+std::filesystem::path ProgramFolder::File(const std::string& subFolder, const std::string& name) const {
+    return EntryIgnoringCase(Entry(subFolder), name);
+}
+
+std::filesystem::path ProgramFolder::WritableSupportFile(const std::string& name) const {
+    std::error_code error;
+    const std::filesystem::path support = Entry("Support");
+    const bool exists = std::filesystem::exists(support, error);
+    if (FolderIsWritable(exists ? support : folder_)) return EntryIgnoringCase(support, name);
+    return EntryIgnoringCase(EntryIgnoringCase(userFolder_, "Support"), name);
+}
+
+} // namespace vantrel

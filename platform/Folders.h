@@ -1,0 +1,38 @@
+// Where the program's own files are: the folder that it was installed in, or, where that cannot be written, the user's.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace vantrel {
+
+/// The folder of the running executable.
+[[nodiscard]] std::filesystem::path ExecutableFolder();
+/// The folder for this user's program data ("%APPDATA%\VANTREL"; "$XDG_DATA_HOME/vantrel" or its default).
+[[nodiscard]] std::filesystem::path UserDataFolder();
+/// Whether new files can be made in an existing folder.
+[[nodiscard]] bool FolderIsWritable(const std::filesystem::path& folder);
+
+/// The program folder and its sub-folders, which are found without regard to case.
+class ProgramFolder {
+public:
+    explicit ProgramFolder(std::filesystem::path folder, std::filesystem::path userFolder = UserDataFolder());
+    /// The folder named on the command line, else by the variable VANTREL_FOLDER, else the executable's.
+    [[nodiscard]] static ProgramFolder Find(const std::optional<std::filesystem::path>& named);
+
+    [[nodiscard]] const std::filesystem::path& Path() const { return folder_; }
+    /// The sub-folder or file of that name, whatever its case on the disk; the plain join when there is none yet.
+    [[nodiscard]] std::filesystem::path Entry(const std::string& name) const;
+    /// A file that ships with the program, "Support/FaultErrCodes.txt".
+    [[nodiscard]] std::filesystem::path File(const std::string& subFolder, const std::string& name) const;
+    /// Where `name` of the folder "Support" is kept when the program writes it: in the program folder when that can be
+    /// written, otherwise in the user's data folder.
+    [[nodiscard]] std::filesystem::path WritableSupportFile(const std::string& name) const;
+
+private:
+    std::filesystem::path folder_;
+    std::filesystem::path userFolder_;
+};
+
+} // namespace vantrel

@@ -1,0 +1,71 @@
+// The Windows answers to the small questions about folders and the terminal.
+#include "platform/Folders.h"
+#include "platform/SafeFile.h"
+#include "platform/Terminal.h"
+
+#include <windows.h>
+
+#include <io.h>
+#include <shellapi.h>
+#include <shlobj.h>
+#include <system_error>
+
+namespace vantrel {
+
+namespace {
+
+std::atomic<bool> interrupted{false};
+
+BOOL WINAPI OnInterrupt(DWORD) { return interrupted.exchange(true) ? FALSE : TRUE; }
+
+} // namespace
+
+std::filesystem::path ExecutableFolder() {
+    std::wstring name(MAX_PATH, L'\0');
+    DWORD length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+    while (length == name.size()) {
+        name.resize(2 * name.size());
+        length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+    }
+    name.resize(length);
+    return std::filesystem::path(name).parent_path();
+}
+
+std::filesystem::path UserDataFolder() {
+    PWSTR folder = nullptr;
+    std::filesystem::path data;
+    if (SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &folder) == S_OK) data = folder;
+    CoTaskMemFree(folder);
+    return data.empty() ? ExecutableFolder() : data / "VANTREL";
+}
+
+bool FolderIsWritable(const std::filesystem::path& folder) {
+    // Access lists cannot be judged by attributes: only trying tells.
+    const std::filesystem::path probe = folder / (L"~vantrel" + std::to_wstring(GetCurrentProcessId()) + L".tmp");
+    const HANDLE file = CreateFileW(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    CloseHandle(file);
+    return true;
+}
+
+bool StandardInputIsTerminal() { return _isatty(_fileno(stdin)) != 0; }
+bool StandardErrorIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
+
+const std::atomic<bool>& CatchInterrupts() {
+    SetConsoleCtrlHandler(OnInterrupt, TRUE);
+    return interrupted;
+}
+
+std::vector<std::string> CommandLineArguments(int, char**) {
+    SetConsoleOutputCP(CP_UTF8);
+    int count = 0;
+    LPWSTR* wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 0; i < count; ++i)
+        arguments.push_back(Utf8FromPath(std::filesystem::path(wide[i])));
+    LocalFree(wide);
+    return arguments;
+}
+
+} // namespace vantrel

@@ -1,0 +1,42 @@
+// What replacing a file needs from the host and the standard library does not give. For SafeFile only.
+// An answer of std::errc{} is success; a full disk is always no_space_on_device, a refusal permission_denied.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <system_error>
+
+namespace vantrel::host {
+
+/// A file open for writing from offset 0, closed with the object. Nothing is ever truncated by opening.
+class OutputFile {
+public:
+    OutputFile() = default;
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+    ~OutputFile();
+
+    /// A new file; file_exists when the name is taken. It gets the permissions of `model`, as far as the host lets us,
+    /// before it holds a byte; without one, those of any new file.
+    [[nodiscard]] std::errc Create(const std::filesystem::path& path,
+                                   const std::optional<std::filesystem::path>& model);
+    [[nodiscard]] std::errc OpenExisting(const std::filesystem::path& path);
+    [[nodiscard]] std::errc Write(std::span<const std::uint8_t> bytes);
+    /// Cuts the file off behind what was written.
+    [[nodiscard]] std::errc CutOff();
+    /// Ends the writing: when it has succeeded the bytes are on the disk, not only in the host's memory.
+    [[nodiscard]] std::errc FlushAndClose();
+
+private:
+    std::intptr_t handle_ = -1;
+};
+
+/// Whether this user may change the content of an existing file.
+[[nodiscard]] bool MayWrite(const std::filesystem::path& path);
+
+/// Puts `from` in the place of `to` in one step, whether `to` exists or not. Both stand in the same folder.
+[[nodiscard]] std::errc RenameOver(const std::filesystem::path& from, const std::filesystem::path& to);
+
+} // namespace vantrel::host

@@ -1,0 +1,55 @@
+#include "platform/SerialDevices.h"
+
+#include <algorithm>
+#include <charconv>
+#include <fstream>
+#include <system_error>
+
+namespace vantrel {
+
+namespace {
+
+/// The number behind `prefix` in `name`, when nothing else stands there; 0 otherwise.
+int NumberBehind(const std::string& name, const std::string& prefix) {
+    if (!name.starts_with(prefix)) return 0;
+    int number = 0;
+    const char* end = name.data() + name.size();
+    const auto [stop, error] = std::from_chars(name.data() + prefix.size(), end, number);
+    return error == std::errc{} && stop == end ? std::max(number, 0) : 0;
+}
+
+/// The kernel makes a node for every port that could be there; only those with a chip behind them have a type.
+bool HasHardware(const std::filesystem::path& ttyFolder) {
+    std::ifstream file(ttyFolder / "type");
+    int type = 0;
+    return file >> type && type != 0;
+}
+
+} // namespace
+
+std::string SerialDeviceOf(int portNumber, const std::filesystem::path& supportFolder) {
+    std::error_code error;
+    const std::filesystem::path link = supportFolder / ("COM" + std::to_string(portNumber));
+    if (std::filesystem::exists(std::filesystem::symlink_status(link, error))) return link.string();
+    return "/dev/ttyS" + std::to_string(portNumber - 1);
+}
+
+int HighestSerialPort(const std::filesystem::path& supportFolder) {
+    int highest = 0;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry("/sys/class/tty", error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (name.starts_with("ttyS") && HasHardware(entry->path())) {
+            highest = std::max(highest, NumberBehind(name, "ttyS") + 1);
+        }
+    }
+    error.clear();
+    for (std::filesystem::directory_iterator entry(supportFolder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        highest = std::max(highest, NumberBehind(entry->path().filename().string(), "COM"));
+    }
+    return highest;
+}
+
+} // namespace vantrel

@@ -1,0 +1,26 @@
+// What asio leaves to the host about an opened serial device. Private to the real serial port.
+#pragma once
+
+#include "platform/RuntimeError.h"
+
+#include <string>
+#include <system_error>
+
+namespace vantrel::serial {
+
+#ifdef _WIN32
+using NativeHandle = void*;
+#else
+using NativeHandle = int;
+#endif
+
+/// Keeps every other program away from the device as long as it is open; false when another one has it already.
+[[nodiscard]] bool TakeForOneself(NativeHandle handle);
+/// Asks for received bytes at once instead of in bundles, where the host can do that; a refusal is no error.
+void AskForLowLatency(NativeHandle handle);
+/// Throws away what the host has received but not handed over.
+void DiscardReceived(NativeHandle handle);
+/// Why a device cannot be opened, as an error whose description tells the user what to do.
+[[nodiscard]] RuntimeError OpenFailure(const std::string& device, const std::error_code& why);
+
+} // namespace vantrel::serial

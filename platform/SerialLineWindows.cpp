@@ -1,0 +1,28 @@
+#include "platform/SerialLine.h"
+
+#include <windows.h>
+
+namespace vantrel::serial {
+
+// A serial device is opened for one program only; there is nothing more to ask for.
+bool TakeForOneself(NativeHandle) { return true; }
+
+// The latency of an adapter is set in its driver's own dialog; no call reaches it.
+void AskForLowLatency(NativeHandle) {}
+
+void DiscardReceived(NativeHandle handle) { PurgeComm(handle, PURGE_RXCLEAR); }
+
+RuntimeError OpenFailure(const std::string& device, const std::error_code& why) {
+    switch (why.value()) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+        return {ErrorNumber::FileNotFound,
+                "The serial device " + device + " does not exist. Is the adapter plugged in?"};
+    case ERROR_ACCESS_DENIED:
+        return {ErrorNumber::PathFileAccess, "The serial device " + device + " is in use by another program."};
+    default:
+        return {ErrorNumber::PathFileAccess, "The serial device " + device + " cannot be opened: " + why.message()};
+    }
+}
+
+} // namespace vantrel::serial

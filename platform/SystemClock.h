@@ -1,0 +1,15 @@
+// The host's own clock.
+#pragma once
+
+#include "platform/Clock.h"
+
+namespace vantrel {
+
+class SystemClock final : public Clock {
+public:
+    [[nodiscard]] MonotonicTime Now() const override;
+    void SleepUntil(MonotonicTime time) override;
+    [[nodiscard]] std::chrono::local_seconds LocalNow() const override;
+};
+
+} // namespace vantrel

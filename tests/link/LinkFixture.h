@@ -1,0 +1,40 @@
+// A link on a scripted port, opened and probed.
+#pragma once
+
+#include "link/RSComm.h"
+#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/ScriptedPort.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/VirtualClock.h"
+
+#include <gtest/gtest.h>
+
+namespace vantrel {
+
+class LinkTest : public testing::Test {
+protected:
+    /// Opens the link; the probe is answered.
+    void GoOnline() {
+        port.Expect({{0xFF, 0x55}});
+        link.OpenRSComm(port);
+        ASSERT_TRUE(link.OnlineMode());
+        port.Expect({});
+    }
+    void PutInMode(std::uint8_t mode) { port.script.insert(port.script.begin(), {{0xFF, 0x55}, {mode, 0x55}}); }
+    [[nodiscard]] double Seconds() const { return std::chrono::duration<double>(clock.Now()).count(); }
+    [[nodiscard]] std::string Shown(std::size_t index = 0) const {
+        return index < dialogs.shown.size() ? dialogs.shown[index].title + "|" + dialogs.shown[index].text : "none";
+    }
+
+    TemporaryFolder folder;
+    VirtualClock clock;
+    ScriptedDialogs dialogs;
+    ScriptedPort port{clock};
+    RSComm link{folder / "Support" / "RSPort.cfg", {1, 4}, clock, dialogs};
+};
+
+inline constexpr const char* CableWarning = "WARNING - Communication Error!|Cannot Communicate with Target Board.\n"
+                                            "Verify RS-232 Cable is Connected Between\nCOMM Port and PROG Port.";
+inline constexpr const char* ModeWarning = "WARNING - Communication Error!|Cannot Set PLC Mode Within Target Board.";
+
+} // namespace vantrel

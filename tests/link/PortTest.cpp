@@ -1,0 +1,94 @@
+// The settings file, opening with its probe, closing with its goodbye.
+#include "tests/link/LinkFixture.h"
+
+namespace vantrel {
+namespace {
+
+TEST_F(LinkTest, AMissingOrEmptySettingsFileIsWrittenWithTheDefaults) {
+    EXPECT_EQ(link.CommSettingsFile(), (folder / "Support" / "RSPort.cfg").string());
+    GoOnline();
+    EXPECT_EQ(FileText(folder / "Support" / "RSPort.cfg"), "1,9600\r\n");
+    WriteText(folder / "Support" / "RSPort.cfg", "\r\n");
+    GoOnline();
+    EXPECT_EQ(FileText(folder / "Support" / "RSPort.cfg"), "1,9600\r\n");
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+struct StoredCase {
+    const char* line;
+    int number;
+    const char* settings;
+    std::size_t boxes;
+};
+
+TEST_F(LinkTest, StoredSettingsAreBroughtToWhatIsAllowedAndNotWrittenBack) {
+    const StoredCase cases[] = {
+        {"9,4800\r\n", 4, "9600,n,8,1", 1}, {"0,19200", 1, "19200,n,8,1", 1},   {"3,19200\n", 3, "19200,n,8,1", 0},
+        {"2", 2, "9600,n,8,1", 0},          {"2,\"fast\"", 2, "9600,n,8,1", 0},
+    };
+    std::filesystem::create_directories(folder / "Support");
+    for (const StoredCase& one : cases) {
+        SCOPED_TRACE(one.line);
+        dialogs.shown.clear();
+        WriteText(folder / "Support" / "RSPort.cfg", one.line);
+        GoOnline();
+        EXPECT_EQ(port.number, one.number);
+        EXPECT_EQ(port.settings, one.settings);
+        EXPECT_EQ(dialogs.shown.size(), one.boxes) << "a clamped number is told";
+        EXPECT_EQ(FileText(folder / "Support" / "RSPort.cfg"), one.line);
+    }
+}
+
+TEST_F(LinkTest, AnOverrideReplacesTheStoredSettingsAndMayLeaveTheFileAlone) {
+    link.SetPortOverride({.number = {}, .speed = "19200", .leaveFileAlone = true});
+    GoOnline();
+    EXPECT_EQ(port.settings, "19200,n,8,1");
+    EXPECT_FALSE(std::filesystem::exists(folder / "Support"));
+}
+
+TEST_F(LinkTest, SettingsThatCannotBeReadKeepThePortClosed) {
+    std::filesystem::create_directories(folder / "Support");
+    WriteText(folder / "Support" / "RSPort.cfg", "99999,9600");
+    link.OpenRSComm(port);
+    EXPECT_TRUE(link.InitFailed());
+    EXPECT_FALSE(link.OnlineMode());
+    EXPECT_EQ(port.opened, 0);
+    ASSERT_EQ(dialogs.shown.size(), 1U);
+    EXPECT_EQ(Shown().substr(0, 49), "RSComm InitializeRSComm|Error Number = 6\nOverflow");
+    WriteText(folder / "Support" / "RSPort.cfg", "2,9600");
+    GoOnline();
+    EXPECT_FALSE(link.InitFailed());
+}
+
+TEST_F(LinkTest, APortThatCannotBeOpenedIsReportedAndLeavesTheProgramOffline) {
+    port.openError.emplace(ErrorNumber::PermissionDenied, "not yours", "COM1");
+    link.SetOnlineMode(true);
+    link.OpenRSComm(port);
+    EXPECT_FALSE(link.OnlineMode());
+    EXPECT_EQ(link.TargetMode(), 0);
+    ASSERT_EQ(dialogs.shown.size(), 1U);
+    EXPECT_EQ(Shown(), "Comm Port Error|Error Number = 70\nError Source = COM1\n\nnot yours");
+    // A port that is not open fails silently.
+    EXPECT_EQ(link.RSRead("W6400"), "0");
+    EXPECT_TRUE(link.LinkFailed());
+    EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+TEST_F(LinkTest, AProbeWithoutAnswerLeavesTheProgramOffline) {
+    link.OpenRSComm(port);
+    EXPECT_EQ(Shown(), CableWarning);
+    EXPECT_FALSE(link.OnlineMode());
+    EXPECT_TRUE(link.LinkFailed());
+}
+
+TEST_F(LinkTest, ClosingSaysGoodbye) {
+    GoOnline();
+    port.Expect({{0xFF, 0x00}});
+    link.CloseRSComm();
+    EXPECT_EQ(port.sent, (std::vector<std::uint8_t>{0xFF}));
+    EXPECT_FALSE(port.IsOpen());
+    EXPECT_FALSE(link.OnlineMode());
+}
+
+} // namespace
+} // namespace vantrel

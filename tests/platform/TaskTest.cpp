@@ -1,0 +1,126 @@
+// The machinery of long work: who runs when, and what stopping means.
+#include "platform/RuntimeError.h"
+#include "platform/TurnQueue.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace vantrel {
+namespace {
+
+/// Tells a trace when it is destroyed: what a stopped task leaves behind.
+struct Farewell {
+    std::string& trace;
+    const char* text;
+    Farewell(std::string& t, const char* words) : trace(t), text(words) {}
+    Farewell(const Farewell&) = delete;
+    Farewell& operator=(const Farewell&) = delete;
+    ~Farewell() { trace += text; }
+};
+
+Task Count(TurnQueue& turns, std::string& trace, char name, int steps) {
+    const Farewell farewell(trace, ".");
+    for (int i = 0; i < steps; ++i) {
+        trace += name;
+        co_await turns.Next();
+    }
+}
+
+Task Outer(TurnQueue& turns, std::string& trace) {
+    trace += "[";
+    co_await Count(turns, trace, 'i', 2);
+    trace += "]";
+}
+
+TEST(Task, DoesNothingUntilStartedAndThenTakesTurns) {
+    TurnQueue turns;
+    std::string trace;
+    Task a = Count(turns, trace, 'a', 3);
+    Task b = Count(turns, trace, 'b', 2);
+    EXPECT_EQ(trace, "");
+    a.Start();
+    b.Start();
+    EXPECT_EQ(turns.Waiting(), 2U);
+    while (turns.RunOne()) {
+    }
+    EXPECT_EQ(trace, "ababa..");
+    EXPECT_TRUE(a.Done() && b.Done());
+}
+
+TEST(Task, AwaitsAnInnerTaskToItsEnd) {
+    TurnQueue turns;
+    std::string trace;
+    Task task = Outer(turns, trace);
+    turns.RunToEnd(task);
+    EXPECT_EQ(trace, "[ii.]");
+}
+
+TEST(Task, StoppingUnwindsInnerTasksAndWithdrawsTheirTurn) {
+    TurnQueue turns;
+    std::string trace;
+    {
+        Task task = Outer(turns, trace);
+        task.Start();
+        EXPECT_EQ(turns.Waiting(), 1U);
+    }
+    EXPECT_EQ(trace, "[i.");
+    EXPECT_FALSE(turns.RunOne());
+}
+
+TEST(Task, ReplacingARunningTaskEndsItBeforeTheNextOneBegins) {
+    TurnQueue turns;
+    std::string trace;
+    Task pass;
+    for (const char name : {'a', 'b', 'c'}) {
+        pass = Count(turns, trace, name, 2);
+        pass.Start();
+    }
+    EXPECT_EQ(turns.Waiting(), 1U);
+    while (turns.RunOne()) {
+    }
+    EXPECT_EQ(trace, "a.b.cc.");
+}
+
+Task Fail(TurnQueue& turns) {
+    co_await turns.Next();
+    throw RuntimeError(ErrorNumber::Overflow, "too much");
+}
+
+Task FailInside(TurnQueue& turns, std::string& trace, bool trap) {
+    const Farewell farewell(trace, ".");
+    try {
+        co_await Fail(turns);
+    } catch (const RuntimeError& error) {
+        trace += std::to_string(error.Number());
+        if (!trap) throw;
+    }
+}
+
+TEST(Task, AnErrorReachesWhoAwaitsAndAtLastWhoRunsTheQueue) {
+    for (const bool trap : {true, false}) {
+        TurnQueue turns;
+        std::string trace;
+        Task task = FailInside(turns, trace, trap);
+        if (trap) {
+            EXPECT_NO_THROW(turns.RunToEnd(task));
+        } else {
+            EXPECT_THROW(turns.RunToEnd(task), RuntimeError);
+        }
+        EXPECT_EQ(trace, "6.");
+        EXPECT_TRUE(task.Done());
+        EXPECT_EQ(turns.Waiting(), 0U);
+    }
+}
+
+Task WaitForNothing() { co_await std::suspend_always{}; }
+
+TEST(Task, ATaskThatNobodyWillResumeIsAnErrorNotAHang) {
+    TurnQueue turns;
+    Task task = WaitForNothing();
+    EXPECT_THROW(turns.RunToEnd(task), RuntimeError);
+}
+
+} // namespace
+} // namespace vantrel

@@ -1,0 +1,21 @@
+// How texts become numbers here: the classic leading-number parse and rounding halves to even. Uses nothing.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace vantrel {
+
+/// The number of the longest numeric prefix of `text`; 0 when it has none. Blanks, tabs and line ends inside are
+/// ignored; "&H" and "&O" (either case) begin a hexadecimal or octal number; otherwise sign, digits, decimal point
+/// and an exponent after E or D are taken. Never throws; what no double can hold is infinite.
+[[nodiscard]] double LeadingNumber(std::string_view text);
+
+/// Rounds to the nearest integer, halves to the even one.
+[[nodiscard]] double RoundHalfToEven(double number);
+
+/// LeadingNumber, rounded; nothing when a signed 32-bit integer cannot hold it.
+[[nodiscard]] std::optional<std::int32_t> LeadingInteger(std::string_view text);
+
+} // namespace vantrel
