@@ -116,6 +116,7 @@ private:
     bool AskAfterNoAnswer(PortWait how);
     void Log(std::optional<std::uint8_t> answer);
     bool SetTargetMode(int mode, std::uint8_t modeByte);
+    void SettleLine();
     bool AskAfterNoMode();
     std::string ReadTarget(const std::string& address);
     WriteOutcome WriteTarget(const std::string& address, const std::string& value);
@@ -144,6 +145,7 @@ private:
     bool linkFailed_ = false;
     bool readFailed_ = false;
     bool retryWrite_ = false;
+    bool unsettled_ = false; ///< An answer was not the expected one; more may still be on its way.
     int targetMode_ = 0;
     int busy_ = 0;
 

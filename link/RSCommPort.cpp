@@ -62,6 +62,7 @@ void RSComm::OpenRSComm(SerialPort& port) {
             port.ClearReceived();
             targetMode_ = 0;
             linkFailed_ = false;
+            unsettled_ = false;
         }
         ExchangeByte(ProbeByte);
         onlineMode_ = !linkFailed_;

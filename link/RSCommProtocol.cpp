@@ -25,6 +25,10 @@ constexpr MonotonicTime RepeatedAnswerTime = 2s;
 constexpr int AttemptsBeforeWarning = 3;
 constexpr MonotonicTime ModeTime = 2s;
 
+/// Longer than any byte is under way, also through an adapter that hands over its bytes every 16 ms.
+constexpr MonotonicTime QuietTime = 50ms;
+constexpr MonotonicTime LongestSettling = 500ms;
+
 constexpr const char* WarningTitle = "WARNING - Communication Error!";
 
 /// A double word is two words, in base 10000.
@@ -98,6 +102,7 @@ int RSComm::AwaitAnswer() {
     for (PortWait wait = port_->WaitForByte(deadline); wait != PortWait::ByteReceived;
          wait = port_->WaitForByte(deadline)) {
         Log({});
+        unsettled_ = true;
         targetMode_ = 0;
         linkFailed_ = true;
         deadline = clock_.Now() + RepeatedAnswerTime;
@@ -144,14 +149,27 @@ bool RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {
             if (!AskAfterNoMode()) return false;
             deadline = clock_.Now() + ModeTime;
         }
+        if (unsettled_) SettleLine();
         const int answer = ExchangeByte(SyncByte, Reply::Wait, Receiver::FlushFirst);
         if (answer == NoAnswer) return false;
         if (answer != Acknowledge) continue;
         const int modeAnswer = ExchangeByte(modeByte);
         if (modeAnswer == NoAnswer) return false;
         targetMode_ = modeAnswer == Acknowledge ? mode : 0;
+        unsettled_ = modeAnswer != Acknowledge;
     }
     return true;
+}
+
+void RSComm::SettleLine() {
+    // One surplus byte, still on its way while the buffer is emptied, would pass for the answer to the next byte, and
+    // every answer after it for the one before: the link would never get in step again.
+    if (linkFailed_ || !port_ || !port_->IsOpen()) return;
+    const MonotonicTime end = clock_.Now() + LongestSettling;
+    while (clock_.Now() < end && port_->WaitForByte(clock_.Now() + QuietTime) == PortWait::ByteReceived) {
+        port_->ClearReceived();
+    }
+    unsettled_ = false;
 }
 
 bool RSComm::AskAfterNoMode() {
@@ -208,6 +226,7 @@ std::optional<std::vector<std::uint8_t>> RSComm::ReadBytes(const TargetAddress& 
         const int echo = ExchangeByte(HighByte(address));
         if (echo == NoAnswer) return std::nullopt;
         if (echo != HighByte(address)) {
+            unsettled_ = true;
             targetMode_ = 0;
             return std::nullopt;
         }
@@ -284,6 +303,7 @@ WriteOutcome RSComm::SendBytes(std::int32_t byteAddress, const std::vector<std::
             if (echo == NoAnswer) return WriteOutcome::LinkFailed;
             if (echo != byte) {
                 retryWrite_ = true;
+                unsettled_ = true;
                 targetMode_ = 0;
                 return WriteOutcome::NotConfirmed;
             }

@@ -104,6 +104,7 @@ void AsioSerialPort::Open() {
 
 void AsioSerialPort::Close() noexcept {
     if (!line_) return;
+    serial::GiveBack(line_->device.native_handle());
     std::error_code ignored;
     line_->device.close(
         ignored); // NOLINT(bugprone-unused-return-value): a device that has gone cannot be closed better

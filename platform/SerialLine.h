@@ -16,6 +16,8 @@ using NativeHandle = int;
 
 /// Keeps every other program away from the device as long as it is open; false when another one has it already.
 [[nodiscard]] bool TakeForOneself(NativeHandle handle);
+/// Lets others have it again; before the device is closed.
+void GiveBack(NativeHandle handle);
 /// Asks for received bytes at once instead of in bundles, where the host can do that; a refusal is no error.
 void AskForLowLatency(NativeHandle handle);
 /// Throws away what the host has received but not handed over.

@@ -33,6 +33,12 @@ bool TakeForOneself(NativeHandle handle) {
     return true;
 }
 
+void GiveBack(NativeHandle handle) {
+    // The flag belongs to the device, not to us: it would stay as long as anybody else has the device open.
+    ioctl(handle, TIOCNXCL);
+    flock(handle, LOCK_UN);
+}
+
 void AskForLowLatency(NativeHandle handle) {
 #ifdef __linux__
     serial_struct line{};

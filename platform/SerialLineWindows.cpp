@@ -7,6 +7,8 @@ namespace vantrel::serial {
 // A serial device is opened for one program only; there is nothing more to ask for.
 bool TakeForOneself(NativeHandle) { return true; }
 
+void GiveBack(NativeHandle) {}
+
 // The latency of an adapter is set in its driver's own dialog; no call reaches it.
 void AskForLowLatency(NativeHandle) {}
 

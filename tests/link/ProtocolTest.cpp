@@ -204,6 +204,7 @@ TEST_F(LinkTest, RetryAllowsThreeMoreAttemptsAndClearsTheFailure) {
     EXPECT_EQ(link.TargetMode(), 0);
     EXPECT_EQ(dialogs.shown.size(), 1U);
 
+    GoOnline();
     dialogs.answers = {MessageAnswer::Retry, MessageAnswer::Cancel};
     const double start = Seconds();
     port.Expect({});
