@@ -1,0 +1,35 @@
+// Serves a simulated board at a pseudo-terminal, paced like a line, so that any program can open it as a serial port.
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/PseudoTerminal.h"
+#include "simulator/BoardLine.h"
+#include "simulator/SimulatedBoard.h"
+
+#include <atomic>
+#include <memory>
+#include <string>
+
+namespace vantrel {
+
+class BoardServer {
+public:
+    /// `bitsPerSecond`: 0 for no pacing, else each byte takes 10 bits each way. Throws RuntimeError where the host has
+    /// no pseudo-terminals, and 5 for a speed below 0.
+    BoardServer(SimulatedBoard& board, Clock& clock, int bitsPerSecond);
+
+    /// The device to open, for example "/dev/pts/3".
+    [[nodiscard]] const std::string& Device() const;
+    /// Serves whoever opens the device, one after the other, until `stop` becomes true (looked at 20 times a second at
+    /// least) or the board hangs up. A board that hung up has taken the device with it.
+    void Run(const std::atomic<bool>& stop);
+
+private:
+    void SendArrived();
+
+    Clock& clock_;
+    std::unique_ptr<PseudoTerminal> terminal_;
+    BoardLine line_;
+};
+
+} // namespace vantrel

@@ -1,0 +1,92 @@
+// A target board in software: bytes in, bytes out, and a memory that looks alive. Pure: no clock, no port, no thread.
+#pragma once
+
+#include "platform/Clock.h"
+#include "simulator/BoardMemory.h"
+#include "simulator/SimulatedFaults.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace vantrel {
+
+/// What the board does about one received byte.
+struct BoardAnswer {
+    std::vector<std::uint8_t> bytes; ///< To send, in order; often one, sometimes none.
+    MonotonicTime delay{0}; ///< How long the board thinks before it sends.
+    bool hangUp = false; ///< The line goes dead now.
+};
+
+/// The board's side of the byte-echo protocol over 64 KiB of memory.
+///
+/// 0xFF is the sync byte and also an address byte. Where an address high byte is due, it is echoed, so that page 0xFF
+/// can be reached; a second 0xFF after it is taken as a sync. So a PC that repeats 0xFF until it gets 0x55 always gets
+/// in sync, and address 65535 alone cannot be reached. A group of address and data bytes that pauses for 500 ms is
+/// forgotten, and the next byte makes a fresh start: a PC that lost a byte gets in sync too, and its 0xFF is never
+/// taken for data.
+class SimulatedBoard {
+public:
+    static constexpr std::size_t MemorySize = BoardMemory::Size;
+
+    /// `startedAt`: what the board's own clock shows at monotonic time 0 of the caller.
+    explicit SimulatedBoard(std::chrono::local_seconds startedAt = {});
+
+    /// One byte arrives at `now`.
+    [[nodiscard]] BoardAnswer Receive(std::uint8_t byte, MonotonicTime now);
+
+    /// Adds a fault to what the board does wrong.
+    void AddFault(const SimulatedFault& fault);
+    void ClearFaults();
+
+    /// Memory as the line would read and write it at `now`, without the line. A live location is a function of what
+    /// is stored and of `now` alone; what a write does to the board's clock counts from its `now`.
+    [[nodiscard]] std::uint8_t Peek(std::uint16_t address, MonotonicTime now = {}) const;
+    [[nodiscard]] std::uint16_t PeekWord(std::uint16_t address, MonotonicTime now = {}) const;
+    void Poke(std::uint16_t address, std::uint8_t value, MonotonicTime now = {});
+    void PokeWord(std::uint16_t address, std::uint16_t value, MonotonicTime now = {});
+
+private:
+    /// Which byte is due.
+    enum class Due { Sync, Mode, ReadHigh, ReadLow, WriteHigh, WriteLow, WriteData };
+
+    /// What a correct board sends, and what kind of byte that is, for the faults that strike one kind only.
+    enum class Kind { Handshake, AddressEcho, DataEcho, Data };
+    struct Reaction {
+        std::uint8_t byte;
+        Kind kind;
+    };
+
+    [[nodiscard]] bool Strikes(FaultKind kind);
+    [[nodiscard]] bool InsideGroup() const;
+    Reaction React(std::uint8_t byte, MonotonicTime now);
+    Reaction TakeSync(std::uint8_t byte);
+    Reaction TakeMode(std::uint8_t byte);
+    Reaction TakeHigh(std::uint8_t byte, Due next);
+    Reaction TakeLow(std::uint8_t byte, MonotonicTime now);
+    Reaction TakeData(std::uint8_t byte, MonotonicTime now);
+    std::uint8_t ReadData(MonotonicTime now);
+    void Garble(Reaction& reaction);
+
+    BoardMemory memory_;
+    std::vector<SimulatedFault> faults_;
+    std::size_t receivedBytes_ = 0;
+
+    Due due_ = Due::Sync;
+    std::uint16_t address_ = 0;
+    MonotonicTime lastByteAt_{0};
+
+    /// The byte read last and the moment that its value is of.
+    struct LastRead {
+        std::uint16_t address;
+        MonotonicTime at;
+    };
+    std::optional<LastRead> lastRead_;
+};
+
+/// `startedAt` for a board that lives on `clock` and shows its local time.
+[[nodiscard]] std::chrono::local_seconds BoardStart(const Clock& clock);
+
+} // namespace vantrel

@@ -1,0 +1,113 @@
+// The real serial port against a pseudo-terminal: binary, exclusive, and quick to notice that the line has gone.
+#include "platform/AsioSerialPort.h"
+#include "platform/PseudoTerminal.h"
+#include "platform/RuntimeError.h"
+#include "platform/SystemClock.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <numeric>
+
+namespace vantrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+class SerialPortTest : public testing::Test {
+protected:
+    void SetUp() override {
+        try {
+            farEnd = PseudoTerminal::Create();
+        } catch (const RuntimeError& error) {
+            GTEST_SKIP() << error.Description();
+        }
+        port = std::make_unique<AsioSerialPort>(clock, farEnd->Device());
+        port->Open();
+    }
+    [[nodiscard]] MonotonicTime In(MonotonicTime time) const { return clock.Now() + time; }
+
+    SystemClock clock;
+    std::unique_ptr<PseudoTerminal> farEnd;
+    std::unique_ptr<AsioSerialPort> port;
+};
+
+TEST_F(SerialPortTest, CarriesEveryByteBothWaysUnchanged) {
+    std::vector<std::uint8_t> all(256);
+    std::iota(all.begin(), all.end(), std::uint8_t{0});
+    port->Write(all);
+    std::vector<std::uint8_t> arrived;
+    while (arrived.size() < all.size()) {
+        const std::vector<std::uint8_t> some = farEnd->Read(5s);
+        ASSERT_FALSE(some.empty());
+        arrived.insert(arrived.end(), some.begin(), some.end());
+    }
+    EXPECT_EQ(arrived, all);
+    EXPECT_EQ(port->ReceivedCount(), 0U) << "nothing is echoed by the host itself";
+
+    farEnd->Write(all);
+    for (const std::uint8_t byte : all) {
+        ASSERT_EQ(port->WaitForByte(In(5s)), PortWait::ByteReceived);
+        EXPECT_EQ(port->ReadByte(), byte);
+    }
+}
+
+TEST_F(SerialPortTest, ClearingThrowsAwayWhatHasArrived) {
+    farEnd->Write(std::vector<std::uint8_t>{1, 2, 3});
+    ASSERT_EQ(port->WaitForByte(In(5s)), PortWait::ByteReceived);
+    port->ClearReceived();
+    EXPECT_EQ(port->ReceivedCount(), 0U);
+    EXPECT_EQ(port->WaitForByte(In(1ms)), PortWait::TimedOut);
+    EXPECT_THROW(static_cast<void>(port->ReadByte()), RuntimeError);
+}
+
+TEST_F(SerialPortTest, BelongsToOneProgramAtATime) {
+    AsioSerialPort second(clock, farEnd->Device());
+    try {
+        second.Open();
+        FAIL() << "opened twice";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 75);
+        EXPECT_NE(error.Description().find("in use by another program"), std::string::npos);
+    }
+    port->Close();
+    EXPECT_NO_THROW(second.Open());
+}
+
+TEST_F(SerialPortTest, ALineThatHangsUpIsLostWhileWaitingAndCanBeOpenedAgainOnlyWhenItIsBack) {
+    farEnd->Close();
+    EXPECT_EQ(port->WaitForByte(In(60s)), PortWait::Lost);
+    EXPECT_TRUE(port->IsLost());
+    EXPECT_TRUE(port->IsOpen());
+    EXPECT_NO_THROW(port->Write(std::vector<std::uint8_t>{0xFF}));
+    EXPECT_THROW(port->Open(), RuntimeError);
+    EXPECT_FALSE(port->IsOpen());
+}
+
+TEST(SerialPortOpen, SaysWhyADeviceCannotBeOpened) {
+    SystemClock clock;
+    const TemporaryFolder folder;
+    struct Case {
+        std::string device;
+        std::string settings;
+        int number;
+    };
+    for (const Case& one : {Case{(folder / "nothing").string(), "9600,n,8,1", 53}, Case{"/dev/null", "9600,n,8,1", 75},
+                            Case{"/dev/null", "fast", 5}}) {
+        AsioSerialPort port(clock, one.device);
+        port.SetSettings(one.settings);
+        try {
+            port.Open();
+            FAIL() << one.device;
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Number(), one.number) << error.Description();
+            EXPECT_NE(error.Description().find(one.number == 5 ? one.settings : one.device), std::string::npos);
+        }
+        EXPECT_FALSE(port.IsOpen());
+        EXPECT_EQ(port.WaitForByte(clock.Now()), PortWait::Lost);
+    }
+}
+
+} // namespace
+} // namespace vantrel

@@ -1,0 +1,236 @@
+// The board's side of the protocol, its faults and its memory, byte by byte.
+#include "link/TargetMap.h"
+#include "simulator/SimulatedBoard.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace vantrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Sends hexadecimal bytes one millisecond apart and writes down the answers: "." for silence, "X" for a hang-up, two
+/// bytes without a blank for a doubled one. In between, "long" lets 500 ms pass between two bytes, "short" 499.
+std::string Talk(SimulatedBoard& board, const std::string& sent) {
+    std::istringstream words(sent);
+    std::string heard;
+    MonotonicTime now{0};
+    for (std::string word; words >> word;) {
+        if (word == "long" || word == "short") {
+            now += word == "long" ? 499ms : 498ms;
+            continue;
+        }
+        const BoardAnswer answer = board.Receive(static_cast<std::uint8_t>(std::stoi(word, nullptr, 16)), now += 1ms);
+        if (!heard.empty()) heard += ' ';
+        if (answer.bytes.empty()) heard += answer.hangUp ? 'X' : '.';
+        for (const std::uint8_t byte : answer.bytes) {
+            for (const int digit : {byte >> 4, byte & 0xF})
+                heard += "0123456789ABCDEF"[digit];
+        }
+    }
+    return heard;
+}
+
+SimulatedBoard PreparedBoard() {
+    SimulatedBoard board;
+    board.PokeWord(0x2000, 0x1234);
+    board.Poke(0xFF10, 0x77);
+    return board;
+}
+
+struct Conversation {
+    const char* what;
+    const char* fault;
+    const char* sent;
+    const char* heard;
+    int at2005 = 0; ///< What address 0x2005 holds afterwards.
+};
+
+void PrintTo(const Conversation& conversation, std::ostream* out) { *out << conversation.what; }
+
+class Conversations : public testing::TestWithParam<Conversation> {};
+
+TEST_P(Conversations, GoAsWritten) {
+    SimulatedBoard board = PreparedBoard();
+    if (*GetParam().fault) board.AddFault(ParseFault(GetParam().fault).value());
+    EXPECT_EQ(Talk(board, GetParam().sent), GetParam().heard);
+    EXPECT_EQ(board.Peek(0x2005), GetParam().at2005);
+    EXPECT_EQ(board.Peek(0x20FF), 0) << "a sync ended up in memory";
+}
+
+const Conversation ProtocolTable[] = {
+    {"an answer without a mode", "", "01 02 00 FF FE FF FF 03 01", "00 00 00 55 00 55 55 00 00"},
+    {"read", "", "FF 01 20 00 20 01", "55 55 20 34 20 12"},
+    {"write", "", "FF 02 20 05 AB 20 05 AC", "55 55 20 05 AB 20 05 AC", 0xAC},
+    {"read page 0xFF", "", "FF 01 FF 10", "55 55 FF 77"},
+    {"write page 0xFF", "", "FF 02 FF 10 12 FF FF 01 FF 10", "55 55 FF 10 12 FF 55 55 FF 12"},
+    {"half-sent read", "", "FF 01 20 long FF 01 20 00", "55 55 20 55 55 20 34"},
+    {"half-sent write", "", "FF 02 20 05 long FF", "55 55 20 05 55"},
+    {"slow write of 0xFF", "", "FF 02 20 short 05 short FF", "55 55 20 05 FF", 0xFF},
+    {"a mode outlasts a pause", "", "FF 01 20 00 long 20 01", "55 55 20 34 20 12"},
+};
+INSTANTIATE_TEST_SUITE_P(Protocol, Conversations, testing::ValuesIn(ProtocolTable));
+
+const Conversation FaultTable[] = {
+    {"silence, byte taken", "no-answer:once@1", "FF 01 20 00", "55 . 20 34"},
+    {"high echo", "wrong-echo:once", "FF 02 20 FF FF 02 20 05 AB", "55 55 DF 55 55 55 20 05 AB", 0xAB},
+    {"low echo", "wrong-echo:once@3", "FF 02 20 05 FF 02 20 05 AB", "55 55 20 FA 55 55 20 05 AB", 0xAB},
+    {"data echo", "wrong-echo:once@4", "FF 02 20 05 AB", "55 55 20 05 54", 0xAB},
+    {"no sync is an echo", "wrong-echo:once", "FF 01 FF FF 01 20", "55 55 FF 55 55 DF"},
+    {"data", "wrong-data", "FF 01 20 00 20 00 FF FF 02 20 05 AB", "55 55 20 CB 20 CB FF 55 55 20 05 AB", 0xAB},
+    {"lost byte", "lost-byte:once@2", "FF 01 20 20 00", "55 55 . 20 34"},
+    {"doubled bytes", "doubled-byte@1", "FF 01 20", "55 5555 2020"},
+    {"hang-up", "hang-up@1", "FF 01", "55 X"},
+};
+INSTANTIATE_TEST_SUITE_P(Faults, Conversations, testing::ValuesIn(FaultTable));
+
+TEST(SimulatedFaults, LateAnswerIsLateByOneAndAHalfSeconds) {
+    SimulatedBoard board;
+    board.AddFault({FaultKind::LateAnswer, true, 0});
+    EXPECT_EQ(board.Receive(0xFF, 0s).delay, 1500ms);
+    EXPECT_EQ(board.Receive(0xFF, 2s).delay, 0s);
+}
+
+TEST(SimulatedFaults, AreParsedByNameAndNothingElseIs) {
+    for (const FaultName& each : FaultNames()) {
+        const std::string name(each.name);
+        const auto plain = ParseFault(name);
+        ASSERT_TRUE(plain) << name;
+        EXPECT_EQ(plain->kind, each.kind);
+        EXPECT_FALSE(plain->firstTimeOnly);
+        const auto once = ParseFault(name + ":once@120");
+        ASSERT_TRUE(once) << name;
+        EXPECT_TRUE(once->firstTimeOnly);
+        EXPECT_EQ(once->afterBytes, 120U);
+    }
+    for (const char* text : {"", "hang", "hang-up@", "hang-up@x", "hang-up@-1", "hang-up@1x", "hang-up@1:once",
+                             "hang-up:twice", ":once", "hang-up@99999999999999999999"}) {
+        EXPECT_FALSE(ParseFault(text)) << text;
+    }
+}
+
+int SettingByte(int sequence, int field) { return SequenceBase + SequenceStride * sequence + 2 * field; }
+
+std::uint16_t Word(const SimulatedBoard& board, int address, MonotonicTime now = {}) {
+    return board.PeekWord(static_cast<std::uint16_t>(address), now);
+}
+
+void Use(SimulatedBoard& board, int sequence, std::uint16_t node, std::uint16_t words) {
+    board.PokeWord(static_cast<std::uint16_t>(SettingByte(sequence, 0)), node);
+    board.PokeWord(static_cast<std::uint16_t>(SettingByte(sequence, 1)), words);
+    board.PokeWord(static_cast<std::uint16_t>(SettingByte(sequence, 4)), words);
+}
+
+TEST(BoardMemory, IsFreshWithTheDefaultConfiguration) {
+    const SimulatedBoard board;
+    EXPECT_EQ(board.PeekWord(6400), 1);
+    for (const int sequence : {0, 1, 30}) {
+        constexpr int Defaults[] = {0, 0, 1, 32, 0, 32, 1};
+        for (int field = 0; field < 7; ++field)
+            EXPECT_EQ(Word(board, SettingByte(sequence, field)), Defaults[field]);
+        EXPECT_EQ(Word(board, StatusWordBase + 2 * sequence), 0);
+        EXPECT_EQ(Word(board, SendDataBase + SequenceStride * sequence, 77s), 0);
+    }
+    EXPECT_EQ(board.Peek(NetworkAddressByte), 1);
+    for (int address = CoCpuSlotByte; address <= CurrentCommErrorByte; ++address) {
+        EXPECT_EQ(board.Peek(static_cast<std::uint16_t>(address)), 0) << address;
+    }
+    std::string identity;
+    for (std::uint16_t i = 0; i < 8; ++i)
+        identity += static_cast<char>(board.Peek(RevisionIdentBase + i));
+    EXPECT_EQ(identity, "K5216505");
+    EXPECT_NE(board.Peek(FirmwareRevisionByte), 0);
+}
+
+TEST(BoardMemory, StatusFollowsTheNodeNumber) {
+    SimulatedBoard board;
+    Use(board, 0, 2, 10);
+    Use(board, 1, 33, 10);
+    Use(board, 30, 13, 10);
+    int looseNodeFailed = 0;
+    for (MonotonicTime now = 0s; now < 60s; now += 1s) {
+        EXPECT_EQ(Word(board, StatusWordBase, now), 2);
+        EXPECT_EQ(Word(board, StatusWordBase + 2, now), 5);
+        EXPECT_EQ(Word(board, StatusWordBase + 4, now), 0);
+        const auto loose = Word(board, StatusWordBase + 60, now);
+        EXPECT_TRUE(loose == 2 || loose == 5);
+        looseNodeFailed += loose == 5;
+    }
+    EXPECT_EQ(looseNodeFailed, 6);
+}
+
+TEST(BoardMemory, DataWordsLiveAsFarAsTheyAreUsed) {
+    SimulatedBoard board;
+    Use(board, 30, 2, 120);
+    Use(board, 7, 2, 3);
+    for (const int base : {SendDataBase, ReceiveDataBase}) {
+        for (int word = 0; word < DataWordCount; ++word) {
+            const int full = base + SequenceStride * 30 + 2 * word;
+            EXPECT_NE(Word(board, full, 1s), Word(board, full, 8s)) << full;
+            const int some = base + SequenceStride * 7 + 2 * word;
+            EXPECT_EQ(Word(board, some, 1s) != Word(board, some, 8s), word < 3) << some;
+        }
+    }
+    board.PokeWord(SendDataBase, 4711);
+    EXPECT_EQ(board.PeekWord(SendDataBase, 9s), 4711) << "an unused word is plain memory";
+}
+
+TEST(BoardMemory, ASilentNodeSendsNothingNew) {
+    SimulatedBoard board;
+    Use(board, 0, 13, 1);
+    EXPECT_EQ(Word(board, ReceiveDataBase, 27s), Word(board, ReceiveDataBase, 29s));
+    EXPECT_NE(Word(board, SendDataBase, 27s), Word(board, SendDataBase, 29s));
+    EXPECT_NE(Word(board, ReceiveDataBase, 29s), Word(board, ReceiveDataBase, 31s));
+}
+
+TEST(BoardMemory, AWordReadByteByByteIsOneValue) {
+    SimulatedBoard board;
+    Use(board, 0, 2, 2);
+    ASSERT_EQ(Word(board, SendDataBase + 2, 224999ms), 0x00FF);
+    ASSERT_EQ(Word(board, SendDataBase + 2, 225s), 0x0100);
+    for (const std::uint8_t byte : std::initializer_list<std::uint8_t>{0xFF, 0x01, 0x40})
+        static_cast<void>(board.Receive(byte, 224998ms));
+    EXPECT_EQ(board.Receive(0x12, 224999ms).bytes.at(0), 0xFF);
+    static_cast<void>(board.Receive(0x40, 225001ms));
+    EXPECT_EQ(board.Receive(0x13, 225002ms).bytes.at(0), 0x00);
+}
+
+/// Month, day, year, hour, minute, second as the board shows them.
+std::string Shown(const SimulatedBoard& board, MonotonicTime now) {
+    std::ostringstream text;
+    for (const int address :
+         {ClockMonthByte, ClockDayByte, ClockYearByte, ClockHourByte, ClockMinuteByte, ClockSecondByte}) {
+        text << static_cast<int>(board.Peek(static_cast<std::uint16_t>(address), now)) << ' ';
+    }
+    return text.str();
+}
+
+TEST(BoardClock, RunsOverMidnightAndTheYear) {
+    using namespace std::chrono;
+    const SimulatedBoard board(local_days{2026y / December / 31} + 23h + 59min + 58s);
+    EXPECT_EQ(Shown(board, 1999ms), "12 31 26 23 59 59 ");
+    EXPECT_EQ(Shown(board, 3s), "1 1 27 0 0 1 ");
+    EXPECT_EQ(Shown(board, 24h * 423 + 2s), "2 28 28 0 0 0 ");
+    EXPECT_EQ(Shown(board, 24h * 424 + 2s), "2 29 28 0 0 0 ");
+}
+
+TEST(BoardClock, CanBeSetRegisterByRegister) {
+    using namespace std::chrono;
+    SimulatedBoard board(local_days{2026y / March / 31} + 10h);
+    board.Poke(ClockMonthByte, 2, 5s); // 31 February, for a moment
+    board.Poke(ClockDayByte, 28, 6s);
+    board.Poke(ClockYearByte, 27, 7s);
+    board.Poke(ClockHourByte, 23, 8s);
+    board.Poke(ClockMinuteByte, 59, 9s);
+    board.Poke(ClockSecondByte, 58, 10500ms);
+    EXPECT_EQ(Shown(board, 12400ms), "2 28 27 23 59 59 ");
+    EXPECT_EQ(Shown(board, 12500ms), "3 1 27 0 0 0 ");
+    board.Poke(ClockHourByte, 24, 20s);
+    board.Poke(ClockMonthByte, 0, 20s);
+    EXPECT_EQ(Shown(board, 20500ms), "3 1 27 0 0 8 ");
+}
+
+} // namespace
+} // namespace vantrel
