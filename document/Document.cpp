@@ -1,0 +1,118 @@
+// Which record is the document, and which file it stands in. Knows files and records; asks nobody anything.
+#include "document/Document.h"
+
+#include "document/SetupFile.h"
+#include "document/TextImport.h"
+
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::string_view SetupExtension = ".sdt";
+constexpr const char* UnnamedBracketName = "[unnamed]";
+
+std::string Bracketed(const std::string& title) { return "[" + title + "]"; }
+
+} // namespace
+
+Document::Document(std::string programVersion, const Clock& clock)
+    : programVersion_(std::move(programVersion)), clock_(clock) {}
+
+void Document::InitDefaults() {
+    DefaultConfiguration = DefaultRecord(programVersion_, OleDate::FromLocal(clock_.LocalNow()));
+    BecomeDefault();
+}
+
+void Document::New() {
+    BecomeDefault();
+    StartOver();
+}
+
+void Document::BecomeDefault() {
+    CurrentConfiguration = DefaultConfiguration;
+    SavedConfiguration = DefaultConfiguration;
+    IsUnnamed = true;
+    BracketName = UnnamedBracketName;
+}
+
+bool Document::Changed() const { return DocumentChanged(CurrentConfiguration, SavedConfiguration, programVersion_); }
+
+void Document::ReadSetupFile(const std::filesystem::path& path) {
+    LoadedConfiguration = ParseSetupFile(ReadWholeFile(path));
+    TakeName(path);
+    StartOver();
+}
+
+bool Document::LoadedByOtherVersion() const { return LoadedConfiguration.CreatorVersion != programVersion_; }
+
+std::string Document::OtherVersionText() const {
+    return "File created by set-up program version: " + LoadedConfiguration.CreatorVersion +
+           "\nData tables may not be properly aligned.\n\nDo you wish to continue?";
+}
+
+void Document::ApplyLoadedFile() {
+    LoadedConfiguration.TargetAddresses.resize(ValueCount);
+    LoadedConfiguration.Values.resize(ValueCount);
+    CurrentConfiguration = LoadedConfiguration;
+    SavedConfiguration = CurrentConfiguration;
+    IsUnnamed = false;
+    BracketName = Bracketed(FileTitle);
+    // A display may have been rebuilt while the user was asked about the version.
+    StartOver();
+}
+
+void Document::ImportTextFile(const std::filesystem::path& path) {
+    const auto bytes = ReadWholeFile(path);
+    Configuration record = ImportText(std::string(bytes.begin(), bytes.end()), DefaultConfiguration);
+    record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
+    SavedConfiguration = DefaultConfiguration;
+    CurrentConfiguration = std::move(record);
+    TakeName(path);
+    IsUnnamed = false;
+    BracketName = Bracketed(FileTitle);
+    StartOver();
+}
+
+void Document::NameFile(const std::filesystem::path& path) {
+    TakeName(path);
+    IsUnnamed = false;
+}
+
+std::filesystem::path Document::SaveTarget() const { return PathFromUtf8(ForceSetupExtension(Utf8FromPath(FilePath))); }
+
+void Document::Save(const SafeFileWarning& warn) {
+    // Stamped in a copy: the stamp alone would make a document that could not be written count as unchanged.
+    Configuration record = CurrentConfiguration;
+    record.CreatorVersion = programVersion_;
+    record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
+    const std::filesystem::path target = SaveTarget();
+    ReplaceFile(target, SetupFileBytes(record), OldTail::Keep, warn);
+
+    FilePath = target;
+    FileTitle = ForceSetupExtension(FileTitle);
+    BracketName = Bracketed(FileTitle);
+    CurrentConfiguration = record;
+    SavedConfiguration = std::move(record);
+}
+
+void Document::TakeName(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    FilePath = error ? path : absolute;
+    FileTitle = Utf8FromPath(path.filename());
+}
+
+void Document::StartOver() {
+    ReloadDisplay = true;
+    UploadedBeforeSave = false;
+}
+
+std::string ForceSetupExtension(const std::string& text) {
+    return text.substr(0, text.rfind('.')).append(SetupExtension);
+}
+
+} // namespace vantrel

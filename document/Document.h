@@ -1,0 +1,77 @@
+// The open document: the four records, its name on disk, and the steps by which files become documents and back.
+// Knows files and records; asks nobody anything and shows nothing.
+#pragma once
+
+#include "document/Configuration.h"
+#include "platform/Clock.h"
+#include "platform/SafeFile.h"
+
+#include <filesystem>
+#include <string>
+
+namespace vantrel {
+
+class Document {
+public:
+    /// `programVersion`: "VANTREL_R" + major.minor.revision, the stamp of what this program saves.
+    Document(std::string programVersion, const Clock& clock);
+
+    Configuration DefaultConfiguration; ///< Built once by InitDefaults; never edited.
+    Configuration CurrentConfiguration; ///< The working copy.
+    Configuration SavedConfiguration; ///< The working copy as last created, opened or saved.
+    Configuration LoadedConfiguration; ///< A file's record before it is accepted.
+    bool IsUnnamed = true; ///< The document has no file name yet.
+    bool ReloadDisplay = false; ///< Tells the editor to rebuild its display.
+    bool UploadedBeforeSave = false; ///< Save has fetched the settings from the board since New or Open.
+
+    std::filesystem::path FilePath; ///< Full path of the current file.
+    std::string FileTitle; ///< File name without folder, UTF-8.
+    std::string BracketName; ///< "[unnamed]" or "[" + file title + "]".
+
+    [[nodiscard]] const std::string& ProgramVersion() const { return programVersion_; }
+
+    /// Builds the defaults, stamped now, and makes them the document.
+    void InitDefaults();
+    /// The document becomes the unnamed default one.
+    void New();
+    /// True when a closing of the document would have to ask "Save Changes to File?".
+    [[nodiscard]] bool Changed() const;
+
+    /// Reads a set-up file into LoadedConfiguration; only then are path and title moved, the display asked to rebuild
+    /// itself and UploadedBeforeSave cleared, even if the user then declines the record. Throws RuntimeError and
+    /// leaves everything as it was when the file cannot be read.
+    void ReadSetupFile(const std::filesystem::path& path);
+    /// True when LoadedConfiguration was saved by another program version, which the user has to accept first.
+    [[nodiscard]] bool LoadedByOtherVersion() const;
+    /// The question for that case.
+    [[nodiscard]] std::string OtherVersionText() const;
+    /// LoadedConfiguration, its addresses and values brought to 0..LastValueIndex, becomes the document.
+    void ApplyLoadedFile();
+    /// Reads a text import file over the defaults; the document then counts as changed against the defaults. Throws
+    /// RuntimeError and leaves everything as it was when the file cannot be taken over.
+    void ImportTextFile(const std::filesystem::path& path);
+
+    /// The document gets a file name (as Save As does): path made absolute, title taken from it, no longer unnamed.
+    void NameFile(const std::filesystem::path& path);
+    /// The file that Save will write: FilePath with the extension ".sdt" forced.
+    [[nodiscard]] std::filesystem::path SaveTarget() const;
+    /// Stamps the working copy with version and time, forces the extension on path and title, writes the record over
+    /// the file without truncating an older, longer one, and makes the working copy the saved one. `warn` hears when
+    /// the file has to be written in place. Throws RuntimeError when it cannot be written: the records in memory are
+    /// not rolled back, and the document still counts as it did before.
+    void Save(const SafeFileWarning& warn);
+
+private:
+    void BecomeDefault();
+    void TakeName(const std::filesystem::path& path);
+    void StartOver();
+
+    std::string programVersion_;
+    const Clock& clock_;
+};
+
+/// Forces the extension: without any "." in the text ".sdt" is appended, otherwise everything from the last "." onward
+/// is replaced. The last "." is searched in the whole text, folders included: "C:\my.dir\plant" gives "C:\my.sdt".
+[[nodiscard]] std::string ForceSetupExtension(const std::string& text);
+
+} // namespace vantrel

@@ -1,0 +1,179 @@
+// Whole files: what stands on the disk after a replacement that succeeded, and after one that did not.
+#include "platform/SafeFile.h"
+
+#include "platform/RuntimeError.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string_view>
+
+#ifdef __unix__
+#include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
+namespace vantrel {
+namespace {
+
+namespace fs = std::filesystem;
+
+class SafeFile : public testing::Test {
+protected:
+    void Replace(const fs::path& path, std::string_view text, OldTail tail = OldTail::Keep) {
+        ReplaceFile(path, std::vector<std::uint8_t>(text.begin(), text.end()), tail,
+                    [&](const std::string& warning) { warnings.push_back(warning + FileText(path)); });
+    }
+
+    /// The number of the error that `action` throws, 0 when it throws none.
+    template <typename Action> static int ErrorOf(const Action& action) {
+        try {
+            action();
+        } catch (const RuntimeError& error) {
+            return error.Number();
+        }
+        return 0;
+    }
+
+    int ReplaceError(const fs::path& path) {
+        return ErrorOf([&] { Replace(path, "new"); });
+    }
+    static int ReadError(const fs::path& path) {
+        return ErrorOf([&] { (void)ReadWholeFile(path); });
+    }
+
+    [[nodiscard]] std::size_t Entries() const {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder.Path()), {}));
+    }
+
+    TemporaryFolder folder;
+    std::vector<std::string> warnings;
+};
+
+TEST_F(SafeFile, AReplacedFileHoldsTheNewBytesAndTheOldTailOnlyWhenAsked) {
+    const fs::path path = folder / "a";
+    Replace(path, "0123456789");
+    Replace(path, "abc");
+    EXPECT_EQ(FileText(path), "abc3456789");
+    Replace(path, "", OldTail::Drop);
+    EXPECT_EQ(FileText(path), "");
+    Replace(path, std::string_view("\0\r\n\x1A", 4));
+    EXPECT_EQ(ReadWholeFile(path), (std::vector<std::uint8_t>{0, 13, 10, 26}));
+    EXPECT_EQ(Entries(), 1U) << "no temporary file stays behind";
+    EXPECT_TRUE(warnings.empty());
+}
+
+TEST_F(SafeFile, WhatIsMissingOrNoFileIsToldApart) {
+    EXPECT_EQ(ReadError(folder / "none"), 53);
+    EXPECT_EQ(ReadError(folder / "none/none"), 76);
+    EXPECT_EQ(ReadError(folder.Path()), 75);
+    EXPECT_EQ(ReplaceError(folder / "none/none"), 76);
+    EXPECT_EQ(ReplaceError(folder.Path()), 75);
+    EXPECT_EQ(ReplaceError(folder / std::string(5000, 'x')), 75);
+    EXPECT_EQ(Entries(), 0U);
+}
+
+TEST_F(SafeFile, PathsKeepEveryCharacterAsUtf8) {
+    const std::string text = "M\u00FChle/\u03A9.sdt";
+    EXPECT_EQ(Utf8FromPath(PathFromUtf8(text)), text);
+}
+
+#ifdef __unix__
+
+/// Permissions mean nothing to the superuser, as whom tests may run.
+class OrdinaryUser {
+public:
+    OrdinaryUser() : active_(geteuid() == 0 && seteuid(65534) == 0) {}
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    ~OrdinaryUser() {
+        if (active_ && seteuid(0) != 0) std::abort();
+    }
+
+private:
+    bool active_;
+};
+
+constexpr auto Everybody = static_cast<fs::perms>(0777);
+constexpr auto ReadOnlyFolder = static_cast<fs::perms>(0555);
+
+TEST_F(SafeFile, LinksAreFollowedAndStayLinks) {
+    WriteText(folder / "file", "old text");
+    fs::create_directory(folder / "sub");
+    fs::create_symlink("../file", folder / "sub/inner");
+    fs::create_symlink("sub/inner", folder / "outer");
+    fs::create_symlink("not-yet", folder / "dangling");
+    fs::create_symlink("round", folder / "round");
+    Replace(folder / "outer", "new");
+    Replace(folder / "dangling", "born");
+    EXPECT_EQ(FileText(folder / "file"), "new text");
+    EXPECT_EQ(FileText(folder / "not-yet"), "born");
+    EXPECT_TRUE(fs::is_symlink(folder / "outer") && fs::is_symlink(folder / "dangling"));
+    EXPECT_EQ(ReplaceError(folder / "round"), 75);
+}
+
+TEST_F(SafeFile, PermissionsAreKeptAndReadersOfTheOldFileKeepTheOldFile) {
+    const fs::path path = folder / "a";
+    WriteText(path, "old");
+    fs::permissions(path, static_cast<fs::perms>(0664));
+    std::ifstream reader(path);
+    Replace(path, "new", OldTail::Drop);
+    EXPECT_EQ(fs::status(path).permissions(), static_cast<fs::perms>(0664));
+    std::string seen;
+    reader >> seen;
+    EXPECT_EQ(seen, "old");
+}
+
+TEST_F(SafeFile, AFolderThatTakesNoFileIsWrittenInPlaceAfterAWarning) {
+    const fs::path path = folder / "a";
+    WriteText(path, "old text");
+    fs::permissions(path, Everybody);
+    fs::permissions(folder.Path(), ReadOnlyFolder);
+    {
+        const OrdinaryUser user;
+        Replace(path, "new");
+        EXPECT_EQ(FileText(path), "new text");
+        Replace(path, "x", OldTail::Drop);
+        EXPECT_EQ(FileText(path), "x");
+        EXPECT_EQ(ReplaceError(folder / "b"), 70) << "there is nothing to write in place";
+    }
+    fs::permissions(folder.Path(), Everybody);
+    ASSERT_EQ(warnings.size(), 2U);
+    EXPECT_TRUE(warnings[0].ends_with("old text")) << "the warning comes before the file changes";
+    EXPECT_NE(warnings[0].find(path.string()), std::string::npos);
+}
+
+TEST_F(SafeFile, AProtectedFileIsNotReplacedAndAClosedOneNotRead) {
+    fs::permissions(folder.Path(), Everybody);
+    const OrdinaryUser user;
+    const fs::path path = folder / "a";
+    WriteText(path, "old");
+    fs::permissions(path, static_cast<fs::perms>(0444));
+    EXPECT_EQ(ReplaceError(path), 70);
+    fs::permissions(path, fs::perms::none);
+    EXPECT_EQ(ReadError(path), 70);
+    fs::permissions(path, Everybody);
+    EXPECT_EQ(FileText(path), "old");
+}
+
+TEST_F(SafeFile, AFullDiskLeavesTheOldFileAndNoOther) {
+    const fs::path path = folder / "a";
+    WriteText(path, "old");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{100, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const int number = ErrorOf([&] { Replace(path, std::string(1000, 'x')); });
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(number, 61);
+    EXPECT_EQ(FileText(path), "old");
+    EXPECT_EQ(Entries(), 1U);
+}
+
+#endif
+
+} // namespace
+} // namespace vantrel

@@ -1,0 +1,160 @@
+// The bytes of the set-up file and the items of the import, good and bad.
+#include "document/SetupFile.h"
+#include "document/TextImport.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace vantrel {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+Bytes DefaultBytes() { return SetupFileBytes(DefaultRecord("VANTREL_R1.0.0", {46095.25})); }
+
+/// The error that `action` throws.
+template <typename Error, typename Action> std::optional<Error> Thrown(const Action& action) {
+    try {
+        (void)action();
+    } catch (const Error& error) {
+        return error;
+    }
+    return std::nullopt;
+}
+
+/// Where things stand in the default file.
+constexpr std::size_t AddressHeader = 24;
+constexpr std::size_t ValueHeader = 24 + 10 + 1743;
+constexpr std::size_t DescriptionHeader = ValueHeader + 10 + 872;
+constexpr std::size_t TypeHeader = DescriptionHeader + 10 + 66;
+constexpr std::size_t DefaultLength = TypeHeader + 10 + 654;
+
+TEST(SetupFile, DefaultRecordHasItsExactBytes) {
+    const struct {
+        std::size_t offset;
+        Bytes bytes;
+    } golden[] = {
+        {0, {14, 0, 'V', 'A', 'N', 'T', 'R', 'E', 'L', '_', 'R', '1', '.', '0', '.', '0'}},
+        {16, {0, 0, 0, 0, 0xE8, 0x81, 0xE6, 0x40}},
+        {AddressHeader,
+         {1, 0, 218, 0, 0, 0, 0, 0, 0, 0, 5, 0, 'W', '6', '4', '0', '0', 6, 0, 'W', '1', '6', '3', '8', '4'}},
+        {ValueHeader - 8, {6, 0, 'W', '3', '1', '7', '5', '6'}},
+        {ValueHeader, {1, 0, 218, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 32, 0, 0, 0}},
+        {DescriptionHeader, {1, 0, 33, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
+        {TypeHeader, {1, 0, 218, 0, 0, 0, 0, 0, 0, 0, 1, 0, 'V', 1, 0, '#', 1, 0, '#', 1, 0, 'V', 1, 0, 'W'}},
+        {DefaultLength - 3, {1, 0, 'V'}},
+    };
+    const Bytes file = DefaultBytes();
+    ASSERT_EQ(file.size(), 3399U);
+    ASSERT_EQ(file.size(), DefaultLength);
+    for (const auto& [offset, bytes] : golden) {
+        EXPECT_TRUE(std::equal(bytes.begin(), bytes.end(), file.begin() + static_cast<std::ptrdiff_t>(offset)))
+            << offset;
+    }
+}
+
+TEST(SetupFile, OtherSizesSignsAndCodePageTextsComeBackAndAnOldTailIsIgnored) {
+    Configuration record;
+    record.CreatorVersion = "VANTREL_R0.9.1";
+    record.Values = {-1, 2147483647, -2147483647 - 1};
+    record.NodeDescriptions = {"M\u00FChle \u20AC", ""};
+    record.AddressTypes.assign(300, "H");
+    Bytes file = SetupFileBytes(record);
+    const Bytes written = file;
+    file.insert(file.end(), 100, 0xAA);
+
+    const Configuration read = ParseSetupFile(file);
+    EXPECT_EQ(read.CreatorVersion, record.CreatorVersion);
+    EXPECT_EQ(read.Values, record.Values);
+    EXPECT_EQ(read.NodeDescriptions, record.NodeDescriptions);
+    EXPECT_EQ(SetupFileBytes(read), written);
+}
+
+TEST(SetupFile, ATextTooLongForItsLengthIsRefused) {
+    Configuration record;
+    record.NodeDescriptions = {std::string(65535, 'x')};
+    EXPECT_EQ(ParseSetupFile(SetupFileBytes(record)).NodeDescriptions, record.NodeDescriptions);
+    record.NodeDescriptions = {std::string(65536, 'x')};
+    EXPECT_THROW((void)SetupFileBytes(record), RuntimeError);
+}
+
+TEST(SetupFile, EveryTruncationIsNamedAndNothingElse) {
+    const Bytes file = DefaultBytes();
+    for (std::size_t length = 0; length < file.size(); ++length) {
+        const auto error = Thrown<BadSetupFile>([&] { return ParseSetupFile(std::span(file).first(length)); });
+        ASSERT_TRUE(error) << length;
+        ASSERT_EQ(error->Number(), 62) << length;
+        ASSERT_LE(error->Offset(), length);
+    }
+}
+
+TEST(SetupFile, BadArrayHeadersAreRefusedWhereTheyStand) {
+    const struct {
+        std::size_t offset;
+        Bytes bytes;
+        int number;
+    } cases[] = {
+        {AddressHeader, {2}, 321},
+        {ValueHeader, {0}, 321},
+        {AddressHeader + 2, {0xFF, 0xFF, 0xFF, 0xFF}, 321},
+        {TypeHeader + 6, {1}, 321},
+        {AddressHeader + 2, {0xFF, 0xFF, 0xFF, 0x7F}, 62},
+        {ValueHeader + 2, {0x00, 0x02}, 62},
+    };
+    for (const auto& [offset, bytes, number] : cases) {
+        Bytes file = DefaultBytes();
+        std::copy(bytes.begin(), bytes.end(), file.begin() + static_cast<std::ptrdiff_t>(offset));
+        const auto error = Thrown<BadSetupFile>([&] { return ParseSetupFile(file); });
+        ASSERT_TRUE(error) << offset;
+        EXPECT_EQ(error->Number(), number) << offset;
+        EXPECT_EQ(error->Offset(), offset);
+        EXPECT_NE(error->Description().find("offset " + std::to_string(offset)), std::string::npos);
+    }
+}
+
+Configuration Imported(const std::string& blocks) {
+    return ImportText("a,b,c,500,e,f,g,h,i\n" + blocks, DefaultRecord("1", {}));
+}
+
+TEST(TextImport, TakesHeaderAndBlocks) {
+    const Configuration record = Imported("N2,\"DMain pump, left\",10,V5,&H40,11.5,100,7,HW\nX3\n%\n,\xFC\xFC\n");
+    EXPECT_EQ(std::vector(record.Values.begin(), record.Values.begin() + 8),
+              (std::vector<std::int32_t>{500, 2, 10, 0, 64, 12, 100, 7}));
+    EXPECT_EQ(record.AddressTypes.at(4) + record.AddressTypes.at(6), "HW");
+    EXPECT_EQ(record.NodeDescriptions.at(0), "Main pump, left");
+    EXPECT_EQ(record.Values.at(8), 3);
+    EXPECT_EQ(record.Values.at(10), 1) << "a block that ends early keeps the remaining defaults";
+    EXPECT_EQ(record.Values.at(15), 0);
+    EXPECT_EQ(record.NodeDescriptions.at(2), "\u00FC") << "the prefix is one byte of the file";
+}
+
+TEST(TextImport, TheEndIsNoBlockAndShortLettersKeepTheDefaults) {
+    const Configuration record = Imported("N2,D,1,2,3,4,5,6,H\n\n \r\n\x1AN9,D");
+    EXPECT_EQ(record.AddressTypes.at(4) + record.AddressTypes.at(6), "HW");
+    EXPECT_EQ(record.Values.at(8), 0);
+    EXPECT_EQ(ImportText("1,2,3", DefaultRecord("1", {})).Values.at(0), 1) << "the header ended early";
+}
+
+TEST(TextImport, ABlockTooManyOrANumberTooLargeAbandonsItAtItsPlace) {
+    std::string blocks;
+    for (int block = 0; block < 31; ++block)
+        blocks += "N2,D\n%\n";
+    EXPECT_EQ(Imported(blocks).Values.at(211), 2);
+    EXPECT_EQ(Imported(blocks + "%\n").Values.at(211), 2) << "an end mark alone stores nothing";
+    const struct {
+        std::string blocks;
+        int number;
+        std::size_t line, item;
+    } cases[] = {{blocks + "N2", 9, 64, 1}, {"N2,D,1\n2,1e10", 6, 3, 2}};
+    for (const auto& bad : cases) {
+        const auto error = Thrown<BadImportFile>([&] { return Imported(bad.blocks); });
+        ASSERT_TRUE(error) << bad.number;
+        EXPECT_EQ(error->Number(), bad.number);
+        EXPECT_EQ(std::pair(error->Line(), error->ItemInLine()), std::pair(bad.line, bad.item));
+    }
+}
+
+} // namespace
+} // namespace vantrel
