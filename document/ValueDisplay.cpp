@@ -1,3 +1,4 @@
+// Notations of values: prefixes, and hexadecimal as the board's users write it. Knows the record only.
 #include "document/ValueDisplay.h"
 
 #include <array>

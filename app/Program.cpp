@@ -1,0 +1,19 @@
+#include "app/Program.h"
+
+#include <utility>
+
+namespace vantrel {
+
+std::string ProgramVersion() {
+    return "VANTREL_R" + std::to_string(VANTREL_VERSION_MAJOR) + "." + std::to_string(VANTREL_VERSION_MINOR) + "." +
+           std::to_string(VANTREL_VERSION_REVISION);
+}
+
+Program::Program(ProgramFolder programFolder, const Clock& clock)
+    : folder(std::move(programFolder)), document(ProgramVersion(), clock) {
+    document.InitDefaults();
+}
+
+std::filesystem::path Program::CommSettingsFile() const { return folder.WritableSupportFile("RSPort.cfg"); }
+
+} // namespace vantrel

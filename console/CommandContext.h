@@ -1,0 +1,56 @@
+// What every command works with: what was asked for, the host, the program's state, and the ways to talk to the user.
+#pragma once
+
+#include "app/Program.h"
+#include "console/ConsoleDialogs.h"
+#include "console/ConsoleHost.h"
+#include "console/ProgressBar.h"
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+/// The command line, taken apart. Each command reads what it has options for.
+struct Arguments {
+    std::string file;
+    std::string textFile;
+    std::vector<std::string> addresses;
+    std::string address;
+    std::string value;
+    std::string port;
+    std::optional<std::string> speed;
+    std::optional<std::string> trace;
+    std::optional<std::string> programFolder;
+    bool verify = false;
+    bool json = false;
+    bool all = false;
+    bool yes = false;
+    std::optional<std::string> link;
+    int lineSpeed = 9600;
+    std::vector<std::string> faults;
+};
+
+/// The command line asks for something that cannot be; says what and how to mend it.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct CommandContext {
+    /// Throws UsageError when the named program folder is none.
+    CommandContext(const Arguments& commandLine, ConsoleHost& consoleHost);
+
+    const Arguments& arguments;
+    ConsoleHost& host;
+    Program program;
+    ProgressBar progress;
+    ConsoleDialogs dialogs;
+
+    /// One line for the user that is no result.
+    void Say(const std::string& text);
+};
+
+} // namespace vantrel

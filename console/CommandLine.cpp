@@ -1,0 +1,306 @@
+// The table of commands, their options and their help. The only file that knows how options are parsed.
+#include "console/CommandLine.h"
+
+#include "app/Program.h"
+#include "console/Commands.h"
+#include "simulator/SimulatedFaults.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <array>
+#include <ostream>
+#include <string_view>
+
+namespace vantrel {
+
+namespace {
+
+constexpr const char* ProgramName = "vantrelctl";
+
+constexpr const char* ExitCodesHelp = "Exit codes:\n"
+                                      "  0  done\n"
+                                      "  1  refused, cancelled, or something differs\n"
+                                      "  2  wrong usage\n"
+                                      "  3  the link to the board failed\n"
+                                      "  4  a file could not be read or written\n";
+
+constexpr const char* OverallHelp =
+    "vantrelctl COMMAND --help tells more about a command.\n"
+    "\n"
+    "To see it work, without any board:\n"
+    "  vantrelctl demo\n"
+    "\n"
+    "From a text file to a running board at the first serial port:\n"
+    "  vantrelctl import samples/bottling-line.vtl plant.sdt\n"
+    "  vantrelctl show plant.sdt\n"
+    "  vantrelctl download plant.sdt --port 1 --verify\n"
+    "\n"
+    "What a board holds, kept in a file and compared later:\n"
+    "  vantrelctl upload plant.sdt --port /dev/ttyUSB0\n"
+    "  vantrelctl compare plant.sdt --port /dev/ttyUSB0\n"
+    "\n"
+    "Results go to standard output; questions, warnings and progress to standard error.\n"
+    "Questions are asked at a terminal; without one they count as refused, unless --yes\n"
+    "answers them. Set-up files (.sdt) always get their extension when they are written.\n"
+    "\n";
+
+std::string Emptiness(const std::string& text) { return text.empty() ? "the name is empty" : ""; }
+
+void AddName(CLI::App& command, const std::string& option, std::string& name, const std::string& what) {
+    command.add_option(option, name, what)->required()->type_name("")->check(Emptiness);
+}
+
+void AddFile(CLI::App& command, Arguments& arguments, const std::string& what) {
+    AddName(command, "FILE", arguments.file, what);
+}
+
+void AddYes(CLI::App& command, Arguments& arguments) {
+    command.add_flag("-y,--yes", arguments.yes,
+                     "Answer Yes to the confirmations: a transfer, replacing a file, a\n"
+                     "file of another program version");
+}
+
+void AddPort(CLI::App& command, Arguments& arguments) {
+    command
+        .add_option("--port", arguments.port,
+                    "Where the board is (required):\n"
+                    "  3             a port number; its settings are kept in RSPort.cfg\n"
+                    "  /dev/ttyUSB0  a device; RSPort.cfg is left alone\n"
+                    "  simulated     a simulated board in this program, new each time")
+        ->required()
+        ->type_name("P")
+        ->option_text("P");
+    command
+        .add_option("--speed", arguments.speed,
+                    "Line speed, 9600 or 19200 (else the stored one, else 9600); it must\n"
+                    "be the speed that the board is set to")
+        ->check(CLI::IsMember({"9600", "19200"}))
+        ->option_text("BAUD");
+    command.add_option("--trace", arguments.trace, "Write every byte sent and received, with its time, to this file")
+        ->option_text("FILE");
+}
+
+void AddNew(CLI::App& command, Arguments& arguments) {
+    AddFile(command, arguments, "The set-up file to write");
+    AddYes(command, arguments);
+}
+
+void AddShow(CLI::App& command, Arguments& arguments) {
+    AddFile(command, arguments, "The set-up file to show");
+    command.add_flag("--all", arguments.all, "Show the unused sequences, too");
+    command.add_flag("--json", arguments.json, "The whole record as JSON, for other programs");
+}
+
+void AddImport(CLI::App& command, Arguments& arguments) {
+    AddName(command, "TEXTFILE", arguments.textFile, "The text file (.vtl) to read");
+    AddFile(command, arguments, "The set-up file to write");
+    AddYes(command, arguments);
+}
+
+void AddDownload(CLI::App& command, Arguments& arguments) {
+    AddFile(command, arguments, "The set-up file to send");
+    AddPort(command, arguments);
+    command.add_flag("--verify", arguments.verify, "Read everything back afterwards and name what differs");
+    AddYes(command, arguments);
+}
+
+void AddUpload(CLI::App& command, Arguments& arguments) {
+    AddFile(command, arguments, "The set-up file to write; the descriptions of one that exists stay");
+    AddPort(command, arguments);
+    AddYes(command, arguments);
+}
+
+void AddCompare(CLI::App& command, Arguments& arguments) {
+    AddFile(command, arguments, "The set-up file to compare with the board");
+    AddPort(command, arguments);
+    AddYes(command, arguments);
+}
+
+void AddRead(CLI::App& command, Arguments& arguments) {
+    command.add_option("ADDRESS", arguments.addresses, "Addresses in the board's memory")->required()->type_name("");
+    AddPort(command, arguments);
+}
+
+void AddWrite(CLI::App& command, Arguments& arguments) {
+    command.add_option("ADDRESS", arguments.address, "An address in the board's memory")->required()->type_name("");
+    command.add_option("VALUE", arguments.value, "The number to write, in decimal")->required()->type_name("");
+    AddPort(command, arguments);
+}
+
+void AddSimulate(CLI::App& command, Arguments& arguments) {
+    command.add_option("--link", arguments.link, "Make a symbolic link to the device at this path")
+        ->option_text("PATH");
+    command
+        .add_option("--speed", arguments.lineSpeed,
+                    "Let each byte take the time that it takes at this speed; 0 for no\n"
+                    "time at all (9600 if not given)")
+        ->check(CLI::NonNegativeNumber)
+        ->option_text("N");
+    command.add_option("--fault", arguments.faults, "What the board does wrong, see below")->option_text("NAME...");
+}
+
+void AddDemo(CLI::App& command, Arguments& arguments) {
+    command.add_option("--trace", arguments.trace, "Write every byte sent and received, with its time, to this file")
+        ->option_text("FILE");
+}
+
+std::string NoFurtherHelp() { return {}; }
+
+std::string AddressHelp() {
+    return "Addresses: B8176 a byte, B8176.3 one of its bits (0 to 7), W16384 a word, D100 a double\n"
+           "word, F13 a flag, 1F40H a byte by its hexadecimal address. The status stack address of\n"
+           "the board is W6400; field k (0 to 6) of sequence s is W followed by 16384 + 512 s + 2 k.\n"
+           "\n";
+}
+
+std::string FaultHelp() {
+    std::string help = "Faults, each as NAME, NAME:once, NAME@BYTES (sleeps until the board has received so\n"
+                       "many bytes) or NAME:once@BYTES:\n";
+    for (const FaultName& fault : FaultNames()) {
+        help += "  " + std::string(fault.name) + std::string(14 - std::min<std::size_t>(13, fault.name.size()), ' ') +
+                std::string(fault.sentence) + "\n";
+    }
+    return help + "\n";
+}
+
+struct Command {
+    const char* name;
+    const char* summary;
+    void (*addOptions)(CLI::App&, Arguments&);
+    std::string (*furtherHelp)();
+    const char* examples;
+    ExitCode (*run)(CommandContext&);
+};
+
+constexpr std::array<Command, 10> Commands = {{
+    {"new", "Write a set-up file with the defaults: status stack at V1, no sequence used", AddNew, NoFurtherHelp,
+     "  vantrelctl new plant.sdt\n", NewCommand},
+    {"show", "Show what is in a set-up file", AddShow, NoFurtherHelp,
+     "  vantrelctl show plant.sdt\n"
+     "  vantrelctl show plant.sdt --json\n",
+     ShowCommand},
+    {"import", "Make a set-up file from a text file of the older format (.vtl)", AddImport, NoFurtherHelp,
+     "  vantrelctl import samples/bottling-line.vtl plant.sdt\n", ImportCommand},
+    {"download", "Write the settings of a set-up file to the board", AddDownload, NoFurtherHelp,
+     "  vantrelctl download plant.sdt --port 1 --verify\n"
+     "  vantrelctl download plant.sdt --port /dev/ttyUSB0 --speed 19200 --yes\n",
+     DownloadCommand},
+    {"upload", "Read the settings of the board into a set-up file", AddUpload, NoFurtherHelp,
+     "  vantrelctl upload plant.sdt --port 1\n", UploadCommand},
+    {"compare", "Name what differs between a set-up file and the board; writes nothing to either", AddCompare,
+     NoFurtherHelp, "  vantrelctl compare plant.sdt --port 1\n", CompareCommand},
+    {"read", "Read values from the board's memory", AddRead, AddressHelp, "  vantrelctl read W6400 B8176 --port 1\n",
+     ReadCommand},
+    {"write", "Write one value to the board's memory", AddWrite, AddressHelp, "  vantrelctl write W6400 100 --port 1\n",
+     WriteCommand},
+    {"simulate", "Be a board: a simulated one at a serial device of its own, until interrupted", AddSimulate, FaultHelp,
+     "  vantrelctl simulate --link /tmp/board\n"
+     "  vantrelctl download plant.sdt --port /tmp/board     (at another terminal)\n"
+     "  vantrelctl simulate --fault wrong-echo:once hang-up@500\n",
+     SimulateCommand},
+    {"demo", "Send a sample plant to a simulated board, fetch it back and compare", AddDemo, NoFurtherHelp,
+     "  vantrelctl demo\n", DemoCommand},
+}};
+
+/// How many characters have to be changed, put in or taken out to make one word of the other.
+std::size_t EditDistance(std::string_view one, std::string_view other) {
+    std::vector<std::size_t> row(other.size() + 1);
+    for (std::size_t j = 0; j < row.size(); ++j)
+        row[j] = j;
+    for (std::size_t i = 1; i <= one.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i;
+        for (std::size_t j = 1; j < row.size(); ++j) {
+            const std::size_t changed = diagonal + (one[i - 1] == other[j - 1] ? 0 : 1);
+            diagonal = row[j];
+            row[j] = std::min({row[j] + 1, row[j - 1] + 1, changed});
+        }
+    }
+    return row.back();
+}
+
+bool IsCommand(const std::string& word) {
+    return std::any_of(Commands.begin(), Commands.end(), [&](const Command& command) { return word == command.name; });
+}
+
+std::string UnknownCommandText(const std::string& word) {
+    constexpr std::size_t farthest = 2;
+    const auto distance = [&](const Command& command) {
+        return std::string_view(command.name).starts_with(word) ? 0 : EditDistance(word, command.name);
+    };
+    const auto* nearest = std::min_element(Commands.begin(), Commands.end(), [&](const Command& a, const Command& b) {
+        return distance(a) < distance(b);
+    });
+    const bool near = distance(*nearest) <= farthest;
+    return "There is no command \"" + word + "\"." +
+           (near ? " Did you mean \"" + std::string(nearest->name) + "\"?" : "");
+}
+
+CommandLine WrongUsage(ConsoleHost& host, const std::string& command, const std::string& text) {
+    host.err << ProgramName << ": " << text << "\nSee " << ProgramName << command << " --help.\n";
+    return {.ended = ExitCode::WrongUsage};
+}
+
+void AddCommonOptions(CLI::App& app, Arguments& arguments) {
+    app.get_formatter()->column_width(26);
+    app.add_option(
+           "--program-folder", arguments.programFolder,
+           "Where the program's folders Support and samples are\n(else VANTREL_FOLDER, else beside the program)")
+        ->option_text("DIR");
+}
+
+void DescribeCommands(CLI::App& app, Arguments& arguments) {
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    AddCommonOptions(app, arguments);
+    app.set_version_flag("--version", ProgramVersion());
+    app.footer(std::string(OverallHelp) + ExitCodesHelp);
+    app.require_subcommand(1);
+    for (const Command& command : Commands) {
+        CLI::App* sub = app.add_subcommand(command.name, command.summary)->group("Commands");
+        command.addOptions(*sub, arguments);
+        AddCommonOptions(*sub, arguments);
+        sub->footer(command.furtherHelp() + "Examples:\n" + command.examples + "\n" + ExitCodesHelp);
+    }
+}
+
+} // namespace
+
+CommandLine ReadCommandLine(const std::vector<std::string>& arguments, ConsoleHost& host) {
+    if (!arguments.empty() && arguments.front() == "help") {
+        std::vector<std::string> asked(arguments.begin() + 1, arguments.end());
+        asked.emplace_back("--help");
+        return ReadCommandLine(asked, host);
+    }
+    CommandLine line;
+    CLI::App app("Set-up files of the K5216-505 network communication board, and the board itself.", ProgramName);
+    DescribeCommands(app, line.arguments);
+    if (arguments.empty()) {
+        host.err << app.help();
+        return {.ended = ExitCode::WrongUsage};
+    }
+    if (!arguments.front().starts_with('-') && !IsCommand(arguments.front())) {
+        return WrongUsage(host, "", UnknownCommandText(arguments.front()));
+    }
+    const auto chosen = [&app] {
+        const auto commands = app.get_subcommands();
+        return commands.empty() ? std::string() : commands.front()->get_name();
+    };
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::CallForVersion& version) {
+        host.out << version.what() << '\n';
+        return {};
+    } catch (const CLI::CallForHelp&) {
+        host.out << app.help();
+        return {};
+    } catch (const CLI::ParseError& error) {
+        return WrongUsage(host, chosen().empty() ? "" : " " + chosen(), error.what());
+    }
+    line.run = std::find_if(Commands.begin(), Commands.end(), [&](const Command& command) {
+                   return chosen() == command.name;
+               })->run;
+    return line;
+}
+
+} // namespace vantrel

@@ -1,0 +1,58 @@
+// What the console twin asks of whoever runs it: streams, a person, time, interrupts and a way to the board. The real
+// one is put together in main.cpp; the tests put theirs together from streams in memory and a virtual clock.
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/SerialPort.h"
+
+#include <atomic>
+#include <filesystem>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+namespace vantrel {
+
+/// How a command ended, for the shell.
+enum class ExitCode : int {
+    Done = 0,
+    Refused = 1, ///< Refused by somebody, cancelled, or something differs.
+    WrongUsage = 2,
+    LinkFailed = 3,
+    FileError = 4,
+};
+
+/// What the user named with --port.
+struct PortChoice {
+    enum class Kind {
+        Number, ///< A port number: 1 is COM1.
+        Device, ///< A device by its path.
+        Simulated, ///< A simulated board in this process.
+        Demonstration, ///< A simulated board behind a device of its own where the host can have one.
+    };
+    Kind kind = Kind::Simulated;
+    int number = 0;
+    std::string device{};
+};
+
+/// A port at whose far end a board is, not yet opened, and what to call it in messages.
+struct BoardPort {
+    std::shared_ptr<SerialPort> port;
+    std::string name;
+};
+
+struct ConsoleHost {
+    std::istream& in;
+    std::ostream& out; ///< Results.
+    std::ostream& err; ///< Everything else: questions, warnings, progress.
+    Clock& clock;
+    bool personPresent = false; ///< Somebody can answer questions on `in`.
+    bool drawsProgress = false; ///< `err` is a terminal whose last line can be drawn over.
+    /// From the first call on, an interrupt raises this flag instead of ending the process.
+    std::function<const std::atomic<bool>&()> catchInterrupts;
+    /// `supportFolder`: where links that stand for port numbers are looked for.
+    std::function<BoardPort(const PortChoice& choice, const std::filesystem::path& supportFolder)> reachBoard;
+};
+
+} // namespace vantrel

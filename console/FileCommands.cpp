@@ -1,0 +1,45 @@
+// The commands that need no board: new, show and import.
+#include "console/Commands.h"
+#include "console/RecordText.h"
+#include "console/SetupFiles.h"
+#include "platform/SafeFile.h"
+
+#include <ostream>
+
+namespace vantrel {
+
+namespace {
+
+ExitCode SaveUnlessKept(CommandContext& context) {
+    if (!NameSetupFile(context, context.arguments.file)) {
+        context.Say("Nothing was written.");
+        return ExitCode::Refused;
+    }
+    SaveSetupFile(context);
+    return ExitCode::Done;
+}
+
+} // namespace
+
+ExitCode NewCommand(CommandContext& context) {
+    context.program.document.New();
+    return SaveUnlessKept(context);
+}
+
+ExitCode ShowCommand(CommandContext& context) {
+    const Arguments& arguments = context.arguments;
+    if (!OpenSetupFile(context, SetupFileNamed(arguments.file), OtherVersion::Note)) return ExitCode::Refused;
+    const Document& document = context.program.document;
+    const Configuration& record = document.CurrentConfiguration;
+    context.host.out << (arguments.json ? RecordJson(record)
+                                        : RecordTable(Utf8FromPath(document.FilePath), record,
+                                                      arguments.all ? Sequences::All : Sequences::Used));
+    return ExitCode::Done;
+}
+
+ExitCode ImportCommand(CommandContext& context) {
+    OpenTextFile(context, context.arguments.textFile);
+    return SaveUnlessKept(context);
+}
+
+} // namespace vantrel

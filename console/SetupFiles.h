@@ -1,0 +1,38 @@
+// How commands open and write set-up files: found with or without their extension, replaced only when the user agrees.
+#pragma once
+
+#include "console/CommandContext.h"
+
+#include <filesystem>
+#include <string>
+
+namespace vantrel {
+
+/// What to do about a file that another program version has saved.
+enum class OtherVersion {
+    Ask, ///< The user has to accept it.
+    Note, ///< It is only looked at, so a line about it is enough.
+};
+
+/// The existing file that a user means by `name`: of exactly that name, or, when there is none, with ".sdt" behind it.
+[[nodiscard]] std::filesystem::path SetupFileNamed(const std::string& name);
+
+/// Makes a file the document, and names the values that no board can hold. False when the user does not want it.
+/// Throws RuntimeError, with the file's name, when it cannot be read.
+[[nodiscard]] bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, OtherVersion otherVersion);
+
+/// Makes a text file of the older format the document. Throws RuntimeError, with the file's name; also for a file that
+/// is a set-up file already, from which the forgiving text format would take over nonsense.
+void OpenTextFile(CommandContext& context, const std::string& name);
+
+/// Gives the document the name under which it will be saved. False when a file of that name is there and the user wants
+/// to keep it.
+[[nodiscard]] bool NameSetupFile(CommandContext& context, const std::string& name);
+
+/// The document's file in quotes, for messages.
+[[nodiscard]] std::string DocumentFile(const CommandContext& context);
+
+/// Writes the document and prints the full path of the file that was written. Throws RuntimeError.
+void SaveSetupFile(CommandContext& context);
+
+} // namespace vantrel

@@ -1,0 +1,42 @@
+// Names of values and sentences about how far a transfer came.
+#include "console/TransferReport.h"
+
+namespace vantrel {
+
+namespace {
+
+std::string FieldName(std::size_t field) { return std::string(FieldTable().at(field).name); }
+
+std::string WholeSequences(std::size_t count) {
+    if (count == 0) return "";
+    return count == 1 ? ", sequence 0" : ", sequences 0 to " + std::to_string(count - 1);
+}
+
+/// `fields`: how many fields of `sequence` arrived, fewer than all.
+std::string PartialSequence(std::size_t sequence, std::size_t fields) {
+    if (fields == 0) return "";
+    return ", and sequence " + std::to_string(sequence) + " up to its " + FieldName(fields - 1);
+}
+
+} // namespace
+
+std::string ConsoleValueName(std::size_t index) {
+    if (index == StatusStackIndex) return "status stack address";
+    return "sequence " + std::to_string(SequenceOf(index)) + ", " + FieldName(FieldOf(index));
+}
+
+std::string ReachedText(std::size_t count) {
+    if (count == 0) return "No value reached the board.";
+    if (count >= ValueCount) return "All " + std::to_string(ValueCount) + " values reached the board.";
+    const std::size_t whole = SequenceOf(count);
+    return "Reached the board: the status stack address" + WholeSequences(whole) +
+           PartialSequence(whole, FieldOf(count)) + ". " + std::to_string(ValueCount - count) + " of " +
+           std::to_string(ValueCount) + " values did not.";
+}
+
+std::string DifferenceText(const ValueDifference& difference) {
+    return ConsoleValueName(difference.index) + ": file " + std::to_string(difference.inRecord) + ", board " +
+           std::to_string(difference.onBoard);
+}
+
+} // namespace vantrel

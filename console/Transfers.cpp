@@ -1,0 +1,134 @@
+// The transfers as jobs of a loop that an interrupt can end, and the report of each.
+#include "console/Transfers.h"
+
+#include "console/SetupFiles.h"
+#include "console/TransferReport.h"
+#include "link/TargetMap.h"
+#include "platform/TurnQueue.h"
+
+#include <functional>
+#include <ostream>
+
+namespace vantrel {
+
+namespace {
+
+/// The console's event loop: nothing but turns, and the interrupt that cancels what is running.
+class ConsoleTurns final : public TurnQueue {
+public:
+    explicit ConsoleTurns(const std::atomic<bool>& interrupted) : interrupted_(interrupted) {}
+
+    template <typename Job> void Run(Job& job) {
+        cancel_ = [&job] { job.Cancel(); };
+        Task task = job.Run();
+        RunToEnd(task);
+    }
+
+private:
+    void TurnAdded() override {
+        if (interrupted_) cancel_();
+    }
+
+    const std::atomic<bool>& interrupted_;
+    std::function<void()> cancel_;
+};
+
+std::string CountOfAll(std::size_t count) {
+    return std::to_string(count) + " of " + std::to_string(ValueCount) + " values";
+}
+
+ExitCode EndOf(const LinkSession& session, const SettingsTransfer& transfer) {
+    if (session.Failed()) return ExitCode::LinkFailed;
+    return transfer.Complete() && transfer.Unconfirmed().empty() ? ExitCode::Done : ExitCode::Refused;
+}
+
+/// Names the values that were tried but, in `words`, did not make it. The one at which a link failed was not tried.
+void NameUnconfirmed(CommandContext& context, const SettingsTransfer& transfer, const std::string& words) {
+    std::size_t count = 0;
+    for (const std::size_t index : transfer.Unconfirmed()) {
+        if (index >= transfer.Walked()) continue;
+        context.Say(ConsoleValueName(index) + ": " + words);
+        ++count;
+    }
+    if (count > 0) context.Say(CountOfAll(count) + " were " + words + ".");
+}
+
+void ReportUnfinishedDownload(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer,
+                              bool flagConfirmed) {
+    if (transfer.Complete() && !session.Failed()) return;
+    if (!session.Failed()) context.Say("Cancelled.");
+    context.Say(ReachedText(transfer.Walked()));
+    const bool boardOutlivesUs = !context.arguments.port.empty();
+    if (session.Failed() && session.CameOnline() && boardOutlivesUs) {
+        const std::string flag = WriteThroughFlag;
+        context.Say(flag + (flagConfirmed ? " was" : " may have been") +
+                    " left set to 1 when the link failed: the board still expects a download. Download again, or end "
+                    "it with\n  vantrelctl write " +
+                    flag + " 0 --port " + context.arguments.port);
+    }
+}
+
+} // namespace
+
+ExitCode SendDocument(CommandContext& context, LinkSession& session) {
+    Program& program = context.program;
+    program.transferMode = TransferMode::DownloadData;
+    ConsoleTurns turns(session.Interrupted());
+    SettingsTransfer transfer(program.transferMode, program.document.CurrentConfiguration, session.Link(),
+                              context.dialogs, turns, context.progress);
+    transfer.Load();
+    const bool flagConfirmed = !session.Failed();
+    turns.Run(transfer);
+    program.refreshTargetStatus = true;
+    ReportUnfinishedDownload(context, session, transfer, flagConfirmed);
+    NameUnconfirmed(context, transfer, "not confirmed by the board");
+    const ExitCode end = EndOf(session, transfer);
+    if (end == ExitCode::Done) {
+        context.host.out << "Downloaded " << DocumentFile(context) << " to " << session.PortName() << ": " << ValueCount
+                         << " values, all confirmed.\n";
+    }
+    return end;
+}
+
+ExitCode FetchDocument(CommandContext& context, LinkSession& session) {
+    Program& program = context.program;
+    program.transferMode = TransferMode::UploadData;
+    Configuration& record = program.document.CurrentConfiguration;
+    ConsoleTurns turns(session.Interrupted());
+    SettingsTransfer transfer(program.transferMode, record, session.Link(), context.dialogs, turns, context.progress);
+    record.SavedDate = OleDate::FromLocal(context.host.clock.LocalNow());
+    transfer.Load();
+    turns.Run(transfer);
+    if (!transfer.Complete()) {
+        context.Say((session.Failed() ? "" : "Cancelled. ") + CountOfAll(transfer.Walked()) + " had been read.");
+    }
+    NameUnconfirmed(context, transfer, "not read");
+    return EndOf(session, transfer);
+}
+
+ExitCode CompareDocument(CommandContext& context, LinkSession& session) {
+    ConsoleTurns turns(session.Interrupted());
+    BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), turns, context.progress);
+    turns.Run(comparison);
+    context.progress.EndLine();
+    for (const ValueDifference& difference : comparison.Differences()) {
+        context.host.out << DifferenceText(difference) << '\n';
+    }
+    for (const std::size_t index : comparison.Unread()) {
+        context.Say(ConsoleValueName(index) + ": could not be read");
+    }
+    const std::size_t different = comparison.Differences().size();
+    if (!comparison.Complete()) {
+        context.Say(std::string(session.Failed() ? "The link to the board failed" : "Cancelled") + " after " +
+                    CountOfAll(context.progress.Done()) + " had been compared.");
+        return session.Failed() ? ExitCode::LinkFailed : ExitCode::Refused;
+    }
+    if (different > 0) {
+        context.host.out << CountOfAll(different) << " differ between " << DocumentFile(context) << " and the board.\n";
+    } else if (comparison.Unread().empty()) {
+        context.host.out << "All " << ValueCount << " values of " << DocumentFile(context) << " are on the board.\n";
+    }
+    return different == 0 && comparison.Unread().empty() ? ExitCode::Done : ExitCode::Refused;
+}
+
+} // namespace vantrel

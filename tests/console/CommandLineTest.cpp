@@ -1,0 +1,97 @@
+// The command line: exit codes, help, and what is said about what cannot be.
+#include "tests/console/ConsoleFixture.h"
+
+namespace vantrel {
+
+namespace {
+
+TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    WriteText(File("text.sdt"), "no set-up file");
+    struct Case {
+        std::vector<std::string> arguments;
+        int code;
+        const char* said;
+    };
+    const std::vector<Case> cases = {
+        {{"downlaod", file}, 2, "Did you mean \"download\"?"},
+        {{"sim"}, 2, "Did you mean \"simulate\"?"},
+        {{"xyzzy"}, 2, "no command \"xyzzy\""},
+        {{"show"}, 2, "FILE is required"},
+        {{"show", ""}, 2, "empty"},
+        {{"show", file, "--jason"}, 2, "--jason"},
+        {{"show", file, file}, 2, "See vantrelctl show --help"},
+        {{"compare", file}, 2, "--port is required"},
+        {{"compare", file, "--port", "0"}, 2, "ports 1 to"},
+        {{"compare", file, "--port", "99999999999"}, 2, "ports 1 to"},
+        {{"compare", file, "--port", ""}, 2, "empty"},
+        {{"compare", file, "--port", "1", "--speed", "300"}, 2, "--speed"},
+        {{"read", "W16384", "nonsense", "--port", "1"}, 2, "\"nonsense\" is not an address"},
+        {{"read", "B65536", "--port", "1"}, 2, "outside"},
+        {{"write", "W16384", "", "--port", "1"}, 2, "empty"},
+        {{"write", "W16384", " ", "--port", "1"}, 2, "empty"},
+        {{"write", "W16384", "--port", "1"}, 2, "VALUE is required"},
+        {{"write", "W16384", "-5", "--port", "1"}, 1, "Only Numerical Data Allowed."},
+        {{"write", "B8", "256", "--port", "1"}, 1, "ENTRY ALERT: Error:\nEntry out of Range (0-255)."},
+        {{"simulate", "--fault", "hang-pu"}, 2, "hang-up"},
+        {{"simulate", "--speed", "-1"}, 2, "--speed"},
+        {{"show", File("missing.sdt")}, 4, "missing.sdt"},
+        {{"show", File("text.sdt")}, 4, "import makes a set-up file"},
+        {{"download", File("missing.sdt"), "--port", "1", "--yes"}, 4, "missing.sdt"},
+        {{"new", File("nowhere/plant.sdt")}, 4, "nowhere"},
+        {{"read", "W1", "--port", "1", "--trace", File("nowhere/trace")}, 4, "trace"},
+    };
+    for (const Case& each : cases) {
+        const Ended ended = Run(each.arguments);
+        std::string line;
+        for (const std::string& argument : each.arguments)
+            line += " " + argument;
+        EXPECT_EQ(ended.code, each.code) << line << "\n" << ended.err;
+        EXPECT_NE(ended.err.find(each.said), std::string::npos) << line << "\n" << ended.err;
+        EXPECT_EQ(ended.out, "") << line;
+    }
+}
+
+TEST_F(ConsoleTest, AMissingProgramFolderIsWrongUsage) {
+    std::filesystem::remove_all(folder);
+    EXPECT_EQ(Run({"read", "W1", "--port", "1"}).code, 2);
+}
+
+TEST_F(ConsoleTest, HelpOfEveryCommandHasExamplesAndExitCodes) {
+    const Ended overall = Run({"--help"});
+    EXPECT_EQ(overall.code, 0);
+    EXPECT_EQ(overall.err, "");
+    for (const char* command :
+         {"new", "show", "import", "download", "upload", "compare", "read", "write", "simulate", "demo"}) {
+        EXPECT_NE(overall.out.find("\n  " + std::string(command) + " "), std::string::npos) << command;
+        const Ended help = Run({command, "--help"});
+        EXPECT_EQ(help.code, 0) << command;
+        for (const std::string& part :
+             {"Examples:\n  vantrelctl " + std::string(command), std::string("Exit codes:")}) {
+            EXPECT_NE(help.out.find(part), std::string::npos) << command << "\n" << help.out;
+        }
+    }
+    EXPECT_EQ(Run({"help"}).out, overall.out);
+    EXPECT_NE(Run({"help", "simulate"}).out.find("late-answer"), std::string::npos);
+}
+
+TEST_F(ConsoleTest, APortNumberUsesTheSettingsFileAsTheWindowsDoAndADeviceLeavesItAlone) {
+    const std::string settings = File("Support/RSPort.cfg");
+    EXPECT_EQ(Run({"read", "W6400", "--port", "/dev/some-device"}).code, 0);
+    EXPECT_FALSE(std::filesystem::exists(settings));
+    EXPECT_EQ(port->Settings(), "9600,n,8,1");
+
+    EXPECT_EQ(Run({"read", "W6400", "--port", "2", "--speed", "19200"}).code, 0);
+    EXPECT_EQ(TextOf(settings).substr(0, 6), "1,9600");
+    EXPECT_EQ(port->PortNumber(), 2);
+    EXPECT_EQ(port->Settings(), "19200,n,8,1");
+
+    WriteText(settings, "3,19200\n");
+    EXPECT_EQ(Run({"read", "W6400", "--port", "/dev/some-device"}).code, 0);
+    EXPECT_EQ(port->Settings(), "19200,n,8,1") << "the stored speed";
+    EXPECT_EQ(TextOf(settings), "3,19200\n");
+}
+
+} // namespace
+
+} // namespace vantrel

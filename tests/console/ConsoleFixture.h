@@ -1,0 +1,125 @@
+// The tests' console: streams in memory, virtual time, and a simulated board that outlives the commands.
+#pragma once
+
+#include "console/Console.h"
+#include "document/Configuration.h"
+#include "document/SetupFile.h"
+#include "platform/SafeFile.h"
+#include "simulator/SimulatedBoard.h"
+#include "simulator/SimulatedPort.h"
+#include "tests/support/VirtualClock.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+/// Virtual time at one moment of which Ctrl+C is pressed.
+class InterruptingClock final : public Clock {
+public:
+    [[nodiscard]] MonotonicTime Now() const override { return time_.Now(); }
+    void SleepUntil(MonotonicTime time) override {
+        time_.SleepUntil(time);
+        if (interruptAt && Now() >= *interruptAt) interrupted = true;
+    }
+    [[nodiscard]] std::chrono::local_seconds LocalNow() const override { return time_.LocalNow(); }
+
+    std::optional<MonotonicTime> interruptAt;
+    std::atomic<bool> interrupted{false};
+
+private:
+    VirtualClock time_;
+};
+
+struct Ended {
+    int code;
+    std::string out;
+    std::string err;
+};
+
+inline std::size_t CountOf(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+class ConsoleTest : public testing::Test {
+protected:
+    ConsoleTest() {
+        std::random_device random;
+        folder = std::filesystem::temp_directory_path() / ("vantrel-test-" + std::to_string(random()));
+        std::filesystem::create_directory(folder);
+    }
+    ~ConsoleTest() override { std::filesystem::remove_all(folder); }
+
+    /// A file in the test's own folder, which is the program folder as well.
+    [[nodiscard]] std::string File(const std::string& name) const { return (folder / name).string(); }
+
+    [[nodiscard]] static std::string TextOf(const std::string& file) {
+        std::ifstream in(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+
+    static void WriteText(const std::string& file, const std::string& text) {
+        std::ofstream(file, std::ios::binary) << text;
+    }
+
+    void WriteRecord(const std::string& file, const Configuration& record) const {
+        ReplaceFile(file, SetupFileBytes(record), OldTail::Drop, {});
+    }
+
+    [[nodiscard]] static Configuration RecordOf(const std::string& file) { return ParseSetupFile(ReadWholeFile(file)); }
+
+    /// A set-up file made from the text format as a user would make it.
+    std::string Imported(const std::string& name, const std::string& text) {
+        WriteText(File("import.vtl"), text);
+        EXPECT_EQ(Run({"import", File("import.vtl"), File(name), "--yes"}).code, 0);
+        return File(name);
+    }
+
+    /// Runs a command; `typed` is what the person at the terminal types, if there is one.
+    Ended Run(std::vector<std::string> arguments, const std::optional<std::string>& typed = {}) {
+        arguments.insert(arguments.end(), {"--program-folder", folder.string()});
+        std::istringstream in(typed.value_or(""));
+        std::ostringstream out;
+        std::ostringstream err;
+        ConsoleHost host{.in = in,
+                         .out = out,
+                         .err = err,
+                         .clock = clock,
+                         .personPresent = typed.has_value(),
+                         .drawsProgress = drawsProgress,
+                         .catchInterrupts = [this]() -> const std::atomic<bool>& { return clock.interrupted; },
+                         .reachBoard =
+                             [this](const PortChoice&, const std::filesystem::path&) {
+                                 port = std::make_shared<SimulatedPort>(board, clock, LinePacing::LineSpeed);
+                                 return BoardPort{port, "the test's board"};
+                             }};
+        const int code = RunConsole(arguments, host);
+        return {code, out.str(), err.str()};
+    }
+
+    std::filesystem::path folder;
+    InterruptingClock clock;
+    SimulatedBoard board;
+    std::shared_ptr<SimulatedPort> port; ///< Of the command that ran last.
+    bool drawsProgress = false;
+};
+
+/// Status stack at V100, sequence 0 to node 2, sequence 1 to node 3 with hexadecimal addresses.
+inline constexpr const char* TwoSequences = "a,b,c,100,e,f,g,h,i\n"
+                                            "N2,\"DFirst, and foremost\",10,200,32,20,64,300,WW\n"
+                                            "N3,DSecond,1,400,&H2000,2,&HFFFE,500,HH\n";
+
+} // namespace vantrel

@@ -1,0 +1,94 @@
+// Files: what is written, what is shown, and when somebody is asked.
+#include "tests/console/ConsoleFixture.h"
+
+#include <nlohmann/json.hpp>
+
+namespace vantrel {
+
+namespace {
+
+TEST_F(ConsoleTest, NewWritesTheDefaultsAndPrintsTheFullPathOfTheFileThatItWrote) {
+    const Ended made = Run({"new", File("plant.cfg")});
+    EXPECT_EQ(made.code, 0);
+    EXPECT_EQ(made.out, File("plant.sdt") + "\n");
+    const Configuration record = RecordOf(File("plant.sdt"));
+    EXPECT_EQ(record.Values.size(), ValueCount);
+    EXPECT_EQ(record.Value(StatusStackIndex), 1);
+}
+
+TEST_F(ConsoleTest, TheUserIsToldWhenTheForcedExtensionLeadsIntoAnotherFolder) {
+    std::filesystem::create_directory(folder / "my.dir");
+    const Ended made = Run({"new", File("my.dir/plant")});
+    EXPECT_EQ(made.out, File("my.sdt") + "\n");
+    EXPECT_NE(made.err.find("Note"), std::string::npos);
+    EXPECT_EQ(Run({"show", File("my.dir/plant")}).code, 4) << "a file elsewhere is never taken for it";
+    Imported("my.dir/plant.sdt", TwoSequences);
+    EXPECT_NE(Run({"show", File("my.dir/plant")}).out.find(File("my.dir/plant.sdt")), std::string::npos);
+}
+
+TEST_F(ConsoleTest, AFileIsReplacedOnlyWhenTheUserAgrees) {
+    struct Case {
+        std::vector<std::string> options;
+        std::optional<std::string> typed;
+        int code;
+    };
+    const std::vector<Case> cases = {
+        {{}, {}, 1}, {{}, "n\n", 1}, {{}, "", 1}, {{}, "perhaps\ny\n", 0}, {{"--yes"}, {}, 0}};
+    for (const Case& each : cases) {
+        const std::string file = Imported("plant.sdt", TwoSequences);
+        std::vector<std::string> arguments{"new", file};
+        arguments.insert(arguments.end(), each.options.begin(), each.options.end());
+        const Ended ended = Run(arguments, each.typed);
+        EXPECT_EQ(ended.code, each.code) << ended.err;
+        EXPECT_NE(ended.err.find(file), std::string::npos) << "the question names the file";
+        EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), each.code == 0 ? 1 : 100);
+    }
+}
+
+TEST_F(ConsoleTest, ShowGivesUsedSequencesInTheirNotationAndCountsTheOthers) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    const Ended shown = Run({"show", file});
+    EXPECT_EQ(shown.code, 0);
+    for (const char* part : {"V100\n", "2026-03-14 09:05:07", "To Node", "V200", "W32", "2000H", "FFFEH", "V500",
+                             "First, and foremost\n", "29 sequences are not used"}) {
+        EXPECT_NE(shown.out.find(part), std::string::npos) << part << " in\n" << shown.out;
+    }
+    EXPECT_EQ(CountOf(Run({"show", file, "--all"}).out, "W32"), 30U + 29U) << "all sequences but one, both addresses";
+}
+
+TEST_F(ConsoleTest, TextsOfAFileCannotSteerTheTerminal) {
+    Configuration record = RecordOf(Imported("plant.sdt", TwoSequences));
+    record.SetNodeDescription(0, "a\x1B[2Jb");
+    WriteRecord(File("plant.sdt"), record);
+    EXPECT_NE(Run({"show", File("plant.sdt")}).out.find("a?[2Jb"), std::string::npos);
+}
+
+TEST_F(ConsoleTest, JsonHoldsTheWholeRecordInUtf8) {
+    const std::string file = Imported("plant.sdt", "a,b,c,100,e,f,g,h,i\nN2,DK\xFChlung,1,2,34,5,64,7,HW\n");
+    const Ended shown = Run({"show", file, "--json"});
+    const auto json = nlohmann::json::parse(shown.out);
+    EXPECT_EQ(json["creatorVersion"], RecordOf(file).CreatorVersion);
+    EXPECT_EQ(json["savedDate"], "2026-03-14T09:05:07");
+    EXPECT_EQ(json["values"].get<std::vector<int>>(), RecordOf(file).Values);
+    EXPECT_EQ(json["values"].size(), 218U);
+    EXPECT_EQ(json["targetAddresses"][217], "W31756");
+    EXPECT_EQ(json["nodeDescriptions"].size(), 33U);
+    EXPECT_EQ(json["nodeDescriptions"][0], "K\xC3\xBChlung");
+    EXPECT_EQ(json["addressTypes"][4], "H");
+    EXPECT_EQ(json["addressTypes"][6], "W");
+}
+
+TEST_F(ConsoleTest, AnImportThatFailsWritesNothingAndNamesFileAndLine) {
+    WriteText(File("bad.vtl"), "a,b,c,99999999999,e,f,g,h,i\n");
+    const Ended ended = Run({"import", File("bad.vtl"), File("plant.sdt")});
+    EXPECT_EQ(ended.code, 4);
+    EXPECT_NE(ended.err.find("bad.vtl"), std::string::npos);
+    EXPECT_NE(ended.err.find("Line 1, item 4"), std::string::npos) << ended.err;
+    EXPECT_FALSE(std::filesystem::exists(File("plant.sdt")));
+    EXPECT_EQ(Run({"import", Imported("set-up.sdt", TwoSequences), File("plant.sdt")}).code, 4) << "no text file";
+    EXPECT_FALSE(std::filesystem::exists(File("plant.sdt")));
+}
+
+} // namespace
+
+} // namespace vantrel

@@ -1,0 +1,220 @@
+// Transfers: what reaches the board or the file, and what the user is told when it does not.
+#include "document/ValueDisplay.h"
+#include "tests/console/ConsoleFixture.h"
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::uint16_t WriteThrough = 105;
+
+TEST_F(ConsoleTest, WhatIsDownloadedComparesEqualAndComesBackByUpload) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    const Ended sent = Run({"download", file, "--port", "simulated", "--yes", "--verify"});
+    EXPECT_EQ(sent.code, 0) << sent.err;
+    EXPECT_NE(sent.out.find("All 218 values"), std::string::npos) << sent.out;
+    EXPECT_EQ(board.PeekWord(6400), 100);
+    EXPECT_EQ(board.PeekWord(16896), 3);
+    EXPECT_EQ(board.Peek(WriteThrough), 0);
+
+    EXPECT_EQ(Run({"compare", file, "--port", "simulated"}).code, 0);
+    const Ended fetched = Run({"upload", File("fetched"), "--port", "simulated", "--yes"});
+    EXPECT_EQ(fetched.code, 0) << fetched.err;
+    EXPECT_EQ(fetched.out, File("fetched.sdt") + "\n");
+    EXPECT_EQ(RecordOf(File("fetched.sdt")).Values, RecordOf(file).Values);
+    EXPECT_EQ(RecordOf(File("fetched.sdt")).NodeDescription(0), "") << "descriptions are not on the board";
+}
+
+TEST_F(ConsoleTest, AnUploadIntoAnExistingFileKeepsItsDescriptionsAndNotations) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    EXPECT_EQ(Run({"upload", File("plant"), "--port", "simulated"}, "y\nn\n").code, 1) << "two questions";
+    EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), 100);
+    EXPECT_EQ(Run({"upload", File("plant"), "--port", "simulated"}, "y\ny\n").code, 0);
+    EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), 1);
+    EXPECT_EQ(RecordOf(file).NodeDescription(1), "Second");
+    EXPECT_EQ(RecordOf(file).AddressType(ValueIndex(1, SequenceField::SendToNode)), "H");
+}
+
+TEST_F(ConsoleTest, EveryDifferenceIsNamedWithBothValues) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    ASSERT_EQ(Run({"download", file, "--port", "simulated", "--yes"}).code, 0);
+    EXPECT_EQ(Run({"write", "W16384", "7", "--port", "simulated"}).out, "W16384 7\n");
+    EXPECT_EQ(Run({"write", "W6400", "1,000", "--port", "simulated"}).out, "W6400 1000\n");
+    const Ended compared = Run({"compare", file, "--port", "simulated"});
+    EXPECT_EQ(compared.code, 1);
+    EXPECT_TRUE(compared.out.starts_with("status stack address: file 100, board 1000\n"
+                                         "sequence 0, NodeNumber: file 2, board 7\n"
+                                         "2 of 218 values differ"))
+        << compared.out;
+    EXPECT_EQ(Run({"read", "W16384", "B8176.0", "--port", "simulated"}).out, "W16384 7\nB8176.0 0\n");
+}
+
+TEST_F(ConsoleTest, WithoutATerminalAndWithoutYesNothingIsSent) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    const Ended refused = Run({"download", file, "--port", "simulated"});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_NE(refused.err.find("Data Download: You are about to Download Data to the PLC"), std::string::npos);
+    EXPECT_NE(refused.err.find("\"" + file + "\" to the test's board"), std::string::npos) << refused.err;
+    EXPECT_NE(refused.err.find("--yes"), std::string::npos);
+    EXPECT_FALSE(port && port->IsOpen());
+    EXPECT_EQ(board.PeekWord(6400), 1);
+    EXPECT_EQ(Run({"upload", File("new.sdt"), "--port", "simulated"}).code, 1);
+    EXPECT_FALSE(std::filesystem::exists(File("new.sdt")));
+}
+
+TEST_F(ConsoleTest, AFileOfAnotherVersionIsSentOnlyWhenTheUserAcceptsIt) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    Configuration record = RecordOf(file);
+    record.CreatorVersion = "VANTREL_R0.0.1";
+    WriteRecord(file, record);
+    const Ended refused = Run({"download", file, "--port", "simulated"}, "n\n");
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_NE(refused.err.find("ANCNF: File created by set-up program version: VANTREL_R0.0.1"), std::string::npos);
+    EXPECT_EQ(CountOf(refused.err, "[y/n"), 1U) << "the transfer is not asked about any more";
+    EXPECT_EQ(Run({"download", file, "--port", "simulated"}, "y\ny\n").code, 0);
+    EXPECT_EQ(Run({"show", file}).code, 0) << "looking at it needs no consent";
+}
+
+TEST_F(ConsoleTest, ALineThatBreaksInMidDownloadIsToldOnceWithWhatReachedTheBoard) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    board.AddFault({.kind = FaultKind::HangUp, .afterBytes = 100});
+    const Ended broken = Run({"download", file, "--port", "simulated", "--yes", "--verify"});
+    EXPECT_EQ(broken.code, 3);
+    EXPECT_EQ(CountOf(broken.err, "WARNING - Communication Error!"), 1U) << "--yes does not retry\n" << broken.err;
+    EXPECT_EQ(CountOf(broken.err, "RTFCD7: Error Processing Request\n\nProcess Not Complete"), 1U);
+    EXPECT_EQ(broken.out, "");
+    // Probe, sync, mode and B105 take 6 bytes, each value another 6: 15 whole values, 1 + 2 x 7.
+    EXPECT_NE(broken.err.find("Reached the board: the status stack address, sequences 0 to 1. 203 of 218 values did "
+                              "not.\n"),
+              std::string::npos)
+        << broken.err;
+    EXPECT_EQ(board.PeekWord(16908), 500) << "the last one that it names";
+    EXPECT_EQ(board.PeekWord(16384 + 1024), 0);
+    EXPECT_NE(broken.err.find("B105 was left set to 1"), std::string::npos);
+    EXPECT_NE(broken.err.find("vantrelctl write B105 0 --port simulated\n"), std::string::npos) << broken.err;
+    EXPECT_EQ(board.Peek(WriteThrough), 1);
+}
+
+TEST_F(ConsoleTest, ABoardThatNeverAnswersFailsTheLinkWithNothingSent) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    board.AddFault({.kind = FaultKind::NoAnswer});
+    for (const std::vector<std::string>& command :
+         std::vector<std::vector<std::string>>{{"download", file, "--yes"},
+                                               {"upload", File("new.sdt"), "--yes"},
+                                               {"compare", file},
+                                               {"read", "W6400"},
+                                               {"write", "W6400", "5"}}) {
+        std::vector<std::string> arguments = command;
+        arguments.insert(arguments.end(), {"--port", "simulated"});
+        const Ended ended = Run(arguments);
+        EXPECT_EQ(ended.code, 3) << command.front();
+        EXPECT_EQ(ended.out, "") << command.front();
+        EXPECT_NE(ended.err.find("the test's board: there is no link to a board."), std::string::npos) << ended.err;
+        EXPECT_EQ(CountOf(ended.err, "WARNING - Communication Error!"), 1U) << ended.err;
+        EXPECT_EQ(ended.err.find("B105"), std::string::npos) << ended.err;
+    }
+    EXPECT_FALSE(std::filesystem::exists(File("new.sdt")));
+    EXPECT_EQ(board.PeekWord(6400), 1);
+}
+
+TEST_F(ConsoleTest, RetryGoesOnWhereTheBoardFellSilent) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    for (int i = 0; i < 3; ++i)
+        board.AddFault({.kind = FaultKind::NoAnswer, .firstTimeOnly = true, .afterBytes = 90});
+    const Ended sent = Run({"download", file, "--port", "simulated"}, "y\nr\n");
+    EXPECT_EQ(CountOf(sent.err, "[r/c]"), 1U) << sent.err;
+    EXPECT_EQ(sent.code, 0) << sent.err;
+    EXPECT_EQ(Run({"compare", file, "--port", "simulated"}).code, 0);
+}
+
+TEST_F(ConsoleTest, AnInterruptCancelsADownloadInGoodOrder) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
+    const Ended cancelled = Run({"download", file, "--port", "simulated", "--yes", "--verify"});
+    EXPECT_EQ(cancelled.code, 1);
+    EXPECT_NE(cancelled.err.find("Cancelled.\nReached the board: the status stack address, sequence"),
+              std::string::npos)
+        << cancelled.err;
+    EXPECT_EQ(cancelled.err.find("Process Not Complete"), std::string::npos);
+    EXPECT_EQ(cancelled.out, "");
+    EXPECT_EQ(board.PeekWord(6400), 100);
+    EXPECT_EQ(board.PeekWord(31756), 1);
+    EXPECT_EQ(board.Peek(WriteThrough), 0);
+    EXPECT_FALSE(port->IsOpen());
+}
+
+TEST_F(ConsoleTest, AnInterruptedUploadOrComparisonChangesNoFileAndIsNoSuccess) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    const std::string before = TextOf(file);
+    clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
+    const Ended upload = Run({"upload", file, "--port", "simulated", "--yes"});
+    EXPECT_EQ(upload.code, 1);
+    EXPECT_NE(upload.err.find("of 218 values had been read"), std::string::npos) << upload.err;
+    EXPECT_EQ(TextOf(file), before);
+    clock.interrupted = false;
+    clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
+    EXPECT_EQ(Run({"compare", file, "--port", "simulated"}).code, 1);
+}
+
+TEST_F(ConsoleTest, ValuesThatTheBoardDoesNotConfirmAreNamed) {
+    Configuration record = RecordOf(Imported("plant.sdt", TwoSequences));
+    record.SetValue(ValueIndex(3, SequenceField::SendToNode), -5);
+    WriteRecord(File("plant.sdt"), record);
+    const Ended sent = Run({"download", File("plant.sdt"), "--port", "simulated", "--yes"});
+    EXPECT_EQ(sent.code, 1);
+    EXPECT_NE(sent.err.find("Warning: sequence 3, SendToNode is -5, which the board cannot hold"), std::string::npos);
+    EXPECT_NE(sent.err.find("\nsequence 3, SendToNode: not confirmed by the board\n1 of 218 values"), std::string::npos)
+        << sent.err;
+    EXPECT_EQ(board.PeekWord(31756), 1) << "the others arrived";
+}
+
+TEST_F(ConsoleTest, AnUploadWithUnreadValuesWritesNoFile) {
+    board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true, .afterBytes = 50});
+    const Ended fetched = Run({"upload", File("new.sdt"), "--port", "simulated", "--yes"});
+    EXPECT_EQ(fetched.code, 1);
+    EXPECT_NE(fetched.err.find(": not read\n1 of 218 values were not read."), std::string::npos) << fetched.err;
+    EXPECT_FALSE(std::filesystem::exists(File("new.sdt")));
+}
+
+TEST_F(ConsoleTest, AWriteThatIsNotConfirmedSaysSo) {
+    board.AddFault({.kind = FaultKind::WrongEcho});
+    const Ended written = Run({"write", "W16384", "7", "--port", "simulated"});
+    EXPECT_EQ(written.code, 1);
+    EXPECT_NE(written.err.find("did not confirm 7 at W16384"), std::string::npos);
+    EXPECT_EQ(written.out, "");
+}
+
+TEST_F(ConsoleTest, TheTraceHoldsEveryExchange) {
+    EXPECT_EQ(Run({"read", "W6400", "--port", "simulated", "--trace", File("trace.txt")}).code, 0);
+    const std::string trace = TextOf(File("trace.txt"));
+    // Probe, sync, mode, two exchanges a byte, goodbye.
+    EXPECT_EQ(CountOf(trace, "\n") - CountOf(trace, "#"), 3U + 4U + 1U) << trace;
+    EXPECT_NE(trace.find("  19  19\n"), std::string::npos) << "high byte of 6400\n" << trace;
+}
+
+TEST_F(ConsoleTest, OnATerminalABarShowsHowFarItIsAndHowLongItTakes) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    EXPECT_EQ(Run({"compare", file, "--port", "simulated"}).err, "") << "no terminal, no bar";
+    drawsProgress = true;
+    const Ended sent = Run({"download", file, "--port", "simulated", "--yes"});
+    EXPECT_NE(sent.err.find("Downloading Data, Please Standby...\n"), std::string::npos);
+    EXPECT_NE(sent.err.find("] 50 %, 2 s left"), std::string::npos) << sent.err;
+    EXPECT_NE(sent.err.find("] 100 %"), std::string::npos);
+}
+
+TEST(ValueDisplay, ReadsInItsNotation) {
+    EXPECT_EQ(DisplayValue(34463, "V"), "V34463");
+    EXPECT_EQ(DisplayValue(8174, "W"), "W8174");
+    EXPECT_EQ(DisplayValue(416, "H"), "1A0H");
+    EXPECT_EQ(DisplayValue(-1, "h"), "FFFFFFFFH");
+    EXPECT_EQ(DisplayValue(-7, "#"), "-7");
+    Configuration record = DefaultRecord("", {});
+    record.SetAddressType(ValueIndex(0, SequenceField::SendToNode), "x");
+    EXPECT_EQ(DisplayValue(record, ValueIndex(0, SequenceField::SendToNode)), "W32");
+    record.SetAddressType(ValueIndex(0, SequenceField::SendFromTI), "H");
+    EXPECT_EQ(DisplayValue(record, ValueIndex(0, SequenceField::SendFromTI)), "V1");
+}
+
+} // namespace
+
+} // namespace vantrel
