@@ -1,0 +1,186 @@
+// How close download and upload come to what the line allows, and to a client that does nothing but write a byte, poll
+// and read a byte. Both run against the same paced board behind a pseudo-terminal, which is a process of its own, so
+// that the processor time is the program's alone. POSIX only. Prints ratios; decides nothing.
+#include "document/SettingsTransfer.h"
+#include "platform/AsioSerialPort.h"
+#include "platform/SystemClock.h"
+#include "simulator/BoardServer.h"
+#include "simulator/SimulatedBoard.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace vantrel;
+
+std::atomic<bool> stopServing{false};
+
+void OnTerminate(int) { stopServing = true; }
+
+/// A paced board in a process of its own.
+class PacedBoard {
+public:
+    explicit PacedBoard(int bitsPerSecond) {
+        std::array<int, 2> channel{};
+        if (pipe(channel.data()) != 0) std::abort();
+        child_ = fork();
+        if (child_ == 0) Serve(bitsPerSecond, channel[1]);
+        close(channel[1]);
+        std::array<char, 256> name{};
+        const ssize_t length = read(channel[0], name.data(), name.size());
+        close(channel[0]);
+        device_.assign(name.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+    }
+    PacedBoard(const PacedBoard&) = delete;
+    PacedBoard& operator=(const PacedBoard&) = delete;
+    ~PacedBoard() {
+        kill(child_, SIGTERM);
+        waitpid(child_, nullptr, 0);
+    }
+
+    [[nodiscard]] const std::string& Device() const { return device_; }
+
+private:
+    [[noreturn]] static void Serve(int bitsPerSecond, int reportTo) {
+        std::signal(SIGTERM, OnTerminate);
+        SystemClock clock;
+        SimulatedBoard board;
+        BoardServer server(board, clock, bitsPerSecond);
+        if (write(reportTo, server.Device().data(), server.Device().size()) < 0) std::abort();
+        close(reportTo);
+        server.Run(stopServing);
+        _exit(0);
+    }
+
+    pid_t child_ = 0;
+    std::string device_;
+};
+
+class NoBoxes final : public Dialogs {
+public:
+    MessageAnswer Show(const MessageBox& box) override {
+        std::fprintf(stderr, "%s: %s\n", box.title.c_str(), box.text.c_str());
+        return MessageAnswer::Cancel;
+    }
+};
+
+class NoDisplay final : public TransferDisplay {
+public:
+    void ShowLabel(std::string_view) override {}
+    void ShowProgress(std::size_t, std::size_t) override {}
+};
+
+/// The bytes that a transfer sent, for the minimal client to send again.
+class Recording final : public TrafficLog {
+public:
+    void Exchanged(MonotonicTime, std::uint8_t sent, std::optional<std::uint8_t>) override { bytes.push_back(sent); }
+    std::vector<std::uint8_t> bytes;
+};
+
+double ProcessorSeconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+struct Measurement {
+    double seconds = 0;
+    double processorSeconds = 0;
+    std::vector<std::uint8_t> sent;
+};
+
+Measurement MeasureTransfer(const std::string& device, int speed, TransferMode mode) {
+    SystemClock clock;
+    NoBoxes boxes;
+    NoDisplay display;
+    Recording recording;
+    TurnQueue turns;
+    AsioSerialPort port(clock, device);
+    RSComm link(std::filesystem::temp_directory_path() / "vantrel-bench-none.cfg", {}, clock, boxes);
+    link.SetPortOverride({.number = {}, .speed = std::to_string(speed), .leaveFileAlone = true});
+    link.OpenRSComm(port);
+    if (!link.OnlineMode()) std::exit(3);
+    link.SetTrafficLog(&recording);
+    Configuration record = DefaultRecord("bench", {});
+    SettingsTransfer transfer(mode, record, link, boxes, turns, display);
+    const double processorBefore = ProcessorSeconds();
+    const MonotonicTime before = clock.Now();
+    transfer.Load();
+    Task task = transfer.Run();
+    turns.RunToEnd(task);
+    Measurement result;
+    result.seconds = std::chrono::duration<double>(clock.Now() - before).count();
+    result.processorSeconds = ProcessorSeconds() - processorBefore;
+    if (!transfer.Complete() || !transfer.Unconfirmed().empty()) std::exit(1);
+    link.SetTrafficLog(nullptr);
+    link.CloseRSComm();
+    result.sent = std::move(recording.bytes);
+    return result;
+}
+
+/// Writes a byte, polls, reads a byte: the least that any program can do on this line.
+double MeasureMinimalClient(const std::string& device, const std::vector<std::uint8_t>& bytes) {
+    const int line = open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    if (line < 0) std::abort();
+    termios raw{};
+    tcgetattr(line, &raw);
+    cfmakeraw(&raw);
+    tcsetattr(line, TCSANOW, &raw);
+    SystemClock clock;
+    const MonotonicTime before = clock.Now();
+    for (const std::uint8_t byte : bytes) {
+        std::uint8_t answer = 0;
+        pollfd waiting{.fd = line, .events = POLLIN, .revents = 0};
+        if (write(line, &byte, 1) != 1 || poll(&waiting, 1, 5000) != 1 || read(line, &answer, 1) != 1) std::abort();
+    }
+    const double seconds = std::chrono::duration<double>(clock.Now() - before).count();
+    close(line);
+    return seconds;
+}
+
+void Compare(const char* name, int speed, TransferMode mode) {
+    const PacedBoard board(speed);
+    // In turns, so that whatever else the machine does strikes both alike; the best of each counts.
+    Measurement ours;
+    double minimal = 0;
+    for (int round = 0; round < 3; ++round) {
+        Measurement once = MeasureTransfer(board.Device(), speed, mode);
+        const double onceMinimal = MeasureMinimalClient(board.Device(), once.sent);
+        if (round == 0 || once.seconds < ours.seconds) ours = std::move(once);
+        if (round == 0 || onceMinimal < minimal) minimal = onceMinimal;
+    }
+    const double limit = static_cast<double>(ours.sent.size()) * 20.0 / speed;
+    std::printf("%-8s %6d baud  %5zu exchanges  %6.3f s  %5.1f %% of the wire limit  minimal client %5.1f %%  "
+                "ratio %5.1f %%  processor %4.1f %% of a core\n",
+                name, speed, ours.sent.size(), ours.seconds, 100 * limit / ours.seconds, 100 * limit / minimal,
+                100 * minimal / ours.seconds, 100 * ours.processorSeconds / ours.seconds);
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int main() {
+    for (const int speed : {9600, 19200}) {
+        Compare("download", speed, TransferMode::DownloadData);
+        Compare("upload", speed, TransferMode::UploadData);
+    }
+    return 0;
+}
