@@ -1,8 +1,8 @@
 // The board behind a real pseudo-terminal, opened as any other program would open it.
 #ifndef _WIN32
 
-#include "platform/PseudoTerminal.h"
 #include "simulator/BoardServer.h"
+#include "platform/PseudoTerminal.h"
 #include "tests/support/VirtualClock.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // The board's side of the protocol, its faults and its memory, byte by byte.
-#include "link/TargetMap.h"
 #include "simulator/SimulatedBoard.h"
+#include "link/TargetMap.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The paced line in the same process: exact times on the virtual clock.
-#include "platform/RuntimeError.h"
 #include "simulator/SimulatedPort.h"
+#include "platform/RuntimeError.h"
 #include "tests/support/VirtualClock.h"
 
 #include <gtest/gtest.h>
