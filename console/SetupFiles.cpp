@@ -36,7 +36,7 @@ bool IsSetupFile(const std::filesystem::path& file) {
 void WarnOfUnholdableValues(CommandContext& context) {
     const Configuration& record = context.program.document.CurrentConfiguration;
     for (const std::size_t index : ValuesNoWordCanHold(record)) {
-        context.Say("Warning: " + ConsoleValueName(index) + " is " + std::to_string(record.Value(index)) +
+        context.Say("Warning: " + ValueName(index) + " is " + std::to_string(record.Value(index)) +
                     ", which the board cannot hold (0 to 65535).");
     }
 }

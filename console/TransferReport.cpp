@@ -20,11 +20,6 @@ std::string PartialSequence(std::size_t sequence, std::size_t fields) {
 
 } // namespace
 
-std::string ConsoleValueName(std::size_t index) {
-    if (index == StatusStackIndex) return "status stack address";
-    return "sequence " + std::to_string(SequenceOf(index)) + ", " + FieldName(FieldOf(index));
-}
-
 std::string ReachedText(std::size_t count) {
     if (count == 0) return "No value reached the board.";
     if (count >= ValueCount) return "All " + std::to_string(ValueCount) + " values reached the board.";
@@ -35,7 +30,7 @@ std::string ReachedText(std::size_t count) {
 }
 
 std::string DifferenceText(const ValueDifference& difference) {
-    return ConsoleValueName(difference.index) + ": file " + std::to_string(difference.inRecord) + ", board " +
+    return ValueName(difference.index) + ": file " + std::to_string(difference.inRecord) + ", board " +
            std::to_string(difference.onBoard);
 }
 

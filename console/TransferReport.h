@@ -9,9 +9,6 @@
 
 namespace vantrel {
 
-/// "status stack address", or "sequence 0, NodeNumber" with the field's name as it is in set-up records.
-[[nodiscard]] std::string ConsoleValueName(std::size_t index);
-
 /// Which values reached the board when the first `count` of them did.
 [[nodiscard]] std::string ReachedText(std::size_t count);
 

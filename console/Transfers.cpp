@@ -47,7 +47,7 @@ void NameUnconfirmed(CommandContext& context, const SettingsTransfer& transfer, 
     std::size_t count = 0;
     for (const std::size_t index : transfer.Unconfirmed()) {
         if (index >= transfer.Walked()) continue;
-        context.Say(ConsoleValueName(index) + ": " + words);
+        context.Say(ValueName(index) + ": " + words);
         ++count;
     }
     if (count > 0) context.Say(CountOfAll(count) + " were " + words + ".");
@@ -115,7 +115,7 @@ ExitCode CompareDocument(CommandContext& context, LinkSession& session) {
         context.host.out << DifferenceText(difference) << '\n';
     }
     for (const std::size_t index : comparison.Unread()) {
-        context.Say(ConsoleValueName(index) + ": could not be read");
+        context.Say(ValueName(index) + ": could not be read");
     }
     const std::size_t different = comparison.Differences().size();
     if (!comparison.Complete()) {

@@ -92,7 +92,7 @@ std::vector<std::size_t> ValuesNoWordCanHold(const Configuration& record) {
 std::string ValueName(std::size_t index) {
     if (index == StatusStackIndex) return "status stack address";
     return "sequence " + std::to_string(SequenceOf(index)) + ", " +
-           std::string(FieldTable().at(FieldOf(index)).heading);
+           std::string(FieldTable().at(FieldOf(index)).name);
 }
 
 } // namespace vantrel

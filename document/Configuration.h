@@ -46,7 +46,7 @@ struct Configuration {
 /// The indices of the values that no download can carry: below 0 or above 65535, the range of a target word.
 [[nodiscard]] std::vector<std::size_t> ValuesNoWordCanHold(const Configuration& record);
 
-/// What value `index` is, for messages: "status stack address" or "sequence 3, To Node".
+/// What value `index` is, for messages: "status stack address" or "sequence 3, SendToNode".
 [[nodiscard]] std::string ValueName(std::size_t index);
 
 } // namespace vantrel

@@ -15,10 +15,7 @@ namespace {
 // The only state that a signal handler can reach.
 std::atomic<bool> interrupted{false};
 
-extern "C" void OnInterrupt(int signal) {
-    interrupted = true;
-    std::signal(signal, SIG_DFL);
-}
+extern "C" void OnInterrupt(int) { interrupted = true; }
 
 std::filesystem::path FolderFromVariable(const char* name) {
     const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): read before any other thread runs
@@ -51,8 +48,12 @@ bool StandardInputIsTerminal() { return isatty(STDIN_FILENO) != 0; }
 bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 const std::atomic<bool>& CatchInterrupts() {
+    struct sigaction action {};
+    action.sa_handler = OnInterrupt;
+    // A question that waits for an answer ends at once; the second interrupt finds the default again.
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        std::signal(signal, OnInterrupt);
+        sigaction(signal, &action, nullptr);
     return interrupted;
 }
 

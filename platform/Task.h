@@ -15,18 +15,29 @@ namespace vantrel {
 class [[nodiscard]] Task {
 public:
     struct promise_type {
-        std::coroutine_handle<> awaiting;
-        std::exception_ptr failure;
+        promise_type* awaiting = nullptr; ///< Whoever awaits this task; none for a root.
+        std::exception_ptr failure; ///< Of an inner task, for whoever awaits it.
+        std::exception_ptr* rootFailure = nullptr; ///< Of a root: where the running Resume() looks.
 
         Task get_return_object() { return Task(Handle::from_promise(*this)); }
         std::suspend_always initial_suspend() noexcept { return {}; }
         auto final_suspend() noexcept { return Final{}; }
         void return_void() noexcept {}
-        void unhandled_exception() {
-            if (!awaiting) throw;
-            failure = std::current_exception();
-        }
+        // Letting the exception pass here would be shorter, but not every compiler knows the task as ended then.
+        void unhandled_exception() noexcept { (awaiting ? failure : *rootFailure) = std::current_exception(); }
     };
+    using Handle = std::coroutine_handle<promise_type>;
+
+    /// Goes on with the task at its wait and throws what its root did not catch. The task may be gone afterwards.
+    static void Resume(Handle waiting) {
+        promise_type* root = &waiting.promise();
+        while (root->awaiting)
+            root = root->awaiting;
+        std::exception_ptr failure;
+        root->rootFailure = &failure;
+        waiting.resume();
+        if (failure) std::rethrow_exception(failure);
+    }
 
     Task() = default;
     Task(Task&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
@@ -41,7 +52,7 @@ public:
 
     /// Runs the body up to its first wait. Call once, on a root task.
     void Start() {
-        if (handle_ && !handle_.done()) handle_.resume();
+        if (handle_ && !handle_.done()) Resume(handle_);
     }
     /// True when the body has ended, or there is none.
     [[nodiscard]] bool Done() const { return !handle_ || handle_.done(); }
@@ -53,13 +64,12 @@ public:
     auto operator co_await() && noexcept { return Awaiter{handle_}; }
 
 private:
-    using Handle = std::coroutine_handle<promise_type>;
-
     struct Final {
         bool await_ready() noexcept { return false; }
         std::coroutine_handle<> await_suspend(Handle ended) noexcept {
-            if (ended.promise().awaiting) return ended.promise().awaiting;
-            return std::noop_coroutine();
+            promise_type* awaiting = ended.promise().awaiting;
+            if (!awaiting) return std::noop_coroutine();
+            return Handle::from_promise(*awaiting);
         }
         void await_resume() noexcept {}
     };
@@ -67,8 +77,8 @@ private:
     struct Awaiter {
         Handle inner;
         bool await_ready() noexcept { return !inner || inner.done(); }
-        std::coroutine_handle<> await_suspend(std::coroutine_handle<> outer) noexcept {
-            inner.promise().awaiting = outer;
+        std::coroutine_handle<> await_suspend(Handle outer) noexcept {
+            inner.promise().awaiting = &outer.promise();
             return inner;
         }
         void await_resume() {

@@ -10,7 +10,7 @@ bool TurnQueue::RunOne() {
     if (turns_.empty()) return false;
     Turn* turn = turns_.front();
     turns_.pop_front();
-    turn->waiting_.resume();
+    Task::Resume(turn->waiting_);
     return true;
 }
 

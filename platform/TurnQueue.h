@@ -3,7 +3,6 @@
 
 #include "platform/Task.h"
 
-#include <coroutine>
 #include <cstddef>
 #include <deque>
 
@@ -22,7 +21,7 @@ public:
         ~Turn() { queue_.Withdraw(*this); }
 
         bool await_ready() noexcept { return false; }
-        void await_suspend(std::coroutine_handle<> waiting) {
+        void await_suspend(Task::Handle waiting) {
             waiting_ = waiting;
             queue_.Add(*this);
         }
@@ -31,7 +30,7 @@ public:
     private:
         friend class TurnQueue;
         TurnQueue& queue_;
-        std::coroutine_handle<> waiting_;
+        Task::Handle waiting_;
     };
 
     TurnQueue() = default;

@@ -77,7 +77,7 @@ TEST(Configuration, NamesTheValuesThatNoWordCanHold) {
     record.SetValue(217, -1);
     EXPECT_EQ(ValuesNoWordCanHold(record), (std::vector<std::size_t>{4, 217}));
     EXPECT_EQ(ValueName(0), "status stack address");
-    EXPECT_EQ(ValueName(25), "sequence 3, To Node");
+    EXPECT_EQ(ValueName(25), "sequence 3, SendToNode");
 }
 
 TEST(OleDate, CountsDaysFromTheOriginAndTheFractionForward) {
