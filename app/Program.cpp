@@ -10,8 +10,11 @@ std::string ProgramVersion() {
 }
 
 Program::Program(ProgramFolder programFolder, const Clock& clock)
-    : folder(std::move(programFolder)), document(ProgramVersion(), clock) {
+    : folder(std::move(programFolder)), document(ProgramVersion(), clock) {}
+
+void Program::InitDefaults() {
     document.InitDefaults();
+    document.FilePath = folder.Path() / "*.sdt";
 }
 
 std::filesystem::path Program::CommSettingsFile() const { return folder.WritableSupportFile("RSPort.cfg"); }

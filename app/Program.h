@@ -21,9 +21,14 @@ struct Program {
     ProgramFolder folder;
     Document document;
     TransferMode transferMode = TransferMode::UploadData;
+    /// The status stack address may be edited OFFLINE; mirrors the check mark of the menu entry.
+    bool offlineEditing = false;
+    std::filesystem::path helpFile;
     /// Asks the background update to read the board's faults again.
     bool refreshTargetStatus = false;
 
+    /// Builds the default document and points the file path at the program folder; once, at start-up.
+    void InitDefaults();
     /// Where `RSPort.cfg` is kept, whether or not it exists.
     [[nodiscard]] std::filesystem::path CommSettingsFile() const;
 };

@@ -89,6 +89,7 @@ public:
 class Recording final : public TrafficLog {
 public:
     void Exchanged(MonotonicTime, std::uint8_t sent, std::optional<std::uint8_t>) override { bytes.push_back(sent); }
+    void Surplus(MonotonicTime, std::uint8_t) override {}
     std::vector<std::uint8_t> bytes;
 };
 

@@ -26,7 +26,9 @@ ProgramFolder FolderFor(const Arguments& arguments) {
 CommandContext::CommandContext(const Arguments& commandLine, ConsoleHost& consoleHost)
     : arguments(commandLine), host(consoleHost), program(FolderFor(commandLine), consoleHost.clock),
       progress(consoleHost.err, consoleHost.clock, consoleHost.drawsProgress),
-      dialogs(consoleHost, progress, commandLine.yes) {}
+      dialogs(consoleHost, progress, commandLine.yes) {
+    program.InitDefaults();
+}
 
 void CommandContext::Say(const std::string& text) {
     progress.EndLine();

@@ -56,6 +56,11 @@ void ByteTrace::Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional
     if (file_.is_open()) text_.Exchanged(sentAt, sent, received);
 }
 
+void ByteTrace::Surplus(MonotonicTime at, std::uint8_t byte) {
+    ++bytes_;
+    if (file_.is_open()) text_.Surplus(at, byte);
+}
+
 LinkSession::LinkSession(CommandContext& context)
     : context_(context),
       link_(context.program.CommSettingsFile(), AllowedPorts(context), context.host.clock, context.dialogs) {

@@ -19,6 +19,7 @@ public:
     /// Throws RuntimeError 75 when the file cannot be written.
     void WriteTo(const std::string& file);
     void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) override;
+    void Surplus(MonotonicTime at, std::uint8_t byte) override;
     [[nodiscard]] std::size_t Bytes() const { return bytes_; }
 
 private:

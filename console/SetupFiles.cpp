@@ -2,8 +2,7 @@
 #include "console/SetupFiles.h"
 
 #include "console/TransferReport.h"
-#include "document/SetupFile.h"
-#include "document/TextImport.h"
+#include "document/FileQuestions.h"
 #include "platform/SafeFile.h"
 
 #include <ostream>
@@ -16,21 +15,6 @@ namespace {
 bool Exists(const std::filesystem::path& file) {
     std::error_code error;
     return std::filesystem::exists(file, error);
-}
-
-std::string Quoted(const std::filesystem::path& file) { return "\"" + Utf8FromPath(file) + "\""; }
-
-RuntimeError WithFile(const std::filesystem::path& file, const RuntimeError& error, const std::string& advice) {
-    return {static_cast<ErrorNumber>(error.Number()), Quoted(file) + ": " + error.Description() + advice};
-}
-
-bool IsSetupFile(const std::filesystem::path& file) {
-    const std::vector<std::uint8_t> bytes = ReadWholeFile(file);
-    try {
-        return !ParseSetupFile(bytes).Values.empty();
-    } catch (const BadSetupFile&) {
-        return false;
-    }
 }
 
 void WarnOfUnholdableValues(CommandContext& context) {
@@ -51,19 +35,12 @@ std::filesystem::path SetupFileNamed(const std::string& name) {
 
 bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, OtherVersion otherVersion) {
     Document& document = context.program.document;
-    try {
-        document.ReadSetupFile(file);
-    } catch (const BadSetupFile& error) {
-        throw WithFile(file, error, "\nIf it is a text file of the older format, import makes a set-up file of it.");
-    }
+    ReadSetupFileByName(document, file, "If it is a text file of the older format, import makes a set-up file of it.");
     if (document.LoadedByOtherVersion()) {
         if (otherVersion == OtherVersion::Note) {
-            context.Say("Note: " + Quoted(file) + " was saved by " + document.LoadedConfiguration.CreatorVersion +
+            context.Say("Note: " + QuotedPath(file) + " was saved by " + document.LoadedConfiguration.CreatorVersion +
                         ", this is " + document.ProgramVersion() + ".");
-        } else if (context.dialogs.Show({.title = "ANCNF",
-                                         .text = document.OtherVersionText(),
-                                         .icon = MessageIcon::Information,
-                                         .buttons = MessageButtons::YesNoCancel}) != MessageAnswer::Yes) {
+        } else if (context.dialogs.Show(OtherVersionQuestion(document)) != MessageAnswer::Yes) {
             return false;
         }
     }
@@ -73,36 +50,19 @@ bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, O
 }
 
 void OpenTextFile(CommandContext& context, const std::string& name) {
-    const std::filesystem::path file = PathFromUtf8(name);
-    if (IsSetupFile(file)) {
-        throw RuntimeError(ErrorNumber::BadFileFormat,
-                           Quoted(file) + " is a set-up file already. Every other command takes it as it is.");
-    }
-    try {
-        context.program.document.ImportTextFile(file);
-    } catch (const BadImportFile& error) {
-        throw WithFile(file, error, "");
-    }
+    ImportTextFileByName(context.program.document, PathFromUtf8(name), "Every other command takes it as it is.");
     WarnOfUnholdableValues(context);
 }
 
 bool NameSetupFile(CommandContext& context, const std::string& name) {
     Document& document = context.program.document;
     document.NameFile(PathFromUtf8(name));
+    if (const auto note = OtherFolderNote(document)) context.Say("Note: " + *note);
     const std::filesystem::path target = document.SaveTarget();
-    if (target.parent_path() != document.FilePath.parent_path()) {
-        context.Say("Note: the extension .sdt takes the place of everything behind the last point, which is in a "
-                    "folder's name here: the file is " +
-                    Quoted(target) + ".");
-    }
-    if (!Exists(target)) return true;
-    return context.dialogs.Show({.title = "Save",
-                                 .text = Quoted(target) + " is there already.\nDo you want to replace what it holds?",
-                                 .icon = MessageIcon::Question,
-                                 .buttons = MessageButtons::YesNo}) == MessageAnswer::Yes;
+    return !Exists(target) || context.dialogs.Show(ReplaceQuestion(target)) == MessageAnswer::Yes;
 }
 
-std::string DocumentFile(const CommandContext& context) { return Quoted(context.program.document.FilePath); }
+std::string DocumentFile(const CommandContext& context) { return QuotedPath(context.program.document.FilePath); }
 
 void SaveSetupFile(CommandContext& context) {
     Document& document = context.program.document;

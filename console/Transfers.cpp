@@ -6,6 +6,7 @@
 #include "link/TargetMap.h"
 #include "platform/TurnQueue.h"
 
+#include <algorithm>
 #include <functional>
 #include <ostream>
 
@@ -42,26 +43,33 @@ ExitCode EndOf(const LinkSession& session, const SettingsTransfer& transfer) {
     return transfer.Complete() && transfer.Unconfirmed().empty() ? ExitCode::Done : ExitCode::Refused;
 }
 
-/// Names the values that were tried but, in `words`, did not make it. The one at which a link failed was not tried.
+/// Names the values that were tried but, in `words`, did not make it.
 void NameUnconfirmed(CommandContext& context, const SettingsTransfer& transfer, const std::string& words) {
-    std::size_t count = 0;
-    for (const std::size_t index : transfer.Unconfirmed()) {
-        if (index >= transfer.Walked()) continue;
+    for (const std::size_t index : transfer.Unconfirmed())
         context.Say(ValueName(index) + ": " + words);
-        ++count;
-    }
-    if (count > 0) context.Say(CountOfAll(count) + " were " + words + ".");
+    if (!transfer.Unconfirmed().empty())
+        context.Say(CountOfAll(transfer.Unconfirmed().size()) + " were " + words + ".");
 }
 
-void ReportUnfinishedDownload(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer,
-                              bool flagConfirmed) {
+/// The flag that tells the board of a download; true when there is nothing to say.
+bool FlagInOrder(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer) {
+    if (session.Failed()) return true;
+    const std::string flag = WriteThroughFlag;
+    if (!transfer.FlagRaised()) context.Say("The board did not confirm " + flag + " = 1 before the download.");
+    if (!transfer.FlagCleared()) {
+        context.Say("The board did not confirm " + flag + " = 0 after the download: it may still expect one.");
+    }
+    return transfer.FlagRaised() && transfer.FlagCleared();
+}
+
+void ReportUnfinishedDownload(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer) {
     if (transfer.Complete() && !session.Failed()) return;
     if (!session.Failed()) context.Say("Cancelled.");
     context.Say(ReachedText(transfer.Walked()));
     const bool boardOutlivesUs = !context.arguments.port.empty();
     if (session.Failed() && session.CameOnline() && boardOutlivesUs) {
         const std::string flag = WriteThroughFlag;
-        context.Say(flag + (flagConfirmed ? " was" : " may have been") +
+        context.Say(flag + (transfer.FlagRaised() ? " was" : " may have been") +
                     " left set to 1 when the link failed: the board still expects a download. Download again, or end "
                     "it with\n  vantrelctl write " +
                     flag + " 0 --port " + context.arguments.port);
@@ -77,12 +85,12 @@ ExitCode SendDocument(CommandContext& context, LinkSession& session) {
     SettingsTransfer transfer(program.transferMode, program.document.CurrentConfiguration, session.Link(),
                               context.dialogs, turns, context.progress);
     transfer.Load();
-    const bool flagConfirmed = !session.Failed();
     turns.Run(transfer);
     program.refreshTargetStatus = true;
-    ReportUnfinishedDownload(context, session, transfer, flagConfirmed);
+    ReportUnfinishedDownload(context, session, transfer);
     NameUnconfirmed(context, transfer, "not confirmed by the board");
-    const ExitCode end = EndOf(session, transfer);
+    const bool flagInOrder = FlagInOrder(context, session, transfer);
+    const ExitCode end = std::max(EndOf(session, transfer), flagInOrder ? ExitCode::Done : ExitCode::Refused);
     if (end == ExitCode::Done) {
         context.host.out << "Downloaded " << DocumentFile(context) << " to " << session.PortName() << ": " << ValueCount
                          << " values, all confirmed.\n";
@@ -102,7 +110,7 @@ ExitCode FetchDocument(CommandContext& context, LinkSession& session) {
     if (!transfer.Complete()) {
         context.Say((session.Failed() ? "" : "Cancelled. ") + CountOfAll(transfer.Walked()) + " had been read.");
     }
-    NameUnconfirmed(context, transfer, "not read");
+    NameUnconfirmed(context, transfer, "not read reliably");
     return EndOf(session, transfer);
 }
 

@@ -7,9 +7,6 @@ namespace vantrel {
 
 namespace {
 
-/// A number as the program writes it: a sign position, blank or "-", in front of the digits.
-std::string SignedText(std::int32_t value) { return value < 0 ? std::to_string(value) : " " + std::to_string(value); }
-
 MessageBox TransferQuestion(const std::string& title, const std::string& what) {
     return {.title = title,
             .text = "You are about to " + what + " the PLC\n\nDo You Wish to Continue?",
@@ -41,9 +38,18 @@ std::string_view TransferLabel(TransferMode mode) {
     return {};
 }
 
+std::string SignedText(std::int32_t value) { return value < 0 ? std::to_string(value) : " " + std::to_string(value); }
+
 MessageBox UploadQuestion() { return TransferQuestion("Data Upload", "Upload Data from"); }
 
 MessageBox DownloadQuestion() { return TransferQuestion("Data Download", "Download Data to"); }
+
+MessageBox OfflineQuestion() {
+    return {.title = "Program Offline",
+            .text = "Program is Currently OFFLINE\n\nDo You Wish to Switch to ONLINE MODE to Continue?",
+            .icon = MessageIcon::Question,
+            .buttons = MessageButtons::YesNo};
+}
 
 SettingsTransfer::SettingsTransfer(TransferMode mode, Configuration& record, RSComm& link, Dialogs& dialogs,
                                    TurnQueue& turns, TransferDisplay& display)
@@ -54,7 +60,9 @@ bool SettingsTransfer::HasWork() const {
 }
 
 void SettingsTransfer::Load() {
-    if (mode_ == TransferMode::DownloadData && !link_.LinkFailed()) link_.RSWrite(WriteThroughFlag, "1");
+    if (mode_ == TransferMode::DownloadData && !link_.LinkFailed()) {
+        flagRaised_ = link_.RSWrite(WriteThroughFlag, "1") == WriteOutcome::Written;
+    }
     display_.ShowLabel(TransferLabel(mode_));
     if (HasWork()) display_.ShowProgress(0, ValueCount);
 }
@@ -66,17 +74,28 @@ Task SettingsTransfer::Run() {
         co_await turns_.Next();
         if (cancelled_ || link_.LinkFailed()) break;
         const bool arrived = mode_ == TransferMode::UploadData ? UploadValue(index) : DownloadValue(index);
-        if (!link_.LinkFailed()) walked_ = index + 1;
-        if (!arrived) unconfirmed_.push_back(index);
+        if (!link_.LinkFailed()) {
+            walked_ = index + 1;
+            if (!arrived) NoteUnconfirmed(index);
+        }
         display_.ShowProgress(index + 1, ValueCount);
     }
-    if (!link_.LinkFailed()) link_.RSWrite(WriteThroughFlag, "0");
+    if (!link_.LinkFailed()) flagCleared_ = link_.RSWrite(WriteThroughFlag, "0") == WriteOutcome::Written;
     if (link_.LinkFailed()) {
         dialogs_.Show({.title = "RTFCD7",
                        .text = "Error Processing Request\n\nProcess Not Complete",
                        .icon = MessageIcon::Exclamation,
                        .buttons = MessageButtons::Ok});
     }
+}
+
+void SettingsTransfer::NoteUnconfirmed(std::size_t index) {
+    // A surplus byte on the line is taken for data first and makes the echo wrong only at the value behind it.
+    const bool spoilsTheOneBefore = mode_ == TransferMode::UploadData && index > 0;
+    if (spoilsTheOneBefore && (unconfirmed_.empty() || unconfirmed_.back() != index - 1)) {
+        unconfirmed_.push_back(index - 1);
+    }
+    unconfirmed_.push_back(index);
 }
 
 bool SettingsTransfer::UploadValue(std::size_t index) {

@@ -31,9 +31,14 @@ enum class TransferMode : int {
 /// The text that the progress window shows for a job.
 [[nodiscard]] std::string_view TransferLabel(TransferMode mode);
 
+/// A value as a download writes it: a sign position, blank or "-", in front of the decimal digits.
+[[nodiscard]] std::string SignedText(std::int32_t value);
+
 /// The confirmations before a transfer.
 [[nodiscard]] MessageBox UploadQuestion();
 [[nodiscard]] MessageBox DownloadQuestion();
+/// The question of a transfer that is asked for while the program is OFFLINE.
+[[nodiscard]] MessageBox OfflineQuestion();
 
 /// Shows how far a transfer is: the progress window, the console's bar.
 class TransferDisplay {
@@ -48,9 +53,13 @@ public:
     virtual void ShowProgress(std::size_t done, std::size_t total) = 0;
 };
 
-/// One transfer between a record and the board. Load(), then Run() once.
+/// One transfer between a record and the board. Load(), then Run() once. All that it is given must outlive it, and it
+/// its running task.
 class SettingsTransfer {
 public:
+    SettingsTransfer(const SettingsTransfer&) = delete;
+    SettingsTransfer& operator=(const SettingsTransfer&) = delete;
+    ~SettingsTransfer() = default;
     SettingsTransfer(TransferMode mode, Configuration& record, RSComm& link, Dialogs& dialogs, TurnQueue& turns,
                      TransferDisplay& display);
 
@@ -67,11 +76,16 @@ public:
     [[nodiscard]] std::size_t Walked() const { return walked_; }
     /// Every value was walked; see also Unconfirmed().
     [[nodiscard]] bool Complete() const { return walked_ == ValueCount; }
-    /// Indices of walked values that did not arrive: writes refused or not echoed, reads without an answer.
+    /// The board echoed that a download begins, or that the transfer has ended ("B105").
+    [[nodiscard]] bool FlagRaised() const { return flagRaised_; }
+    [[nodiscard]] bool FlagCleared() const { return flagCleared_; }
+    /// Indices, ascending, of walked values that cannot be relied on: writes refused or not echoed, reads without an
+    /// answer of their own.
     [[nodiscard]] const std::vector<std::size_t>& Unconfirmed() const { return unconfirmed_; }
 
 private:
     [[nodiscard]] bool HasWork() const;
+    void NoteUnconfirmed(std::size_t index);
     /// True when the value arrived where it was going.
     [[nodiscard]] bool UploadValue(std::size_t index);
     [[nodiscard]] bool DownloadValue(std::size_t index);
@@ -83,6 +97,8 @@ private:
     TurnQueue& turns_;
     TransferDisplay& display_;
     bool cancelled_ = false;
+    bool flagRaised_ = false;
+    bool flagCleared_ = false;
     std::size_t walked_ = 0;
     std::vector<std::size_t> unconfirmed_;
 };

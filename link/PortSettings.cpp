@@ -15,28 +15,42 @@ namespace vantrel {
 
 namespace {
 
-int StoredNumber(const std::string& item, const std::filesystem::path& file) {
+std::int32_t StoredNumber(const std::string& item, const std::filesystem::path& file) {
     using Limits = std::numeric_limits<std::int16_t>;
     const std::int32_t number = LeadingInteger(item).value_or(std::numeric_limits<std::int32_t>::max());
     if (number < Limits::min() || number > Limits::max()) {
         throw RuntimeError(ErrorNumber::Overflow,
-                           "Overflow: the port number in " + Utf8FromPath(file) + " is too large.");
+                           "Overflow: \"" + item + "\" in " + Utf8FromPath(file) + " cannot be the number of a port.");
     }
     return number;
+}
+
+/// The first line of the file; empty when there is no file.
+std::string FirstLine(const std::filesystem::path& file) {
+    try {
+        const std::vector<std::uint8_t> bytes = ReadWholeFile(file);
+        const std::string content(bytes.begin(), bytes.end());
+        return content.substr(0, content.find_first_of("\r\n"));
+    } catch (const RuntimeError& error) {
+        const bool missing = error.Number() == static_cast<int>(ErrorNumber::FileNotFound) ||
+                             error.Number() == static_cast<int>(ErrorNumber::PathNotFound);
+        if (!missing) throw;
+        return {};
+    }
 }
 
 } // namespace
 
 StoredPortSettings ReadPortSettings(const std::filesystem::path& file, PortRange range) {
     StoredPortSettings stored;
-    if (!std::filesystem::exists(file)) return stored;
-    const std::vector<std::uint8_t> bytes = ReadWholeFile(file);
-    const std::string content(bytes.begin(), bytes.end());
-    SequentialText items(content);
+    const std::string line = FirstLine(file);
+    SequentialText items(line);
     if (items.AtEnd()) return stored;
     stored.present = true;
-    stored.storedNumber = StoredNumber(items.NextItem(), file);
-    stored.settings.number = std::clamp(stored.storedNumber, range.minimum, range.maximum);
+    const std::string port = items.NextItem();
+    const std::int32_t number = StoredNumber(port, file);
+    stored.settings.number = std::clamp(number, range.minimum, range.maximum);
+    if (stored.settings.number != number) stored.storedPort = port;
     stored.settings.speed = LeadingNumber(items.NextItem()) == 19200.0 ? "19200" : "9600";
     return stored;
 }

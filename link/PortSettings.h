@@ -22,7 +22,7 @@ struct PortSettings {
 /// What a settings file says, brought to what is allowed: the number into the range, an unknown speed to "9600".
 struct StoredPortSettings {
     PortSettings settings;
-    int storedNumber = 1; ///< The number as it stands in the file, before it was brought into the range.
+    std::string storedPort; ///< The port as it stands in the file, when it was not one of the range.
     bool present = false; ///< The file exists and is not empty; otherwise the settings are the defaults.
 };
 

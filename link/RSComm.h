@@ -19,9 +19,9 @@ namespace vantrel {
 
 /// How a write ended, for callers that tell the user what reached the board; the boxes have been shown by then.
 enum class WriteOutcome {
-    Written, ///< Every byte was echoed.
+    Written, ///< Every byte was echoed at once.
     Refused, ///< The value or the address is not one that can be written; nothing was sent for it.
-    NotConfirmed, ///< The board's echoes did not match, twice.
+    NotConfirmed, ///< The board's echoes did not match, twice, or came only after a silence.
     LinkFailed, ///< The board could not be reached or not be put in write mode.
 };
 
@@ -69,7 +69,8 @@ public:
 
     /// The value at `address` as decimal text without a leading blank; "0" when it could not be read.
     std::string RSRead(const std::string& address);
-    /// True when the last RSRead got no value, so that its "0" is none.
+    /// True when what the last RSRead returned is not to be relied on: it got no value (its "0" is none), or the board
+    /// was silent within the value, so that the answer to a repeated sync byte may have been taken for data.
     [[nodiscard]] bool ReadFailed() const { return readFailed_; }
     /// Writes `value` at `address`, and once more when an echo did not match. Blanks, "%", ",", "." and the degree sign
     /// in `value` are dropped: "1,000" is 1000 and "12.5" is 125.
@@ -117,6 +118,7 @@ private:
     void Log(std::optional<std::uint8_t> answer);
     bool SetTargetMode(int mode, std::uint8_t modeByte);
     void SettleLine();
+    void DiscardReceived();
     bool AskAfterNoMode();
     std::string ReadTarget(const std::string& address);
     WriteOutcome WriteTarget(const std::string& address, const std::string& value);
@@ -145,6 +147,7 @@ private:
     bool linkFailed_ = false;
     bool readFailed_ = false;
     bool retryWrite_ = false;
+    bool repeated_ = false; ///< The board was silent within the value under way; a sync byte was sent again.
     bool unsettled_ = false; ///< An answer was not the expected one; more may still be on its way.
     int targetMode_ = 0;
     int busy_ = 0;

@@ -26,12 +26,11 @@ PortSettings RSComm::EffectiveSettings() {
     if (override_.speed) settings.speed = *override_.speed;
     if (override_.number) {
         settings.number = *override_.number;
-    } else if (stored.present && stored.storedNumber != settings.number && !override_.leaveFileAlone) {
+    } else if (!stored.storedPort.empty() && !override_.leaveFileAlone) {
         dialogs_.Show({.title = "Comm Port",
-                       .text = "COM" + std::to_string(stored.storedNumber) +
-                               " is stored as the port, but only a number between " + std::to_string(range_.minimum) +
-                               " and " + std::to_string(range_.maximum) + " can be used here.\nCOM" +
-                               std::to_string(settings.number) + " is used instead.",
+                       .text = "\"" + stored.storedPort + "\" is stored as the port, but only a number between " +
+                               std::to_string(range_.minimum) + " and " + std::to_string(range_.maximum) +
+                               " can be used here.\nCOM" + std::to_string(settings.number) + " is used instead.",
                        .icon = MessageIcon::Information,
                        .buttons = MessageButtons::Ok});
     }

@@ -87,7 +87,7 @@ int RSComm::ExchangeByte(std::uint8_t byte, Reply reply, Receiver receiver) {
         linkFailed_ = true;
         return NoAnswer;
     }
-    if (receiver == Receiver::FlushFirst) port_->ClearReceived();
+    if (receiver == Receiver::FlushFirst) DiscardReceived();
     Send(byte);
     if (reply == Reply::NoReply) {
         Log({});
@@ -103,6 +103,7 @@ int RSComm::AwaitAnswer() {
          wait = port_->WaitForByte(deadline)) {
         Log({});
         unsettled_ = true;
+        repeated_ = true;
         targetMode_ = 0;
         linkFailed_ = true;
         deadline = clock_.Now() + RepeatedAnswerTime;
@@ -115,7 +116,7 @@ int RSComm::AwaitAnswer() {
             linkFailed_ = false;
         } else {
             linkFailed_ = false;
-            port_->ClearReceived();
+            DiscardReceived();
             Send(SyncByte);
         }
     }
@@ -135,6 +136,7 @@ bool RSComm::AskAfterNoAnswer(PortWait how) {
     if (how != PortWait::Lost) return true;
     try {
         port_->Open();
+        port_->ClearReceived();
         return true;
     } catch (const RuntimeError&) {
         return false;
@@ -167,9 +169,17 @@ void RSComm::SettleLine() {
     if (linkFailed_ || !port_ || !port_->IsOpen()) return;
     const MonotonicTime end = clock_.Now() + LongestSettling;
     while (clock_.Now() < end && port_->WaitForByte(clock_.Now() + QuietTime) == PortWait::ByteReceived) {
-        port_->ClearReceived();
+        DiscardReceived();
     }
     unsettled_ = false;
+}
+
+void RSComm::DiscardReceived() {
+    while (port_->ReceivedCount() > 0) {
+        const std::uint8_t surplus = port_->ReadByte();
+        if (trafficLog_) trafficLog_->Surplus(clock_.Now(), surplus);
+    }
+    port_->ClearReceived();
 }
 
 bool RSComm::AskAfterNoMode() {
@@ -187,8 +197,8 @@ bool RSComm::AskAfterNoMode() {
 std::string RSComm::RSRead(const std::string& address) {
     const Operation operation(*this);
     const std::string value = ReadTarget(address);
-    readFailed_ = value.empty();
-    return readFailed_ ? "0" : value;
+    readFailed_ = value.empty() || repeated_;
+    return value.empty() ? "0" : value;
 }
 
 std::string RSComm::ReadTarget(const std::string& address) {
@@ -221,6 +231,7 @@ std::optional<std::vector<std::uint8_t>> RSComm::ReadBytes(const TargetAddress& 
         return std::nullopt;
     }
     std::vector<std::uint8_t> bytes;
+    repeated_ = false;
     auto address = static_cast<std::uint16_t>(from.byteAddress);
     for (int i = 0; i < count; ++i, ++address) {
         const int echo = ExchangeByte(HighByte(address));
@@ -259,7 +270,7 @@ WriteOutcome RSComm::WriteTarget(const std::string& address, const std::string& 
 WriteOutcome RSComm::WriteBit(const TargetAddress& to, std::uint64_t number) {
     if (number > 1) return Refuse("Enter 0 or 1 Only.", MessageIcon::Exclamation);
     const std::string current = ReadTarget("B" + std::to_string(to.byteAddress));
-    if (current.empty()) {
+    if (current.empty() || repeated_) {
         // Without the byte that holds the bit, a write would wipe out its seven neighbours.
         retryWrite_ = !linkFailed_;
         return linkFailed_ ? WriteOutcome::LinkFailed : WriteOutcome::NotConfirmed;
@@ -296,6 +307,7 @@ WriteOutcome RSComm::WriteNumber(const TargetAddress& to, std::uint64_t number) 
 }
 
 WriteOutcome RSComm::SendBytes(std::int32_t byteAddress, const std::vector<std::uint8_t>& bytes) {
+    repeated_ = false;
     auto address = static_cast<std::uint16_t>(byteAddress);
     for (const std::uint8_t data : bytes) {
         for (const std::uint8_t byte : {HighByte(address), LowByte(address), data}) {
@@ -310,7 +322,7 @@ WriteOutcome RSComm::SendBytes(std::int32_t byteAddress, const std::vector<std::
         }
         ++address;
     }
-    return WriteOutcome::Written;
+    return repeated_ ? WriteOutcome::NotConfirmed : WriteOutcome::Written;
 }
 
 } // namespace vantrel

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <system_error>
 
 namespace vantrel {
 
@@ -21,13 +22,20 @@ bool IsHexDigit(char c) { return IsDigit(c) || (Upper(c) >= 'A' && Upper(c) <= '
 
 bool AllDigits(std::string_view text) { return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit); }
 
-std::int32_t Number(std::string_view text) { return LeadingInteger(text).value_or(0); }
+constexpr std::int32_t Nowhere = -1;
+
+std::int32_t Number(std::string_view text) { return LeadingInteger(text).value_or(Nowhere); }
 
 /// The digits in front of the first character that is none.
 std::int32_t HexNumber(std::string_view digits) {
-    std::uint32_t value = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    return static_cast<std::int32_t>(value & 0x7FFFFFFFU);
+    std::int32_t value = 0;
+    const auto error = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16).ec;
+    return error == std::errc::result_out_of_range ? Nowhere : value;
+}
+
+/// An address outside the memory names nothing: no other byte must be read or written in its place.
+TargetAddress InMemory(TargetAddress address) {
+    return address.byteAddress >= 0 && address.byteAddress <= HighestAddress ? address : TargetAddress{};
 }
 
 TargetAddress BitOf(std::int32_t byteAddress, int bit) {
@@ -44,10 +52,8 @@ TargetAddress ParsePointForm(std::string_view text) {
     return BitOf(Number(number), IsDigit(last) ? last - '0' : 0);
 }
 
-} // namespace
-
-TargetAddress ParseAddress(std::string_view text) {
-    if (text.empty()) return {};
+/// The forms, without regard to where the memory ends.
+TargetAddress ParseForm(std::string_view text) {
     if (Upper(text.back()) == 'H') return {.type = 'B', .byteAddress = HexNumber(text.substr(0, text.size() - 1))};
     if (text.find('.') != std::string_view::npos) return ParsePointForm(text);
     const char letter = Upper(text.front());
@@ -58,11 +64,15 @@ TargetAddress ParseAddress(std::string_view text) {
     case 'D':
         return {.type = letter, .byteAddress = number};
     case 'F':
-        return BitOf(number / BitsPerByte + FirstFlagByte, std::max(number, 0) % BitsPerByte);
+        return number < 0 ? TargetAddress{} : BitOf(number / BitsPerByte + FirstFlagByte, number % BitsPerByte);
     default:
         return {.type = 'B', .byteAddress = FirstFlagByte};
     }
 }
+
+} // namespace
+
+TargetAddress ParseAddress(std::string_view text) { return text.empty() ? TargetAddress{} : InMemory(ParseForm(text)); }
 
 int ByteCount(char type) {
     switch (type) {
@@ -91,9 +101,8 @@ bool HasKnownForm(std::string_view text) {
 }
 
 bool LiesInMemory(std::string_view text) {
-    constexpr std::size_t longest = 10; // more digits than this no parse can hold
     const TargetAddress parsed = ParseAddress(text);
-    return text.size() <= longest && parsed.byteAddress + ByteCount(parsed.type) - 1 <= HighestAddress;
+    return parsed.type != 0 && parsed.byteAddress + ByteCount(parsed.type) - 1 <= HighestAddress;
 }
 
 } // namespace

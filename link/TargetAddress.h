@@ -7,11 +7,11 @@
 
 namespace vantrel {
 
-/// A parsed address. The type letter is "B" byte, "W" word or "D" double word; 0 for an empty text, which names
-/// nothing.
+/// A parsed address. The type letter is "B" byte, "W" word or "D" double word; 0 for a text that names
+/// nothing: it reads as empty and writes nothing.
 struct TargetAddress {
     char type = 0;
-    std::int32_t byteAddress = 0; ///< First target byte; the wire carries its low 16 bits.
+    std::int32_t byteAddress = 0; ///< First target byte, 0..65535.
     std::uint16_t bitMask = 0; ///< 2 to the power of the bit number, when `isBit`.
     bool isBit = false; ///< The address names one bit of a byte.
 
@@ -19,7 +19,7 @@ struct TargetAddress {
 };
 
 /// Deliberately forgiving: "1F40H" hexadecimal byte, "B8176.3" bit, "B8" "W32" "D100" (either case), "F13" flag bit;
-/// any other first letter is byte 32. Never throws.
+/// any other first letter is byte 32. An address below 0 or above 65535 names nothing. Never throws.
 [[nodiscard]] TargetAddress ParseAddress(std::string_view text);
 
 /// Bytes that a value of the type takes on the wire: B 1, W 2, D 4; 0 for no type.

@@ -1,26 +1,45 @@
 #include "link/TrafficLog.h"
 
-#include <array>
-#include <cstdio>
 #include <ostream>
+#include <string>
 
 namespace vantrel {
 
+namespace {
+
+constexpr std::size_t SecondsWidth = 2;
+constexpr std::size_t MicrosecondsWidth = 6;
+
+/// Digits of the program's own, so that no host's language puts commas or dots into a file for other programs.
+std::string Padded(long long number, std::size_t width, char filler) {
+    const std::string digits = std::to_string(number);
+    return digits.size() < width ? std::string(width - digits.size(), filler) + digits : digits;
+}
+
+std::string Hexadecimal(std::optional<std::uint8_t> byte) {
+    if (!byte) return "--";
+    constexpr const char* digits = "0123456789ABCDEF";
+    return {digits[*byte >> 4U], digits[*byte & 0xFU]};
+}
+
+} // namespace
+
 void TextTrafficLog::Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) {
+    Line(sentAt, sent, received);
+}
+
+void TextTrafficLog::Surplus(MonotonicTime at, std::uint8_t byte) { Line(at, {}, byte); }
+
+void TextTrafficLog::Line(MonotonicTime at, std::optional<std::uint8_t> sent, std::optional<std::uint8_t> received) {
     if (!first_) {
-        first_ = sentAt;
+        first_ = at;
         out_ << "# seconds  sent  received\n";
     }
-    const double seconds = std::chrono::duration<double>(sentAt - *first_).count();
-    std::array<char, 64> line{};
-    std::snprintf(line.data(), line.size(), "%9.6f  %02X  ", seconds, static_cast<unsigned>(sent));
-    out_ << line.data();
-    if (received) {
-        std::snprintf(line.data(), line.size(), "%02X\n", static_cast<unsigned>(*received));
-        out_ << line.data();
-    } else {
-        out_ << "--\n";
-    }
+    constexpr long long microsecondsASecond = 1000000;
+    const long long passed = std::chrono::duration_cast<std::chrono::microseconds>(at - *first_).count();
+    out_ << Padded(passed / microsecondsASecond, SecondsWidth, ' ') << '.'
+         << Padded(passed % microsecondsASecond, MicrosecondsWidth, '0') << "  " << Hexadecimal(sent) << "  "
+         << Hexadecimal(received) << '\n';
 }
 
 } // namespace vantrel

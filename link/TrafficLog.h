@@ -9,7 +9,7 @@
 
 namespace vantrel {
 
-/// Hears every byte on the line, in order.
+/// Hears every byte that the link sends or takes from the line, in order.
 class TrafficLog {
 public:
     TrafficLog() = default;
@@ -19,15 +19,20 @@ public:
 
     /// One exchange: when the byte was sent, the byte, and the answer (none: no answer came, or none was awaited).
     virtual void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) = 0;
+    /// A byte that nothing had asked for (any more) was thrown away.
+    virtual void Surplus(MonotonicTime at, std::uint8_t byte) = 0;
 };
 
-/// Writes a line an exchange: seconds since the first one, byte sent, byte received or "--", hexadecimal.
+/// Writes a line an exchange: seconds since the first one, byte sent, byte received, hexadecimal; "--" for none.
 class TextTrafficLog final : public TrafficLog {
 public:
     explicit TextTrafficLog(std::ostream& out) : out_(out) {}
     void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) override;
+    void Surplus(MonotonicTime at, std::uint8_t byte) override;
 
 private:
+    void Line(MonotonicTime at, std::optional<std::uint8_t> sent, std::optional<std::uint8_t> received);
+
     std::ostream& out_;
     std::optional<MonotonicTime> first_;
 };

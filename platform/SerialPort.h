@@ -36,7 +36,7 @@ public:
 
     /// Sends all bytes. A device that has gone swallows them and the port becomes lost; never throws for that.
     virtual void Write(std::span<const std::uint8_t> bytes) = 0;
-    /// How many received bytes wait to be read.
+    /// How many received bytes can be read at once: 0 only when none has come, otherwise at least 1.
     [[nodiscard]] virtual std::size_t ReceivedCount() = 0;
     /// Takes the oldest received byte; call only while ReceivedCount() is above 0.
     [[nodiscard]] virtual std::uint8_t ReadByte() = 0;

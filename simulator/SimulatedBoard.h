@@ -25,8 +25,8 @@ struct BoardAnswer {
 /// 0xFF is the sync byte and also an address byte. Where an address high byte is due, it is echoed, so that page 0xFF
 /// can be reached; a second 0xFF after it is taken as a sync. So a PC that repeats 0xFF until it gets 0x55 always gets
 /// in sync, and address 65535 alone cannot be reached. A group of address and data bytes that pauses for 500 ms is
-/// forgotten, and the next byte makes a fresh start: a PC that lost a byte gets in sync too, and its 0xFF is never
-/// taken for data.
+/// forgotten, and the next byte makes a fresh start: a PC that waited for a lost byte gets in sync too, and its 0xFF is
+/// not taken for data. (A PC that asks again sooner may still fill the group with its 0xFF.)
 class SimulatedBoard {
 public:
     static constexpr std::size_t MemorySize = BoardMemory::Size;

@@ -12,12 +12,26 @@ TEST(ParseAddress, ReadsEveryForm) {
         TargetAddress parsed;
     };
     const Case cases[] = {
-        {"1F40H", {'B', 8000, 0, false}},  {"40h", {'B', 64, 0, false}},    {"FFFFH", {'B', 65535, 0, false}},
-        {"B8176.3", {'B', 8176, 8, true}}, {"W40.7", {'B', 40, 128, true}}, {"W32", {'W', 32, 0, false}},
-        {"w32", {'W', 32, 0, false}},      {"D100", {'D', 100, 0, false}},  {"F0", {'B', 32, 1, true}},
-        {"F7", {'B', 32, 128, true}},      {"F8", {'B', 33, 1, true}},      {"f13", {'B', 33, 32, true}},
-        {"Z5", {'B', 32, 0, false}},       {"", {0, 0, 0, false}},          {".", {'B', 0, 1, true}},
-        {"B1", {'B', 1, 0, false}},        {"H", {'B', 0, 0, false}},
+        {"1F40H", {'B', 8000, 0, false}},
+        {"40h", {'B', 64, 0, false}},
+        {"FFFFH", {'B', 65535, 0, false}},
+        {"B8176.3", {'B', 8176, 8, true}},
+        {"W40.7", {'B', 40, 128, true}},
+        {"W32", {'W', 32, 0, false}},
+        {"w32", {'W', 32, 0, false}},
+        {"D100", {'D', 100, 0, false}},
+        {"F0", {'B', 32, 1, true}},
+        {"F7", {'B', 32, 128, true}},
+        {"F8", {'B', 33, 1, true}},
+        {"f13", {'B', 33, 32, true}},
+        {"Z5", {'B', 32, 0, false}},
+        {"", {0, 0, 0, false}},
+        {".", {'B', 0, 1, true}},
+        {"B1", {'B', 1, 0, false}},
+        {"H", {'B', 0, 0, false}},
+        {"W99999999999", {}},
+        {"10000H", {}},
+        {"F999999", {}},
     };
     for (const Case& one : cases)
         EXPECT_EQ(ParseAddress(one.text), one.parsed) << one.text;
@@ -36,21 +50,58 @@ TEST(AddressProblem, FindsTheSlipsThatTheParseForgives) {
 }
 
 TEST(EquateAdd, TranslatesInputsAndOutputsByBoard) {
-    struct Case {
+    // Every point of every board, in the order of its bytes.
+    struct Row {
         std::int16_t board;
-        const char* variable;
-        const char* address;
+        char letter;
+        std::vector<int> numbers;
+        int firstByte;
     };
-    const Case cases[] = {
-        {49, "X30.2", "B49.2"}, {49, "X31.9", "B50.7"}, {49, "X80", "B57"},   {49, "Y141", "B67"},
-        {49, "X32", "X32"},     {50, "X0", "B160"},     {50, "Y151", "B191"}, {50, "I0.0", "B192.0"},
-        {50, "I11", "B195"},    {50, "I151", "B223"},   {58, "X11", "B52"},   {59, "X21", "B54"},
-        {60, "Y21", "B54"},     {60, "X21", "X21"},     {61, "X10", "B51"},   {61, "Y11.3", "B52.3"},
-        {65, "X20", "B53"},     {66, "X21", "B54"},     {66, "Y1", "B50"},    {51, "X10", "X10"},
-        {49, "I30", "I30"},     {49, "", ""},
+    std::vector<int> slots;
+    for (int ten = 0; ten <= 150; ten += 10)
+        slots.insert(slots.end(), {ten, ten + 1});
+    const Row rows[] = {
+        {49, 'X', {30, 31, 50, 51, 60, 61, 70, 71, 80}, 49},
+        {49, 'Y', {81, 90, 100, 110, 111, 120, 121, 130, 140, 141}, 58},
+        {50, 'X', slots, 160},
+        {50, 'Y', slots, 160},
+        {50, 'I', slots, 192},
+        {58, 'X', {10, 11}, 51},
+        {58, 'Y', {0, 1}, 49},
+        {59, 'X', {10, 11, 20, 21}, 51},
+        {59, 'Y', {0, 1}, 49},
+        {60, 'X', {10, 11, 20}, 51},
+        {60, 'Y', {0, 1}, 49},
+        {60, 'Y', {21}, 54},
+        {61, 'X', {0, 1, 10}, 49},
+        {61, 'Y', {11}, 52},
+        {65, 'X', {10, 11, 20}, 51},
+        {65, 'Y', {0, 1}, 49},
+        {65, 'Y', {21}, 54},
+        {66, 'X', {10, 11, 20, 21}, 51},
+        {66, 'Y', {0, 1}, 49},
     };
-    for (const Case& one : cases)
-        EXPECT_EQ(RSComm::EquateAdd(one.variable, one.board), one.address) << one.variable;
+    std::size_t points = 0;
+    for (const Row& row : rows) {
+        for (std::size_t i = 0; i < row.numbers.size(); ++i, ++points) {
+            const std::string variable = row.letter + std::to_string(row.numbers[i]);
+            EXPECT_EQ(RSComm::EquateAdd(variable, row.board), "B" + std::to_string(row.firstByte + static_cast<int>(i)))
+                << variable << " on " << row.board;
+        }
+    }
+    std::size_t translated = 0;
+    for (std::int16_t board = 40; board < 80; ++board) {
+        for (const char letter : {'X', 'Y', 'I', 'Z'}) {
+            for (int number = 0; number < 200; ++number) {
+                const std::string variable = letter + std::to_string(number);
+                translated += RSComm::EquateAdd(variable, board) != variable ? 1 : 0;
+            }
+        }
+    }
+    EXPECT_EQ(translated, points) << "what is in no row stays as it is";
+    EXPECT_EQ(RSComm::EquateAdd("X30.2", 49), "B49.2");
+    EXPECT_EQ(RSComm::EquateAdd("X31.9", 49), "B50.7");
+    EXPECT_EQ(RSComm::EquateAdd("", 49), "");
 }
 
 TEST(ValidAdd, HasLimitsByLetterAndBoard) {
@@ -65,7 +116,16 @@ TEST(ValidAdd, HasLimitsByLetterAndBoard) {
          {"B31", "B256", "W33", "W256", "F121", "X22", "X152", "Q1", "b40", ""}},
         {50, {"B8275", "W8274", "F991", "I151"}, {"B8276", "D8276", "F992"}},
         {68, {"B8275", "W8274"}, {"X0", "Y1", "I0", "W8275"}},
+        {51, {"I21"}, {"B256"}},
+        {52, {"I21"}, {"B256"}},
+        {53, {"I21"}, {"B256"}},
         {54, {"B255", "X21", "I21"}, {"B256", "X30", "I30", "I12"}},
+        {58, {"B255"}, {"B256", "I0"}},
+        {59, {"B255"}, {"B256"}},
+        {60, {"B255"}, {"B256"}},
+        {61, {"B255"}, {"B256"}},
+        {65, {"B255"}, {"B256"}},
+        {66, {"B255"}, {"B256"}},
         {56, {"B255", "F120", "I21"}, {"B256", "F121"}},
         {57, {"B65535", "W65534", "D65534", "F991", "X21"}, {"I0", "X30", "W65536", "F992"}},
         {69, {"X21"}, {"X30"}},

@@ -24,7 +24,7 @@ struct StoredCase {
 TEST_F(LinkTest, StoredSettingsAreBroughtToWhatIsAllowedAndNotWrittenBack) {
     const StoredCase cases[] = {
         {"9,4800\r\n", 4, "9600,n,8,1", 1}, {"0,19200", 1, "19200,n,8,1", 1},   {"3,19200\n", 3, "19200,n,8,1", 0},
-        {"2", 2, "9600,n,8,1", 0},          {"2,\"fast\"", 2, "9600,n,8,1", 0},
+        {"2\n19200", 2, "9600,n,8,1", 0},   {"2,\"fast\"", 2, "9600,n,8,1", 0}, {"COM3,19200", 1, "19200,n,8,1", 1},
     };
     std::filesystem::create_directories(folder / "Support");
     for (const StoredCase& one : cases) {
@@ -34,7 +34,11 @@ TEST_F(LinkTest, StoredSettingsAreBroughtToWhatIsAllowedAndNotWrittenBack) {
         GoOnline();
         EXPECT_EQ(port.number, one.number);
         EXPECT_EQ(port.settings, one.settings);
-        EXPECT_EQ(dialogs.shown.size(), one.boxes) << "a clamped number is told";
+        ASSERT_EQ(dialogs.shown.size(), one.boxes) << "a clamped number is told";
+        if (one.boxes > 0) {
+            const std::string stored(one.line, std::string(one.line).find(','));
+            EXPECT_EQ(Shown().find("Comm Port|\"" + stored + "\" is stored"), 0U) << Shown();
+        }
         EXPECT_EQ(FileText(folder / "Support" / "RSPort.cfg"), one.line);
     }
 }
@@ -47,12 +51,12 @@ TEST_F(LinkTest, AnOverrideReplacesTheStoredSettingsAndMayLeaveTheFileAlone) {
 }
 
 TEST_F(LinkTest, SettingsThatCannotBeReadKeepThePortClosed) {
-    std::filesystem::create_directories(folder / "Support");
+    GoOnline();
     WriteText(folder / "Support" / "RSPort.cfg", "99999,9600");
     link.OpenRSComm(port);
     EXPECT_TRUE(link.InitFailed());
     EXPECT_FALSE(link.OnlineMode());
-    EXPECT_EQ(port.opened, 0);
+    EXPECT_FALSE(port.IsOpen());
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(Shown().substr(0, 49), "RSComm InitializeRSComm|Error Number = 6\nOverflow");
     WriteText(folder / "Support" / "RSPort.cfg", "2,9600");

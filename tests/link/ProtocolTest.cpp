@@ -204,12 +204,22 @@ TEST_F(LinkTest, RetryAllowsThreeMoreAttemptsAndClearsTheFailure) {
     EXPECT_EQ(link.TargetMode(), 0);
     EXPECT_EQ(dialogs.shown.size(), 1U);
 
+    // An answer that came while the box was up is taken, and nothing is sent again.
+    dialogs.answers = {MessageAnswer::Retry};
+    dialogs.whileShown = [&](const MessageBox&) { port.PutReceived(0x00); };
+    port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, Silence}, {0xFF, Silence}, {0xFF, Silence}, {0x28, 0x07}});
+    EXPECT_EQ(link.RSRead("B40"), "7");
+    EXPECT_FALSE(link.LinkFailed());
+    EXPECT_EQ(port.unexpected, 0);
+    dialogs.whileShown = nullptr;
+
     GoOnline();
+    dialogs.shown.clear();
     dialogs.answers = {MessageAnswer::Retry, MessageAnswer::Cancel};
     const double start = Seconds();
     port.Expect({});
     EXPECT_EQ(link.RSRead("B40"), "0");
-    EXPECT_EQ(dialogs.shown.size(), 3U);
+    EXPECT_EQ(dialogs.shown.size(), 2U);
     // Three attempts, then the wait that was already running when the box came up, then two more.
     EXPECT_EQ(port.sent.size(), 5U);
     EXPECT_NEAR(Seconds() - start, 5.0 + 6.0, 0.01);
@@ -268,7 +278,62 @@ TEST_F(LinkTest, AMismatchedEchoFailsAReadQuietlyAndRepeatsAWriteOnce) {
     EXPECT_EQ(port.sent, (std::vector<std::uint8_t>{0x00, 0xFF, 0x02, 0x00}));
     EXPECT_EQ(link.TargetMode(), 0);
     EXPECT_FALSE(link.LinkFailed());
+    EXPECT_FALSE(link.Busy());
+    port.Expect({{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x28, 0x28}, {0x09, 0x09}});
+    EXPECT_EQ(link.RSWrite("B40", "9"), WriteOutcome::Written);
+    EXPECT_EQ(port.sent.size(), 5U) << "an earlier mismatch makes no later write go out twice";
     EXPECT_TRUE(dialogs.shown.empty());
+    EXPECT_EQ(port.unexpected, 0);
+}
+
+TEST_F(LinkTest, WhatLiesInTheReceiverIsNeverTakenForAnAnswer) {
+    GoOnline();
+    std::ostringstream text;
+    TextTrafficLog log(text);
+    link.SetTrafficLog(&log);
+    port.PutReceived(0x12);
+    port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, 0x05}});
+    EXPECT_EQ(link.RSRead("B40"), "5");
+    EXPECT_EQ(port.unexpected, 0);
+    EXPECT_NE(text.str().find("  --  12\n"), std::string::npos) << "what is thrown away is traced";
+    link.SetTrafficLog(nullptr);
+
+    // An adapter that was plugged in again brings noise along.
+    dialogs.answers = {MessageAnswer::Retry};
+    dialogs.whileShown = [&](const MessageBox&) {
+        port.lostAfter.reset();
+        port.noiseAtOpen = 0x42;
+        port.script = {{0xFF, 0x00}, {0x28, 0x05}};
+    };
+    port.lostAfter = 1;
+    port.Expect({});
+    EXPECT_EQ(link.RSRead("B40"), "5");
+    EXPECT_TRUE(link.ReadFailed()) << "the answer was one to a repeated sync byte";
+}
+
+TEST_F(LinkTest, AValueWithASilenceInItIsNotReliedOn) {
+    GoOnline();
+    port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, Silence}, {0xFF, 0x55}});
+    EXPECT_EQ(link.RSRead("B40"), "85") << "the text is what the protocol makes of it";
+    EXPECT_TRUE(link.ReadFailed());
+    port.Expect({{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x28, 0x28}, {0x55, Silence}, {0xFF, 0x55}});
+    EXPECT_EQ(link.RSWrite("B40", "85"), WriteOutcome::NotConfirmed);
+    EXPECT_TRUE(port.script.empty());
+    port.Expect({{0xFF, 0x55},
+                 {0x01, 0x55},
+                 {0x00, 0x00},
+                 {0x28, Silence},
+                 {0xFF, 0x55},
+                 {0xFF, 0x55},
+                 {0x01, 0x55},
+                 {0x00, 0x00},
+                 {0x28, 0x50},
+                 {0xFF, 0x55},
+                 {0x02, 0x55},
+                 {0x00, 0x00},
+                 {0x28, 0x28},
+                 {0x51, 0x51}});
+    EXPECT_EQ(link.RSWrite("B40.0", "1"), WriteOutcome::Written);
     EXPECT_EQ(port.unexpected, 0);
 }
 

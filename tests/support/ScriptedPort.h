@@ -29,6 +29,7 @@ public:
     int unexpected = 0; ///< Bytes that were not the ones that the script says.
     std::optional<RuntimeError> openError;
     std::optional<std::size_t> lostAfter; ///< The device goes when so many bytes have been sent.
+    std::optional<std::uint8_t> noiseAtOpen; ///< Lies in the receiver as soon as the port is open.
     int opened = 0;
     int number = 0;
     std::string settings;
@@ -40,6 +41,7 @@ public:
         open_ = true;
         lost_ = false;
         received_.clear();
+        if (noiseAtOpen) PutReceived(*noiseAtOpen);
         ++opened;
     }
     void Close() noexcept override { open_ = false; }
@@ -68,6 +70,9 @@ public:
         clock_.SleepUntil(deadline);
         return PortWait::TimedOut;
     }
+
+    /// A byte that nothing asked for lies in the receiver.
+    void PutReceived(std::uint8_t byte) { received_.emplace_front(clock_.Now(), byte); }
 
     /// Forgets what was sent so far, so that a test sees its own bytes only.
     void Expect(std::deque<ScriptStep> steps) {
