@@ -1,16 +1,14 @@
-// What the record answers about itself, whatever size a file gave its arrays. Uses the field table only.
+// What the record answers about itself, whatever size a file gave its arrays. Uses the field table and the board's
+// memory map.
 #include "document/Configuration.h"
+
+#include "link/TargetMap.h"
 
 #include <utility>
 
 namespace vantrel {
 
 namespace {
-
-// The board's memory map: the status stack address, and one block of 512 units for each sequence, a word every 2.
-constexpr std::size_t FirstSequenceWord = 16384;
-constexpr std::size_t SequenceBlock = 512;
-constexpr std::size_t WordStep = 2;
 
 constexpr std::int32_t LargestWord = 65535;
 
@@ -66,8 +64,7 @@ Configuration DefaultRecord(const std::string& creatorVersion, OleDate date) {
 }
 
 std::string DefaultTargetAddress(std::size_t index) {
-    if (index == StatusStackIndex) return "W6400";
-    return "W" + std::to_string(FirstSequenceWord + SequenceBlock * SequenceOf(index) + WordStep * FieldOf(index));
+    return index == StatusStackIndex ? StatusStackWord : SequenceWord(SequenceOf(index), FieldOf(index));
 }
 
 bool DocumentChanged(const Configuration& current, const Configuration& saved, const std::string& programVersion) {
@@ -91,8 +88,7 @@ std::vector<std::size_t> ValuesNoWordCanHold(const Configuration& record) {
 
 std::string ValueName(std::size_t index) {
     if (index == StatusStackIndex) return "status stack address";
-    return "sequence " + std::to_string(SequenceOf(index)) + ", " +
-           std::string(FieldTable().at(FieldOf(index)).name);
+    return "sequence " + std::to_string(SequenceOf(index)) + ", " + std::string(FieldTable().at(FieldOf(index)).name);
 }
 
 } // namespace vantrel

@@ -15,6 +15,15 @@ namespace {
 constexpr std::string_view SetupExtension = ".sdt";
 constexpr const char* UnnamedBracketName = "[unnamed]";
 
+/// The forced extension searches the last point of the whole path: "." and ".." in it are no points of names.
+std::filesystem::path AbsolutePath(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    if (error) return path;
+    const std::filesystem::path folder = std::filesystem::weakly_canonical(absolute.parent_path(), error);
+    return error ? absolute.lexically_normal() : folder / absolute.filename();
+}
+
 std::string Bracketed(const std::string& title) { return "[" + title + "]"; }
 
 } // namespace
@@ -100,9 +109,7 @@ void Document::Save(const SafeFileWarning& warn) {
 }
 
 void Document::TakeName(const std::filesystem::path& path) {
-    std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-    FilePath = error ? path : absolute;
+    FilePath = AbsolutePath(path);
     FileTitle = Utf8FromPath(path.filename());
 }
 

@@ -106,4 +106,13 @@ std::optional<std::int32_t> LeadingInteger(std::string_view text) {
     return static_cast<std::int32_t>(rounded);
 }
 
+std::optional<std::int32_t> WholeNumber(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    text = text.substr(0, text.find_last_not_of(blanks) + 1);
+    std::int32_t number = 0;
+    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc{} && stop == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
 } // namespace vantrel

@@ -18,4 +18,8 @@ namespace vantrel {
 /// LeadingNumber, rounded; nothing when a signed 32-bit integer cannot hold it.
 [[nodiscard]] std::optional<std::int32_t> LeadingInteger(std::string_view text);
 
+/// The whole number that a text is, blanks around it aside. Not forgiving: "12.5", "1e3", "12a" and "" are none, nor is
+/// a number that a signed 32-bit integer cannot hold.
+[[nodiscard]] std::optional<std::int32_t> WholeNumber(std::string_view text);
+
 } // namespace vantrel

@@ -56,7 +56,6 @@ std::string SequentialText::NextItem() {
     } else {
         item = rest_.substr(0, FindOrEnd(rest_, Separators));
         rest_.remove_prefix(item.size());
-        item = item.substr(0, item.find_last_not_of(Blanks) + 1);
     }
 
     if (const std::size_t lineEnd = LineEndLength(rest_); lineEnd != 0) {

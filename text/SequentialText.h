@@ -14,7 +14,7 @@ public:
 
     /// True when only blanks, blank lines or nothing is left. A Ctrl-Z (0x1A) ends the text wherever it stands.
     [[nodiscard]] bool AtEnd() const;
-    /// Takes the next item: leading blanks skipped, trailing blanks of an unquoted one too; a quoted item runs to the
+    /// Takes the next item: leading blanks skipped; a quoted item runs to the
     /// closing quote (or the end of the text) without its quotes, and what follows it up to the separator is
     /// skipped. An empty text at the end.
     [[nodiscard]] std::string NextItem();

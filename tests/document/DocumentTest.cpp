@@ -156,6 +156,19 @@ TEST_F(DocumentFile, AnImportCountsAsChangedAndIsSavedAsASetupFile) {
     EXPECT_EQ(document.LoadedConfiguration.NodeDescription(0), "Pump");
 }
 
+TEST(Document, ADotOfThePathIsNoPointOfTheName) {
+    const TemporaryFolder folder;
+    const VirtualClock clock;
+    Document document("VANTREL_R1.0.0", clock);
+    std::filesystem::create_directories(folder / "sub");
+    const std::filesystem::path home = std::filesystem::canonical(folder.Path());
+    for (const char* name : {"./plant", "sub/../plant", "sub/./.././plant.x"}) {
+        document.NameFile(folder / name);
+        EXPECT_EQ(document.SaveTarget(), home / "plant.sdt") << name;
+        EXPECT_EQ(document.FileTitle.substr(0, 5), "plant");
+    }
+}
+
 TEST_F(DocumentFile, ADocumentThatCouldNotBeWrittenCountsAsBefore) {
     document.CurrentConfiguration.CreatorVersion = "VANTREL_R0.9.0";
     document.NameFile(folder / "none/plant");

