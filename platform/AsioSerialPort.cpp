@@ -47,7 +47,7 @@ struct AsioSerialPort::Line {
         device.async_read_some(asio::buffer(incoming), [this](const std::error_code& error, std::size_t count) {
             reading = false;
             received.insert(received.end(), incoming.begin(), incoming.begin() + static_cast<std::ptrdiff_t>(count));
-            if (error && error != asio::error::operation_aborted) lost = true;
+            if (error) lost = true;
         });
     }
 

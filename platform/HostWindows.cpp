@@ -16,7 +16,15 @@ namespace {
 
 std::atomic<bool> interrupted{false};
 
-BOOL WINAPI OnInterrupt(DWORD) { return interrupted.exchange(true) ? FALSE : TRUE; }
+BOOL WINAPI OnInterrupt(DWORD event) {
+    const bool again = interrupted.exchange(true);
+    if (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT) return again ? FALSE : TRUE;
+    // The window or the session is being closed: the process ends when this returns, or five seconds from now. Until
+    // then the program can leave the board in order.
+    constexpr DWORD almostFiveSeconds = 4800;
+    Sleep(almostFiveSeconds);
+    return TRUE;
+}
 
 } // namespace
 

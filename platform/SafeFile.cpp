@@ -37,6 +37,8 @@ std::string Quoted(const fs::path& path) { return "\"" + Utf8FromPath(path) + "\
     case std::errc::operation_not_permitted:
     case std::errc::read_only_file_system:
         throw RuntimeError(ErrorNumber::PermissionDenied, "Permission denied: " + Quoted(path) + " " + what + ".");
+    case std::errc::text_file_busy:
+        ThrowAccessError(path, "it is in use by another program");
     case std::errc::no_space_on_device:
         throw RuntimeError(ErrorNumber::DiskFull, "The disk is full: " + Quoted(path) + " " + what + ".");
     default:

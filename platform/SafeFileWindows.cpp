@@ -16,9 +16,10 @@ std::errc LastError() {
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
         return std::errc::no_space_on_device;
-    case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
     case ERROR_LOCK_VIOLATION:
+        return std::errc::text_file_busy;
+    case ERROR_ACCESS_DENIED:
     case ERROR_WRITE_PROTECT:
         return std::errc::permission_denied;
     case ERROR_FILE_EXISTS:

@@ -68,6 +68,9 @@ RuntimeError OpenFailure(const std::string& device, const std::error_code& why) 
     if (why == std::errc::inappropriate_io_control_operation || why == std::errc::io_error) {
         return {ErrorNumber::PathFileAccess, device + " is not a serial device, or has no hardware behind it."};
     }
+    if (why == std::errc::invalid_argument) {
+        return {ErrorNumber::InvalidProcedureCall, device + " cannot work at this speed."};
+    }
     return {ErrorNumber::PathFileAccess, "The serial device " + device + " cannot be opened: " + why.message() + "."};
 }
 

@@ -9,8 +9,15 @@ bool TakeForOneself(NativeHandle) { return true; }
 
 void GiveBack(NativeHandle) {}
 
-// The latency of an adapter is set in its driver's own dialog; no call reaches it.
-void AskForLowLatency(NativeHandle) {}
+// The timer of an adapter is set in its driver's own dialog, and no call reaches it. These times are ours: a read
+// answers at once with what is there, and with the first byte when there is none yet.
+void AskForLowLatency(NativeHandle handle) {
+    COMMTIMEOUTS times{};
+    times.ReadIntervalTimeout = MAXDWORD;
+    times.ReadTotalTimeoutMultiplier = MAXDWORD;
+    times.ReadTotalTimeoutConstant = MAXDWORD - 1;
+    SetCommTimeouts(handle, &times);
+}
 
 void DiscardReceived(NativeHandle handle) { PurgeComm(handle, PURGE_RXCLEAR); }
 
