@@ -172,7 +172,8 @@ TEST_F(ConsoleTest, AnUploadWithUnreadValuesWritesNoFile) {
     board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true, .afterBytes = 50});
     const Ended fetched = Run({"upload", File("new.sdt"), "--port", "simulated", "--yes"});
     EXPECT_EQ(fetched.code, 1);
-    EXPECT_NE(fetched.err.find(": not read reliably\n2 of 218 values were not read reliably."), std::string::npos) << fetched.err;
+    EXPECT_NE(fetched.err.find(": not read reliably\n2 of 218 values were not read reliably."), std::string::npos)
+        << fetched.err;
     EXPECT_FALSE(std::filesystem::exists(File("new.sdt")));
 }
 
