@@ -1,0 +1,253 @@
+// The steps of New, Open, Save and Save As, in the order in which the user meets them.
+#include "document/FileCommands.h"
+
+#include "document/FileQuestions.h"
+#include "link/TargetMap.h"
+#include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
+#include "text/NumberText.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace vantrel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* ProgramTitle = "VANTREL";
+constexpr const char* OpenLabel = "MDIMain FileOpen";
+constexpr const char* SaveLabel = "MDIMain FileSave";
+constexpr const char* StackTitle = "TI Status Stack Address";
+
+constexpr std::size_t MostNamedValues = 10;
+
+FileFilter SetupFilter() { return {.name = "Setup Files(*.sdt)", .pattern = "*.sdt"}; }
+FileFilter TextFilter() { return {.name = "Vantrel Files(*.vtl)", .pattern = "*.vtl"}; }
+
+bool HasTextExtension(const fs::path& path) {
+    std::string extension = Utf8FromPath(path.extension());
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return extension == ".vtl";
+}
+
+MessageBox Notice(const std::string& text, MessageIcon icon) {
+    return {.title = ProgramTitle, .text = text, .icon = icon, .buttons = MessageButtons::Ok};
+}
+
+constexpr const char* StackPrompt =
+    "The TI-505 Communications Status Stack Address is the starting address of 32 consecutive V memory locations. \n"
+    "\n"
+    "The first V memory location is a Watchdog toggle from the K5216-505. The remainder are the communication status "
+    "of "
+    "the respective 31 Comm sequences (0 through 30). \n"
+    "\n"
+    "The Status stack can be located anywhere within the V memory space (V1 to V34463).\n"
+    "\n"
+    "TI-505 Communications Status Stack Address V:";
+
+} // namespace
+
+FileCommands::FileCommands(Document& document, RSComm& link, DocumentDialogs& dialogs, const Clock& clock,
+                           FileCommandHooks hooks)
+    : document_(document), link_(link), dialogs_(dialogs), clock_(clock), hooks_(std::move(hooks)) {}
+
+FileCommands::SaveAnswer FileCommands::AskSaveChanges() {
+    if (!document_.Changed()) return SaveAnswer::Unchanged;
+    switch (dialogs_.Show({.title = ProgramTitle,
+                           .text = "Save Changes to File?",
+                           .icon = MessageIcon::Exclamation,
+                           .buttons = MessageButtons::YesNoCancel})) {
+    case MessageAnswer::Yes:
+        return SaveAnswer::Yes;
+    case MessageAnswer::No:
+        return SaveAnswer::No;
+    default:
+        return SaveAnswer::Cancel;
+    }
+}
+
+FileCommands::Outcome FileCommands::SaveChangesFirst() {
+    const SaveAnswer answer = AskSaveChanges();
+    if (answer == SaveAnswer::Cancel) return Outcome::Cancelled;
+    // A save that the user cancelled was given up knowingly; one that failed would lose the changes against their will.
+    if (answer == SaveAnswer::Yes && Save() == Outcome::Failed) return Outcome::Failed;
+    return Outcome::Done;
+}
+
+FileCommands::Outcome FileCommands::New(bool askStackAddress) {
+    const Outcome saved = SaveChangesFirst();
+    if (saved != Outcome::Done) return saved;
+    document_.New();
+    hooks_.showCaption();
+    hooks_.showDocumentDate();
+    if (askStackAddress) AskStatusStackAddress();
+    return Outcome::Done;
+}
+
+FileCommands::Outcome FileCommands::Open() {
+    const Outcome saved = SaveChangesFirst();
+    if (saved != Outcome::Done) return saved;
+    const auto choice = dialogs_.OpenFile({.filters = {SetupFilter(), TextFilter()}, .initial = document_.FilePath});
+    if (!choice) return Outcome::Cancelled;
+    return OpenAs(choice->filter == 0 ? FileKind::Setup : FileKind::TextImport, choice->path);
+}
+
+FileCommands::Outcome FileCommands::OpenPath(const fs::path& path) {
+    const Outcome saved = SaveChangesFirst();
+    if (saved != Outcome::Done) return saved;
+    return OpenAs(HasTextExtension(path) ? FileKind::TextImport : FileKind::Setup, path);
+}
+
+FileCommands::Outcome FileCommands::OpenAs(FileKind kind, const fs::path& path) {
+    try {
+        if (kind == FileKind::TextImport) {
+            ImportTextFileByName(document_, path, "Open it as one of the " + SetupFilter().name + ".");
+        } else {
+            ReadSetupFileByName(document_, path,
+                                "If it is a text file of the older format, open it as one of the " + TextFilter().name +
+                                    ".");
+            if (!AcceptsLoadedVersion()) return Outcome::Cancelled;
+            document_.ApplyLoadedFile();
+        }
+    } catch (const RuntimeError& error) {
+        ReportRuntimeError(dialogs_, OpenLabel, error);
+        return Outcome::Failed;
+    }
+    hooks_.showCaption();
+    hooks_.showDocumentDate();
+    NameUnholdableValues();
+    return Outcome::Done;
+}
+
+bool FileCommands::AcceptsLoadedVersion() {
+    return !document_.LoadedByOtherVersion() || dialogs_.Show(OtherVersionQuestion(document_)) == MessageAnswer::Yes;
+}
+
+void FileCommands::NameUnholdableValues() {
+    const Configuration& record = document_.CurrentConfiguration;
+    const std::vector<std::size_t> indices = ValuesNoWordCanHold(record);
+    if (indices.empty()) return;
+    std::string text = "The board holds 0 to 65535 only. These values of the file cannot be downloaded:\n";
+    const std::size_t named = std::min(indices.size(), MostNamedValues);
+    for (std::size_t i = 0; i < named; ++i) {
+        text += "\n" + ValueName(indices[i]) + ": " + std::to_string(record.Value(indices[i]));
+    }
+    if (indices.size() > named) text += "\nand " + std::to_string(indices.size() - named) + " more";
+    dialogs_.Show(Notice(text, MessageIcon::Exclamation));
+}
+
+FileCommands::Outcome FileCommands::Save() {
+    if (link_.OnlineMode() && !document_.UploadedBeforeSave && !FetchFromBoard()) return Outcome::Failed;
+    if (document_.IsUnnamed) return SaveAs();
+    return AcceptsTarget() ? Write() : Outcome::Cancelled;
+}
+
+bool FileCommands::FetchFromBoard() {
+    Configuration& record = document_.CurrentConfiguration;
+    const std::vector<std::int32_t> values = record.Values;
+    const OleDate date = record.SavedDate;
+    record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
+    hooks_.showDocumentDate();
+    document_.UploadedBeforeSave = hooks_.uploadData();
+    if (!document_.UploadedBeforeSave) {
+        record.Values = values;
+        record.SavedDate = date;
+        hooks_.showDocumentDate();
+    }
+    document_.ReloadDisplay = true;
+    return document_.UploadedBeforeSave;
+}
+
+FileCommands::Outcome FileCommands::SaveAs() {
+    const auto choice = dialogs_.SaveFile({.filters = {SetupFilter()}, .initial = {}});
+    if (!choice) return Outcome::Cancelled;
+    const bool wasUnnamed = document_.IsUnnamed;
+    const fs::path oldPath = document_.FilePath;
+    const std::string oldTitle = document_.FileTitle;
+    document_.NameFile(choice->path);
+    const Outcome saved = Save();
+    if (saved != Outcome::Done) {
+        document_.IsUnnamed = wasUnnamed;
+        document_.FilePath = oldPath;
+        document_.FileTitle = oldTitle;
+        hooks_.showDocumentDate();
+    }
+    return saved;
+}
+
+bool FileCommands::AcceptsTarget() {
+    const fs::path target = document_.SaveTarget();
+    if (target == document_.FilePath) return true;
+    if (const auto note = OtherFolderNote(document_)) dialogs_.Show(Notice(*note, MessageIcon::Information));
+    std::error_code error;
+    // Where the host's names have no case, "plant.SDT" leads to itself.
+    if (!fs::exists(target, error) || fs::equivalent(target, document_.FilePath, error)) return true;
+    return dialogs_.Show(ReplaceQuestion(target)) == MessageAnswer::Yes;
+}
+
+FileCommands::Outcome FileCommands::Write() {
+    try {
+        document_.Save(
+            [this](const std::string& warning) { dialogs_.Show(Notice(warning, MessageIcon::Exclamation)); });
+    } catch (const RuntimeError& error) {
+        ReportRuntimeError(dialogs_, SaveLabel, error);
+        return Outcome::Failed;
+    }
+    hooks_.showCaption();
+    hooks_.showDocumentDate();
+    return Outcome::Done;
+}
+
+bool FileCommands::MayClose() {
+    const SaveAnswer answer = AskSaveChanges();
+    if (answer == SaveAnswer::Yes) return Save() == Outcome::Done;
+    return answer != SaveAnswer::Cancel;
+}
+
+void FileCommands::AskStatusStackAddress() {
+    const auto answer = dialogs_.AskText(StackTitle, StackPrompt, StackAddressToShow());
+    if (!answer || answer->empty()) return;
+    const std::optional<std::int32_t> address = StackAddressIn(*answer);
+    if (!address) {
+        dialogs_.Show({.title = StackTitle,
+                       .text = "Only a V Memory Space Address Between 1 and 34463 can be Entered",
+                       .icon = MessageIcon::Exclamation,
+                       .buttons = MessageButtons::Ok});
+        return;
+    }
+    document_.CurrentConfiguration.SetValue(StatusStackIndex, *address);
+    if (link_.OnlineMode() && !link_.LinkFailed()) SendStackAddress(*address);
+}
+
+std::string FileCommands::StackAddressToShow() {
+    const Configuration& record = document_.CurrentConfiguration;
+    if (link_.OnlineMode() && !link_.LinkFailed()) {
+        const std::string value = link_.RSRead(record.TargetAddress(StatusStackIndex));
+        if (!link_.ReadFailed()) return "V" + value;
+    }
+    return "V" + std::to_string(record.Value(StatusStackIndex));
+}
+
+void FileCommands::SendStackAddress(std::int32_t address) {
+    link_.RSWrite(WriteThroughFlag, "1");
+    link_.RSWrite(StatusStackWord, std::to_string(address));
+    link_.RSWrite(WriteThroughFlag, "0");
+}
+
+std::optional<std::int32_t> StackAddressIn(const std::string& answer) {
+    constexpr std::int32_t lastWord = 34463;
+    std::string_view number = answer;
+    number.remove_prefix(std::min(number.find_first_not_of(" \t"), number.size()));
+    if (number.starts_with('V') || number.starts_with('v')) number.remove_prefix(1);
+    const std::optional<std::int32_t> address = WholeNumber(number);
+    return address && *address >= 1 && *address <= lastWord ? address : std::nullopt;
+}
+
+} // namespace vantrel

@@ -1,0 +1,87 @@
+// The File menu's New, Open, Save and Save As, and the status stack address: the order of questions and steps, without
+// a window. Knows the document, the link's mode and whoever asks the user.
+#pragma once
+
+#include "document/Document.h"
+#include "link/RSComm.h"
+#include "platform/DocumentDialogs.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace vantrel {
+
+/// What a file command needs done by whoever owns the windows.
+struct FileCommandHooks {
+    /// Uploads the settings from the board into the working copy; false when it was cancelled or failed.
+    std::function<bool()> uploadData;
+    /// The document date to show has changed (`SavedDate`), or is none for a new document.
+    std::function<void()> showDocumentDate;
+    /// The bracket name has changed.
+    std::function<void()> showCaption;
+};
+
+class FileCommands {
+public:
+    FileCommands(Document& document, RSComm& link, DocumentDialogs& dialogs, const Clock& clock,
+                 FileCommandHooks hooks);
+
+    enum class SaveAnswer { Unchanged, Yes, No, Cancel };
+    /// "Save Changes to File?", when there are any; Unchanged without asking when there are none.
+    [[nodiscard]] SaveAnswer AskSaveChanges();
+
+    /// How a command ended that may have saved on its way. Cancelled: the user stopped it at a question of its own.
+    /// Failed: a file could not be read or written, or the upload before the first save did not come to its end; the
+    /// user has been told why.
+    enum class Outcome { Done, Cancelled, Failed };
+
+    // New and Open save first when the user wants that. They go on when the save was cancelled, not when it failed.
+
+    /// `askStackAddress`: false for the New that start-up runs.
+    Outcome New(bool askStackAddress);
+    /// The file dialog begins at the document's path. A file that cannot be read leaves everything as it was; one of
+    /// another program version that the user declines leaves the document, but moves its path and title.
+    Outcome Open();
+    /// Opens `path` without the file dialog (dropped, or named on the command line): ".vtl" is imported, anything else
+    /// read.
+    Outcome OpenPath(const std::filesystem::path& path);
+    /// While ONLINE, the first save after New and Open fetches the settings from the board; without them nothing is
+    /// written, and the values and the date are as before. Asks for a name when there is none, and before the forced
+    /// extension leads to another existing file.
+    Outcome Save();
+    /// The new name stays only when the document was written under it.
+    Outcome SaveAs();
+    /// The save question before the program ends: true when it may end.
+    [[nodiscard]] bool MayClose();
+
+    /// The dialog "TI Status Stack Address", with the write to the board when ONLINE.
+    void AskStatusStackAddress();
+
+private:
+    enum class FileKind { Setup, TextImport };
+
+    [[nodiscard]] Outcome SaveChangesFirst();
+    Outcome OpenAs(FileKind kind, const std::filesystem::path& path);
+    [[nodiscard]] bool AcceptsLoadedVersion();
+    void NameUnholdableValues();
+    [[nodiscard]] bool FetchFromBoard();
+    [[nodiscard]] bool AcceptsTarget();
+    Outcome Write();
+    [[nodiscard]] std::string StackAddressToShow();
+    void SendStackAddress(std::int32_t address);
+
+    Document& document_;
+    RSComm& link_;
+    DocumentDialogs& dialogs_;
+    const Clock& clock_;
+    FileCommandHooks hooks_;
+};
+
+/// The V memory address that an answer means: a whole number, or "V" (either case) and a number, of 1..34463; nothing
+/// for any other text. Blanks around the number are fine.
+[[nodiscard]] std::optional<std::int32_t> StackAddressIn(const std::string& answer);
+
+} // namespace vantrel

@@ -1,0 +1,32 @@
+// What a person is asked and told about set-up files, the same in the windows and on the terminal. Knows files and the
+// document; shows nothing itself.
+#pragma once
+
+#include "document/Document.h"
+#include "platform/Dialogs.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace vantrel {
+
+/// A path in quotes, for messages.
+[[nodiscard]] std::string QuotedPath(const std::filesystem::path& path);
+
+/// Document::ReadSetupFile, whose errors then name the file. `advice`: the sentence that ends them when the file is no
+/// set-up file.
+void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);
+/// Document::ImportTextFile likewise. Throws RuntimeError also for a file that is a set-up file already, from which the
+/// forgiving text format would take over nonsense; `advice` ends that error.
+void ImportTextFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);
+
+/// Whether a record that another program version has saved is to become the document: only Yes does it.
+[[nodiscard]] MessageBox OtherVersionQuestion(const Document& document);
+
+/// Whether a file that is there already is to be overwritten.
+[[nodiscard]] MessageBox ReplaceQuestion(const std::filesystem::path& file);
+/// What to tell when the forced extension leads out of the folder that was named; nothing when it does not.
+[[nodiscard]] std::optional<std::string> OtherFolderNote(const Document& document);
+
+} // namespace vantrel
