@@ -4,6 +4,7 @@
 
 #include "link/TargetMap.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vantrel {
@@ -84,6 +85,16 @@ std::vector<std::size_t> ValuesNoWordCanHold(const Configuration& record) {
         if (record.Value(index) < 0 || record.Value(index) > LargestWord) indices.push_back(index);
     }
     return indices;
+}
+
+std::string ValueList(const std::vector<std::size_t>& indices, const std::function<std::string(std::size_t)>& suffix) {
+    constexpr std::size_t mostNamed = 10;
+    const std::size_t named = std::min(indices.size(), mostNamed);
+    std::string text;
+    for (std::size_t i = 0; i < named; ++i)
+        text += "\n" + ValueName(indices[i]) + suffix(indices[i]);
+    if (indices.size() > named) text += "\nand " + std::to_string(indices.size() - named) + " more";
+    return text;
 }
 
 std::string ValueName(std::size_t index) {

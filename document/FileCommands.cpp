@@ -25,8 +25,6 @@ constexpr const char* OpenLabel = "MDIMain FileOpen";
 constexpr const char* SaveLabel = "MDIMain FileSave";
 constexpr const char* StackTitle = "TI Status Stack Address";
 
-constexpr std::size_t MostNamedValues = 10;
-
 FileFilter SetupFilter() { return {.name = "Setup Files(*.sdt)", .pattern = "*.sdt"}; }
 FileFilter TextFilter() { return {.name = "Vantrel Files(*.vtl)", .pattern = "*.vtl"}; }
 
@@ -134,13 +132,10 @@ void FileCommands::NameUnholdableValues() {
     const Configuration& record = document_.CurrentConfiguration;
     const std::vector<std::size_t> indices = ValuesNoWordCanHold(record);
     if (indices.empty()) return;
-    std::string text = "The board holds 0 to 65535 only. These values of the file cannot be downloaded:\n";
-    const std::size_t named = std::min(indices.size(), MostNamedValues);
-    for (std::size_t i = 0; i < named; ++i) {
-        text += "\n" + ValueName(indices[i]) + ": " + std::to_string(record.Value(indices[i]));
-    }
-    if (indices.size() > named) text += "\nand " + std::to_string(indices.size() - named) + " more";
-    dialogs_.Show(Notice(text, MessageIcon::Exclamation));
+    const std::string list =
+        ValueList(indices, [&](std::size_t index) { return ": " + std::to_string(record.Value(index)); });
+    dialogs_.Show(Notice("The board holds 0 to 65535 only. These values of the file cannot be downloaded:\n" + list,
+                         MessageIcon::Exclamation));
 }
 
 FileCommands::Outcome FileCommands::Save() {

@@ -69,7 +69,6 @@ void SettingsTransfer::Load() {
 
 Task SettingsTransfer::Run() {
     if (!HasWork()) co_return;
-    cancelled_ = false;
     for (std::size_t index = 0; index < ValueCount; ++index) {
         co_await turns_.Next();
         if (cancelled_ || link_.LinkFailed()) break;
@@ -77,8 +76,8 @@ Task SettingsTransfer::Run() {
         if (!link_.LinkFailed()) {
             walked_ = index + 1;
             if (!arrived) NoteUnconfirmed(index);
+            display_.ShowProgress(walked_, ValueCount);
         }
-        display_.ShowProgress(index + 1, ValueCount);
     }
     if (!link_.LinkFailed()) flagCleared_ = link_.RSWrite(WriteThroughFlag, "0") == WriteOutcome::Written;
     if (link_.LinkFailed()) {
@@ -103,7 +102,9 @@ bool SettingsTransfer::UploadValue(std::size_t index) {
     // What a dead line could not tell must not wipe out what the record holds.
     if (link_.LinkFailed()) return false;
     record_.SetValue(index, LeadingInteger(text).value_or(0));
-    return !link_.ReadFailed();
+    // The echo of a next value, which would show a surplus byte, does not come behind the last one.
+    const bool last = index == LastValueIndex;
+    return !link_.ReadFailed() && !(last && link_.SurplusFollows());
 }
 
 bool SettingsTransfer::DownloadValue(std::size_t index) {

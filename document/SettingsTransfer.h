@@ -119,6 +119,8 @@ public:
     [[nodiscard]] Task Run();
     void Cancel() { cancelled_ = true; }
     [[nodiscard]] bool Complete() const { return compared_ == ValueCount; }
+    /// How many values, from index 0 on, were compared.
+    [[nodiscard]] std::size_t Compared() const { return compared_; }
     [[nodiscard]] const std::vector<ValueDifference>& Differences() const { return differences_; }
     /// Indices of values that the board did not give although the link stood.
     [[nodiscard]] const std::vector<std::size_t>& Unread() const { return unread_; }

@@ -64,6 +64,9 @@ public:
     /// An operation, with every box that it shows, is under way; no other may begin.
     [[nodiscard]] bool Busy() const { return busy_ > 0; }
     [[nodiscard]] const PortSettings& Settings() const { return settings_; }
+    /// How often a port that was lost has been opened again since OpenRSComm. What the board lost in between is
+    /// unknown.
+    [[nodiscard]] int Reopened() const { return reopened_; }
 
     // Values (RSCommProtocol.cpp)
 
@@ -72,9 +75,15 @@ public:
     /// True when what the last RSRead returned is not to be relied on: it got no value (its "0" is none), or the board
     /// was silent within the value, so that the answer to a repeated sync byte may have been taken for data.
     [[nodiscard]] bool ReadFailed() const { return readFailed_; }
+    /// Waits 5 ms for a byte that nothing asked for. True when one came: the answers are out of step, and the value
+    /// read last may hold the answer to an earlier byte. A walk over many values shows that at the next echo by itself.
+    bool SurplusFollows();
     /// Writes `value` at `address`, and once more when an echo did not match. Blanks, "%", ",", "." and the degree sign
     /// in `value` are dropped: "1,000" is 1000 and "12.5" is 125.
     WriteOutcome RSWrite(const std::string& address, const std::string& value);
+
+    /// Says that programs are not downloaded here; sends nothing (RSCommProgram.cpp).
+    void DumpProgram();
 
     /// From now on every exchanged byte is told to `log` (none: nullptr), which must outlive its use.
     void SetTrafficLog(TrafficLog* log) { trafficLog_ = log; }
@@ -110,6 +119,7 @@ private:
 
     void InitializeRSComm(SerialPort& port);
     [[nodiscard]] PortSettings EffectiveSettings();
+    void ShowPortError(const RuntimeError& error);
 
     int ExchangeByte(std::uint8_t byte, Reply reply = Reply::Wait, Receiver receiver = Receiver::Keep);
     void Send(std::uint8_t byte);
@@ -151,6 +161,7 @@ private:
     bool unsettled_ = false; ///< An answer was not the expected one; more may still be on its way.
     int targetMode_ = 0;
     int busy_ = 0;
+    int reopened_ = 0;
 
     /// The address read last and its parse are one value, so that neither can be stale against the other.
     struct LastRead {

@@ -62,6 +62,7 @@ void RSComm::OpenRSComm(SerialPort& port) {
             targetMode_ = 0;
             linkFailed_ = false;
             unsettled_ = false;
+            reopened_ = 0;
         }
         ExchangeByte(ProbeByte);
         onlineMode_ = !linkFailed_;
@@ -69,12 +70,16 @@ void RSComm::OpenRSComm(SerialPort& port) {
         port.Close();
         targetMode_ = 0;
         onlineMode_ = false;
-        dialogs_.Show({.title = "Comm Port Error",
-                       .text = "Error Number = " + std::to_string(error.Number()) +
-                               "\nError Source = " + error.Source() + "\n\n" + error.Description(),
-                       .icon = MessageIcon::Critical,
-                       .buttons = MessageButtons::Ok});
+        ShowPortError(error);
     }
+}
+
+void RSComm::ShowPortError(const RuntimeError& error) {
+    dialogs_.Show({.title = "Comm Port Error",
+                   .text = "Error Number = " + std::to_string(error.Number()) + "\nError Source = " + error.Source() +
+                           "\n\n" + error.Description(),
+                   .icon = MessageIcon::Critical,
+                   .buttons = MessageButtons::Ok});
 }
 
 void RSComm::CloseRSComm() {

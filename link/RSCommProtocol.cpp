@@ -29,6 +29,9 @@ constexpr MonotonicTime ModeTime = 2s;
 constexpr MonotonicTime QuietTime = 50ms;
 constexpr MonotonicTime LongestSettling = 500ms;
 
+/// Several bytes at 9600 baud: a surplus byte follows its neighbour directly.
+constexpr MonotonicTime SurplusTime = 5ms;
+
 constexpr const char* WarningTitle = "WARNING - Communication Error!";
 
 /// A double word is two words, in base 10000.
@@ -137,8 +140,11 @@ bool RSComm::AskAfterNoAnswer(PortWait how) {
     try {
         port_->Open();
         port_->ClearReceived();
+        ++reopened_;
         return true;
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
+        // The warning was shown once and is not repeated; why the port stays closed is news.
+        ShowPortError(error);
         return false;
     }
 }
@@ -172,6 +178,15 @@ void RSComm::SettleLine() {
         DiscardReceived();
     }
     unsettled_ = false;
+}
+
+bool RSComm::SurplusFollows() {
+    const Operation operation(*this);
+    if (linkFailed_ || !port_ || !port_->IsOpen()) return false;
+    if (port_->WaitForByte(clock_.Now() + SurplusTime) != PortWait::ByteReceived) return false;
+    unsettled_ = true;
+    targetMode_ = 0;
+    return true;
 }
 
 void RSComm::DiscardReceived() {
@@ -270,7 +285,7 @@ WriteOutcome RSComm::WriteTarget(const std::string& address, const std::string& 
 WriteOutcome RSComm::WriteBit(const TargetAddress& to, std::uint64_t number) {
     if (number > 1) return Refuse("Enter 0 or 1 Only.", MessageIcon::Exclamation);
     const std::string current = ReadTarget("B" + std::to_string(to.byteAddress));
-    if (current.empty() || repeated_) {
+    if (current.empty() || repeated_ || SurplusFollows()) {
         // Without the byte that holds the bit, a write would wipe out its seven neighbours.
         retryWrite_ = !linkFailed_;
         return linkFailed_ ? WriteOutcome::LinkFailed : WriteOutcome::NotConfirmed;

@@ -105,6 +105,11 @@ bool LiesInMemory(std::string_view text) {
     return parsed.type != 0 && parsed.byteAddress + ByteCount(parsed.type) - 1 <= HighestAddress;
 }
 
+bool UsesLastByte(std::string_view text) {
+    const TargetAddress parsed = ParseAddress(text);
+    return parsed.type != 0 && parsed.byteAddress + ByteCount(parsed.type) - 1 == HighestAddress;
+}
+
 } // namespace
 
 std::string AddressProblem(std::string_view text) {
@@ -112,6 +117,11 @@ std::string AddressProblem(std::string_view text) {
     if (!HasKnownForm(text)) {
         return quoted + " is not an address of the board. Write B, W or D and a number (W16384), B with a bit "
                         "(B8176.3), F and a flag number (F13), or hexadecimal digits and H (1F40H).";
+    }
+    if (UsesLastByte(text)) {
+        return quoted +
+               " cannot be reached: the line carries its last byte, 65535, as FF FF, which the board takes for a "
+               "new beginning.";
     }
     if (!LiesInMemory(text)) return quoted + " lies outside the board's memory, bytes 0 to 65535.";
     return {};

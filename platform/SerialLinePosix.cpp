@@ -15,12 +15,15 @@ namespace vantrel::serial {
 
 namespace {
 
-/// The group that the device belongs to, which is the one to join: "dialout" on most systems.
-std::string GroupOf(const std::string& device) {
+/// What to do about a device that may not be used: join its group ("dialout" on most systems), when that helps.
+std::string PermissionAdvice(const std::string& device) {
+    constexpr mode_t groupMayUse = S_IRGRP | S_IWGRP;
     struct stat status {};
-    if (stat(device.c_str(), &status) != 0) return "dialout";
+    const bool groupHelps = stat(device.c_str(), &status) == 0 && (status.st_mode & groupMayUse) == groupMayUse;
+    if (!groupHelps || status.st_gid == 0) return "Ask the administrator for access to it.";
     const group* owner = getgrgid(status.st_gid); // NOLINT(concurrency-mt-unsafe): the name is copied at once
-    return owner ? owner->gr_name : "dialout";
+    const std::string name = owner ? owner->gr_name : std::to_string(status.st_gid);
+    return "Join the group \"" + name + "\" and log in again.";
 }
 
 } // namespace
@@ -59,8 +62,8 @@ RuntimeError OpenFailure(const std::string& device, const std::error_code& why) 
                 "The serial device " + device + " does not exist. Is the adapter plugged in?"};
     }
     if (why == std::errc::permission_denied || why == std::errc::operation_not_permitted) {
-        return {ErrorNumber::PermissionDenied, "You are not permitted to use the serial device " + device +
-                                                   ". Join the group \"" + GroupOf(device) + "\" and log in again."};
+        return {ErrorNumber::PermissionDenied,
+                "You are not permitted to use the serial device " + device + ". " + PermissionAdvice(device)};
     }
     if (why == std::errc::device_or_resource_busy) {
         return {ErrorNumber::PathFileAccess, "The serial device " + device + " is in use by another program."};

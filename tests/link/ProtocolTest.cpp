@@ -109,6 +109,15 @@ TEST_F(LinkTest, ABitWriteReadsFirstAndChangesOnlyItsBit) {
 
 TEST_F(LinkTest, ABitWhoseByteCannotBeReadIsNotWritten) {
     GoOnline();
+    // The answers are one byte late: what looks like the byte is the echo before it.
+    port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x69, 0x00}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x77}});
+    port.surplusAfter = 4;
+    EXPECT_EQ(link.RSWrite("B105.3", "1"), WriteOutcome::NotConfirmed);
+    EXPECT_EQ(std::count(port.sent.begin(), port.sent.end(), 0x02), 0) << "nothing was written";
+    port.surplusAfter.reset();
+    dialogs.shown.clear();
+    port.otherwise.reset();
+    GoOnline();
     port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x77}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x77}});
     EXPECT_EQ(link.RSWrite("B105.3", "1"), WriteOutcome::NotConfirmed);
     EXPECT_TRUE(port.script.empty());
@@ -368,8 +377,10 @@ TEST_F(LinkTest, ALostPortWarnsOnceAndRetryOpensItAgain) {
     port.openError.emplace(ErrorNumber::FileNotFound, "gone");
     port.Expect({});
     port.lostAfter = 1;
+    EXPECT_EQ(link.Reopened(), 1);
     EXPECT_EQ(link.RSRead("B40"), "0");
-    EXPECT_EQ(dialogs.shown.size(), 1U) << "a retry that cannot open the port counts as Cancel";
+    ASSERT_EQ(dialogs.shown.size(), 2U) << "a retry that cannot open the port counts as Cancel";
+    EXPECT_EQ(Shown(1), "Comm Port Error|Error Number = 53\nError Source = VANTREL\n\ngone") << "and says why";
     EXPECT_TRUE(link.LinkFailed());
 }
 

@@ -29,6 +29,7 @@ public:
     int unexpected = 0; ///< Bytes that were not the ones that the script says.
     std::optional<RuntimeError> openError;
     std::optional<std::size_t> lostAfter; ///< The device goes when so many bytes have been sent.
+    std::optional<std::size_t> surplusAfter; ///< With the answer to so many bytes comes one byte too many.
     std::optional<std::uint8_t> noiseAtOpen; ///< Lies in the receiver as soon as the port is open.
     int opened = 0;
     int number = 0;
@@ -92,6 +93,9 @@ private:
             script.pop_front();
         }
         if (answer) received_.emplace_back(clock_.Now() + std::chrono::milliseconds(1), *answer);
+        if (answer && sent.size() == surplusAfter) {
+            received_.emplace_back(clock_.Now() + std::chrono::milliseconds(2), *answer);
+        }
     }
 
     VirtualClock& clock_;
