@@ -12,6 +12,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/file.h>
 #include <sys/inotify.h>
 #include <sys/ioctl.h>
 #include <sys/prctl.h>
@@ -76,25 +77,26 @@ bool MakeRaw(int device) {
     return tcsetattr(device, TCSANOW, &settings) == 0;
 }
 
-/// How many programs have the device open, told by the host's file watch.
-class ClientCount {
+/// Whether a program has the device open, told by the host's file watch. The watch folds equal news into one, so that
+/// opens and closes cannot be counted: what closes may not have been the only one.
+class ClientWatch {
 public:
-    explicit ClientCount(const std::string& device) : watch_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+    explicit ClientWatch(const std::string& device) : watch_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
         if (watch_.IsOpen() && inotify_add_watch(watch_.Get(), device.c_str(), IN_OPEN | IN_CLOSE) < 0) watch_.Close();
     }
 
     [[nodiscard]] int Handle() const { return watch_.Get(); }
     /// A host that cannot watch counts as a program that never leaves.
-    [[nodiscard]] bool Nobody() const { return watch_.IsOpen() && clients_ == 0; }
-    /// Takes the news; true when since then the last program has left.
-    bool LastOneLeft();
+    [[nodiscard]] bool Nobody() const { return watch_.IsOpen() && nobody_; }
+    /// Takes the news; true when since then the last program has left `device`.
+    bool LastOneLeft(int device);
 
 private:
     FileHandle watch_;
-    int clients_ = 0;
+    bool nobody_ = true;
 };
 
-bool ClientCount::LastOneLeft() {
+bool ClientWatch::LastOneLeft(int device) {
     bool left = false;
     std::array<char, 4096> news{};
     ssize_t size = 0;
@@ -102,14 +104,15 @@ bool ClientCount::LastOneLeft() {
         inotify_event event{};
         for (std::size_t at = 0; at < static_cast<std::size_t>(size); at += sizeof event + event.len) {
             std::memcpy(&event, news.data() + at, sizeof event);
-            if (event.mask & IN_OPEN) ++clients_;
-            if (event.mask & IN_CLOSE) {
-                clients_ = std::max(clients_ - 1, 0);
-                left = true;
-            }
+            left = (event.mask & IN_CLOSE) != 0;
+            if ((event.mask & IN_OPEN) != 0) nobody_ = false;
         }
     }
-    return left && clients_ == 0;
+    if (!left || nobody_) return false;
+    // Whoever uses the line as a serial port holds its lock.
+    nobody_ = flock(device, LOCK_EX | LOCK_NB) == 0;
+    if (nobody_) flock(device, LOCK_UN);
+    return nobody_;
 }
 
 class PosixPseudoTerminal final : public PseudoTerminal {
@@ -130,7 +133,7 @@ private:
     FileHandle master_;
     std::string name_;
     FileHandle device_;
-    ClientCount clients_;
+    ClientWatch clients_;
 };
 
 void WaitForNews(int master, int watch, MonotonicTime timeout) {
@@ -143,7 +146,7 @@ void WaitForNews(int master, int watch, MonotonicTime timeout) {
 }
 
 void PosixPseudoTerminal::FollowClients() {
-    if (!clients_.LastOneLeft()) return;
+    if (!clients_.LastOneLeft(device_.Get())) return;
     ioctl(device_.Get(), TIOCNXCL);
     tcflush(device_.Get(), TCIFLUSH);
     MakeRaw(device_.Get());
