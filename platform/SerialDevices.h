@@ -13,4 +13,9 @@ namespace vantrel {
 /// The highest port number that really exists on this machine (0: none), counting the links of `supportFolder`.
 [[nodiscard]] int HighestSerialPort(const std::filesystem::path& supportFolder);
 
+/// What keeps this program from opening the device now, as a sentence that tells the user what to do (plug it in, close
+/// the other program, join a group); empty when nothing does. Opens the device for a moment and changes nothing of it.
+/// One that is open already, here or in another program, is found in use and not disturbed.
+[[nodiscard]] std::string SerialDeviceProblem(const std::string& device);
+
 } // namespace vantrel

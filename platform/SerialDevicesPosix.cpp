@@ -1,9 +1,16 @@
 #include "platform/SerialDevices.h"
 
+#include "platform/SerialLine.h"
+
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
+#include <fcntl.h>
 #include <fstream>
+#include <sys/file.h>
 #include <system_error>
+#include <termios.h>
+#include <unistd.h>
 
 namespace vantrel {
 
@@ -50,6 +57,20 @@ int HighestSerialPort(const std::filesystem::path& supportFolder) {
         highest = std::max(highest, NumberBehind(entry->path().filename().string(), "COM"));
     }
     return highest;
+}
+
+std::string SerialDeviceProblem(const std::string& device) {
+    const int handle = open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    std::error_code error;
+    termios line{};
+    if (handle < 0 || tcgetattr(handle, &line) != 0) {
+        error.assign(errno, std::system_category());
+    } else if (flock(handle, LOCK_EX | LOCK_NB) != 0) {
+        error = std::make_error_code(std::errc::device_or_resource_busy);
+    }
+    // Gives the lock back too.
+    if (handle >= 0) close(handle);
+    return error ? serial::OpenFailure(device, error).Description() : std::string();
 }
 
 } // namespace vantrel

@@ -1,0 +1,59 @@
+// What the dialog "Comm Port Settings" decides: what it shows, what it refuses, what saving writes. Knows the link, the
+// port, the program folder and whoever asks the user; no toolkit.
+#pragma once
+
+#include "link/PortSettings.h"
+#include "link/RSComm.h"
+#include "platform/Dialogs.h"
+#include "platform/Folders.h"
+#include "platform/SerialPort.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+class PortDialog {
+public:
+    /// One showing of the dialog; everything given must outlive it. `fixedDevice`: what `port` opens whatever its
+    /// number
+    /// ("a simulated board"); empty when the number decides.
+    PortDialog(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range, Dialogs& dialogs,
+               std::string fixedDevice = {});
+
+    /// The settings to show on opening: those that the next opening of the port takes. Those that the link last used
+    /// when the file cannot be read, which is reported.
+    [[nodiscard]] PortSettings CurrentSettings();
+    /// The port number that the text means: a whole number of the range. Otherwise the user is told; false.
+    [[nodiscard]] bool AcceptsPort(const std::string& text);
+    /// The text after so many steps up (below 0: down), within the range. What is no number steps to the minimum.
+    [[nodiscard]] std::string Stepped(const std::string& text, int steps) const;
+
+    /// The device that the number stands for; empty when the text is no number of the range.
+    [[nodiscard]] std::string DeviceName(const std::string& text) const;
+    /// The same, and whether it is there, in use or not permitted, with what to do. Opens the device for a moment,
+    /// unless the program has it open.
+    [[nodiscard]] std::string DeviceLine(const std::string& text) const;
+
+    /// Closes the port and writes `RSPort.cfg` and the file of each development tool. False when the dialog has to stay
+    /// open: the number was refused, or `RSPort.cfg` could not be written, which is reported.
+    [[nodiscard]] bool Save(const std::string& text, const std::string& speed);
+    /// Opens the port again if saving closed it; after the dialog has closed, by whatever button.
+    void Finish();
+
+private:
+    [[nodiscard]] bool InRange(const std::string& text) const;
+    void WriteToolFile(const std::filesystem::path& file, int portNumber);
+
+    RSComm& link_;
+    SerialPort& port_;
+    std::filesystem::path supportFolder_;
+    PortRange range_;
+    Dialogs& dialogs_;
+    std::string fixedDevice_;
+    std::vector<std::filesystem::path> toolFiles_; ///< One for each development tool whose folder is there.
+    bool reopen_ = false;
+};
+
+} // namespace vantrel

@@ -1,0 +1,134 @@
+// The port dialog: what it shows, what it refuses, and what saving leaves on the disk and of the port.
+#include "link/PortDialog.h"
+
+#include "platform/AsioSerialPort.h"
+#include "platform/PseudoTerminal.h"
+#include "platform/RuntimeError.h"
+#include "platform/SystemClock.h"
+#include "tests/link/LinkFixture.h"
+
+namespace vantrel {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PortDialogTest : public LinkTest {
+protected:
+    PortDialogTest() { fs::create_directory(folder / "Support"); }
+    PortDialog Dialog() { return {link, port, program, {1, 4}, dialogs}; }
+
+    fs::path settingsFile = folder / "Support" / "RSPort.cfg";
+    ProgramFolder program{folder.Path(), folder / "user"};
+};
+
+TEST_F(PortDialogTest, ShowsWhatTheNextOpeningTakesAlsoBeforeTheFirst) {
+    EXPECT_EQ(Dialog().CurrentSettings(), PortSettings{});
+    WriteText(settingsFile, "9,19200\r\n");
+    EXPECT_EQ(Dialog().CurrentSettings(), (PortSettings{4, "19200"}));
+    WriteText(settingsFile, "99999,9600\r\n");
+    EXPECT_EQ(Dialog().CurrentSettings(), PortSettings{});
+    EXPECT_EQ(Shown().substr(0, 45), "SetupComm CurrentSettings|Error Number = 6\nOv");
+}
+
+TEST_F(PortDialogTest, TakesOnlyWholeNumbersOfTheRange) {
+    PortDialog dialog = Dialog();
+    for (const char* text : {"1", "4", " 2 ", "03"}) {
+        EXPECT_TRUE(dialog.AcceptsPort(text)) << text;
+    }
+    for (const char* text : {"", " ", "0", "5", "-1", "2.5", "COM1", "1e0", "99999999999"}) {
+        dialogs.shown.clear();
+        EXPECT_FALSE(dialog.AcceptsPort(text)) << text;
+        EXPECT_EQ(Shown(), "Comm Port|Only a Number Between 1 and 4 can be Entered") << text;
+        EXPECT_EQ(dialogs.shown.at(0).icon, MessageIcon::Information);
+        EXPECT_EQ(dialog.DeviceLine(text), "");
+    }
+    EXPECT_FALSE(dialog.Save("5", "9600"));
+    EXPECT_FALSE(fs::exists(settingsFile));
+    EXPECT_EQ(dialog.Stepped("3", 1) + dialog.Stepped("4", 1) + dialog.Stepped("1", -1) + dialog.Stepped("x", 1) +
+                  dialog.Stepped("2147483647", 1),
+              "44114");
+}
+
+TEST_F(PortDialogTest, SavingWritesTheSettingsAndTheFilesOfTheToolsThatAreThere) {
+    fs::create_directory(folder / "trv96");
+    fs::create_directory(folder / "TRP51");
+    WriteText(folder / "TRV51", "no folder");
+    WriteText(folder / "TRP51" / "torvik.sfg", "the old line, which was longer\r\n");
+    PortDialog dialog = Dialog();
+    EXPECT_TRUE(dialog.Save(" 3", "19200"));
+    dialog.Finish();
+    EXPECT_EQ(FileText(settingsFile), "3,19200\r\n");
+    EXPECT_EQ(FileText(folder / "trv96" / "TORVIK.SFG"), "2\r\n");
+    EXPECT_EQ(FileText(folder / "TRP51" / "torvik.sfg"), "2\r\n");
+    EXPECT_EQ(FileText(folder / "TRV51"), "no folder");
+    EXPECT_TRUE(dialogs.shown.empty());
+    EXPECT_EQ(port.opened, 0) << "a port that was closed stays closed";
+}
+
+TEST_F(PortDialogTest, SavingClosesAnOpenPortAndOpensItWithTheNewSettingsWhenTheDialogHasClosed) {
+    GoOnline();
+    PortDialog dialog = Dialog();
+    port.Expect({{0xFF, 0x00}, {0xFF, 0x55}});
+    EXPECT_TRUE(dialog.Save("2", "19200"));
+    EXPECT_FALSE(port.IsOpen() || link.OnlineMode());
+    EXPECT_EQ(port.sent.size(), 1U) << "the goodbye";
+    dialog.Finish();
+    EXPECT_TRUE(port.IsOpen() && link.OnlineMode());
+    EXPECT_EQ(port.number, 2);
+    EXPECT_EQ(port.settings, "19200,n,8,1");
+    dialog.Finish();
+    EXPECT_EQ(port.opened, 2) << "once is enough";
+}
+
+TEST_F(PortDialogTest, AFileThatCannotBeWrittenIsReportedAndThePortComesBackAllTheSame) {
+    GoOnline();
+    fs::remove(settingsFile);
+    fs::create_directory(settingsFile);
+    PortDialog dialog = Dialog();
+    port.otherwise = 0x55;
+    EXPECT_FALSE(dialog.Save("2", "9600")) << "the dialog stays";
+    EXPECT_EQ(Shown().substr(0, 28), "SetupComm|Error Number = 75\n");
+    fs::remove(settingsFile);
+    WriteText(settingsFile, "1,9600\r\n");
+    dialog.Finish();
+    EXPECT_TRUE(link.OnlineMode());
+
+    fs::create_directories(folder / "TRV51" / "TORVIK.SFG");
+    PortDialog other = Dialog();
+    EXPECT_TRUE(other.Save("2", "9600")) << "the program's own settings are saved";
+    EXPECT_EQ(Shown(1).substr(0, 28), "SetupComm|Error Number = 75\n");
+}
+
+TEST_F(PortDialogTest, SaysWhichDeviceANumberStandsForAndWhetherItCanBeUsed) {
+    std::unique_ptr<PseudoTerminal> terminal;
+    try {
+        terminal = PseudoTerminal::Create();
+    } catch (const RuntimeError& error) {
+        GTEST_SKIP() << error.Description();
+    }
+    fs::create_symlink(terminal->Device(), folder / "Support" / "COM2");
+    fs::create_symlink("/dev/null", folder / "Support" / "COM3");
+    fs::create_symlink("/dev/not-plugged-in", folder / "Support" / "COM4");
+    const PortDialog dialog = Dialog();
+    const std::string name = "COM2 (" + terminal->Device() + ")";
+    EXPECT_EQ(dialog.DeviceName("2"), name);
+    EXPECT_EQ(dialog.DeviceLine("2"), name + ": there, and free.");
+    EXPECT_NE(dialog.DeviceLine("3").find("is not a serial device"), std::string::npos);
+    EXPECT_NE(dialog.DeviceLine("4").find("COM4 (/dev/not-plugged-in):\n"), std::string::npos);
+    EXPECT_NE(dialog.DeviceLine("4").find("does not exist"), std::string::npos);
+
+    SystemClock realTime;
+    AsioSerialPort inUse(realTime, terminal->Device());
+    inUse.Open();
+    EXPECT_NE(dialog.DeviceLine("2").find("in use by another program"), std::string::npos);
+    EXPECT_NE(dialog.DeviceLine("2").find("in use by another program"), std::string::npos) << "and stays so";
+
+    WriteText(settingsFile, "2,9600\r\n");
+    GoOnline();
+    EXPECT_EQ(dialog.DeviceLine("2"), name + ": open in this program.");
+    EXPECT_EQ(PortDialog(link, port, program, {1, 4}, dialogs, "a simulated board").DeviceLine("2"),
+              "COM2 (a simulated board)");
+}
+
+} // namespace
+} // namespace vantrel
