@@ -1,0 +1,226 @@
+// The main frame's start-up, mode and shut-down.
+#include "app/frmMDIMain.h"
+
+#include "document/frmMain.h"
+#include "platform/QtIcons.h"
+#include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
+#include "platform/SerialDevices.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDateTime>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QLocale>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QUrl>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+constexpr const char* FrameCaption = "VANTREL ";
+constexpr int TickMilliseconds = 500;
+
+PortRange PortsOf(const ProgramFolder& folder) {
+    const PortRange usual;
+    return {usual.minimum, std::max(usual.maximum, HighestSerialPort(folder.Entry("Support")))};
+}
+
+QString DateText(std::chrono::local_seconds time) {
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date(day);
+    const QDate shown(int{date.year()}, static_cast<int>(unsigned{date.month()}),
+                      static_cast<int>(unsigned{date.day()}));
+    return QLocale::system().toString(shown, QLocale::ShortFormat);
+}
+
+QString TimeText(std::chrono::local_seconds time) {
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const QTime shown = QTime(0, 0).addSecs(static_cast<int>((time - day).count()));
+    return QLocale::system().toString(shown, QLocale::ShortFormat);
+}
+
+} // namespace
+
+frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std::string fixedDevice)
+    : clock_(clock), port_(port), program_(std::move(folder), clock), portRange_(PortsOf(program_.folder)),
+      link_(program_.CommSettingsFile(), portRange_, clock, dialogs_),
+      turns_([this] { return !link_.Busy() && !dialogs_.BoxUp(); }, [this] { ShowUntrappedError(); }),
+      files_(program_.document, link_, dialogs_, clock,
+             {.uploadData = [this] { return TransferInWindow(TransferMode::UploadData); },
+              .showDocumentDate = [this] { ShowDocumentDate(); },
+              .showCaption = [this] { ShowCaption(); }}),
+      fixedDevice_(std::move(fixedDevice)) {
+    setObjectName(QStringLiteral("frmMDIMain"));
+    setWindowIcon(IconOf(ProgramIcon::Program));
+    setAcceptDrops(true);
+    dialogs_.SetOwner(this);
+    dialogs_.SetOnClosed([this] { turns_.Poke(); });
+    children_ = new QMdiArea;
+    children_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    children_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(children_);
+    BuildMenus();
+    BuildToolbar();
+    BuildStatusBar();
+    StartUp();
+}
+
+frmMDIMain::~frmMDIMain() {
+    // The children hold tasks, which have to withdraw from the queue while there is one.
+    delete children_;
+}
+
+void frmMDIMain::StartUp() {
+    program_.helpFile = program_.folder.File("Help", "VANTREL.hlp");
+    editor_ = new frmMain(program_.document, link_, turns_);
+    // Without a close button: the editor stays as long as the frame does.
+    childWindows_[0] = children_->addSubWindow(editor_, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                                            Qt::WindowMinMaxButtonsHint);
+    program_.document.BracketName = "[unnamed]";
+    captionPrefix_ = QString::fromLatin1(FrameCaption);
+    ShowChild(0);
+    program_.InitDefaults();
+    files_.New(false);
+    AfterFileCommand();
+    ShowMode(false);
+    RefreshOfflineEditing();
+    tmrBackgroungUpdate.setInterval(TickMilliseconds);
+    tmrBackgroungUpdate.callOnTimeout(this, [this] { Tick(); });
+    tmrBackgroungUpdate.start();
+    ShowDateAndTime();
+    FitToChild();
+}
+
+void frmMDIMain::FitToChild() {
+    // The first child fits in without a scroll bar, as far as the screen allows.
+    constexpr int margin = 24;
+    const QSize bars(0, menuBar()->sizeHint().height() + Toolbar1->sizeHint().height() + sbrMain->sizeHint().height());
+    const QSize wanted =
+        childWindows_[0]->sizeHint().expandedTo(childWindows_[0]->size()) + bars + QSize(2 * margin, 2 * margin);
+    resize(wanted.boundedTo(screen()->availableSize() - QSize(margin, 2 * margin)));
+}
+
+void frmMDIMain::ShowChild(int index) {
+    if (index == currentChild_) return;
+    currentChild_ = index;
+    childWindows_.at(static_cast<std::size_t>(index))->show();
+}
+
+void frmMDIMain::ApplyMode() {
+    if (link_.OnlineMode()) {
+        link_.OpenRSComm(port_);
+    } else {
+        link_.CloseRSComm();
+    }
+    ShowMode(link_.OnlineMode());
+}
+
+void frmMDIMain::ShowMode(bool online) {
+    shownOnline_ = online;
+    sbrMainPanels[1]->setText(online ? QStringLiteral("ONLINE") : QStringLiteral("OFFLINE"));
+    mnuViewOnline->setChecked(online);
+    mnuViewOffline->setChecked(!online);
+    mnuViewCommStatus->setEnabled(online);
+    mnuEditStackAdd->setEnabled(online || program_.offlineEditing);
+    if (!online) editor_->ShowOffline();
+    turns_.Poke();
+}
+
+bool frmMDIMain::Idle() const { return !link_.Busy() && !dialogs_.BoxUp() && !transferring_; }
+
+void frmMDIMain::FollowLink() {
+    if (!Idle()) return;
+    if (link_.LinkFailed() && link_.OnlineMode()) link_.SetOnlineMode(false);
+    if (link_.OnlineMode() != shownOnline_) ApplyMode();
+}
+
+void frmMDIMain::Tick() {
+    ShowDateAndTime();
+    FollowLink();
+    editor_->RefillIfAsked();
+    if (closeWanted_ && Idle()) close();
+}
+
+void frmMDIMain::ShowDateAndTime() {
+    const std::chrono::local_seconds now = clock_.LocalNow();
+    sbrMainPanels[2]->setText(DateText(now));
+    sbrMainPanels[3]->setText(TimeText(now));
+}
+
+void frmMDIMain::ShowCaption() {
+    setWindowTitle(captionPrefix_ + QString::fromStdString(program_.document.BracketName));
+}
+
+void frmMDIMain::ShowDocumentDate() {
+    const auto saved = program_.document.CurrentConfiguration.SavedDate.ToLocal();
+    const bool blank = program_.document.IsUnnamed || !saved;
+    lblDocumentDate->setText(blank ? QString() : DateText(*saved) + QLatin1Char(' ') + TimeText(*saved));
+}
+
+void frmMDIMain::ShowUntrappedError() {
+    try {
+        throw;
+    } catch (const RuntimeError& error) {
+        ReportRuntimeError(dialogs_, "VANTREL", error);
+    } catch (const std::exception& error) {
+        ReportRuntimeError(dialogs_, "VANTREL", RuntimeError(ErrorNumber::InvalidProcedureCall, error.what()));
+    }
+}
+
+void frmMDIMain::closeEvent(QCloseEvent* event) {
+    closeWanted_ = false;
+    if (closing_) return;
+    event->ignore();
+    if (!Idle()) {
+        closeWanted_ = true;
+        return;
+    }
+    if (!files_.MayClose()) return;
+    link_.CloseRSComm();
+    closing_ = true;
+    tmrBackgroungUpdate.stop();
+    QApplication::closeAllWindows();
+    event->accept();
+}
+
+void frmMDIMain::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    // A maximised child would add its own caption.
+    const QString caption = captionPrefix_ + QString::fromStdString(program_.document.BracketName);
+    if (event->type() == QEvent::WindowTitleChange && windowTitle() != caption) setWindowTitle(caption);
+}
+
+void frmMDIMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void frmMDIMain::dropEvent(QDropEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty() || !urls.front().isLocalFile()) return;
+    event->acceptProposedAction();
+    const std::filesystem::path path = PathFromUtf8(urls.front().toLocalFile().toStdString());
+    // The program that the file was dragged from waits until the drop has ended, so no box may come up inside it.
+    QTimer::singleShot(0, this, [this, path] { OpenFile(path); });
+}
+
+bool frmMDIMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == sbrMainPanels[1] && event->type() == QEvent::MouseButtonPress &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+        ToggleMode();
+        return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+} // namespace vantrel

@@ -1,0 +1,154 @@
+// The main frame: menus, tool bar, status bar, the ONLINE/OFFLINE mode, the document's commands, shut-down. Owns the
+// program's state and its one link; every other window borrows them.
+#pragma once
+
+#include "app/Program.h"
+#include "document/FileCommands.h"
+#include "link/RSComm.h"
+#include "platform/QtDialogs.h"
+#include "platform/QtTurnQueue.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+
+#include <array>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+class frmMain;
+
+class frmMDIMain final : public QMainWindow {
+public:
+    /// `port` is the serial port that the link opens; clock and port must outlive the frame.
+    /// `fixedDevice`: what to call a port that stands for one thing whatever its number says; empty for the host's
+    /// ports.
+    frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std::string fixedDevice = {});
+    ~frmMDIMain() override;
+
+    /// Opens a file that was named on the command line or dropped. Refuses politely while a modal window is up.
+    void OpenFile(const std::filesystem::path& path);
+    /// Shows what no procedure trapped; call from inside a catch clause. The program goes on.
+    void ShowUntrappedError();
+
+    [[nodiscard]] RSComm& Link() { return link_; }
+    [[nodiscard]] Program& State() { return program_; }
+
+    // Controls, by their names.
+    QMenu* mnuFile = nullptr;
+    QAction* mnuFileNew = nullptr;
+    QAction* mnuFileOpen = nullptr;
+    QAction* mnuFileSave = nullptr;
+    QAction* mnuFileSaveAs = nullptr;
+    QAction* mnuFileUpload = nullptr;
+    QAction* mnuFileDownloadProgram = nullptr;
+    QAction* mnuFileDownload = nullptr;
+    QAction* mnuFilePrint = nullptr;
+    QAction* mnuFileExit = nullptr;
+    QMenu* mnuEdit = nullptr;
+    QAction* mnuEditOfflineEditing = nullptr;
+    QAction* mnuEditCommPort = nullptr;
+    QAction* mnuEditStackAdd = nullptr;
+    QMenu* mnuView = nullptr;
+    QAction* mnuViewOnline = nullptr;
+    QAction* mnuViewOffline = nullptr;
+    QAction* mnuViewTargetBoardStatus = nullptr;
+    QAction* mnuViewCommStatus = nullptr;
+    QMenu* mnuHelp = nullptr;
+    QAction* mnuHelpHelpTopics = nullptr;
+    QAction* mnuHelpAbout = nullptr;
+    QToolBar* Toolbar1 = nullptr;
+    QLabel* lblDocumentDate = nullptr;
+    QStatusBar* sbrMain = nullptr;
+    std::array<QLabel*, 4> sbrMainPanels{}; ///< System message, mode, date, time.
+    QTimer tmrBackgroungUpdate;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    // Building (frmMDIMainMenus.cpp)
+    QAction* AddEntry(QMenu* menu, const char* name, const char* caption, void (frmMDIMain::*command)());
+    QMenu* AddMenu(const char* name, const char* caption);
+    void BuildMenus();
+    void BuildShortcuts();
+    void BuildToolbar();
+    void BuildStatusBar();
+
+    // Start-up, mode, shut-down (frmMDIMain.cpp)
+    void StartUp();
+    void ShowChild(int index);
+    void FitToChild();
+    void ApplyMode();
+    void ShowMode(bool online);
+    /// The one place that falls back to OFFLINE: the look and the link are brought to agree, when nothing runs.
+    void FollowLink();
+    void Tick();
+    [[nodiscard]] bool Idle() const;
+    void ShowCaption();
+    void ShowDocumentDate();
+    void ShowDateAndTime();
+
+    // Commands (frmMDIMainCommands.cpp)
+    void FileNew();
+    void FileOpen();
+    void FileSave();
+    void FileSaveAs();
+    void FileUpload();
+    void FileDownloadProgram();
+    void FileDownload();
+    void FilePrint();
+    void FileExit();
+    void EditOfflineEditing();
+    void EditCommPort();
+    void EditStackAdd();
+    void ViewOnline();
+    void ViewOffline();
+    void ToggleMode();
+    void ViewTargetBoardStatus();
+    void ViewCommStatus();
+    void HelpHelpTopics();
+    void HelpAbout();
+    void AfterFileCommand();
+    void RefreshOfflineEditing();
+    /// The questions and steps around a transfer.
+    void RunTransfer(TransferMode mode);
+    /// The progress window itself; true when every value was transferred and can be relied on.
+    bool TransferInWindow(TransferMode mode);
+    void ShowUnconfirmed(TransferMode mode, const std::vector<std::size_t>& indices);
+    void SayNotYet(const std::string& what);
+
+    Clock& clock_;
+    SerialPort& port_;
+    Program program_;
+    QtDialogs dialogs_;
+    PortRange portRange_;
+    RSComm link_;
+    QtTurnQueue turns_;
+    FileCommands files_;
+    std::string fixedDevice_;
+    QString captionPrefix_;
+    QMdiArea* children_ = nullptr;
+    frmMain* editor_ = nullptr;
+    std::array<QMdiSubWindow*, 1> childWindows_{};
+    int currentChild_ = -1;
+    bool shownOnline_ = false;
+    bool transferring_ = false;
+    bool closeWanted_ = false;
+    bool closing_ = false;
+};
+
+} // namespace vantrel

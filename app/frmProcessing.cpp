@@ -1,0 +1,78 @@
+#include "app/frmProcessing.h"
+
+#include "platform/QtScreen.h"
+
+#include <QVBoxLayout>
+
+namespace vantrel {
+
+namespace {
+
+constexpr int BarTwips = 4800;
+
+} // namespace
+
+frmProcessing::frmProcessing(TransferMode mode, Configuration& record, RSComm& link, Dialogs& dialogs, TurnQueue& turns,
+                             QWidget* parent)
+    : QtTaskDialog(turns, parent), link_(link), transfer_(mode, record, link, dialogs, turns, *this) {
+    setObjectName(QStringLiteral("frmProcessing"));
+    setWindowTitle(tr("Processing"));
+    BuildControls();
+    LayOutControls();
+}
+
+void frmProcessing::BuildControls() {
+    lblProcessing = new QLabel(this);
+    lblProcessing->setObjectName(QStringLiteral("lblProcessing"));
+    lblProcessing->setTextFormat(Qt::PlainText);
+    prgProcessing = new QProgressBar(this);
+    prgProcessing->setObjectName(QStringLiteral("prgProcessing"));
+    prgProcessing->setAccessibleName(tr("Progress"));
+    prgProcessing->setMinimum(0);
+    prgProcessing->setValue(0);
+    cmdCancel = new QPushButton(tr("&Cancel"), this);
+    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+    // An Enter that was meant for the question before must not cancel what it has just begun.
+    cmdCancel->setAutoDefault(false);
+    connect(cmdCancel, &QPushButton::clicked, this, [this] { CloseAsked(); });
+}
+
+void frmProcessing::LayOutControls() {
+    auto* column = new QVBoxLayout(this);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    prgProcessing->setMinimumWidth(PixelsOfTwips(BarTwips, *this));
+    column->addWidget(lblProcessing);
+    column->addWidget(prgProcessing);
+    column->addSpacing(column->spacing());
+    column->addWidget(cmdCancel, 0, Qt::AlignHCenter);
+}
+
+frmProcessing::Result frmProcessing::RunModal() {
+    transfer_.Load();
+    const bool ended = RunTask(transfer_.Run());
+    Result result;
+    result.failed = !ended || link_.LinkFailed();
+    result.cancelled = !result.failed && transfer_.Cancelled() && !transfer_.Complete();
+    result.complete = !result.failed && !result.cancelled;
+    result.unconfirmed = transfer_.Unconfirmed();
+    return result;
+}
+
+void frmProcessing::CloseAsked() {
+    cancelled_ = true;
+    cmdCancel->setEnabled(false);
+    transfer_.Cancel();
+}
+
+void frmProcessing::ShowLabel(std::string_view label) {
+    lblProcessing->setText(QString::fromUtf8(label.data(), static_cast<qsizetype>(label.size())));
+}
+
+void frmProcessing::ShowProgress(std::size_t done, std::size_t total) {
+    prgProcessing->setMaximum(static_cast<int>(total));
+    prgProcessing->setValue(static_cast<int>(done));
+    // The transfer clears its own flag when it starts; a Cancel just before that counts too.
+    if (cancelled_) transfer_.Cancel();
+}
+
+} // namespace vantrel

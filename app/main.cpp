@@ -1,0 +1,110 @@
+// The desktop program: reads the command line, makes the host's clock and serial port, and hands over to the main
+// frame.
+#include "app/Program.h"
+#include "app/frmMDIMain.h"
+#include "platform/AsioSerialPort.h"
+#include "platform/QtSerialPort.h"
+#include "platform/SafeFile.h"
+#include "platform/SystemClock.h"
+#include "platform/Terminal.h"
+#include "simulator/SimulatedPort.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QApplication>
+
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace {
+
+using namespace vantrel;
+
+/// One handler around the event dispatch: what no procedure traps is shown, and the program goes on with nothing lost.
+class Application final : public QApplication {
+public:
+    Application(int& argc, char** argv) : QApplication(argc, argv) {}
+    void SetFrame(frmMDIMain* frame) { frame_ = frame; }
+    bool notify(QObject* receiver, QEvent* event) override {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (...) {
+            if (!frame_) throw;
+            frame_->ShowUntrappedError();
+            return false;
+        }
+    }
+
+private:
+    frmMDIMain* frame_ = nullptr;
+};
+
+struct Options {
+    std::string file;
+    std::string programFolder;
+    std::string trace;
+    bool simulatedBoard = false;
+};
+
+/// The exit code when the program ends here (help, or a wrong option); nothing when it goes on.
+std::optional<int> Read(Options& options, std::vector<std::string> arguments) {
+    CLI::App line("VANTREL sets up the K5216-505 network communication board.", "vantrel");
+    line.add_option("FILE", options.file, "The set-up file (.sdt) to open, or a text file (.vtl) to import");
+    line.add_flag("--simulated-board", options.simulatedBoard, "Put a simulated board in the place of the serial port");
+    line.add_option("--trace", options.trace, "Write every byte sent and received, with its time, to this file");
+    line.add_option("--program-folder", options.programFolder,
+                    "Where the program's own folders are (else VANTREL_FOLDER, else beside the program)");
+    line.set_version_flag("--version", ProgramVersion());
+    try {
+        line.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
+    } catch (const CLI::ParseError& error) {
+        return line.exit(error);
+    }
+    return std::nullopt;
+}
+
+ProgramFolder FolderFor(const Options& options) {
+    if (options.programFolder.empty()) return ProgramFolder::Find(std::nullopt);
+    return ProgramFolder::Find(PathFromUtf8(options.programFolder));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Application application(argc, argv);
+    Application::setApplicationName(QStringLiteral("VANTREL"));
+    Options options;
+    if (const auto ended = Read(options, CommandLineArguments(argc, argv))) return *ended;
+
+    SystemClock clock;
+    const ProgramFolder folder = FolderFor(options);
+    SimulatedBoard board(BoardStart(clock));
+    std::unique_ptr<SerialPort> line;
+    if (options.simulatedBoard) {
+        line = std::make_unique<SimulatedPort>(board, clock, LinePacing::LineSpeed);
+    } else {
+        line = std::make_unique<AsioSerialPort>(clock, folder.Entry("Support"));
+    }
+    QtSerialPort port(*line, clock);
+    std::ofstream traceFile;
+    TextTrafficLog trace(traceFile);
+
+    frmMDIMain frame(folder, clock, port, options.simulatedBoard ? "the simulated board" : "");
+    application.SetFrame(&frame);
+    if (!options.trace.empty()) {
+        traceFile.open(PathFromUtf8(options.trace));
+        if (!traceFile) {
+            std::cerr << "vantrel: the trace \"" << options.trace << "\" cannot be written.\n";
+            return 4;
+        }
+        frame.Link().SetTrafficLog(&trace);
+    }
+    frame.show();
+    if (!options.file.empty()) frame.OpenFile(PathFromUtf8(options.file));
+    const int code = Application::exec();
+    application.SetFrame(nullptr);
+    return code;
+}

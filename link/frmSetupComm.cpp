@@ -1,0 +1,187 @@
+// Controls, layout, and when the number in the box is checked.
+#include "link/frmSetupComm.h"
+
+#include "platform/QtScreen.h"
+
+#include <QApplication>
+#include <QFontMetrics>
+#include <QHBoxLayout>
+#include <QShowEvent>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+constexpr int DialogTwips = 6000;
+constexpr int BoxTwips = 720;
+constexpr int DeviceLines = 4;
+/// Looking at a device opens it for a moment, which those that are only stepped over are spared.
+constexpr int DeviceMilliseconds = 300;
+
+constexpr const char* Speeds[2] = {"9600", "19200"};
+
+template <typename Control> Control* Named(Control* control, const char* name) {
+    control->setObjectName(QLatin1String(name));
+    return control;
+}
+
+} // namespace
+
+frmSetupComm::frmSetupComm(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range,
+                           DocumentDialogs& dialogs, QWidget* parent, std::string fixedDevice)
+    : QDialog(parent), decides_(link, port, folder, range, dialogs, std::move(fixedDevice)) {
+    setObjectName(QStringLiteral("frmSetupComm"));
+    setWindowTitle(QStringLiteral("Comm Port Settings"));
+    BuildPortFrame();
+    BuildSpeedFrame();
+    BuildButtons();
+    LayOut();
+    ShowCurrentSettings();
+    // The box must not come up in the middle of the click or key that moves the focus, but right after it.
+    checkTimer_.setSingleShot(true);
+    checkTimer_.callOnTimeout(this, [this] { CheckPort(); });
+    connect(qApp, &QApplication::focusChanged, this, &frmSetupComm::FocusMoved);
+}
+
+void frmSetupComm::BuildPortFrame() {
+    fraCommPort = Named(new QGroupBox(tr("Comm &Port"), this), "fraCommPort");
+    optCommPort = Named(new QRadioButton(QStringLiteral("COM"), fraCommPort), "optCommPort");
+    // The only choice of its frame: it stands for the box behind it.
+    optCommPort->setChecked(true);
+    optCommPort->setFocusPolicy(Qt::NoFocus);
+    txtCommPort = Named(new QLineEdit(QStringLiteral("1"), fraCommPort), "txtCommPort");
+    txtCommPort->setAccessibleName(tr("Comm port number"));
+    SelectAllOnFocus(*txtCommPort);
+    updCommPort = Named(new QtUpDown(
+                            *txtCommPort,
+                            [this](int direction) {
+                                const std::string text = decides_.Stepped(PortText(), direction);
+                                txtCommPort->setText(QString::fromStdString(text));
+                                txtCommPort->selectAll();
+                            },
+                            fraCommPort),
+                        "updCommPort");
+    lblDevice = Named(new QLabel(fraCommPort), "lblDevice");
+    lblDevice->setTextFormat(Qt::PlainText);
+    lblDevice->setWordWrap(true);
+    lblDevice->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lblDevice->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    connect(optCommPort, &QRadioButton::clicked, this, &frmSetupComm::BackToPort);
+    connect(txtCommPort, &QLineEdit::textChanged, this, [this] {
+        lblDevice->setText(QString::fromStdString(decides_.DeviceName(PortText())));
+        deviceTimer_.start();
+    });
+    deviceTimer_.setSingleShot(true);
+    deviceTimer_.setInterval(DeviceMilliseconds);
+    deviceTimer_.callOnTimeout(this, [this] { ShowDevice(); });
+}
+
+void frmSetupComm::BuildSpeedFrame() {
+    fraPortSpeed = Named(new QGroupBox(tr("Port Sp&eed"), this), "fraPortSpeed");
+    for (int i = 0; i < 2; ++i) {
+        optPortSpeed[i] = new QRadioButton(QLatin1String(Speeds[i]), fraPortSpeed);
+        optPortSpeed[i]->setObjectName(QStringLiteral("optPortSpeed%1").arg(i));
+    }
+}
+
+void frmSetupComm::BuildButtons() {
+    cmdSave = Named(new QPushButton(tr("&Save"), this), "cmdSave");
+    cmdCancel = Named(new QPushButton(tr("&Cancel"), this), "cmdCancel");
+    cmdSave->setDefault(true);
+    for (QPushButton* button : {cmdSave, cmdCancel}) {
+        // A click decides at once, with the focus still in the box: Save checks for itself, Cancel not at all.
+        button->setFocusPolicy(Qt::TabFocus);
+    }
+    connect(cmdSave, &QPushButton::clicked, this, &frmSetupComm::Save);
+    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmSetupComm::LayOut() {
+    auto* number = new QHBoxLayout;
+    number->addWidget(optCommPort);
+    number->addWidget(txtCommPort);
+    number->addWidget(updCommPort);
+    number->addStretch();
+    number->setSpacing(0);
+    auto* port = new QVBoxLayout(fraCommPort);
+    port->addLayout(number);
+    port->addWidget(lblDevice);
+    auto* speed = new QHBoxLayout(fraPortSpeed);
+    speed->addWidget(optPortSpeed[0]);
+    speed->addWidget(optPortSpeed[1]);
+    speed->addStretch();
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdSave);
+    buttons->addWidget(cmdCancel);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(fraCommPort);
+    column->addWidget(fraPortSpeed);
+    column->addStretch();
+    column->addLayout(buttons);
+
+    txtCommPort->setFixedWidth(PixelsOfTwips(BoxTwips, *this));
+    lblDevice->setMinimumHeight(DeviceLines * lblDevice->fontMetrics().lineSpacing());
+    setMinimumWidth(PixelsOfTwips(DialogTwips, *this));
+    txtCommPort->setFocus();
+}
+
+void frmSetupComm::ShowCurrentSettings() {
+    const PortSettings settings = decides_.CurrentSettings();
+    txtCommPort->setText(QString::number(settings.number));
+    optPortSpeed[settings.speed == Speeds[1] ? 1 : 0]->setChecked(true);
+}
+
+void frmSetupComm::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) {
+        ShowDevice();
+        CentreOnScreen(*this);
+    }
+    QDialog::showEvent(event);
+}
+
+void frmSetupComm::ShowDevice() {
+    deviceTimer_.stop();
+    const QString line = QString::fromStdString(decides_.DeviceLine(PortText()));
+    lblDevice->setText(line);
+    txtCommPort->setAccessibleDescription(line);
+}
+
+void frmSetupComm::FocusMoved(const QWidget* from, const QWidget* to) {
+    if (!isVisible() || from != txtCommPort || !to || to->window() != this || to == cmdCancel) return;
+    checkTimer_.start();
+}
+
+void frmSetupComm::CheckPort() {
+    if (txtCommPort->hasFocus() || decides_.AcceptsPort(PortText())) return;
+    // The release of a button that was pressed went to the box.
+    if (auto* button = qobject_cast<QAbstractButton*>(focusWidget())) button->setDown(false);
+    BackToPort();
+}
+
+void frmSetupComm::BackToPort() {
+    txtCommPort->setFocus();
+    txtCommPort->selectAll();
+}
+
+void frmSetupComm::Save() {
+    if (decides_.Save(PortText(), Speeds[optPortSpeed[1]->isChecked() ? 1 : 0])) {
+        accept();
+    } else {
+        BackToPort();
+    }
+}
+
+void frmSetupComm::done(int result) {
+    deviceTimer_.stop();
+    checkTimer_.stop();
+    QDialog::done(result);
+    decides_.Finish();
+}
+
+std::string frmSetupComm::PortText() const { return txtCommPort->text().toStdString(); }
+
+} // namespace vantrel

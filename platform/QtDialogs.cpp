@@ -1,0 +1,141 @@
+#include "platform/QtDialogs.h"
+
+#include "platform/QtScreen.h"
+#include "platform/SafeFile.h"
+
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QString>
+#include <QStringList>
+#include <QVBoxLayout>
+
+namespace vantrel {
+
+namespace {
+
+/// Width of a prompt, in characters, at which its lines break.
+constexpr int PromptColumns = 76;
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+QMessageBox::Icon IconOf(MessageIcon icon) {
+    switch (icon) {
+    case MessageIcon::Information:
+        return QMessageBox::Information;
+    case MessageIcon::Question:
+        return QMessageBox::Question;
+    case MessageIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MessageIcon::Critical:
+        return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons ButtonsOf(MessageButtons buttons) {
+    switch (buttons) {
+    case MessageButtons::Ok:
+        return QMessageBox::Ok;
+    case MessageButtons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case MessageButtons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case MessageButtons::RetryCancel:
+        return QMessageBox::Retry | QMessageBox::Cancel;
+    }
+    return QMessageBox::Ok;
+}
+
+/// Closing a box without a choice is the answer that does least.
+MessageAnswer AnswerOf(int button, MessageButtons buttons) {
+    switch (button) {
+    case QMessageBox::Yes:
+        return MessageAnswer::Yes;
+    case QMessageBox::No:
+        return MessageAnswer::No;
+    case QMessageBox::Retry:
+        return MessageAnswer::Retry;
+    case QMessageBox::Ok:
+        return MessageAnswer::Ok;
+    default:
+        return buttons == MessageButtons::YesNo ? MessageAnswer::No : MessageAnswer::Cancel;
+    }
+}
+
+} // namespace
+
+/// Counts a box as open for as long as it lives.
+class QtDialogs::Up {
+public:
+    explicit Up(QtDialogs& dialogs) : dialogs_(dialogs) { ++dialogs_.open_; }
+    Up(const Up&) = delete;
+    Up& operator=(const Up&) = delete;
+    ~Up() {
+        if (--dialogs_.open_ == 0 && dialogs_.onClosed_) dialogs_.onClosed_();
+    }
+
+private:
+    QtDialogs& dialogs_;
+};
+
+MessageAnswer QtDialogs::Show(const MessageBox& box) {
+    const Up up(*this);
+    QMessageBox window(IconOf(box.icon), Text(box.title), Text(box.text), ButtonsOf(box.buttons), owner_);
+    // A "<" in a file's name is a "<".
+    window.setTextFormat(Qt::PlainText);
+    return AnswerOf(window.exec(), box.buttons);
+}
+
+std::optional<std::string> QtDialogs::AskText(const std::string& title, const std::string& prompt,
+                                              const std::string& initial) {
+    const Up up(*this);
+    QDialog window(owner_);
+    window.setWindowTitle(Text(title));
+    QLabel label(Text(prompt));
+    QLineEdit entry(Text(initial));
+    QDialogButtonBox buttons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    label.setTextFormat(Qt::PlainText);
+    label.setWordWrap(true);
+    label.setMinimumWidth(label.fontMetrics().averageCharWidth() * PromptColumns);
+    entry.setAccessibleName(Text(title));
+    SelectAllOnFocus(entry);
+    QVBoxLayout layout(&window);
+    layout.setSizeConstraint(QLayout::SetFixedSize);
+    layout.addWidget(&label);
+    layout.addWidget(&entry);
+    layout.addWidget(&buttons);
+    QObject::connect(&buttons, &QDialogButtonBox::accepted, &window, &QDialog::accept);
+    QObject::connect(&buttons, &QDialogButtonBox::rejected, &window, &QDialog::reject);
+    CentreOnScreen(window);
+    if (window.exec() != QDialog::Accepted) return std::nullopt;
+    return entry.text().toStdString();
+}
+
+std::optional<FileChoice> QtDialogs::OpenFile(const FileQuestion& question) { return AskFile(question, false); }
+
+std::optional<FileChoice> QtDialogs::SaveFile(const FileQuestion& question) { return AskFile(question, true); }
+
+std::optional<FileChoice> QtDialogs::AskFile(const FileQuestion& question, bool saving) {
+    const Up up(*this);
+    QFileDialog window(owner_, saving ? QObject::tr("Save As") : QObject::tr("Open"));
+    window.setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    window.setFileMode(saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    QStringList filters;
+    for (const FileFilter& filter : question.filters)
+        filters << Text(filter.name);
+    window.setNameFilters(filters);
+    if (!question.initial.empty()) {
+        window.setDirectory(Text(Utf8FromPath(question.initial.parent_path())));
+        const std::string name = Utf8FromPath(question.initial.filename());
+        if (name.find('*') == std::string::npos) window.selectFile(Text(name));
+    }
+    if (window.exec() != QDialog::Accepted) return std::nullopt;
+    const qsizetype chosen = filters.indexOf(window.selectedNameFilter());
+    return FileChoice{PathFromUtf8(window.selectedFiles().value(0).toStdString()),
+                      static_cast<std::size_t>(std::max<qsizetype>(chosen, 0))};
+}
+
+} // namespace vantrel

@@ -1,0 +1,37 @@
+// Message boxes, text questions and file dialogs on Qt. They belong to the main frame, never to a window that may go
+// away under them.
+#pragma once
+
+#include "platform/DocumentDialogs.h"
+
+#include <QWidget>
+
+#include <functional>
+
+namespace vantrel {
+
+class QtDialogs final : public DocumentDialogs {
+public:
+    /// The window that boxes belong to; until there is one they stand alone.
+    void SetOwner(QWidget* owner) { owner_ = owner; }
+    /// Called whenever the last open box has been closed.
+    void SetOnClosed(std::function<void()> onClosed) { onClosed_ = std::move(onClosed); }
+    /// A box of the program is on the screen.
+    [[nodiscard]] bool BoxUp() const { return open_ > 0; }
+
+    MessageAnswer Show(const MessageBox& box) override;
+    std::optional<std::string> AskText(const std::string& title, const std::string& prompt,
+                                       const std::string& initial) override;
+    std::optional<FileChoice> OpenFile(const FileQuestion& question) override;
+    std::optional<FileChoice> SaveFile(const FileQuestion& question) override;
+
+private:
+    class Up;
+    std::optional<FileChoice> AskFile(const FileQuestion& question, bool saving);
+
+    QWidget* owner_ = nullptr;
+    std::function<void()> onClosed_;
+    int open_ = 0;
+};
+
+} // namespace vantrel

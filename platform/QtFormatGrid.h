@@ -1,0 +1,93 @@
+// A grid whose headings come from a format string: heading row and first column fixed, cells of plain text. Knows Qt
+// and nothing of what its cells mean.
+#pragma once
+
+#include <QColor>
+#include <QRect>
+#include <QString>
+#include <QTableView>
+
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+/// What a grid is laid out from. Lengths are in twips of the screen's logical resolution; they are minima, and give way
+/// to a font that needs more.
+struct GridPlan {
+    /// "|" separates columns; a column's text begins with "^" (centred) or "<" (left), which counts for its cells as
+    /// well. Everything behind that letter is heading.
+    std::string format;
+    std::vector<int> columnWidths; ///< One a column.
+    int rows = 1; ///< The heading row included.
+    int rowsShown = 1; ///< So many show at once at least, the heading row included.
+    int width = 0; ///< Of the whole grid.
+    int firstStretchingColumn = 1; ///< Room to spare goes to this column and those behind it, in equal parts.
+};
+
+/// Rows that are on the screen; none when `last` is below `first`.
+struct RowRange {
+    int first = 1;
+    int last = 0;
+    [[nodiscard]] bool Contains(int row) const { return row >= first && row <= last; }
+};
+
+/// Rows and columns are counted from 0; row 0 and column 0 are the fixed ones. A row or column outside the plan is an
+/// error of the caller's (std::out_of_range). Arrow keys move the current cell, Tab leaves the grid, Ctrl+C copies the
+/// selected cells.
+class QtFormatGrid final : public QTableView {
+public:
+    explicit QtFormatGrid(QWidget* parent = nullptr);
+
+    /// Empties the grid and lays it out anew.
+    void LayOut(const GridPlan& plan);
+
+    [[nodiscard]] int RowCount() const;
+    [[nodiscard]] int ColumnCount() const;
+    [[nodiscard]] QString Text(int row, int column) const;
+    void SetText(int row, int column, const QString& text);
+    /// An invalid colour gives the cell back to the theme.
+    void SetTextColor(int row, int column, const QColor& color);
+
+    /// 0 while no cell is the current one.
+    [[nodiscard]] int CurrentRow() const { return currentIndex().row() + 1; }
+    [[nodiscard]] int CurrentColumn() const { return currentIndex().column() + 1; }
+    /// Makes a cell the current, only selected one and scrolls to it; without one (0, 0) the grid stays where it is.
+    void SetCurrentCell(int row, int column);
+
+    /// Where a cell stands, in the grid's own coordinates, without its grid lines; outside the grid when it is scrolled
+    /// out. Not for fixed cells.
+    [[nodiscard]] QRect CellRect(int row, int column) const;
+    /// Of the rows below the heading, those of which the user really sees a part: scrolled in, and not hidden with a
+    /// tab, behind an edge or in a minimised window.
+    [[nodiscard]] RowRange VisibleRows() const;
+    /// Of every row, the heading row included; pixels.
+    [[nodiscard]] int RowHeight() const { return rowHeight_; }
+    /// The selected cells, tabs between columns and line ends between rows.
+    [[nodiscard]] QString SelectedText() const;
+
+    /// Typing in a grid means an entry, never a search.
+    void keyboardSearch(const QString&) override {}
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    class Cells;
+
+    void BuildHeaders();
+    void FitFont();
+    void StretchColumns();
+    void PaintCorner(QWidget& corner) const;
+
+    Cells* cells_; ///< Qt's child of this grid.
+    QWidget* corner_ = nullptr; ///< Where the fixed row and column meet; Qt's child.
+    GridPlan plan_;
+    int rowHeight_ = 0;
+    std::vector<int> leastWidths_; ///< Of the columns, in pixels.
+};
+
+} // namespace vantrel

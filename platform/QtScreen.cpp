@@ -1,0 +1,80 @@
+#include "platform/QtScreen.h"
+
+#include <QFocusEvent>
+#include <QScreen>
+#include <QStyle>
+
+namespace vantrel {
+
+namespace {
+
+constexpr double TwipsPerInch = 1440;
+
+/// The focus goes to, or comes from, something that is no neighbour of the box: another window or a menu.
+bool IsElsewhere(Qt::FocusReason reason) {
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
+}
+
+/// Lives with the box that it watches.
+class SelectAllFilter final : public QObject {
+public:
+    explicit SelectAllFilter(QLineEdit& box) : QObject(&box), box_(box) { box.installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        switch (event->type()) {
+        case QEvent::FocusIn:
+            GotFocus(static_cast<QFocusEvent*>(event)->reason());
+            break;
+        case QEvent::FocusOut:
+            LostFocus(static_cast<QFocusEvent*>(event)->reason());
+            break;
+        case QEvent::MouseButtonRelease:
+            Released();
+            break;
+        default:
+            break;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void GotFocus(Qt::FocusReason reason) {
+        const bool comesBack = away_ && IsElsewhere(reason);
+        away_ = false;
+        if (comesBack) return;
+        clicked_ = reason == Qt::MouseFocusReason;
+        if (!clicked_) box_.selectAll();
+    }
+    void LostFocus(Qt::FocusReason reason) {
+        clicked_ = false;
+        away_ = IsElsewhere(reason);
+    }
+    // The click that brings the focus would undo a selection made before its end; one that drags makes its own.
+    void Released() {
+        if (clicked_ && !box_.hasSelectedText()) box_.selectAll();
+        clicked_ = false;
+    }
+
+    QLineEdit& box_;
+    bool away_ = false; ///< The focus is where it comes back from.
+    bool clicked_ = false; ///< The focus came with a click that has not ended.
+};
+
+} // namespace
+
+int PixelsOfTwips(int twips, const QWidget& window) {
+    return qRound(twips * window.screen()->logicalDotsPerInchX() / TwipsPerInch);
+}
+
+void CentreOnScreen(QWidget& dialog) {
+    dialog.adjustSize();
+    const QWidget& onScreen = dialog.parentWidget() ? *dialog.parentWidget() : dialog;
+    const QRect screen = onScreen.screen()->availableGeometry();
+    const QRect centred = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, dialog.size(), screen);
+    // The title bar of a dialog that is larger than the screen stays within reach.
+    dialog.move(qMax(centred.x(), screen.x()), qMax(centred.y(), screen.y()));
+}
+
+void SelectAllOnFocus(QLineEdit& box) { new SelectAllFilter(box); }
+
+} // namespace vantrel

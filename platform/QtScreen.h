@@ -1,0 +1,20 @@
+// What every window needs to know of its screen, and what every entry box does on focus.
+#pragma once
+
+#include <QLineEdit>
+#include <QWidget>
+
+namespace vantrel {
+
+/// Pixels of a length in twips (1/1440 inch) at the logical resolution of the screen that `window` belongs to.
+[[nodiscard]] int PixelsOfTwips(int twips, const QWidget& window);
+
+/// Gives a dialog the size that its content asks for and puts it in the middle of its owner's screen (its own, without
+/// an owner). Call before it is shown.
+void CentreOnScreen(QWidget& dialog);
+
+/// From now on `box` selects its whole text when it gets the focus. Coming back from another program, a message box or
+/// a menu is no new focus: what the user had selected stays.
+void SelectAllOnFocus(QLineEdit& box);
+
+} // namespace vantrel

@@ -1,0 +1,58 @@
+// The tests' person in front of the real message boxes: reads each one and clicks a button.
+#pragma once
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+/// Works from the event loop of whatever box is up.
+class BoxAnswerer {
+public:
+    BoxAnswerer() {
+        timer_.callOnTimeout([this] { Look(); });
+        timer_.start(0);
+    }
+
+    /// Clicked in this order; when they have run out, Cancel, No or OK, the first that the box has.
+    std::deque<QMessageBox::StandardButton> answers;
+    /// Title and text of every box, "title|text".
+    std::vector<std::string> shown;
+    /// Called before a box is answered.
+    std::function<void()> whileShown;
+
+private:
+    void Look() {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box || answering_) return;
+        answering_ = true;
+        shown.push_back((box->windowTitle() + "|" + box->text()).toStdString());
+        if (whileShown) whileShown();
+        QTest::mouseClick(Button(*box), Qt::LeftButton);
+        answering_ = false;
+    }
+    QAbstractButton* Button(const QMessageBox& box) {
+        if (!answers.empty()) {
+            const QMessageBox::StandardButton wanted = answers.front();
+            answers.pop_front();
+            return box.button(wanted);
+        }
+        for (const auto careful : {QMessageBox::Cancel, QMessageBox::No, QMessageBox::Ok}) {
+            if (box.button(careful)) return box.button(careful);
+        }
+        return nullptr;
+    }
+
+    QTimer timer_;
+    bool answering_ = false;
+};
+
+} // namespace vantrel
