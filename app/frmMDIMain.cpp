@@ -164,7 +164,8 @@ void frmMDIMain::ShowCaption() {
 
 void frmMDIMain::ShowDocumentDate() {
     const auto saved = program_.document.CurrentConfiguration.SavedDate.ToLocal();
-    const bool blank = program_.document.IsUnnamed || !saved;
+    // A new document has no date until its values came from a board.
+    const bool blank = (program_.document.IsUnnamed && !uploaded_) || !saved;
     lblDocumentDate->setText(blank ? QString() : DateText(*saved) + QLatin1Char(' ') + TimeText(*saved));
 }
 

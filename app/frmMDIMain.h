@@ -128,6 +128,7 @@ private:
     void RunTransfer(TransferMode mode);
     /// The progress window itself; true when every value was transferred and can be relied on.
     bool TransferInWindow(TransferMode mode);
+    [[nodiscard]] bool CanStartTransfer() const;
     void ShowUnconfirmed(TransferMode mode, const std::vector<std::size_t>& indices);
     void SayNotYet(const std::string& what);
 
@@ -147,6 +148,7 @@ private:
     int currentChild_ = -1;
     bool shownOnline_ = false;
     bool transferring_ = false;
+    bool uploaded_ = false; ///< The user has uploaded values into the document since it was new.
     bool closeWanted_ = false;
     bool closing_ = false;
 };

@@ -37,7 +37,7 @@ void frmMDIMain::OpenFile(const std::filesystem::path& path) {
 }
 
 void frmMDIMain::FileNew() {
-    files_.New(true);
+    if (files_.New(true) == FileCommands::Outcome::Done) uploaded_ = false;
     AfterFileCommand();
 }
 
@@ -79,13 +79,16 @@ void frmMDIMain::RunTransfer(TransferMode mode) {
         if (dialogs_.Show(OfflineQuestion()) != MessageAnswer::Yes) return;
         ViewOnline();
     }
+    if (mode == TransferMode::UploadData && CanStartTransfer()) uploaded_ = true;
     TransferInWindow(mode);
 }
+
+bool frmMDIMain::CanStartTransfer() const { return link_.OnlineMode() && !link_.LinkFailed(); }
 
 bool frmMDIMain::TransferInWindow(TransferMode mode) {
     program_.transferMode = mode;
     Configuration& record = program_.document.CurrentConfiguration;
-    if (mode == TransferMode::UploadData) {
+    if (mode == TransferMode::UploadData && CanStartTransfer()) {
         record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
         ShowDocumentDate();
     }

@@ -1,0 +1,397 @@
+// The main frame as a user meets it: menus by their keys, clicks on buttons and panels, dialogs that are answered, the
+// simulated board in process.
+#include "tests/windows/FrameFixture.h"
+
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QUrl>
+
+#include <algorithm>
+#include <set>
+
+namespace vantrel {
+namespace {
+
+using Boxes = std::vector<std::string>;
+constexpr auto Yes = QMessageBox::Yes;
+constexpr auto No = QMessageBox::No;
+
+constexpr const char* CableWarning = "WARNING - Communication Error!|Cannot Communicate with Target Board.\n"
+                                     "Verify RS-232 Cable is Connected Between\nCOMM Port and PROG Port.";
+constexpr const char* NotComplete = "RTFCD7|Error Processing Request\n\nProcess Not Complete";
+constexpr const char* SaveChanges = "VANTREL|Save Changes to File?";
+constexpr const char* UploadAsked = "Data Upload|You are about to Upload Data from the PLC\n\nDo You Wish to Continue?";
+constexpr const char* DownloadAsked =
+    "Data Download|You are about to Download Data to the PLC\n\nDo You Wish to Continue?";
+constexpr const char* OnlineAsked =
+    "Program Offline|Program is Currently OFFLINE\n\nDo You Wish to Switch to ONLINE MODE to Continue?";
+
+TEST_F(FrameTest, StartsUnnamedAndOfflineWithNothingToSave) {
+    EXPECT_EQ(Caption(), "VANTREL [unnamed]");
+    EXPECT_EQ(Mode(), "OFFLINE");
+    EXPECT_EQ(DateShown(), "");
+    EXPECT_EQ(Doc().FilePath, folder / "*.sdt");
+    EXPECT_FALSE(frame->mnuEditStackAdd->isEnabled());
+    for (const QLabel* panel : {frame->sbrMainPanels[2], frame->sbrMainPanels[3]})
+        EXPECT_FALSE(panel->text().isEmpty());
+    const QString before = frame->sbrMainPanels[3]->text();
+    clock.Advance(std::chrono::minutes(1));
+    Tick();
+    EXPECT_NE(frame->sbrMainPanels[3]->text(), before);
+    Menu(Qt::Key_F, Qt::Key_X);
+    EXPECT_FALSE(frame->isVisible());
+    EXPECT_TRUE(user.shown.empty() && typer.shown.empty());
+}
+
+TEST_F(FrameTest, MenusAndButtonsStandInOrderAndEveryAccessKeyIsUniqueInItsMenu) {
+    const auto captions = [](const QWidget& menu) {
+        std::string shown;
+        std::set<QChar> keys;
+        for (const QAction* entry : menu.actions()) {
+            shown += (entry->isSeparator() ? "-" : entry->text().toStdString()) + "|";
+            const qsizetype mark = entry->text().indexOf(QLatin1Char('&'));
+            EXPECT_TRUE(entry->isSeparator() || (mark >= 0 && keys.insert(entry->text().at(mark + 1).toLower()).second))
+                << shown;
+        }
+        return shown;
+    };
+    EXPECT_EQ(captions(*frame->menuBar()), "&File|&Edit|&View|&Help|");
+    EXPECT_EQ(captions(*frame->mnuFile),
+              "&New...|&Open...|&Save|Save &As...|-|&Upload (save) Settings|Download P&rogram|"
+              "&Download (restore) Settings|-|&Print Report...|-|E&xit|");
+    EXPECT_EQ(captions(*frame->mnuEdit), "Enable &Offline Editing|-|Co&mm Port|-|TI Status Stack &Address|");
+    EXPECT_EQ(captions(*frame->mnuView),
+              "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|");
+    EXPECT_EQ(captions(*frame->mnuHelp), "&Help Topics|-|&About VANTREL|");
+    std::string toolTips;
+    for (const QAction* button : frame->Toolbar1->actions().first(14))
+        toolTips += (button->isSeparator() ? "-" : button->toolTip().toStdString()) + "|";
+    EXPECT_EQ(toolTips, "|New...|Open...|Save|-|Print|-|Offline Edit|-|Upload (save) Settings|"
+                        "Download (restore) Settings|-|Target Board Interface|Communication Interface|");
+}
+
+TEST_F(FrameTest, OfflineEditingIsOneStateForEntryAndButton) {
+    auto* button = qobject_cast<QAbstractButton*>(frame->Toolbar1->widgetForAction(frame->mnuEditOfflineEditing));
+    for (const bool on : {true, false, true}) {
+        if (on) {
+            Menu(Qt::Key_E, Qt::Key_O);
+        } else {
+            QTest::mouseClick(button, Qt::LeftButton);
+        }
+        for (const bool state : {frame->State().offlineEditing, frame->mnuEditOfflineEditing->isChecked(),
+                                 button->isChecked(), frame->mnuEditStackAdd->isEnabled()})
+            EXPECT_EQ(state, on);
+    }
+}
+
+TEST_F(FrameTest, TheStatusStackDialogTakesOnlyVMemoryAddresses) {
+    const Boxes refused = {"TI Status Stack Address|Only a V Memory Space Address Between 1 and 34463 can be Entered"};
+    struct Case {
+        std::deque<std::string> typed; ///< None: Escape.
+        std::int32_t stored;
+        Boxes boxes;
+    };
+    for (const bool online : {false, true}) {
+        Start();
+        Menu(Qt::Key_E, Qt::Key_O);
+        if (online) GoOnline();
+        board.PokeWord(6400, 1, clock.Now());
+        std::int32_t before = 1;
+        for (const Case& one : {Case{{"v500"}, 500, {}}, Case{{"0"}, 500, refused}, Case{{"34464"}, 500, refused},
+                                Case{{"X5"}, 500, refused}, Case{{}, 500, {}}, Case{{""}, 500, {}}, Case{{"7"}, 7, {}},
+                                Case{{"500"}, 500, {}}}) {
+            Answer({}, one.typed);
+            Menu(Qt::Key_E, Qt::Key_A);
+            EXPECT_EQ(typer.shown, (Boxes{"TI Status Stack Address|V" + std::to_string(before)}));
+            EXPECT_EQ(Value(0), one.stored);
+            EXPECT_EQ(user.shown, one.boxes);
+            EXPECT_EQ(Word(6400), online ? one.stored : 1);
+            EXPECT_EQ(Flag(), 0);
+            before = one.stored;
+        }
+    }
+}
+
+TEST_F(FrameTest, NewAsksForTheStackAddressAfterTheSaveQuestion) {
+    ChangeDocument("500");
+    Ctrl(Qt::Key_N);
+    EXPECT_EQ(user.shown, (Boxes{SaveChanges}));
+    EXPECT_TRUE(typer.shown.empty() && Value(0) == 500);
+    Answer({No}, {"v77"});
+    ClickButton(frame->mnuFileNew);
+    EXPECT_EQ(typer.shown, (Boxes{"TI Status Stack Address|V1"}));
+    EXPECT_EQ(Value(0), 77);
+    EXPECT_EQ(Caption(), "VANTREL [unnamed]");
+}
+
+TEST_F(FrameTest, TheModeChangesByMenuAndByTheModePanelOnly) {
+    GoOnline();
+    Menu(Qt::Key_V, Qt::Key_N);
+    EXPECT_EQ(Mode(), "ONLINE");
+    Menu(Qt::Key_V, Qt::Key_F);
+    EXPECT_EQ(Mode(), "OFFLINE");
+    for (const std::size_t panel : {0U, 2U, 3U})
+        ClickPanel(panel);
+    EXPECT_EQ(Mode(), "OFFLINE");
+    ClickPanel(1);
+    EXPECT_EQ(Mode(), "ONLINE");
+    ClickPanel(1);
+    EXPECT_EQ(Mode(), "OFFLINE");
+    EXPECT_TRUE(user.shown.empty());
+}
+
+TEST_F(FrameTest, ABoardThatDoesNotAnswerLeavesTheFrameOffline) {
+    port.CutLine();
+    ClickPanel(1);
+    EXPECT_EQ(Mode(), "OFFLINE");
+    ASSERT_EQ(user.shown.size(), 1U);
+    EXPECT_TRUE(user.shown[0].starts_with("Comm Port Error|"));
+    port.MendLine();
+    board.AddFault({.kind = FaultKind::NoAnswer});
+    // The user is not quicker than the box: neither a tick nor a click goes on while it is up.
+    user.whileShown = [&] {
+        Tick();
+        ClickPanel(1);
+    };
+    Answer({QMessageBox::Retry});
+    Menu(Qt::Key_V, Qt::Key_N);
+    Tick();
+    EXPECT_EQ(user.shown, (Boxes{CableWarning, CableWarning}));
+    EXPECT_FALSE(frame->mnuViewOnline->isChecked());
+    board.ClearFaults();
+    GoOnline();
+}
+
+TEST_F(FrameTest, SaveAsAndOpenGoThroughTheFileDialog) {
+    ChangeDocument("500");
+    Answer({}, {(folder / "plant").string()});
+    Menu(Qt::Key_F, Qt::Key_A);
+    EXPECT_EQ(typer.shown, (Boxes{"Save As|"}));
+    EXPECT_EQ(Caption(), "VANTREL [plant.sdt]");
+    EXPECT_NE(DateShown(), "");
+    const std::string date = DateShown();
+    ASSERT_TRUE(std::filesystem::exists(folder / "plant.sdt"));
+    clock.Advance(std::chrono::hours(1));
+    ChangeDocument("600");
+    Ctrl(Qt::Key_S);
+    EXPECT_TRUE(typer.shown.empty() && user.shown.empty());
+    EXPECT_NE(DateShown(), date);
+    Ctrl(Qt::Key_N);
+    EXPECT_EQ(DateShown(), "");
+    Answer({}, {(folder / "plant.sdt").string()});
+    Ctrl(Qt::Key_O);
+    EXPECT_EQ(Value(0), 600);
+    EXPECT_EQ(Caption(), "VANTREL [plant.sdt]");
+    ChangeDocument("700");
+    Answer({No});
+    ClickButton(frame->mnuFileOpen);
+    EXPECT_EQ(typer.shown, (Boxes{"Open|plant.sdt"}));
+    EXPECT_EQ(Value(0), 700) << "the open dialog was cancelled";
+    Answer({No}, {(folder / "plant.sdt").string()});
+    Menu(Qt::Key_F, Qt::Key_A);
+    EXPECT_TRUE(user.shown.size() == 1 && Doc().Changed()) << "asks before an existing file is overwritten";
+}
+
+TEST_F(FrameTest, AFileOfAnotherVersionThatIsDeclinedMovesThePathOnly) {
+    const std::string other = Stored("other.sdt", 900, "VANTREL_R0.9.0");
+    for (const auto answer : {QMessageBox::Cancel, No, Yes}) {
+        Start();
+        Answer({answer}, {other});
+        Ctrl(Qt::Key_O);
+        EXPECT_EQ(user.shown, (Boxes{"ANCNF|File created by set-up program version: VANTREL_R0.9.0\n"
+                                     "Data tables may not be properly aligned.\n\nDo you wish to continue?"}));
+        EXPECT_EQ(Doc().FilePath, folder / "other.sdt");
+        EXPECT_EQ(Value(0), answer == Yes ? 900 : 1);
+        EXPECT_EQ(Caption(), answer == Yes ? "VANTREL [other.sdt]" : "VANTREL [unnamed]");
+        EXPECT_EQ(DateShown().empty(), answer != Yes);
+    }
+}
+
+TEST_F(FrameTest, ADroppedFileOpensAndABadOneChangesNothing) {
+    const auto drop = [&](const std::string& name) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QString::fromStdString((folder / name).string()))});
+        QDragEnterEvent entering({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(frame.get(), &entering);
+        QDropEvent event({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(frame.get(), &event);
+        EXPECT_TRUE(event.isAccepted() && user.shown.empty()) << "no box comes up inside the drop";
+        QCoreApplication::processEvents();
+    };
+    Stored("good.sdt", 900);
+    WriteText(folder / "bad.sdt", FileText(folder / "good.sdt").substr(0, 700));
+    drop("good.sdt");
+    EXPECT_EQ(Caption(), "VANTREL [good.sdt]");
+    EXPECT_EQ(Value(0), 900);
+    drop("bad.sdt");
+    ASSERT_EQ(user.shown.size(), 1U);
+    EXPECT_NE(user.shown[0].find("bad.sdt"), std::string::npos);
+    EXPECT_EQ(Caption(), "VANTREL [good.sdt]");
+    EXPECT_EQ(Value(0), 900);
+    user.whileShown = [&] { frame->OpenFile(folder / "bad.sdt"); };
+    Answer({No});
+    Menu(Qt::Key_F, Qt::Key_U);
+    EXPECT_EQ(user.shown, (Boxes{UploadAsked})) << "refused while a window is up";
+}
+
+TEST_F(FrameTest, TheFirstSaveWhileOnlineFetchesTheBoardsValues) {
+    GoOnline();
+    const auto saved = [&](std::uint16_t onBoard) {
+        board.PokeWord(6400, onBoard, clock.Now());
+        Ctrl(Qt::Key_S);
+        const std::string bytes = FileText(folder / "plant.sdt");
+        return ParseSetupFile(std::vector<std::uint8_t>(bytes.begin(), bytes.end())).Value(0);
+    };
+    duringTransfer = [&](frmProcessing& window) { QTest::mouseClick(window.cmdCancel, Qt::LeftButton); };
+    board.PokeWord(6400, 99, clock.Now());
+    Ctrl(Qt::Key_S);
+    EXPECT_EQ(Value(0), 1) << "a cancelled fetch is taken back";
+    EXPECT_TRUE(DateShown().empty() && typer.shown.empty());
+    Answer({}, {(folder / "plant.sdt").string()});
+    EXPECT_EQ(saved(123), 123);
+    EXPECT_EQ(saved(456), 123);
+    EXPECT_EQ(typer.shown.size(), 1U);
+    EXPECT_EQ(Flag(), 0);
+    EXPECT_TRUE(user.shown.empty());
+}
+
+TEST_F(FrameTest, DownloadAndUploadAskAndGoOnlineWhenTheUserWants) {
+    frame->OpenFile(Stored("plant.sdt", 500));
+    ASSERT_NE(DateShown(), "");
+    clock.Advance(std::chrono::hours(1));
+    const std::string date = DateShown();
+    for (const auto& [entry, asked] : {std::pair{Qt::Key_U, UploadAsked}, std::pair{Qt::Key_D, DownloadAsked}}) {
+        duringTransfer = [](frmProcessing&) { ADD_FAILURE() << "no window may open"; };
+        atValue = 0;
+        Answer({No});
+        Menu(Qt::Key_F, entry);
+        EXPECT_EQ(user.shown, (Boxes{asked}));
+        Answer({Yes, No});
+        Menu(Qt::Key_F, entry);
+        EXPECT_EQ(user.shown, (Boxes{asked, OnlineAsked}));
+        EXPECT_EQ(Value(0), 500);
+        EXPECT_EQ(DateShown(), date);
+        EXPECT_EQ(Mode(), "OFFLINE");
+        duringTransfer = nullptr;
+    }
+    Answer({Yes, Yes});
+    ClickButton(frame->mnuFileDownload);
+    EXPECT_EQ(Mode(), "ONLINE");
+    EXPECT_EQ(Word(6400), 500);
+    EXPECT_TRUE(frame->State().refreshTargetStatus);
+    EXPECT_EQ(DateShown(), date);
+    board.PokeWord(6400, 321, clock.Now());
+    Answer({Yes});
+    ClickButton(frame->mnuFileUpload);
+    EXPECT_EQ(user.shown, (Boxes{UploadAsked}));
+    EXPECT_EQ(Value(0), 321);
+    EXPECT_NE(DateShown(), date);
+    EXPECT_EQ(Flag(), 0);
+}
+
+TEST_F(FrameTest, ACancelledDownloadStopsBeforeTheNextValueAndLowersTheFlag) {
+    GoOnline();
+    const auto word = [](std::size_t index) {
+        return static_cast<std::uint16_t>(std::stoi(DefaultTargetAddress(index).substr(1)));
+    };
+    for (const std::size_t index : {100U, 101U})
+        Doc().CurrentConfiguration.SetValue(index, 4321);
+    Answer({Yes});
+    duringTransfer = [&](frmProcessing& window) {
+        EXPECT_EQ(Flag(), 1);
+        Tick();
+        QTest::mouseClick(window.cmdCancel, Qt::LeftButton);
+    };
+    Menu(Qt::Key_F, Qt::Key_D);
+    EXPECT_FALSE(duringTransfer);
+    EXPECT_EQ(Flag(), 0);
+    EXPECT_EQ(Word(word(100)), 4321);
+    EXPECT_NE(Word(word(101)), 4321);
+    EXPECT_EQ(user.shown, (Boxes{DownloadAsked}));
+    EXPECT_EQ(Mode(), "ONLINE");
+}
+
+TEST_F(FrameTest, ATransferOverACutLineSaysSoOnceAndTheFrameStaysUsable) {
+    for (const Qt::Key entry : {Qt::Key_D, Qt::Key_U}) {
+        Start();
+        ChangeDocument("500");
+        GoOnline();
+        board.PokeWord(6400, 500, clock.Now());
+        Answer({Yes});
+        duringTransfer = [&](frmProcessing&) { port.CutLine(); };
+        user.whileShown = [&] { Tick(); };
+        Menu(Qt::Key_F, entry);
+        EXPECT_EQ(user.shown, (Boxes{entry == Qt::Key_D ? DownloadAsked : UploadAsked, CableWarning, NotComplete}));
+        EXPECT_EQ(Mode(), "OFFLINE");
+        EXPECT_EQ(Value(0), 500);
+        Answer({Yes, Yes});
+        Menu(Qt::Key_F, entry);
+        ASSERT_EQ(user.shown.size(), 4U) << "goes on although it could not go ONLINE";
+        EXPECT_TRUE(user.shown[2].starts_with("Comm Port Error|"));
+        EXPECT_EQ(user.shown[3], NotComplete);
+        port.MendLine();
+        Answer({Yes, Yes});
+        Menu(Qt::Key_F, entry);
+        EXPECT_EQ(user.shown.size(), 2U);
+        EXPECT_EQ(Mode(), "ONLINE");
+    }
+}
+
+TEST_F(FrameTest, ClosingWithChangesObeysTheAnswer) {
+    struct Case {
+        QMessageBox::StandardButton answer;
+        std::deque<std::string> saveAs;
+        bool ends;
+    };
+    for (const Case& one :
+         {Case{QMessageBox::Cancel, {}, false}, Case{No, {}, true}, Case{Yes, {}, false},
+          Case{Yes, {(folder / "none/kept").string()}, false}, Case{Yes, {(folder / "kept").string()}, true}}) {
+        Start();
+        ChangeDocument("500");
+        GoOnline();
+        Doc().UploadedBeforeSave = true;
+        Answer({one.answer}, one.saveAs);
+        user.whileShown = [&] { frame->close(); };
+        Menu(Qt::Key_F, Qt::Key_X);
+        Tick();
+        EXPECT_EQ(std::count(user.shown.begin(), user.shown.end(), SaveChanges), 1);
+        for (const bool stays : {frame->isVisible(), port.IsOpen(), frame->Link().OnlineMode()})
+            EXPECT_EQ(stays, !one.ends);
+        EXPECT_EQ(Value(0), 500);
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder / "kept.sdt"));
+}
+
+TEST_F(FrameTest, ACloseThatComesAtABadMomentWaitsForTheNextTick) {
+    struct Case {
+        bool inBox; ///< Wished in each box, otherwise in the transfer.
+        bool cut;
+        std::size_t boxes;
+    };
+    for (const Case& one : {Case{false, false, 1}, Case{true, false, 1}, Case{false, true, 3}, Case{true, true, 3}}) {
+        SCOPED_TRACE(testing::Message() << one.inBox << one.cut);
+        Start();
+        GoOnline();
+        Answer({Yes});
+        if (one.inBox) user.whileShown = [&] { frame->close(); };
+        duringTransfer = [&](frmProcessing&) {
+            if (one.cut) port.CutLine();
+            if (!one.inBox) frame->close();
+            Tick();
+            EXPECT_TRUE(frame->isVisible());
+        };
+        Menu(Qt::Key_F, Qt::Key_D);
+        EXPECT_EQ(user.shown.size(), one.boxes);
+        EXPECT_TRUE(frame->isVisible());
+        EXPECT_TRUE(one.cut || Flag() == 0);
+        user.whileShown = nullptr;
+        Tick();
+        EXPECT_FALSE(frame->isVisible());
+        EXPECT_FALSE(port.IsOpen());
+    }
+}
+
+} // namespace
+} // namespace vantrel
