@@ -23,7 +23,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr int TwipsPerInch = 1440;
 /// What a grid is higher than the rows that it shows, for its border.
 constexpr int BorderTwips = 25;
 constexpr int RowPadding = 6; ///< Pixels, above and below a row's text together.
