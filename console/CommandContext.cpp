@@ -1,6 +1,7 @@
 // Where a command's program folder is, and lines for the user.
 #include "console/CommandContext.h"
 
+#include "console/PrintableText.h"
 #include "platform/SafeFile.h"
 
 #include <filesystem>
@@ -32,7 +33,12 @@ CommandContext::CommandContext(const Arguments& commandLine, ConsoleHost& consol
 
 void CommandContext::Say(const std::string& text) {
     progress.EndLine();
-    host.err << text << '\n' << std::flush;
+    host.err << PrintableText(text, Layout::Keep) << '\n' << std::flush;
+}
+
+ExitCode Refuse(CommandContext& context, const std::string& what) {
+    context.Say(what);
+    return ExitCode::Refused;
 }
 
 } // namespace vantrel

@@ -53,4 +53,7 @@ struct CommandContext {
     void Say(const std::string& text);
 };
 
+/// Says what did not happen; the command then ends so.
+[[nodiscard]] ExitCode Refuse(CommandContext& context, const std::string& what);
+
 } // namespace vantrel

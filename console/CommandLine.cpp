@@ -3,12 +3,15 @@
 
 #include "app/Program.h"
 #include "console/Commands.h"
+#include "console/PrintableText.h"
 #include "simulator/SimulatedFaults.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <iterator>
 #include <ostream>
 #include <string_view>
 
@@ -47,6 +50,11 @@ constexpr const char* OverallHelp =
 
 std::string Emptiness(const std::string& text) { return text.empty() ? "the name is empty" : ""; }
 
+/// An option takes whatever stands behind it, also the next option when its own value was forgotten.
+std::string ForgottenValue(const std::string& text) {
+    return text.starts_with("--") ? "a value is missing in front of " + text + "." : "";
+}
+
 void AddName(CLI::App& command, const std::string& option, std::string& name, const std::string& what) {
     command.add_option(option, name, what)->required()->type_name("")->check(Emptiness);
 }
@@ -55,10 +63,32 @@ void AddFile(CLI::App& command, Arguments& arguments, const std::string& what) {
     AddName(command, "FILE", arguments.file, what);
 }
 
-void AddYes(CLI::App& command, Arguments& arguments) {
-    command.add_flag("-y,--yes", arguments.yes,
-                     "Answer Yes to the confirmations: a transfer, replacing a file, a\n"
-                     "file of another program version");
+constexpr const char* YesToTransfers = "Answer Yes to the confirmations: a transfer, replacing a file, a\n"
+                                       "file of another program version";
+constexpr const char* YesToFile = "Answer Yes to the confirmations: replacing a file, another folder";
+constexpr const char* YesToTrace = "Answer Yes when the trace is about to replace a file";
+
+void AddYes(CLI::App& command, Arguments& arguments, const char* what) {
+    command.add_flag("-y,--yes", arguments.yes, what);
+}
+
+/// What is wrong with the number of bits per second of a simulated line; empty for nothing.
+std::string SimulatedSpeedProblem(const std::string& text) {
+    constexpr int fastest = 10'000'000;
+    int speed = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), speed);
+    const bool fits = error == std::errc{} && end == text.data() + text.size() && speed >= 0 && speed <= fastest;
+    return fits ? "" : "\"" + text + "\" is no speed. Write bits per second, or 0 for no time at all.";
+}
+
+std::string BoardSpeedProblem(const std::string& text) {
+    return text == "9600" || text == "19200" ? "" : "the board has no speed \"" + text + "\", only 9600 and 19200.";
+}
+
+void AddTrace(CLI::App& command, Arguments& arguments) {
+    command.add_option("--trace", arguments.trace, "Write every byte sent and received, with its time, to this file")
+        ->check(ForgottenValue)
+        ->option_text("FILE");
 }
 
 void AddPort(CLI::App& command, Arguments& arguments) {
@@ -70,20 +100,20 @@ void AddPort(CLI::App& command, Arguments& arguments) {
                     "  simulated     a simulated board in this program, new each time")
         ->required()
         ->type_name("P")
+        ->check(ForgottenValue)
         ->option_text("P");
     command
         .add_option("--speed", arguments.speed,
                     "Line speed, 9600 or 19200 (else the stored one, else 9600); it must\n"
                     "be the speed that the board is set to")
-        ->check(CLI::IsMember({"9600", "19200"}))
+        ->check(BoardSpeedProblem)
         ->option_text("BAUD");
-    command.add_option("--trace", arguments.trace, "Write every byte sent and received, with its time, to this file")
-        ->option_text("FILE");
+    AddTrace(command, arguments);
 }
 
 void AddNew(CLI::App& command, Arguments& arguments) {
     AddFile(command, arguments, "The set-up file to write");
-    AddYes(command, arguments);
+    AddYes(command, arguments, YesToFile);
 }
 
 void AddShow(CLI::App& command, Arguments& arguments) {
@@ -95,54 +125,57 @@ void AddShow(CLI::App& command, Arguments& arguments) {
 void AddImport(CLI::App& command, Arguments& arguments) {
     AddName(command, "TEXTFILE", arguments.textFile, "The text file (.vtl) to read");
     AddFile(command, arguments, "The set-up file to write");
-    AddYes(command, arguments);
+    AddYes(command, arguments, YesToFile);
 }
 
 void AddDownload(CLI::App& command, Arguments& arguments) {
     AddFile(command, arguments, "The set-up file to send");
     AddPort(command, arguments);
     command.add_flag("--verify", arguments.verify, "Read everything back afterwards and name what differs");
-    AddYes(command, arguments);
+    AddYes(command, arguments, YesToTransfers);
 }
 
 void AddUpload(CLI::App& command, Arguments& arguments) {
     AddFile(command, arguments, "The set-up file to write; the descriptions of one that exists stay");
     AddPort(command, arguments);
-    AddYes(command, arguments);
+    AddYes(command, arguments, YesToTransfers);
 }
 
 void AddCompare(CLI::App& command, Arguments& arguments) {
     AddFile(command, arguments, "The set-up file to compare with the board");
     AddPort(command, arguments);
-    AddYes(command, arguments);
+    AddYes(command, arguments, YesToTrace);
 }
 
 void AddRead(CLI::App& command, Arguments& arguments) {
     command.add_option("ADDRESS", arguments.addresses, "Addresses in the board's memory")->required()->type_name("");
     AddPort(command, arguments);
+    AddYes(command, arguments, YesToTrace);
 }
 
 void AddWrite(CLI::App& command, Arguments& arguments) {
     command.add_option("ADDRESS", arguments.address, "An address in the board's memory")->required()->type_name("");
     command.add_option("VALUE", arguments.value, "The number to write, in decimal")->required()->type_name("");
     AddPort(command, arguments);
+    AddYes(command, arguments, YesToTrace);
 }
 
 void AddSimulate(CLI::App& command, Arguments& arguments) {
     command.add_option("--link", arguments.link, "Make a symbolic link to the device at this path")
+        ->check(ForgottenValue)
         ->option_text("PATH");
     command
         .add_option("--speed", arguments.lineSpeed,
                     "Let each byte take the time that it takes at this speed; 0 for no\n"
                     "time at all (9600 if not given)")
-        ->check(CLI::NonNegativeNumber)
+        ->check(SimulatedSpeedProblem)
         ->option_text("N");
     command.add_option("--fault", arguments.faults, "What the board does wrong, see below")->option_text("NAME...");
 }
 
 void AddDemo(CLI::App& command, Arguments& arguments) {
-    command.add_option("--trace", arguments.trace, "Write every byte sent and received, with its time, to this file")
-        ->option_text("FILE");
+    AddTrace(command, arguments);
+    AddYes(command, arguments, YesToTrace);
 }
 
 std::string NoFurtherHelp() { return {}; }
@@ -156,7 +189,7 @@ std::string AddressHelp() {
 
 std::string FaultHelp() {
     std::string help = "Faults, each as NAME, NAME:once, NAME@BYTES (sleeps until the board has received so\n"
-                       "many bytes) or NAME:once@BYTES:\n";
+                       "many bytes) or with both:\n";
     for (const FaultName& fault : FaultNames()) {
         help += "  " + std::string(fault.name) + std::string(14 - std::min<std::size_t>(13, fault.name.size()), ' ') +
                 std::string(fault.sentence) + "\n";
@@ -238,8 +271,42 @@ std::string UnknownCommandText(const std::string& word) {
 }
 
 CommandLine WrongUsage(ConsoleHost& host, const std::string& command, const std::string& text) {
-    host.err << ProgramName << ": " << text << "\nSee " << ProgramName << command << " --help.\n";
+    host.err << ProgramName << ": " << PrintableText(text, Layout::Keep) << "\nSee " << ProgramName << command
+             << " --help.\n";
     return {.ended = ExitCode::WrongUsage};
+}
+
+std::string Listed(const std::vector<std::string>& words) {
+    std::string list;
+    for (const std::string& word : words)
+        list += (list.empty() ? "" : ", ") + word;
+    return list;
+}
+
+std::string UnknownOptionsText(const std::vector<std::string>& options) {
+    return (options.size() == 1 ? "There is no option " : "There are no options ") + Listed(options) + ".";
+}
+
+/// An option without its value, or given twice. The error begins with its name.
+std::string ValueText(const std::string& error, const std::vector<std::string>& arguments) {
+    const std::string option = error.substr(0, error.find(':'));
+    const auto times = std::count_if(arguments.begin(), arguments.end(), [&](const std::string& word) {
+        return word == option || word.starts_with(option + "=");
+    });
+    return option + (times > 1 ? " can be given once only." : " needs a value behind it.");
+}
+
+/// Unknown options before all else: what is missing or left over is often the value of one.
+std::string UsageText(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
+    const std::vector<std::string> leftOver = app.remaining(true);
+    std::vector<std::string> options;
+    std::copy_if(leftOver.begin(), leftOver.end(), std::back_inserter(options),
+                 [](const std::string& word) { return word.size() > 1 && word.starts_with('-'); });
+    if (!options.empty()) return UnknownOptionsText(options);
+    if (dynamic_cast<const CLI::ValidationError*>(&error)) return error.what();
+    if (!leftOver.empty()) return "There is no place for " + Listed(leftOver) + ".";
+    const auto* mismatch = dynamic_cast<const CLI::ArgumentMismatch*>(&error);
+    return mismatch ? ValueText(error.what(), arguments) : error.what();
 }
 
 void AddCommonOptions(CLI::App& app, Arguments& arguments) {
@@ -295,7 +362,7 @@ CommandLine ReadCommandLine(const std::vector<std::string>& arguments, ConsoleHo
         host.out << app.help();
         return {};
     } catch (const CLI::ParseError& error) {
-        return WrongUsage(host, chosen().empty() ? "" : " " + chosen(), error.what());
+        return WrongUsage(host, chosen().empty() ? "" : " " + chosen(), UsageText(app, error, arguments));
     }
     line.run = std::find_if(Commands.begin(), Commands.end(), [&](const Command& command) {
                    return chosen() == command.name;

@@ -3,6 +3,7 @@
 
 #include "console/CommandContext.h"
 #include "console/CommandLine.h"
+#include "console/PrintableText.h"
 #include "platform/RuntimeError.h"
 
 #include <exception>
@@ -25,7 +26,7 @@ ExitCode Run(const std::vector<std::string>& arguments, ConsoleHost& host) {
 }
 
 ExitCode Tell(ConsoleHost& host, const std::string& text, ExitCode code) {
-    host.err << "vantrelctl: " << text << '\n';
+    host.err << "vantrelctl: " << PrintableText(text, Layout::Keep) << '\n';
     return code;
 }
 

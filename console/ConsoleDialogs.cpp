@@ -1,6 +1,8 @@
 // Boxes as text, buttons as letters to type.
 #include "console/ConsoleDialogs.h"
 
+#include "console/PrintableText.h"
+
 #include <array>
 #include <istream>
 #include <ostream>
@@ -60,7 +62,7 @@ const Choice* ChoiceNamed(const Question& question, std::string line) {
 
 MessageAnswer ConsoleDialogs::Show(const MessageBox& box) {
     progress_.EndLine();
-    host_.err << box.title << ": " << box.text << '\n' << std::flush;
+    host_.err << box.title << ": " << PrintableText(box.text, Layout::Keep) << '\n' << std::flush;
     return box.buttons == MessageButtons::Ok ? MessageAnswer::Ok : Ask(box.buttons);
 }
 

@@ -47,7 +47,7 @@ private:
 
 struct Round {
     ExitCode end = ExitCode::Done;
-    std::string board;
+    std::string board{};
     std::size_t bytes = 0;
     double seconds = 0;
 };
@@ -61,6 +61,7 @@ void SaveAs(Document& document, const fs::path& file) {
 Round SendAndFetch(CommandContext& context, const fs::path& sent, const fs::path& fetched) {
     Document& document = context.program.document;
     LinkSession session(context, {.kind = PortChoice::Kind::Demonstration}, DemonstrationSpeed);
+    if (!session.TraceAccepted()) return {.end = ExitCode::Refused};
     const MonotonicTime start = context.host.clock.Now();
     context.Say("Downloading to " + session.PortName() + " at " + DemonstrationSpeed + " baud.");
     SaveAs(document, sent);
@@ -72,10 +73,9 @@ Round SendAndFetch(CommandContext& context, const fs::path& sent, const fs::path
         end = FetchDocument(context, session);
         SaveAs(document, fetched);
     }
-    session.Close();
+    end = session.Close(end);
     const std::chrono::duration<double> seconds = context.host.clock.Now() - start;
-    return {session.Failed() ? ExitCode::LinkFailed : end, session.PortName(), session.BytesExchanged(),
-            seconds.count()};
+    return {end, session.PortName(), session.BytesExchanged(), seconds.count()};
 }
 
 /// Which parts of two set-up files differ, as "values, descriptions"; empty when nothing does but the dates.

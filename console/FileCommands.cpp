@@ -2,6 +2,7 @@
 #include "console/Commands.h"
 #include "console/RecordText.h"
 #include "console/SetupFiles.h"
+#include "document/ValueDisplay.h"
 #include "platform/SafeFile.h"
 
 #include <ostream>
@@ -17,6 +18,11 @@ ExitCode SaveUnlessKept(CommandContext& context) {
     }
     SaveSetupFile(context);
     return ExitCode::Done;
+}
+
+std::string ImportSummary(const Configuration& record) {
+    return "Imported: status stack " + DisplayValue(record, StatusStackIndex) + ", " +
+           std::to_string(UsedSequences(record)) + " of " + std::to_string(SequenceCount) + " sequences.";
 }
 
 } // namespace
@@ -39,7 +45,9 @@ ExitCode ShowCommand(CommandContext& context) {
 
 ExitCode ImportCommand(CommandContext& context) {
     OpenTextFile(context, context.arguments.textFile);
-    return SaveUnlessKept(context);
+    const ExitCode end = SaveUnlessKept(context);
+    if (end == ExitCode::Done) context.Say(ImportSummary(context.program.document.CurrentConfiguration));
+    return end;
 }
 
 } // namespace vantrel

@@ -1,13 +1,15 @@
 // What --port, --speed and --trace mean for the link.
 #include "console/LinkSession.h"
 
-#include "platform/RuntimeError.h"
+#include "console/SetupFiles.h"
+#include "document/FileQuestions.h"
 #include "platform/SafeFile.h"
 #include "platform/SerialDevices.h"
 
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <system_error>
 
 namespace vantrel {
 
@@ -24,17 +26,38 @@ bool IsNumber(const std::string& text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
+std::string InLowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return text;
+}
+
+/// Names that mean a port but are no devices: "COM2" is port 2, on every host.
+PortChoice DeviceChoice(const std::string& text) {
+    const auto hint = [&](const std::string& meant) {
+        return UsageError("--port " + text + ": there is no such device. Did you mean --port " + meant + "?");
+    };
+    std::error_code error;
+    const bool there = std::filesystem::exists(PathFromUtf8(text), error);
+    const std::string name = InLowerCase(text);
+    if (!there && name == "simulated") throw hint(name);
+    constexpr std::string_view com = "com";
+    if (!there && name.starts_with(com) && IsNumber(name.substr(com.size()))) throw hint(name.substr(com.size()));
+    return {.kind = PortChoice::Kind::Device, .device = text};
+}
+
 PortChoice ChoiceFor(const CommandContext& context) {
     const std::string& text = context.arguments.port;
     if (text.empty()) throw UsageError("--port is empty. Name a port number, a device, or \"simulated\".");
     if (text == "simulated") return {.kind = PortChoice::Kind::Simulated};
-    if (!IsNumber(text)) return {.kind = PortChoice::Kind::Device, .device = text};
+    if (!IsNumber(text)) return DeviceChoice(text);
     const PortRange range = AllowedPorts(context);
     int number = 0;
     const auto error = std::from_chars(text.data(), text.data() + text.size(), number).ec;
     if (error != std::errc{} || number < range.minimum || number > range.maximum) {
-        throw UsageError("--port " + text + ": this machine has the ports " + std::to_string(range.minimum) + " to " +
-                         std::to_string(range.maximum) + ". Any other device can be named by its path.");
+        throw UsageError("--port " + text + ": there is no such port. Port numbers here go from " +
+                         std::to_string(range.minimum) + " to " + std::to_string(range.maximum) +
+                         ". Any other device can be named by its path.");
     }
     return {.kind = PortChoice::Kind::Number, .number = number};
 }
@@ -44,27 +67,37 @@ PortOverride OverrideFor(const PortChoice& choice, const std::optional<std::stri
     return {.number = choice.number, .speed = speed};
 }
 
+bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+    std::error_code error;
+    if (std::filesystem::equivalent(one, other, error)) return true;
+    const auto full = [&](const std::filesystem::path& path) {
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(path, error), error);
+    };
+    return full(one) == full(other);
+}
+
+/// The trace must not go where the command's own file or its board is.
+void RequireOwnTrace(const CommandContext& context) {
+    const Arguments& arguments = context.arguments;
+    if (!arguments.trace) return;
+    const std::filesystem::path trace = PathFromUtf8(*arguments.trace);
+    const auto refuse = [&](const std::string& what) {
+        throw UsageError("--trace: \"" + *arguments.trace + "\" is " + what + ". Name another file.");
+    };
+    if (trace.empty()) throw UsageError("--trace: the name is empty.");
+    for (const std::filesystem::path& file : SetupFilesMeant(arguments.file)) {
+        if (IsSameFile(trace, file)) refuse("the set-up file itself");
+    }
+    if (IsSameFile(trace, PathFromUtf8(arguments.port))) refuse("the port itself");
+}
+
 } // namespace
-
-void ByteTrace::WriteTo(const std::string& file) {
-    file_.open(PathFromUtf8(file));
-    if (!file_) throw RuntimeError(ErrorNumber::PathFileAccess, "The trace \"" + file + "\" cannot be written.");
-}
-
-void ByteTrace::Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) {
-    bytes_ += received ? 2 : 1;
-    if (file_.is_open()) text_.Exchanged(sentAt, sent, received);
-}
-
-void ByteTrace::Surplus(MonotonicTime at, std::uint8_t byte) {
-    ++bytes_;
-    if (file_.is_open()) text_.Surplus(at, byte);
-}
 
 LinkSession::LinkSession(CommandContext& context)
     : context_(context),
       link_(context.program.CommSettingsFile(), AllowedPorts(context), context.host.clock, context.dialogs) {
     const PortChoice choice = ChoiceFor(context);
+    RequireOwnTrace(context);
     port_ = context.host.reachBoard(choice, SupportFolder(context));
     link_.SetPortOverride(OverrideFor(choice, context.arguments.speed));
 }
@@ -73,6 +106,12 @@ LinkSession::LinkSession(CommandContext& context, const PortChoice& choice, cons
     : context_(context), port_(context.host.reachBoard(choice, SupportFolder(context))),
       link_(context.program.CommSettingsFile(), AllowedPorts(context), context.host.clock, context.dialogs) {
     link_.SetPortOverride({.number = {}, .speed = speed, .leaveFileAlone = true});
+}
+
+bool LinkSession::TraceAccepted() {
+    if (!context_.arguments.trace) return true;
+    const std::filesystem::path trace = PathFromUtf8(*context_.arguments.trace);
+    return !HoldsSomethingElse(trace) || context_.dialogs.Show(ReplaceQuestion(trace)) == MessageAnswer::Yes;
 }
 
 void LinkSession::Open() {
@@ -86,7 +125,15 @@ void LinkSession::Open() {
     if (!cameOnline_) context_.Say(port_.name + ": there is no link to a board.");
 }
 
-void LinkSession::Close() {
+ExitCode LinkSession::Close(ExitCode end) {
+    CloseLink();
+    const std::string traceProblem = trace_.Finish();
+    if (!traceProblem.empty()) context_.Say(traceProblem);
+    if (Failed()) return ExitCode::LinkFailed;
+    return traceProblem.empty() ? end : ExitCode::FileError;
+}
+
+void LinkSession::CloseLink() {
     if (!open_) return;
     open_ = false;
     link_.CloseRSComm();

@@ -1,48 +1,37 @@
 // One use of the board by one command: the port that was named, the link over it, and the trace of its bytes.
 #pragma once
 
+#include "console/ByteTrace.h"
 #include "console/CommandContext.h"
 #include "link/RSComm.h"
-#include "link/TrafficLog.h"
 
 #include <atomic>
 #include <cstddef>
-#include <fstream>
-#include <optional>
 #include <string>
 
 namespace vantrel {
 
-/// Counts the bytes of the line, and writes each exchange into a file when one is opened.
-class ByteTrace final : public TrafficLog {
-public:
-    /// Throws RuntimeError 75 when the file cannot be written.
-    void WriteTo(const std::string& file);
-    void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) override;
-    void Surplus(MonotonicTime at, std::uint8_t byte) override;
-    [[nodiscard]] std::size_t Bytes() const { return bytes_; }
-
-private:
-    std::ofstream file_;
-    TextTrafficLog text_{file_};
-    std::size_t bytes_ = 0;
-};
-
 class LinkSession {
 public:
-    /// The port and speed of the command line. Throws UsageError for a port number out of range.
+    /// The port and speed of the command line. Throws UsageError for a port number out of range, and for a trace that
+    /// would wipe out the command's own file.
     explicit LinkSession(CommandContext& context);
     /// A port of the program's own choice; `RSPort.cfg` is left alone.
     LinkSession(CommandContext& context, const PortChoice& choice, const std::string& speed);
     LinkSession(const LinkSession&) = delete;
     LinkSession& operator=(const LinkSession&) = delete;
-    ~LinkSession() { Close(); }
+    ~LinkSession() { CloseLink(); }
 
+    /// Asks before the trace replaces a file that is none. False when the user wants to keep it; then nothing may be
+    /// opened.
+    [[nodiscard]] bool TraceAccepted();
     /// Opens the port and asks the board for a sign of life; from here on an interrupt ends the work in good order. The
-    /// link's own boxes, and a line that names the port, tell the user what went wrong.
+    /// link's own boxes, and a line that names the port, tell the user what went wrong. Throws RuntimeError when the
+    /// trace cannot be opened.
     void Open();
-    /// Says goodbye to the board and closes the port. Once closed, does nothing.
-    void Close();
+    /// Says goodbye to the board, closes the port and the trace. How the command ends that would have ended with `end`:
+    /// a failed link and a trace that could not be written, which the user is told, outrank it.
+    [[nodiscard]] ExitCode Close(ExitCode end);
 
     [[nodiscard]] RSComm& Link() { return link_; }
     [[nodiscard]] bool CameOnline() const { return cameOnline_; }
@@ -54,6 +43,8 @@ public:
     [[nodiscard]] std::size_t BytesExchanged() const { return trace_.Bytes(); }
 
 private:
+    void CloseLink();
+
     CommandContext& context_;
     BoardPort port_;
     RSComm link_;

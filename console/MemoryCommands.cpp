@@ -26,6 +26,11 @@ void RequireNumber(const std::string& value) {
 bool ReadOne(CommandContext& context, LinkSession& session, const std::string& address) {
     const std::string value = session.Link().RSRead(address);
     if (!session.Link().ReadFailed()) {
+        // No next value's echo would show it.
+        if (session.Link().SurplusFollows()) {
+            context.Say(address + " was not read reliably: the board sent more than it was asked for. Read it again.");
+            return false;
+        }
         context.host.out << address << ' ' << value << '\n' << std::flush;
         return true;
     }
@@ -53,6 +58,8 @@ ExitCode EndOf(WriteOutcome outcome) {
     return ExitCode::Refused;
 }
 
+std::string NothingWritten(const std::string& address) { return "Nothing was written to " + address + "."; }
+
 void ReportWrite(CommandContext& context, WriteOutcome outcome, const std::string& address) {
     const std::string& value = context.arguments.value;
     switch (outcome) {
@@ -60,7 +67,7 @@ void ReportWrite(CommandContext& context, WriteOutcome outcome, const std::strin
         context.host.out << address << ' ' << WrittenNumber(value) << '\n';
         break;
     case WriteOutcome::Refused:
-        context.Say("Nothing was written to " + address + ".");
+        context.Say(NothingWritten(address));
         break;
     case WriteOutcome::NotConfirmed:
         context.Say("The board did not confirm " + value + " at " + address +
@@ -78,6 +85,7 @@ ExitCode ReadCommand(CommandContext& context) {
     for (const std::string& address : context.arguments.addresses)
         RequireAddress(address);
     LinkSession session(context);
+    if (!session.TraceAccepted()) return Refuse(context, "Nothing was read.");
     session.Open();
     bool allRead = true;
     for (const std::string& address : context.arguments.addresses) {
@@ -85,9 +93,8 @@ ExitCode ReadCommand(CommandContext& context) {
         allRead = ReadOne(context, session, address) && allRead;
     }
     const bool cancelled = session.Interrupted();
-    session.Close();
-    if (session.Failed()) return ExitCode::LinkFailed;
-    return allRead && !cancelled ? ExitCode::Done : ExitCode::Refused;
+    if (cancelled) context.Say("Cancelled.");
+    return session.Close(allRead && !cancelled ? ExitCode::Done : ExitCode::Refused);
 }
 
 ExitCode WriteCommand(CommandContext& context) {
@@ -95,12 +102,12 @@ ExitCode WriteCommand(CommandContext& context) {
     RequireAddress(address);
     RequireNumber(context.arguments.value);
     LinkSession session(context);
+    if (!session.TraceAccepted()) return Refuse(context, NothingWritten(address));
     session.Open();
-    if (session.Failed()) return ExitCode::LinkFailed;
+    if (session.Failed()) return session.Close(ExitCode::Refused);
     const WriteOutcome outcome = session.Link().RSWrite(address, context.arguments.value);
     ReportWrite(context, outcome, address);
-    session.Close();
-    return session.Failed() ? ExitCode::LinkFailed : EndOf(outcome);
+    return session.Close(EndOf(outcome));
 }
 
 } // namespace vantrel

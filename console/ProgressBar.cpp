@@ -17,11 +17,9 @@ void ProgressBar::ShowLabel(std::string_view label) {
     EndLine();
     if (draws_) out_ << label << '\n' << std::flush;
     startedAt_ = clock_.Now();
-    done_ = 0;
 }
 
 void ProgressBar::ShowProgress(std::size_t done, std::size_t total) {
-    done_ = done;
     if (!draws_ || total == 0) return;
     const std::size_t filled = BarWidth * done / total;
     std::string line = "[" + std::string(filled, '#') + std::string(BarWidth - filled, '.') + "] " +

@@ -22,9 +22,6 @@ public:
     /// Ends the line of a bar that stands there unfinished; called before anything else is written.
     void EndLine();
 
-    /// How many values were done when progress was last shown.
-    [[nodiscard]] std::size_t Done() const { return done_; }
-
 private:
     [[nodiscard]] std::string TimeLeft(std::size_t done, std::size_t total) const;
 
@@ -32,7 +29,6 @@ private:
     const Clock& clock_;
     bool draws_;
     bool lineOpen_ = false;
-    std::size_t done_ = 0;
     std::string shown_;
     MonotonicTime startedAt_{0};
 };

@@ -1,6 +1,7 @@
 // The table and the JSON of a record.
 #include "console/RecordText.h"
 
+#include "console/PrintableText.h"
 #include "document/ValueDisplay.h"
 
 #include <nlohmann/json.hpp>
@@ -15,13 +16,7 @@ namespace {
 constexpr std::size_t LabelWidth = 23;
 constexpr std::size_t ColumnGap = 2;
 
-/// A file's text must not be able to steer the terminal that it is shown on.
-std::string Printable(std::string text) {
-    constexpr char deleteCharacter = 0x7F;
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == deleteCharacter; }, '?');
-    return text;
-}
+std::string Printable(const std::string& text) { return PrintableText(text, Layout::Drop); }
 
 std::string Padded(const std::string& text, std::size_t width) {
     return std::string(width > text.size() ? width - text.size() : 0, ' ') + text;
@@ -86,13 +81,20 @@ std::string UnusedText(std::size_t count) {
 
 } // namespace
 
+std::size_t UsedSequences(const Configuration& record) {
+    std::size_t count = 0;
+    for (std::size_t sequence = 0; sequence < SequenceCount; ++sequence)
+        count += IsUsed(record, sequence) ? 1 : 0;
+    return count;
+}
+
 std::string RecordTable(const std::string& file, const Configuration& record, Sequences which) {
     std::vector<Row> rows{HeadingRow()};
     for (std::size_t sequence = 0; sequence < SequenceCount; ++sequence) {
         if (which == Sequences::All || IsUsed(record, sequence)) rows.push_back(SequenceRow(record, sequence));
     }
     const std::size_t shown = rows.size() - 1;
-    return Labelled("File:", file) + Labelled("Program version:", Printable(record.CreatorVersion)) +
+    return Labelled("File:", Printable(file)) + Labelled("Program version:", Printable(record.CreatorVersion)) +
            Labelled("Saved:", DateText(record.SavedDate)) +
            Labelled("Status stack address:", DisplayValue(record, StatusStackIndex)) + "\n" +
            (shown > 0 ? TableText(rows) : std::string()) + UnusedText(SequenceCount - shown);

@@ -3,14 +3,17 @@
 
 #include "document/Configuration.h"
 
+#include <cstddef>
 #include <string>
 
 namespace vantrel {
 
+/// How many sequences are used: have a node number.
+[[nodiscard]] std::size_t UsedSequences(const Configuration& record);
+
 enum class Sequences { Used, All };
 
-/// File name, version, date, status stack address and the communication sequences, a line each; a sequence is used when
-/// it has a node number.
+/// File name, version, date, status stack address and the communication sequences, a line each.
 [[nodiscard]] std::string RecordTable(const std::string& file, const Configuration& record, Sequences which);
 
 /// The whole record, its arrays in the sizes that it has: creatorVersion, savedDate ("2026-03-14T09:05:07", empty for a

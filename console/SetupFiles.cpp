@@ -5,6 +5,7 @@
 #include "document/FileQuestions.h"
 #include "platform/SafeFile.h"
 
+#include <algorithm>
 #include <ostream>
 #include <system_error>
 
@@ -12,9 +13,23 @@ namespace vantrel {
 
 namespace {
 
+constexpr const char* SetupExtension = ".sdt";
+
 bool Exists(const std::filesystem::path& file) {
     std::error_code error;
     return std::filesystem::exists(file, error);
+}
+
+/// Only the file's own name counts here, whatever points its folders have.
+std::string ForcedFileName(const std::filesystem::path& file) {
+    return ForceSetupExtension(Utf8FromPath(file.filename()));
+}
+
+bool Agreed(CommandContext& context, const std::string& note) {
+    return context.dialogs.Show({.title = "Save",
+                                 .text = note + "\nDo you want to write it there?",
+                                 .icon = MessageIcon::Question,
+                                 .buttons = MessageButtons::YesNo}) == MessageAnswer::Yes;
 }
 
 void WarnOfUnholdableValues(CommandContext& context) {
@@ -27,10 +42,24 @@ void WarnOfUnholdableValues(CommandContext& context) {
 
 } // namespace
 
-std::filesystem::path SetupFileNamed(const std::string& name) {
+std::vector<std::filesystem::path> SetupFilesMeant(const std::string& name) {
+    if (name.empty()) return {};
     const std::filesystem::path file = PathFromUtf8(name);
-    const std::filesystem::path extended = PathFromUtf8(name + ".sdt");
-    return !Exists(file) && Exists(extended) ? extended : file;
+    return {file, PathFromUtf8(name + SetupExtension), file.parent_path() / ForcedFileName(file)};
+}
+
+std::filesystem::path SetupFileNamed(const std::string& name) {
+    const std::vector<std::filesystem::path> meant = SetupFilesMeant(name);
+    const auto found = std::find_if(meant.begin(), meant.end(), Exists);
+    return found == meant.end() ? PathFromUtf8(name) : *found;
+}
+
+void RequireFilePart(const std::string& name) {
+    const std::filesystem::path file = PathFromUtf8(name);
+    const std::string forced = ForcedFileName(file);
+    if (forced == SetupExtension || file.filename() == "..") {
+        throw UsageError("\"" + name + "\" has no file name in it.");
+    }
 }
 
 bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, OtherVersion otherVersion) {
@@ -56,9 +85,14 @@ void OpenTextFile(CommandContext& context, const std::string& name) {
 
 bool NameSetupFile(CommandContext& context, const std::string& name) {
     Document& document = context.program.document;
+    RequireFilePart(name);
     document.NameFile(PathFromUtf8(name));
-    if (const auto note = OtherFolderNote(document)) context.Say("Note: " + *note);
     const std::filesystem::path target = document.SaveTarget();
+    if (const auto note = OtherFolderNote(document)) {
+        if (!Agreed(context, *note)) return false;
+    } else if (document.FilePath.has_extension() && document.FilePath != target) {
+        context.Say("Note: the extension is .sdt always, so the file is " + QuotedPath(target) + ".");
+    }
     return !Exists(target) || context.dialogs.Show(ReplaceQuestion(target)) == MessageAnswer::Yes;
 }
 

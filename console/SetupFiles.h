@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -14,8 +15,13 @@ enum class OtherVersion {
     Note, ///< It is only looked at, so a line about it is enough.
 };
 
-/// The existing file that a user means by `name`: of exactly that name, or, when there is none, with ".sdt" behind it.
+/// The files that a user can mean by `name`, most likely first: of exactly that name, with ".sdt" behind it, and with
+/// ".sdt" in place of its extension. None for no name.
+[[nodiscard]] std::vector<std::filesystem::path> SetupFilesMeant(const std::string& name);
+/// The first of them that exists; the name itself when none does.
 [[nodiscard]] std::filesystem::path SetupFileNamed(const std::string& name);
+/// Throws UsageError for a name that leaves nothing in front of a set-up file's extension: "..", "folder/", ".x".
+void RequireFilePart(const std::string& name);
 
 /// Makes a file the document, and names the values that no board can hold. False when the user does not want it.
 /// Throws RuntimeError, with the file's name, when it cannot be read.
@@ -25,8 +31,9 @@ enum class OtherVersion {
 /// is a set-up file already, from which the forgiving text format would take over nonsense.
 void OpenTextFile(CommandContext& context, const std::string& name);
 
-/// Gives the document the name under which it will be saved. False when a file of that name is there and the user wants
-/// to keep it.
+/// Gives the document the name under which it will be saved, with a note when that is another one. False when the user
+/// does not want it: the forced extension leads out of the folder, or a file of that name is there. Throws UsageError
+/// as RequireFilePart does.
 [[nodiscard]] bool NameSetupFile(CommandContext& context, const std::string& name);
 
 /// The document's file in quotes, for messages.

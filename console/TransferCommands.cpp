@@ -3,20 +3,19 @@
 #include "console/LinkSession.h"
 #include "console/SetupFiles.h"
 #include "console/Transfers.h"
+#include "document/FileQuestions.h"
+#include "platform/Folders.h"
+#include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <system_error>
 
 namespace vantrel {
 
 namespace {
-
-ExitCode Refuse(CommandContext& context, const std::string& what) {
-    context.Say(what);
-    return ExitCode::Refused;
-}
 
 /// The question alone does not say between which file and which board.
 bool Confirmed(CommandContext& context, const std::string& transfer, const MessageBox& question) {
@@ -27,6 +26,7 @@ bool Confirmed(CommandContext& context, const std::string& transfer, const Messa
 /// An existing file keeps its descriptions and notations; a new one begins with the defaults. The file may be the one
 /// that was named or the one that will be written, which has its extension forced.
 bool OpenUploadTarget(CommandContext& context) {
+    RequireFilePart(context.arguments.file);
     Document& document = context.program.document;
     document.NameFile(PathFromUtf8(context.arguments.file));
     for (const std::filesystem::path& file : {document.FilePath, document.SaveTarget()}) {
@@ -36,50 +36,78 @@ bool OpenUploadTarget(CommandContext& context) {
     return true;
 }
 
+/// A target that cannot be written must be known before the board is asked for minutes, not after.
+void RequireWritable(const std::filesystem::path& target) {
+    std::error_code error;
+    const bool exists = std::filesystem::exists(target, error);
+    // Opened as for writing behind its end, an existing file stays as it is.
+    const bool writable =
+        exists ? std::ofstream(target, std::ios::app).is_open() : FolderIsWritable(target.parent_path());
+    if (writable) return;
+    const std::string why = exists ? "it is write-protected" : "its folder is write-protected or not there";
+    throw RuntimeError(ErrorNumber::PermissionDenied, QuotedPath(target) + " cannot be written: " + why + ".");
+}
+
+bool MayTransferInto(CommandContext& context, LinkSession& session) {
+    const std::filesystem::path target = context.program.document.SaveTarget();
+    RequireWritable(target);
+    return session.TraceAccepted() &&
+           Confirmed(context, session.PortName() + " to " + QuotedPath(target), UploadQuestion());
+}
+
+/// A board that was away for a while may have lost what it had confirmed before; only reading it back tells.
+ExitCode SendAndVerify(CommandContext& context, LinkSession& session) {
+    ExitCode end = SendDocument(context, session);
+    const int reopened = session.Link().Reopened();
+    const bool verifies = context.arguments.verify && !session.Failed() && !session.Interrupted();
+    if (verifies) end = std::max(end, CompareDocument(context, session));
+    const bool foundEqual = verifies && end == ExitCode::Done;
+    const bool settled = session.Link().Reopened() == reopened && (reopened == 0 || foundEqual);
+    if (session.Failed() || settled) return end;
+    context.Say("The link was taken up again; what the board lost meanwhile is not known. Compare, or download again.");
+    return std::max(end, ExitCode::Refused);
+}
+
 } // namespace
 
 ExitCode DownloadCommand(CommandContext& context) {
     LinkSession session(context);
     if (!OpenSetupFile(context, SetupFileNamed(context.arguments.file), OtherVersion::Ask) ||
+        !session.TraceAccepted() ||
         !Confirmed(context, DocumentFile(context) + " to " + session.PortName(), DownloadQuestion())) {
         return Refuse(context, "Nothing was sent to the board.");
     }
     session.Open();
-    ExitCode end = SendDocument(context, session);
-    if (context.arguments.verify && !session.Failed() && !session.Interrupted()) {
-        end = std::max(end, CompareDocument(context, session));
-    }
-    session.Close();
-    return session.Failed() ? ExitCode::LinkFailed : end;
+    return session.Close(SendAndVerify(context, session));
 }
 
 ExitCode UploadCommand(CommandContext& context) {
     LinkSession session(context);
     if (!OpenUploadTarget(context) || !NameSetupFile(context, context.arguments.file) ||
-        !Confirmed(context, session.PortName() + " to \"" + Utf8FromPath(context.program.document.SaveTarget()) + "\"",
-                   UploadQuestion())) {
+        !MayTransferInto(context, session)) {
         return Refuse(context, "Nothing was read from the board, and nothing was written.");
     }
     session.Open();
-    const ExitCode end = FetchDocument(context, session);
-    session.Close();
-    if (end == ExitCode::Done) {
+    const ExitCode fetched = FetchDocument(context, session);
+    const ExitCode end = session.Close(fetched);
+    if (fetched == ExitCode::Done) {
         SaveSetupFile(context);
+        context.Say("Uploaded " + session.PortName() + " to " + DocumentFile(context) + ": " +
+                    std::to_string(ValueCount) + " values, all read reliably.");
     } else {
         context.Say("No file was written.");
     }
-    return session.Failed() ? ExitCode::LinkFailed : end;
+    return end;
 }
 
 ExitCode CompareCommand(CommandContext& context) {
     LinkSession session(context);
-    if (!OpenSetupFile(context, SetupFileNamed(context.arguments.file), OtherVersion::Ask)) {
+    if (!OpenSetupFile(context, SetupFileNamed(context.arguments.file), OtherVersion::Note) ||
+        !session.TraceAccepted()) {
         return Refuse(context, "Nothing was compared.");
     }
     session.Open();
-    const ExitCode end = session.Failed() ? ExitCode::LinkFailed : CompareDocument(context, session);
-    session.Close();
-    return session.Failed() ? ExitCode::LinkFailed : end;
+    return session.Close(session.Failed() ? ExitCode::Refused : CompareDocument(context, session));
 }
 
 } // namespace vantrel

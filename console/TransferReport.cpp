@@ -18,15 +18,22 @@ std::string PartialSequence(std::size_t sequence, std::size_t fields) {
     return ", and sequence " + std::to_string(sequence) + " up to its " + FieldName(fields - 1);
 }
 
+std::string ButFor(std::size_t unconfirmed) {
+    if (unconfirmed == 0) return "";
+    return ", but for " + std::to_string(unconfirmed) + (unconfirmed == 1 ? " value" : " values") +
+           " that the board did not confirm";
+}
+
 } // namespace
 
-std::string ReachedText(std::size_t count) {
-    if (count == 0) return "No value reached the board.";
-    if (count >= ValueCount) return "All " + std::to_string(ValueCount) + " values reached the board.";
-    const std::size_t whole = SequenceOf(count);
+std::string ReachedText(std::size_t walked, std::size_t unconfirmed) {
+    const std::size_t arrived = walked - unconfirmed;
+    if (arrived == 0) return "No value reached the board.";
+    if (arrived == ValueCount) return "All " + std::to_string(ValueCount) + " values reached the board.";
+    const std::size_t whole = walked == ValueCount ? SequenceCount : SequenceOf(walked);
     return "Reached the board: the status stack address" + WholeSequences(whole) +
-           PartialSequence(whole, FieldOf(count)) + ". " + std::to_string(ValueCount - count) + " of " +
-           std::to_string(ValueCount) + " values did not.";
+           (walked == ValueCount ? "" : PartialSequence(whole, FieldOf(walked))) + ButFor(unconfirmed) + ". " +
+           std::to_string(ValueCount - arrived) + " of " + std::to_string(ValueCount) + " values did not.";
 }
 
 std::string DifferenceText(const ValueDifference& difference) {

@@ -9,8 +9,9 @@
 
 namespace vantrel {
 
-/// Which values reached the board when the first `count` of them did.
-[[nodiscard]] std::string ReachedText(std::size_t count);
+/// Which values reached the board when the first `walked` of them were sent and the board did not confirm `unconfirmed`
+/// of those.
+[[nodiscard]] std::string ReachedText(std::size_t walked, std::size_t unconfirmed);
 
 /// "sequence 0, NodeNumber: file 2, board 7"
 [[nodiscard]] std::string DifferenceText(const ValueDifference& difference);

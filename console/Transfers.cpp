@@ -1,6 +1,7 @@
 // The transfers as jobs of a loop that an interrupt can end, and the report of each.
 #include "console/Transfers.h"
 
+#include "console/PrintableText.h"
 #include "console/SetupFiles.h"
 #include "console/TransferReport.h"
 #include "link/TargetMap.h"
@@ -17,7 +18,8 @@ namespace {
 /// The console's event loop: nothing but turns, and the interrupt that cancels what is running.
 class ConsoleTurns final : public TurnQueue {
 public:
-    explicit ConsoleTurns(const std::atomic<bool>& interrupted) : interrupted_(interrupted) {}
+    ConsoleTurns(CommandContext& context, const LinkSession& session)
+        : context_(context), interrupted_(session.Interrupted()) {}
 
     template <typename Job> void Run(Job& job) {
         cancel_ = [&job] { job.Cancel(); };
@@ -27,20 +29,26 @@ public:
 
 private:
     void TurnAdded() override {
-        if (interrupted_) cancel_();
+        if (!interrupted_ || cancelled_) return;
+        cancelled_ = true;
+        context_.Say("Cancelling...");
+        cancel_();
     }
 
+    CommandContext& context_;
     const std::atomic<bool>& interrupted_;
     std::function<void()> cancel_;
+    bool cancelled_ = false;
 };
+
+std::string PrintableFile(const CommandContext& context) { return PrintableText(DocumentFile(context), Layout::Drop); }
 
 std::string CountOfAll(std::size_t count) {
     return std::to_string(count) + " of " + std::to_string(ValueCount) + " values";
 }
 
-ExitCode EndOf(const LinkSession& session, const SettingsTransfer& transfer) {
-    if (session.Failed()) return ExitCode::LinkFailed;
-    return transfer.Complete() && transfer.Unconfirmed().empty() ? ExitCode::Done : ExitCode::Refused;
+ExitCode EndOf(const LinkSession& session, bool done) {
+    return done && !session.Failed() ? ExitCode::Done : ExitCode::Refused;
 }
 
 /// Names the values that were tried but, in `words`, did not make it.
@@ -65,7 +73,7 @@ bool FlagInOrder(CommandContext& context, const LinkSession& session, const Sett
 void ReportUnfinishedDownload(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer) {
     if (transfer.Complete() && !session.Failed()) return;
     if (!session.Failed()) context.Say("Cancelled.");
-    context.Say(ReachedText(transfer.Walked()));
+    context.Say(ReachedText(transfer.Walked(), transfer.Unconfirmed().size()));
     const bool boardOutlivesUs = !context.arguments.port.empty();
     if (session.Failed() && session.CameOnline() && boardOutlivesUs) {
         const std::string flag = WriteThroughFlag;
@@ -81,7 +89,7 @@ void ReportUnfinishedDownload(CommandContext& context, const LinkSession& sessio
 ExitCode SendDocument(CommandContext& context, LinkSession& session) {
     Program& program = context.program;
     program.transferMode = TransferMode::DownloadData;
-    ConsoleTurns turns(session.Interrupted());
+    ConsoleTurns turns(context, session);
     SettingsTransfer transfer(program.transferMode, program.document.CurrentConfiguration, session.Link(),
                               context.dialogs, turns, context.progress);
     transfer.Load();
@@ -90,10 +98,10 @@ ExitCode SendDocument(CommandContext& context, LinkSession& session) {
     ReportUnfinishedDownload(context, session, transfer);
     NameUnconfirmed(context, transfer, "not confirmed by the board");
     const bool flagInOrder = FlagInOrder(context, session, transfer);
-    const ExitCode end = std::max(EndOf(session, transfer), flagInOrder ? ExitCode::Done : ExitCode::Refused);
-    if (end == ExitCode::Done) {
-        context.host.out << "Downloaded " << DocumentFile(context) << " to " << session.PortName() << ": " << ValueCount
-                         << " values, all confirmed.\n";
+    const ExitCode end = EndOf(session, transfer.Complete() && transfer.Unconfirmed().empty() && flagInOrder);
+    if (end == ExitCode::Done && session.Link().Reopened() == 0) {
+        context.host.out << "Downloaded " << PrintableFile(context) << " to " << session.PortName() << ": "
+                         << ValueCount << " values, all confirmed.\n";
     }
     return end;
 }
@@ -101,21 +109,20 @@ ExitCode SendDocument(CommandContext& context, LinkSession& session) {
 ExitCode FetchDocument(CommandContext& context, LinkSession& session) {
     Program& program = context.program;
     program.transferMode = TransferMode::UploadData;
-    Configuration& record = program.document.CurrentConfiguration;
-    ConsoleTurns turns(session.Interrupted());
-    SettingsTransfer transfer(program.transferMode, record, session.Link(), context.dialogs, turns, context.progress);
-    record.SavedDate = OleDate::FromLocal(context.host.clock.LocalNow());
+    ConsoleTurns turns(context, session);
+    SettingsTransfer transfer(program.transferMode, program.document.CurrentConfiguration, session.Link(),
+                              context.dialogs, turns, context.progress);
     transfer.Load();
     turns.Run(transfer);
     if (!transfer.Complete()) {
         context.Say((session.Failed() ? "" : "Cancelled. ") + CountOfAll(transfer.Walked()) + " had been read.");
     }
     NameUnconfirmed(context, transfer, "not read reliably");
-    return EndOf(session, transfer);
+    return EndOf(session, transfer.Complete() && transfer.Unconfirmed().empty());
 }
 
 ExitCode CompareDocument(CommandContext& context, LinkSession& session) {
-    ConsoleTurns turns(session.Interrupted());
+    ConsoleTurns turns(context, session);
     BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), turns, context.progress);
     turns.Run(comparison);
     context.progress.EndLine();
@@ -128,15 +135,16 @@ ExitCode CompareDocument(CommandContext& context, LinkSession& session) {
     const std::size_t different = comparison.Differences().size();
     if (!comparison.Complete()) {
         context.Say(std::string(session.Failed() ? "The link to the board failed" : "Cancelled") + " after " +
-                    CountOfAll(context.progress.Done()) + " had been compared.");
-        return session.Failed() ? ExitCode::LinkFailed : ExitCode::Refused;
+                    CountOfAll(comparison.Compared()) + " had been compared.");
+        return ExitCode::Refused;
     }
     if (different > 0) {
-        context.host.out << CountOfAll(different) << " differ between " << DocumentFile(context) << " and the board.\n";
+        context.host.out << CountOfAll(different) << " differ between " << PrintableFile(context)
+                         << " and the board.\n";
     } else if (comparison.Unread().empty()) {
-        context.host.out << "All " << ValueCount << " values of " << DocumentFile(context) << " are on the board.\n";
+        context.host.out << "All " << ValueCount << " values of " << PrintableFile(context) << " are on the board.\n";
     }
-    return different == 0 && comparison.Unread().empty() ? ExitCode::Done : ExitCode::Refused;
+    return EndOf(session, different == 0 && comparison.Unread().empty());
 }
 
 } // namespace vantrel

@@ -7,7 +7,10 @@
 
 namespace vantrel {
 
-/// Writes the document's values to the board. Done when every one was confirmed.
+// They are done or refused; that a failed link outranks both is for LinkSession::Close.
+
+/// Writes the document's values to the board. Done when every one was confirmed, which is reported only when the link
+/// stood all the time.
 [[nodiscard]] ExitCode SendDocument(CommandContext& context, LinkSession& session);
 
 /// Reads the board's values into the document. Done when every one was read.

@@ -15,10 +15,11 @@ namespace vantrel {
 [[nodiscard]] std::string QuotedPath(const std::filesystem::path& path);
 
 /// Document::ReadSetupFile, whose errors then name the file. `advice`: the sentence that ends them when the file is no
-/// set-up file.
+/// set-up file, but some text.
 void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);
-/// Document::ImportTextFile likewise. Throws RuntimeError also for a file that is a set-up file already, from which the
-/// forgiving text format would take over nonsense; `advice` ends that error.
+/// Document::ImportTextFile likewise. Throws RuntimeError 321 also for files from which the forgiving text format would
+/// take over nonsense: a set-up file (`advice` ends that error), bytes that are no text, an empty file, one without the
+/// header or without a single sequence.
 void ImportTextFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);
 
 /// Whether a record that another program version has saved is to become the document: only Yes does it.

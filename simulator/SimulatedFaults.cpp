@@ -21,17 +21,20 @@ const std::array<FaultName, 7>& FaultNames() {
 
 std::optional<SimulatedFault> ParseFault(std::string_view text) {
     SimulatedFault fault;
+    const auto takeOnce = [&] {
+        constexpr std::string_view once = ":once";
+        if (fault.firstTimeOnly || !text.ends_with(once)) return;
+        fault.firstTimeOnly = true;
+        text.remove_suffix(once.size());
+    };
+    takeOnce();
     if (const std::size_t at = text.find('@'); at != std::string_view::npos) {
         const std::string_view count = text.substr(at + 1);
         const auto [end, error] = std::from_chars(count.data(), count.data() + count.size(), fault.afterBytes);
         if (error != std::errc{} || end != count.data() + count.size()) return std::nullopt;
         text = text.substr(0, at);
     }
-    constexpr std::string_view once = ":once";
-    if (text.ends_with(once)) {
-        fault.firstTimeOnly = true;
-        text.remove_suffix(once.size());
-    }
+    takeOnce();
     const auto& names = FaultNames();
     const auto named =
         std::find_if(names.begin(), names.end(), [&](const FaultName& each) { return each.name == text; });

@@ -27,7 +27,7 @@ struct SimulatedFault {
     std::size_t afterBytes = 0; ///< Sleeps until the board has received so many bytes.
 };
 
-/// NAME, NAME:once, NAME@BYTES or NAME:once@BYTES; nothing for any other text.
+/// NAME, and behind it in any order :once and @BYTES; nothing for any other text.
 [[nodiscard]] std::optional<SimulatedFault> ParseFault(std::string_view text);
 
 } // namespace vantrel

@@ -19,13 +19,17 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
         {{"xyzzy"}, 2, "no command \"xyzzy\""},
         {{"show"}, 2, "FILE is required"},
         {{"show", ""}, 2, "empty"},
-        {{"show", file, "--jason"}, 2, "--jason"},
-        {{"show", file, file}, 2, "See vantrelctl show --help"},
+        {{"show", "--jason", "--alll"}, 2, "There are no options --jason, --alll."},
+        {{"show", file, "b", "c"}, 2, "There is no place for b, c.\nSee vantrelctl show --help"},
         {{"compare", file}, 2, "--port is required"},
-        {{"compare", file, "--port", "0"}, 2, "ports 1 to"},
-        {{"compare", file, "--port", "99999999999"}, 2, "ports 1 to"},
+        {{"compare", file, "--port", "0"}, 2, "Port numbers here go from 1 to"},
+        {{"compare", file, "--port", "99999999999"}, 2, "Port numbers here go from 1 to"},
+        {{"compare", file, "--port", "COM2"}, 2, "Did you mean --port 2?"},
+        {{"compare", file, "--port", "Simulated"}, 2, "Did you mean --port simulated?"},
+        {{"compare", file, "--port"}, 2, "--port: a value is missing"},
+        {{"compare", file, "--port", "1", "--port", "2"}, 2, "--port can be given once only."},
         {{"compare", file, "--port", ""}, 2, "empty"},
-        {{"compare", file, "--port", "1", "--speed", "300"}, 2, "--speed"},
+        {{"compare", file, "--port", "1", "--speed", "300"}, 2, "--speed: the board has no speed \"300\""},
         {{"read", "W16384", "nonsense", "--port", "1"}, 2, "\"nonsense\" is not an address"},
         {{"read", "B65536", "--port", "1"}, 2, "outside"},
         {{"write", "W16384", "", "--port", "1"}, 2, "empty"},
@@ -34,12 +38,22 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
         {{"write", "W16384", "-5", "--port", "1"}, 1, "Only Numerical Data Allowed."},
         {{"write", "B8", "256", "--port", "1"}, 1, "ENTRY ALERT: Error:\nEntry out of Range (0-255)."},
         {{"simulate", "--fault", "hang-pu"}, 2, "hang-up"},
-        {{"simulate", "--speed", "-1"}, 2, "--speed"},
+        {{"simulate", "--speed", "-1"}, 2, "\"-1\" is no speed"},
+        {{"simulate", "--speed", "abc"}, 2, "--speed: \"abc\" is no speed"},
+        {{"new", "."}, 2, "no file name"},
+        {{"new", ".."}, 2, "no file name"},
+        {{"new", folder.string() + "/"}, 2, "no file name"},
+        {{"upload", File(".x"), "--port", "1", "--yes"}, 2, "no file name"},
+        {{"download", file, "--port", "1", "--yes", "--trace", file}, 2, "the set-up file itself"},
+        {{"download", File("plant"), "--port", "1", "--yes", "--trace", File("./plant.sdt")}, 2, "itself"},
+        {{"upload", File("new"), "--port", "1", "--yes", "--trace", File("new.sdt")}, 2, "itself"},
+        {{"read", "W1", "--port", File("device"), "--trace", File("device")}, 2, "the port itself"},
         {{"show", File("missing.sdt")}, 4, "missing.sdt"},
         {{"show", File("text.sdt")}, 4, "import makes a set-up file"},
         {{"download", File("missing.sdt"), "--port", "1", "--yes"}, 4, "missing.sdt"},
         {{"new", File("nowhere/plant.sdt")}, 4, "nowhere"},
-        {{"read", "W1", "--port", "1", "--trace", File("nowhere/trace")}, 4, "trace"},
+        {{"read", "W1", "--port", "1", "--trace", File("nowhere/trace")}, 4, "No such file"},
+        {{"upload", File("nowhere/plant.sdt"), "--port", "1", "--yes"}, 4, "its folder"},
     };
     for (const Case& each : cases) {
         const Ended ended = Run(each.arguments);
@@ -50,6 +64,7 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
         EXPECT_NE(ended.err.find(each.said), std::string::npos) << line << "\n" << ended.err;
         EXPECT_EQ(ended.out, "") << line;
     }
+    EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), 100);
 }
 
 TEST_F(ConsoleTest, AMissingProgramFolderIsWrongUsage) {

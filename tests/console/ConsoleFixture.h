@@ -14,6 +14,7 @@
 #include <atomic>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -24,18 +25,21 @@
 
 namespace vantrel {
 
-/// Virtual time at one moment of which Ctrl+C is pressed.
+/// Virtual time at one moment of which something happens: Ctrl+C is pressed, if it is not something else.
 class InterruptingClock final : public Clock {
 public:
     [[nodiscard]] MonotonicTime Now() const override { return time_.Now(); }
     void SleepUntil(MonotonicTime time) override {
         time_.SleepUntil(time);
-        if (interruptAt && Now() >= *interruptAt) interrupted = true;
+        if (!interruptAt || Now() < *interruptAt) return;
+        interruptAt.reset();
+        happens();
     }
     [[nodiscard]] std::chrono::local_seconds LocalNow() const override { return time_.LocalNow(); }
 
     std::optional<MonotonicTime> interruptAt;
     std::atomic<bool> interrupted{false};
+    std::function<void()> happens = [this] { interrupted = true; };
 
 private:
     VirtualClock time_;
@@ -109,6 +113,9 @@ protected:
         const int code = RunConsole(arguments, host);
         return {code, out.str(), err.str()};
     }
+
+    /// A byte on the line takes its time, so that none can pass while the clock stands.
+    [[nodiscard]] bool NothingWasSent() const { return clock.Now() == VirtualClock().Now(); }
 
     std::filesystem::path folder;
     InterruptingClock clock;

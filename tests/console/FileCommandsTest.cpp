@@ -10,20 +10,37 @@ namespace {
 TEST_F(ConsoleTest, NewWritesTheDefaultsAndPrintsTheFullPathOfTheFileThatItWrote) {
     const Ended made = Run({"new", File("plant.cfg")});
     EXPECT_EQ(made.code, 0);
+    EXPECT_NE(made.err.find("Note: the extension is .sdt always"), std::string::npos) << made.err;
     EXPECT_EQ(made.out, File("plant.sdt") + "\n");
     const Configuration record = RecordOf(File("plant.sdt"));
     EXPECT_EQ(record.Values.size(), ValueCount);
     EXPECT_EQ(record.Value(StatusStackIndex), 1);
 }
 
-TEST_F(ConsoleTest, TheUserIsToldWhenTheForcedExtensionLeadsIntoAnotherFolder) {
+TEST_F(ConsoleTest, TheUserIsAskedWhenTheForcedExtensionLeadsIntoAnotherFolder) {
     std::filesystem::create_directory(folder / "my.dir");
-    const Ended made = Run({"new", File("my.dir/plant")});
-    EXPECT_EQ(made.out, File("my.sdt") + "\n");
-    EXPECT_NE(made.err.find("Note"), std::string::npos);
+    const Ended refused = Run({"new", File("my.dir/plant")});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_NE(refused.err.find("Do you want to write it there?"), std::string::npos) << refused.err;
+    EXPECT_FALSE(std::filesystem::exists(File("my.sdt")));
+    EXPECT_EQ(Run({"new", File("my.dir/plant"), "--yes"}).out, File("my.sdt") + "\n");
     EXPECT_EQ(Run({"show", File("my.dir/plant")}).code, 4) << "a file elsewhere is never taken for it";
     Imported("my.dir/plant.sdt", TwoSequences);
     EXPECT_NE(Run({"show", File("my.dir/plant")}).out.find(File("my.dir/plant.sdt")), std::string::npos);
+}
+
+TEST_F(ConsoleTest, AFileIsFoundByTheNameThatItWasWrittenUnder) {
+    EXPECT_EQ(Run({"new", File("line.2")}).out, File("line.sdt") + "\n");
+    EXPECT_NE(Run({"show", File("line.2")}).out.find(File("line.sdt")), std::string::npos);
+    Imported("line.2.sdt", TwoSequences);
+    EXPECT_EQ(Run({"show", File("line.2")}).out.find(File("line.sdt")), std::string::npos) << "the longer name first";
+}
+
+TEST_F(ConsoleTest, AnImportSaysWhatItTookOver) {
+    WriteText(File("import.vtl"), TwoSequences);
+    const Ended imported = Run({"import", File("import.vtl"), File("plant.sdt")});
+    EXPECT_EQ(imported.out, File("plant.sdt") + "\n");
+    EXPECT_EQ(imported.err, "Imported: status stack V100, 2 of 31 sequences.\n");
 }
 
 TEST_F(ConsoleTest, AFileIsReplacedOnlyWhenTheUserAgrees) {
@@ -59,8 +76,15 @@ TEST_F(ConsoleTest, ShowGivesUsedSequencesInTheirNotationAndCountsTheOthers) {
 TEST_F(ConsoleTest, TextsOfAFileCannotSteerTheTerminal) {
     Configuration record = RecordOf(Imported("plant.sdt", TwoSequences));
     record.SetNodeDescription(0, "a\x1B[2Jb");
+    record.CreatorVersion = "v\x1B]0;x\x07";
     WriteRecord(File("plant.sdt"), record);
-    EXPECT_NE(Run({"show", File("plant.sdt")}).out.find("a?[2Jb"), std::string::npos);
+    const Ended shown = Run({"show", File("plant.sdt")});
+    EXPECT_NE(shown.out.find("a?[2Jb"), std::string::npos);
+    EXPECT_NE(shown.err.find("saved by v?]0;x?,"), std::string::npos) << shown.err;
+    const Ended asked = Run({"download", File("plant.sdt"), "--port", "1"});
+    EXPECT_NE(asked.err.find("version: v?]0;x?\n"), std::string::npos) << asked.err;
+    EXPECT_EQ(Run({"show", "a\x1B\xC2\x9B\x9B\xC3\xBC"}).err.find_first_of("\x1B\x9B"), std::string::npos);
+    EXPECT_NE(Run({"show", "a\xC3\xBC"}).err.find("a\xC3\xBC"), std::string::npos) << "letters stay";
 }
 
 TEST_F(ConsoleTest, JsonHoldsTheWholeRecordInUtf8) {
@@ -79,13 +103,15 @@ TEST_F(ConsoleTest, JsonHoldsTheWholeRecordInUtf8) {
 }
 
 TEST_F(ConsoleTest, AnImportThatFailsWritesNothingAndNamesFileAndLine) {
-    WriteText(File("bad.vtl"), "a,b,c,99999999999,e,f,g,h,i\n");
+    WriteText(File("bad.vtl"), "a,b,c,99999999999,e,f,g,h,i\nN2\n");
     const Ended ended = Run({"import", File("bad.vtl"), File("plant.sdt")});
     EXPECT_EQ(ended.code, 4);
     EXPECT_NE(ended.err.find("bad.vtl"), std::string::npos);
     EXPECT_NE(ended.err.find("Line 1, item 4"), std::string::npos) << ended.err;
     EXPECT_FALSE(std::filesystem::exists(File("plant.sdt")));
     EXPECT_EQ(Run({"import", Imported("set-up.sdt", TwoSequences), File("plant.sdt")}).code, 4) << "no text file";
+    WriteText(File("bad.vtl"), "");
+    EXPECT_EQ(Run({"import", File("bad.vtl"), File("plant.sdt")}).code, 4);
     EXPECT_FALSE(std::filesystem::exists(File("plant.sdt")));
 }
 

@@ -29,7 +29,7 @@ TEST_F(ConsoleTest, ASimulatedBoardSaysWhereItIsAndTakesItsLinkAwayAgain) {
     std::ostream out(&written);
     std::string linked;
     written.flushed = [&] {
-        if (linked.empty()) linked = std::filesystem::read_symlink(link).string();
+        if (linked.empty()) linked = std::filesystem::canonical(link).string();
         clock.interrupted = true;
     };
     std::istringstream in;
@@ -61,11 +61,26 @@ TEST_F(ConsoleTest, ALinkReplacesOnlyWhatAnEarlierRunLeftBehind) {
     std::filesystem::create_symlink("/dev/pts/0", folder / "earlier");
     {
         const DeviceLink link(folder / "earlier", "/dev/pts/987654");
-        EXPECT_EQ(std::filesystem::read_symlink(folder / "earlier"), "/dev/pts/987654");
+        EXPECT_TRUE(std::filesystem::read_symlink(folder / "earlier").string().ends_with("/dev/pts/987654"));
         std::filesystem::remove(folder / "earlier");
         WriteText(File("earlier"), "somebody else's");
     }
     EXPECT_EQ(TextOf(File("earlier")), "somebody else's");
+}
+
+TEST_F(ConsoleTest, TheLinkOfARunningSimulatorIsLeftAloneAndThatOfAKilledOneReplaced) {
+    const std::filesystem::path path = folder / "board";
+    clock.interrupted = true;
+    {
+        const DeviceLink running(path, "/dev/null");
+        const Ended refused = Run({"simulate", "--link", path.string()});
+        EXPECT_EQ(refused.code, 4);
+        EXPECT_NE(refused.err.find("another simulated board is running there"), std::string::npos) << refused.err;
+        EXPECT_EQ(std::filesystem::canonical(path), "/dev/null");
+    }
+    // No process has such a number; the device of that one may be somebody else's by now.
+    std::filesystem::create_symlink("/proc/2147483647/../../dev/null", path);
+    EXPECT_EQ(Run({"simulate", "--link", path.string()}).code, 0);
 }
 
 TEST_F(ConsoleTest, TheDemonstrationEndsWithTwoEqualFilesAndLeavesNothingBehind) {

@@ -21,6 +21,9 @@ TEST_F(ConsoleTest, WhatIsDownloadedComparesEqualAndComesBackByUpload) {
     const Ended fetched = Run({"upload", File("fetched"), "--port", "simulated", "--yes"});
     EXPECT_EQ(fetched.code, 0) << fetched.err;
     EXPECT_EQ(fetched.out, File("fetched.sdt") + "\n");
+    EXPECT_NE(fetched.err.find("Uploaded the test's board to \"" + File("fetched.sdt") + "\": 218 values"),
+              std::string::npos)
+        << fetched.err;
     EXPECT_EQ(RecordOf(File("fetched.sdt")).Values, RecordOf(file).Values);
     EXPECT_EQ(RecordOf(File("fetched.sdt")).NodeDescription(0), "") << "descriptions are not on the board";
 }
@@ -56,10 +59,9 @@ TEST_F(ConsoleTest, WithoutATerminalAndWithoutYesNothingIsSent) {
     EXPECT_NE(refused.err.find("Data Download: You are about to Download Data to the PLC"), std::string::npos);
     EXPECT_NE(refused.err.find("\"" + file + "\" to the test's board"), std::string::npos) << refused.err;
     EXPECT_NE(refused.err.find("--yes"), std::string::npos);
-    EXPECT_FALSE(port && port->IsOpen());
-    EXPECT_EQ(board.PeekWord(6400), 1);
     EXPECT_EQ(Run({"upload", File("new.sdt"), "--port", "simulated"}).code, 1);
     EXPECT_FALSE(std::filesystem::exists(File("new.sdt")));
+    EXPECT_TRUE(NothingWasSent());
 }
 
 TEST_F(ConsoleTest, AFileOfAnotherVersionIsSentOnlyWhenTheUserAcceptsIt) {
@@ -69,10 +71,14 @@ TEST_F(ConsoleTest, AFileOfAnotherVersionIsSentOnlyWhenTheUserAcceptsIt) {
     WriteRecord(file, record);
     const Ended refused = Run({"download", file, "--port", "simulated"}, "n\n");
     EXPECT_EQ(refused.code, 1);
+    EXPECT_TRUE(NothingWasSent());
     EXPECT_NE(refused.err.find("ANCNF: File created by set-up program version: VANTREL_R0.0.1"), std::string::npos);
     EXPECT_EQ(CountOf(refused.err, "[y/n"), 1U) << "the transfer is not asked about any more";
     EXPECT_EQ(Run({"download", file, "--port", "simulated"}, "y\ny\n").code, 0);
     EXPECT_EQ(Run({"show", file}).code, 0) << "looking at it needs no consent";
+    const Ended compared = Run({"compare", file, "--port", "simulated"});
+    EXPECT_EQ(compared.code, 0) << "nor does comparing it";
+    EXPECT_NE(compared.err.find("Note: "), std::string::npos);
 }
 
 TEST_F(ConsoleTest, ALineThatBreaksInMidDownloadIsToldOnceWithWhatReachedTheBoard) {
@@ -132,7 +138,7 @@ TEST_F(ConsoleTest, AnInterruptCancelsADownloadInGoodOrder) {
     clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
     const Ended cancelled = Run({"download", file, "--port", "simulated", "--yes", "--verify"});
     EXPECT_EQ(cancelled.code, 1);
-    EXPECT_NE(cancelled.err.find("Cancelled.\nReached the board: the status stack address, sequence"),
+    EXPECT_NE(cancelled.err.find("Cancelling...\nCancelled.\nReached the board: the status stack address, sequence"),
               std::string::npos)
         << cancelled.err;
     EXPECT_EQ(cancelled.err.find("Process Not Complete"), std::string::npos);
@@ -152,8 +158,48 @@ TEST_F(ConsoleTest, AnInterruptedUploadOrComparisonChangesNoFileAndIsNoSuccess) 
     EXPECT_NE(upload.err.find("of 218 values had been read"), std::string::npos) << upload.err;
     EXPECT_EQ(TextOf(file), before);
     clock.interrupted = false;
+    ASSERT_EQ(Run({"download", file, "--port", "simulated", "--yes"}).code, 0);
     clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
-    EXPECT_EQ(Run({"compare", file, "--port", "simulated"}).code, 1);
+    const Ended compared = Run({"compare", file, "--port", "simulated"});
+    EXPECT_EQ(compared.code, 1);
+    EXPECT_NE(compared.err.find("Cancelled after "), std::string::npos) << compared.err;
+    EXPECT_EQ(compared.out, "");
+}
+
+TEST_F(ConsoleTest, VerifyNamesWhatTheBoardDoesNotHold) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    board.AddFault({.kind = FaultKind::WrongData, .firstTimeOnly = true});
+    const Ended sent = Run({"download", file, "--port", "simulated", "--yes", "--verify"});
+    EXPECT_EQ(sent.code, 1);
+    EXPECT_NE(sent.out.find("1 of 218 values differ"), std::string::npos) << sent.out;
+}
+
+TEST_F(ConsoleTest, WhatABoardConfirmedBeforeItWasAwayCountsOnlyWhenItIsReadBack) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    for (const bool verify : {false, true}) {
+        std::vector<std::string> command{"download", file, "--port", "simulated"};
+        if (verify) command.emplace_back("--verify");
+        clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
+        clock.happens = [this] {
+            port->CutLine();
+            port->MendLine();
+        };
+        const Ended sent = Run(command, "y\nr\n");
+        EXPECT_EQ(CountOf(sent.err, "[r/c]"), 1U) << sent.err;
+        EXPECT_EQ(sent.code, verify ? 0 : 1) << sent.err;
+        EXPECT_EQ(CountOf(sent.err, "The link was taken up again"), verify ? 0U : 1U) << sent.err;
+        EXPECT_EQ(sent.out.find("confirmed"), std::string::npos) << sent.out;
+    }
+}
+
+TEST_F(ConsoleTest, WhatTheBoardDidNotConfirmHasNotReachedIt) {
+    Configuration record = RecordOf(Imported("plant.sdt", TwoSequences));
+    record.SetValue(StatusStackIndex, -5);
+    WriteRecord(File("plant.sdt"), record);
+    board.AddFault({.kind = FaultKind::HangUp, .afterBytes = 100});
+    const Ended broken = Run({"download", File("plant.sdt"), "--port", "simulated", "--yes"});
+    EXPECT_NE(broken.err.find(", but for 1 value that the board did not confirm. 203 of 218"), std::string::npos)
+        << broken.err;
 }
 
 TEST_F(ConsoleTest, ValuesThatTheBoardDoesNotConfirmAreNamed) {
@@ -183,6 +229,32 @@ TEST_F(ConsoleTest, AWriteThatIsNotConfirmedSaysSo) {
     EXPECT_EQ(written.code, 1);
     EXPECT_NE(written.err.find("did not confirm 7 at W16384"), std::string::npos);
     EXPECT_EQ(written.out, "");
+}
+
+TEST_F(ConsoleTest, AReadWithASurplusByteBehindItIsNotReliable) {
+    board.AddFault({.kind = FaultKind::DoubledByte, .firstTimeOnly = true, .afterBytes = 6});
+    const Ended ended = Run({"read", "W6400", "--port", "simulated"});
+    EXPECT_EQ(ended.code, 1);
+    EXPECT_EQ(ended.out, "");
+    EXPECT_NE(ended.err.find("W6400 was not read reliably"), std::string::npos) << ended.err;
+}
+
+TEST_F(ConsoleTest, ATraceReplacesOnlyATraceUnasked) {
+    const std::string trace = File("trace.txt");
+    const std::vector<std::string> command{"read", "W6400", "--port", "simulated", "--trace", trace};
+    WriteText(trace, "precious\n");
+    EXPECT_EQ(Run(command).code, 1);
+    EXPECT_EQ(TextOf(trace), "precious\n");
+    EXPECT_TRUE(NothingWasSent());
+    EXPECT_EQ(Run(command, "y\n").code, 0);
+    const std::string first = TextOf(trace);
+    EXPECT_EQ(Run(command).code, 0);
+    EXPECT_EQ(CountOf(TextOf(trace), "\n"), CountOf(first, "\n"));
+    if (!std::filesystem::exists("/dev/full")) return;
+    const Ended full = Run({"read", "W6400", "--port", "simulated", "--trace", "/dev/full"});
+    EXPECT_EQ(full.code, 4);
+    EXPECT_NE(full.err.find("The trace \"/dev/full\" cannot be written: No space left"), std::string::npos) << full.err;
+    EXPECT_EQ(full.out, "W6400 1\n");
 }
 
 TEST_F(ConsoleTest, TheTraceHoldsEveryExchange) {

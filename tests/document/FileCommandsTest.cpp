@@ -202,6 +202,39 @@ TEST_F(FileCommandsTest, OpenTellsSetupFilesFromTextFilesByTheFilterAndDroppedOn
     EXPECT_EQ(document.FilePath, folder / "OLD.VTL");
 }
 
+TEST_F(FileCommandsTest, WhatIsNoTextFileIsNeverImportedAndNeverAdvised) {
+    const std::string header = "a,b,c,500,e,f,g,h,i\n";
+    const std::string record = FileText(folder / Stored("plant.sdt", DefaultRecord("VANTREL_R1.0.0", {})));
+    struct Case {
+        std::string bytes;
+        const char* said; ///< Nothing: it is imported.
+    };
+    const std::vector<Case> cases = {{header + "N2\n", ""},
+                                     {header + "%\nN3,Dx\x1A", ""},
+                                     {"", "it is empty"},
+                                     {" \r\n\x1A" + header, "it is empty"},
+                                     {header, ""},
+                                     {"a,b,c,500", ""},
+                                     {"N2,Dx,1,200,32,20,64,300,WW\nN3,Dy\n", "header"},
+                                     {"a note, and, what else\nN2\n", "header"},
+                                     {"a,b,c,d,e,f,g,h,i\nN2\n", "header"},
+                                     {header + "N2,D" + std::string(1, '\0'), "no text"},
+                                     {record.substr(0, record.size() / 2), "no text"}};
+    for (const Case& each : cases) {
+        WriteText(folder / "old.vtl", each.bytes);
+        document.New();
+        const bool imported = files.OpenPath(folder / "old.vtl") == Outcome::Done;
+        EXPECT_EQ(imported, *each.said == '\0') << each.bytes;
+        const std::string told = imported ? "" : LastText();
+        EXPECT_NE(told.find(each.said), std::string::npos) << each.bytes << "\n" << told;
+    }
+    for (const std::string& bytes : {record.substr(0, record.size() / 2), header}) {
+        WriteText(folder / "bad.sdt", bytes);
+        EXPECT_EQ(files.OpenPath(folder / "bad.sdt"), Outcome::Failed);
+        EXPECT_EQ(LastText().find("older format") != std::string::npos, bytes == header) << LastText();
+    }
+}
+
 TEST_F(FileCommandsTest, AFileOfAnotherVersionIsTakenOverOnlyAfterYes) {
     using enum MessageAnswer;
     Choose(Stored("old.sdt", DefaultRecord("VANTREL_R0.9.0", {})));
@@ -266,7 +299,7 @@ TEST_F(FileCommandsTest, TheUserIsToldWhereTheForcedExtensionLeads) {
     EXPECT_EQ(person.trace, "save as;VANTREL;[plant.sdt];");
     EXPECT_NE(LastText().find((folder / "my.sdt").string()), std::string::npos);
 
-    WriteText(folder / "old.vtl", "a,b,c,500,e,f,g,h,i\n");
+    WriteText(folder / "old.vtl", "a,b,c,500,e,f,g,h,i\nN2\n");
     WriteText(folder / "old.sdt", "precious");
     files.OpenPath(folder / "old.vtl");
     for (const MessageAnswer answer : {MessageAnswer::No, MessageAnswer::Yes}) {

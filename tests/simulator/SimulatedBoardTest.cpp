@@ -100,12 +100,14 @@ TEST(SimulatedFaults, AreParsedByNameAndNothingElseIs) {
         ASSERT_TRUE(plain) << name;
         EXPECT_EQ(plain->kind, each.kind);
         EXPECT_FALSE(plain->firstTimeOnly);
-        const auto once = ParseFault(name + ":once@120");
-        ASSERT_TRUE(once) << name;
-        EXPECT_TRUE(once->firstTimeOnly);
-        EXPECT_EQ(once->afterBytes, 120U);
+        for (const char* how : {":once@120", "@120:once"}) {
+            const auto once = ParseFault(name + how);
+            ASSERT_TRUE(once) << name << how;
+            EXPECT_TRUE(once->firstTimeOnly);
+            EXPECT_EQ(once->afterBytes, 120U);
+        }
     }
-    for (const char* text : {"", "hang", "hang-up@", "hang-up@x", "hang-up@-1", "hang-up@1x", "hang-up@1:once",
+    for (const char* text : {"", "hang", "hang-up@", "hang-up@x", "hang-up@-1", "hang-up@1x", "hang-up:once@1:once",
                              "hang-up:twice", ":once", "hang-up@99999999999999999999"}) {
         EXPECT_FALSE(ParseFault(text)) << text;
     }

@@ -1,0 +1,64 @@
+// Writing the trace, and noticing when that fails.
+#include "console/ByteTrace.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace vantrel {
+
+namespace {
+
+/// How the link's log begins.
+constexpr const char* FirstLine = "# seconds  sent  received";
+
+/// The last failure's reason, as the host puts it.
+std::string Problem(const std::string& file) {
+    const std::string reason = errno != 0 ? ": " + std::generic_category().message(errno) : "";
+    return "The trace \"" + file + "\" cannot be written" + reason + ".";
+}
+
+} // namespace
+
+bool HoldsSomethingElse(const std::filesystem::path& trace) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(trace, error) || std::filesystem::file_size(trace, error) == 0) return false;
+    std::ifstream file(trace);
+    std::string line;
+    std::getline(file, line);
+    if (line.ends_with('\r')) line.pop_back();
+    return line != FirstLine;
+}
+
+template <typename Action> void ByteTrace::Write(const Action& action) {
+    if (!file_.is_open() || !problem_.empty()) return;
+    errno = 0;
+    action();
+    if (!file_) problem_ = Problem(name_);
+}
+
+void ByteTrace::WriteTo(const std::string& file) {
+    name_ = file;
+    errno = 0;
+    file_.open(PathFromUtf8(file));
+    if (!file_) throw RuntimeError(ErrorNumber::PathFileAccess, Problem(file));
+}
+
+std::string ByteTrace::Finish() {
+    Write([this] { file_.close(); });
+    return problem_;
+}
+
+void ByteTrace::Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) {
+    bytes_ += received ? 2 : 1;
+    Write([&] { text_.Exchanged(sentAt, sent, received); });
+}
+
+void ByteTrace::Surplus(MonotonicTime at, std::uint8_t byte) {
+    ++bytes_;
+    Write([&] { text_.Surplus(at, byte); });
+}
+
+} // namespace vantrel
