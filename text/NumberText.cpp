@@ -77,6 +77,12 @@ double LeadingDecimal(std::string_view text) {
     return IsHuge(mantissa, exponent) ? std::numeric_limits<double>::infinity() : 0.0;
 }
 
+std::string_view Trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
 } // namespace
 
 double LeadingNumber(std::string_view text) {
@@ -107,12 +113,23 @@ std::optional<std::int32_t> LeadingInteger(std::string_view text) {
 }
 
 std::optional<std::int32_t> WholeNumber(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-    text = text.substr(0, text.find_last_not_of(blanks) + 1);
+    text = Trimmed(text);
     std::int32_t number = 0;
     const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc{} && stop == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
+bool IsNumeric(std::string_view text) {
+    text = Trimmed(text);
+    if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
+    const std::size_t whole = CountDigits(text);
+    text.remove_prefix(whole);
+    std::size_t decimals = 0;
+    if (text.starts_with('.')) {
+        decimals = CountDigits(text.substr(1));
+        text.remove_prefix(1 + decimals);
+    }
+    return whole + decimals > 0 && ExponentLength(text) == text.size();
 }
 
 } // namespace vantrel

@@ -22,4 +22,7 @@ namespace vantrel {
 /// a number that a signed 32-bit integer cannot hold.
 [[nodiscard]] std::optional<std::int32_t> WholeNumber(std::string_view text);
 
+/// True when all of `text` is a number, blanks around it aside: optional sign, digits, a decimal point, an exponent.
+[[nodiscard]] bool IsNumeric(std::string_view text);
+
 } // namespace vantrel
