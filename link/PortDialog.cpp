@@ -83,6 +83,8 @@ std::string PortDialog::DeviceLine(const std::string& text) const {
     std::string line = DeviceName(text);
     if (line.empty() || !fixedDevice_.empty()) return line;
     const int number = WholeNumber(text).value_or(range_.minimum);
+    // A port notices that its device has gone when it is looked at.
+    if (port_.IsOpen()) (void)port_.ReceivedCount();
     if (port_.IsOpen() && !port_.IsLost() && number == link_.Settings().number) return line + ": open in this program.";
     const std::string problem = SerialDeviceProblem(SerialDeviceOf(number, supportFolder_));
     return line + (problem.empty() ? ": there, and free." : ":\n" + problem);

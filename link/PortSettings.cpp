@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
+#include "platform/SerialDevices.h"
 #include "text/NumberText.h"
 #include "text/SequentialText.h"
 
@@ -40,6 +41,11 @@ std::string FirstLine(const std::filesystem::path& file) {
 }
 
 } // namespace
+
+PortRange PortRangeOf(const std::filesystem::path& supportFolder) {
+    const PortRange usual;
+    return {usual.minimum, std::max(usual.maximum, HighestSerialPort(supportFolder))};
+}
 
 StoredPortSettings ReadPortSettings(const std::filesystem::path& file, PortRange range) {
     StoredPortSettings stored;

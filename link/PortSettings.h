@@ -12,6 +12,10 @@ struct PortRange {
     int maximum = 4;
 };
 
+/// The ports that may be chosen on this machine: the usual four, and up to the highest one that it really has or that
+/// `supportFolder` has a link to.
+[[nodiscard]] PortRange PortRangeOf(const std::filesystem::path& supportFolder);
+
 struct PortSettings {
     int number = 1; ///< 1 is COM1.
     std::string speed = "9600"; ///< Baud, "9600" or "19200".

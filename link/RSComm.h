@@ -43,6 +43,8 @@ public:
 
     /// Full path of `RSPort.cfg`, UTF-8.
     [[nodiscard]] std::string CommSettingsFile() const;
+    /// For the openings to come; devices are plugged in and pulled while the program runs.
+    void SetPortRange(PortRange range) { range_ = range; }
     void SetPortOverride(PortOverride override) { override_ = std::move(override); }
     /// Reads the settings, opens `port` and probes the board. `OnlineMode` tells afterwards whether it answered. An
     /// error is shown as "Comm Port Error" and leaves the port closed. `port` must outlive the link's use of it.
@@ -85,6 +87,35 @@ public:
     /// Says that programs are not downloaded here; sends nothing (RSCommProgram.cpp).
     void DumpProgram();
 
+    // Identity and modes (RSCommIdentity.cpp). A board type is the character code of the board's one-character
+    // identifier.
+
+    /// The model name of a board type; "x Is Not Defined." for an unknown one, x being its character.
+    [[nodiscard]] static std::string TargetboardName(std::int16_t boardType);
+    /// The program-library letter of a board type; empty when it has none.
+    [[nodiscard]] static std::string LCFBoardIndex(std::int16_t boardType);
+    /// Marked hexadecimal digits as plain ones: ":;<=>?" stand for A to F, every other character for itself.
+    [[nodiscard]] static std::string MarkHex2HEX(std::string digits);
+    /// The board's firmware revision (B8159); 0 without any traffic while the port is closed or the link has failed,
+    /// and when the read fails.
+    [[nodiscard]] std::int16_t FirmwareRev();
+    /// The board's current fault code (B8176); 0 when the read fails.
+    [[nodiscard]] std::int16_t FaultCode();
+    /// Where `FaultErrCodes.txt` is; without it no code has a description.
+    void SetFaultFile(std::filesystem::path faultFile) { faultFile_ = std::move(faultFile); }
+    /// "Fault Code (0AH): " and the description of the first record with that code. A file that cannot be read is
+    /// reported as "RSComm FaultDescription".
+    [[nodiscard]] std::string FaultDescription(std::int16_t code);
+
+    /// A program download is in progress; with it, or with an upload, whether the program's identification block is
+    /// under way and which program address is. Set by those operations alone, the upload mode by its caller, too.
+    [[nodiscard]] bool InProgramMode() const { return inProgramMode_; }
+    [[nodiscard]] bool InUploadMode() const { return inUploadMode_; }
+    void SetInUploadMode(bool uploading) { inUploadMode_ = uploading; }
+    [[nodiscard]] bool WritingIdent() const { return writingIdent_; }
+    [[nodiscard]] bool ReadingIdent() const { return readingIdent_; }
+    [[nodiscard]] const std::string& CurrentProgramAdd() const { return currentProgramAdd_; }
+
     /// From now on every exchanged byte is told to `log` (none: nullptr), which must outlive its use.
     void SetTrafficLog(TrafficLog* log) { trafficLog_ = log; }
 
@@ -100,6 +131,8 @@ public:
     [[nodiscard]] static std::int16_t Octal2Dec(std::int16_t number);
 
 private:
+    friend struct RSCommPeer; ///< The tests' way to what only later operations will call.
+
     /// What ExchangeByte returns for no answer or a failed link.
     static constexpr int NoAnswer = 9999;
     enum class Reply { Wait, NoReply };
@@ -130,6 +163,10 @@ private:
     void SettleLine();
     void DiscardReceived();
     bool AskAfterNoMode();
+    std::int16_t ReadByteValue(int byte);
+    /// Whether a PLS board says that it is ready for a PLS function; asks the user after 3 s, then every 2 s.
+    bool PLSReady();
+    bool AskAfterNotReady();
     std::string ReadTarget(const std::string& address);
     WriteOutcome WriteTarget(const std::string& address, const std::string& value);
     std::optional<std::vector<std::uint8_t>> ReadBytes(const TargetAddress& from);
@@ -139,6 +176,7 @@ private:
     WriteOutcome Refuse(const std::string& reason, MessageIcon icon);
 
     std::filesystem::path settingsFile_;
+    std::filesystem::path faultFile_;
     PortRange range_;
     Clock& clock_;
     Dialogs& dialogs_;
@@ -159,6 +197,11 @@ private:
     bool retryWrite_ = false;
     bool repeated_ = false; ///< The board was silent within the value under way; a sync byte was sent again.
     bool unsettled_ = false; ///< An answer was not the expected one; more may still be on its way.
+    bool inProgramMode_ = false;
+    bool inUploadMode_ = false;
+    bool writingIdent_ = false;
+    bool readingIdent_ = false;
+    std::string currentProgramAdd_;
     int targetMode_ = 0;
     int busy_ = 0;
     int reopened_ = 0;

@@ -39,7 +39,8 @@ void TextTrafficLog::Line(MonotonicTime at, std::optional<std::uint8_t> sent, st
     const long long passed = std::chrono::duration_cast<std::chrono::microseconds>(at - *first_).count();
     out_ << Padded(passed / microsecondsASecond, SecondsWidth, ' ') << '.'
          << Padded(passed % microsecondsASecond, MicrosecondsWidth, '0') << "  " << Hexadecimal(sent) << "  "
-         << Hexadecimal(received) << '\n';
+         << Hexadecimal(received) << '\n'
+         << std::flush; // A trace is wanted most of a program that hangs.
 }
 
 } // namespace vantrel

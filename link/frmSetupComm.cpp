@@ -46,6 +46,11 @@ frmSetupComm::frmSetupComm(RSComm& link, SerialPort& port, const ProgramFolder& 
     connect(qApp, &QApplication::focusChanged, this, &frmSetupComm::FocusMoved);
 }
 
+frmSetupComm::~frmSetupComm() {
+    // The window loses the focus while it goes, when this class is no longer there to hear of it.
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void frmSetupComm::BuildPortFrame() {
     fraCommPort = Named(new QGroupBox(tr("Comm &Port"), this), "fraCommPort");
     optCommPort = Named(new QRadioButton(QStringLiteral("COM"), fraCommPort), "optCommPort");

@@ -24,6 +24,8 @@ public:
     frmSetupComm(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range, DocumentDialogs& dialogs,
                  QWidget* parent = nullptr, std::string fixedDevice = {});
 
+    ~frmSetupComm() override;
+
     void done(int result) override;
 
     // Controls, by their names.

@@ -1,0 +1,130 @@
+// Which board is at the other end and how it is: model, library letter, revision, fault, readiness.
+#include "link/RSComm.h"
+
+#include "link/FaultFiles.h"
+#include "link/TargetMap.h"
+#include "platform/RuntimeError.h"
+#include "text/NumberText.h"
+#include "text/Windows1252.h"
+
+#include <algorithm>
+#include <array>
+#include <iomanip>
+#include <sstream>
+#include <string_view>
+
+namespace vantrel {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+struct BoardModel {
+    std::string_view name;
+    std::string_view letter; ///< In the program library; empty for none.
+};
+
+constexpr std::int16_t FirstBoardType = '1';
+// clang-format off
+constexpr std::array<BoardModel, 21> BoardModels{{
+    {"K5210", "1"},      {"K5212", "1"},      {"K5214", "?"},      {"K5221", "2"},      {"K5222", "3"},
+    {"K5216", "D"},      {"K5241", ""},       {"K5224", "F"},      {"Not Defined", ""}, {"Q8110", "@"},
+    {"Q8111", "A"},      {"Q8112", "B"},      {"Q8120(PLC)", "C"}, {"Q8120(PLS)", ""},  {"Q8140", ""},
+    {"Q8141", ""},       {"J8310", "E"},      {"Q8121(PLC)", ""},  {"Q8121(PLS)", ""},  {"Q6700(PLC)", "G"},
+    {"Q6700(PLS)", ""},
+}};
+// clang-format on
+
+const BoardModel* ModelOf(std::int16_t boardType) {
+    const int index = boardType - FirstBoardType;
+    return index >= 0 && index < static_cast<int>(BoardModels.size()) ? &BoardModels[static_cast<std::size_t>(index)]
+                                                                      : nullptr;
+}
+
+/// The character of an identifier; "?" for what is no character that can be shown.
+std::string CharacterOf(std::int16_t boardType) {
+    constexpr int firstShown = 0x20;
+    constexpr int last = 0xFF;
+    if (boardType < firstShown || boardType > last) return "?";
+    return Utf8FromWindows1252(std::string(1, static_cast<char>(boardType)));
+}
+
+constexpr std::uint8_t ReadyRequest = 0x38;
+constexpr std::uint8_t Acknowledge = 0x55;
+constexpr int Ready = 0x00;
+constexpr MonotonicTime ReadyTime = 3s;
+constexpr MonotonicTime ReadyTimeAfterRetry = 2s;
+
+} // namespace
+
+std::string RSComm::TargetboardName(std::int16_t boardType) {
+    const BoardModel* model = ModelOf(boardType);
+    return model ? std::string(model->name) : CharacterOf(boardType) + " Is Not Defined.";
+}
+
+std::string RSComm::LCFBoardIndex(std::int16_t boardType) {
+    const BoardModel* model = ModelOf(boardType);
+    return model ? std::string(model->letter) : std::string();
+}
+
+std::string RSComm::MarkHex2HEX(std::string digits) {
+    for (char& digit : digits) {
+        if (digit >= ':' && digit <= '?') digit = static_cast<char>(digit - ':' + 'A');
+    }
+    return digits;
+}
+
+std::int16_t RSComm::ReadByteValue(int byte) {
+    const std::int32_t value = LeadingInteger(RSRead("B" + std::to_string(byte))).value_or(0);
+    return static_cast<std::int16_t>(value);
+}
+
+std::int16_t RSComm::FirmwareRev() {
+    const bool connected = port_ && port_->IsOpen();
+    return connected && !linkFailed_ ? ReadByteValue(FirmwareRevisionByte) : std::int16_t{0};
+}
+
+std::int16_t RSComm::FaultCode() { return ReadByteValue(CurrentFaultByte); }
+
+std::string RSComm::FaultDescription(std::int16_t code) {
+    std::ostringstream hex;
+    hex << std::hex << std::uppercase << std::setfill('0') << std::setw(2) << static_cast<std::uint16_t>(code);
+    std::string text = "Fault Code (" + hex.str() + "H): ";
+    try {
+        const auto records = ReadFaultFile(faultFile_);
+        if (!records) return text + "--- Fault File Not Found ---";
+        const auto found = std::find_if(records->begin(), records->end(),
+                                        [&](const FaultRecord& record) { return SameCode(record.code, hex.str()); });
+        if (found != records->end()) text += found->description;
+    } catch (const RuntimeError& error) {
+        ReportRuntimeError(dialogs_, "RSComm FaultDescription", error);
+    }
+    return text;
+}
+
+bool RSComm::PLSReady() {
+    const Operation operation(*this);
+    // Whatever mode the board was in, it is in none after this.
+    targetMode_ = 0;
+    for (MonotonicTime deadline = clock_.Now() + ReadyTime;;) {
+        if (clock_.Now() >= deadline) {
+            linkFailed_ = !AskAfterNotReady();
+            deadline = clock_.Now() + ReadyTimeAfterRetry;
+        }
+        if (linkFailed_) return false;
+        if (ExchangeByte(ReadyRequest) != Acknowledge || ExchangeByte(Acknowledge) != Ready) continue;
+        // Nobody waits for an answer to the last byte; if one comes, it must not pass for another's.
+        ExchangeByte(Acknowledge, Reply::NoReply);
+        unsettled_ = true;
+        return true;
+    }
+}
+
+bool RSComm::AskAfterNotReady() {
+    return dialogs_.Show({.title = "WARNING - Communication Error!",
+                          .text = "Cannot Determine PLS READY Mode Within Target Board.",
+                          .icon = MessageIcon::Critical,
+                          .buttons = MessageButtons::RetryCancel}) == MessageAnswer::Retry;
+}
+
+} // namespace vantrel

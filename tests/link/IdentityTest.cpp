@@ -1,0 +1,72 @@
+// Which board answers, what its faults are called, and whether it is ready.
+#include "tests/link/LinkFixture.h"
+
+namespace vantrel {
+
+struct RSCommPeer {
+    static bool PLSReady(RSComm& link) { return link.PLSReady(); }
+};
+
+namespace {
+
+using IdentityTest = LinkTest;
+
+TEST_F(IdentityTest, BoardTypesAreCharacterCodes) {
+    EXPECT_EQ(RSComm::TargetboardName('6') + RSComm::LCFBoardIndex('6'), "K5216D");
+    EXPECT_EQ(RSComm::TargetboardName(57) + RSComm::LCFBoardIndex(57), "Not Defined");
+    EXPECT_EQ(RSComm::TargetboardName(68) + RSComm::LCFBoardIndex(68), "Q6700(PLC)G");
+    EXPECT_EQ(RSComm::TargetboardName(70) + RSComm::LCFBoardIndex(70), "F Is Not Defined.");
+    EXPECT_EQ(RSComm::MarkHex2HEX("0:;9<=>?@A"), "0AB9CDEF@A");
+}
+
+TEST_F(IdentityTest, TheRevisionIsReadOnlyOverALinkThatStands) {
+    EXPECT_EQ(link.FirmwareRev(), 0);
+    EXPECT_FALSE(link.LinkFailed());
+    GoOnline();
+    PutInMode(1);
+    port.script.insert(port.script.end(), {{0x1F, 0x1F}, {0xDF, 23}, {0x1F, 0x1F}, {0xF0, 0x45}});
+    EXPECT_EQ(link.FirmwareRev(), 23);
+    EXPECT_EQ(link.FaultCode(), 0x45);
+    EXPECT_EQ(port.unexpected, 0);
+    port.Expect({});
+    EXPECT_EQ(link.FaultCode(), 0);
+    EXPECT_TRUE(link.LinkFailed());
+    const std::size_t traffic = port.sent.size();
+    EXPECT_EQ(link.FirmwareRev(), 0);
+    EXPECT_EQ(port.sent.size(), traffic);
+}
+
+TEST_F(IdentityTest, FaultsAreDescribedByTheFirstRecordOfTheFile) {
+    link.SetFaultFile(folder / "FaultErrCodes.txt");
+    EXPECT_EQ(link.FaultDescription(10), "Fault Code (0AH): --- Fault File Not Found ---");
+    WriteText(folder / "FaultErrCodes.txt", "01\r\n\r\n0a,Watchdog\r\n0A,later\r\n3F,\"Slot, and \xE9\"\r\n\x1A"
+                                            "FF,behind the end\r\n");
+    for (const std::string text : {"0AWatchdog", "01", "3FSlot, and \xC3\xA9", "FF"}) {
+        const auto code = static_cast<std::int16_t>(std::stoi(text.substr(0, 2), nullptr, 16));
+        EXPECT_EQ(link.FaultDescription(code), "Fault Code (" + text.substr(0, 2) + "H): " + text.substr(2));
+    }
+    EXPECT_TRUE(dialogs.shown.empty());
+    link.SetFaultFile(folder.Path());
+    EXPECT_EQ(link.FaultDescription(2), "Fault Code (02H): ");
+    EXPECT_EQ(Shown().substr(0, 41), "RSComm FaultDescription|Error Number = 75");
+}
+
+TEST_F(IdentityTest, TheReadyCheckGoesOnUntilTheBoardIsReadyOrTheUserGivesUp) {
+    GoOnline();
+    port.Expect({{0x38, 0x00}, {0x38, 0x55}, {0x55, 0x55}, {0x38, 0x55}, {0x55, 0x12}, {0x38, 0x55}, {0x55, 0x00}});
+    EXPECT_TRUE(RSCommPeer::PLSReady(link));
+    EXPECT_EQ(port.unexpected, 0);
+    EXPECT_EQ(port.sent.size(), 8U);
+    EXPECT_EQ(port.sent.back(), 0x55);
+
+    port.otherwise = 0x55;
+    dialogs.answers = {MessageAnswer::Retry, MessageAnswer::Cancel};
+    const double start = Seconds();
+    EXPECT_FALSE(RSCommPeer::PLSReady(link));
+    EXPECT_TRUE(link.LinkFailed());
+    EXPECT_NEAR(Seconds() - start, 3.0 + 2.0, 0.02);
+    EXPECT_EQ(Shown(1), "WARNING - Communication Error!|Cannot Determine PLS READY Mode Within Target Board.");
+}
+
+} // namespace
+} // namespace vantrel
