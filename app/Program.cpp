@@ -4,10 +4,12 @@
 
 namespace vantrel {
 
-std::string ProgramVersion() {
-    return "VANTREL_R" + std::to_string(VANTREL_VERSION_MAJOR) + "." + std::to_string(VANTREL_VERSION_MINOR) + "." +
+std::string VersionNumber() {
+    return std::to_string(VANTREL_VERSION_MAJOR) + "." + std::to_string(VANTREL_VERSION_MINOR) + "." +
            std::to_string(VANTREL_VERSION_REVISION);
 }
+
+std::string ProgramVersion() { return "VANTREL_R" + VersionNumber(); }
 
 Program::Program(ProgramFolder programFolder, const Clock& clock)
     : folder(std::move(programFolder)), document(ProgramVersion(), clock) {}

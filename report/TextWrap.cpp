@@ -1,0 +1,68 @@
+// Breaking lines. Knows UTF-8 well enough not to break a character.
+#include "report/TextWrap.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::string_view Blank = " ";
+
+bool ContinuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+
+std::string OnOneLine(std::string_view text) {
+    std::string line(text);
+    std::replace_if(
+        line.begin(), line.end(), [](char byte) { return byte >= '\t' && byte <= '\r'; }, ' ');
+    return line;
+}
+
+/// Where the character at `at` ends.
+std::size_t NextCharacter(std::string_view text, std::size_t at) {
+    ++at;
+    while (at < text.size() && ContinuesCharacter(text[at]))
+        ++at;
+    return at;
+}
+
+/// The longest start of `text` that fits, at least one character of it.
+std::size_t FittingLength(std::string_view text, const std::function<bool(std::string_view)>& fits) {
+    std::size_t length = NextCharacter(text, 0);
+    while (length < text.size()) {
+        const std::size_t longer = NextCharacter(text, length);
+        if (!fits(text.substr(0, longer))) break;
+        length = longer;
+    }
+    return length;
+}
+
+/// Where to break a text of which `length` bytes fit on the line: at the last blank up to there, else right there.
+std::size_t BreakAt(std::string_view text, std::size_t length) {
+    const std::size_t blank = text.substr(0, length + 1).find_last_of(Blank);
+    return blank == std::string_view::npos || blank == 0 ? length : blank;
+}
+
+std::string WithoutTrailingBlanks(std::string_view text) {
+    return std::string(text.substr(0, text.find_last_not_of(Blank) + 1));
+}
+
+} // namespace
+
+std::vector<std::string> WrappedText(std::string_view text, const std::function<bool(std::string_view)>& fits) {
+    const std::string oneLine = OnOneLine(text);
+    std::string_view rest = oneLine;
+    std::vector<std::string> lines;
+    while (!rest.empty() && !fits(rest)) {
+        const std::size_t length = FittingLength(rest, fits);
+        if (length == rest.size()) break;
+        const std::size_t end = BreakAt(rest, length);
+        lines.push_back(WithoutTrailingBlanks(rest.substr(0, end)));
+        rest.remove_prefix(std::min(rest.size(), rest.find_first_not_of(Blank, end)));
+    }
+    if (lines.empty() || !rest.empty()) lines.emplace_back(rest);
+    return lines;
+}
+
+} // namespace vantrel

@@ -1,0 +1,104 @@
+// The tick against the simulated board: what the user is told, what it costs the line, what it leaves alone.
+#include "app/BackgroundUpdate.h"
+
+#include "link/TargetMap.h"
+#include "simulator/SimulatedPort.h"
+#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/VirtualClock.h"
+
+#include <gtest/gtest.h>
+
+namespace vantrel {
+namespace {
+
+class BackgroundUpdateTest : public testing::Test, private TrafficLog {
+protected:
+    BackgroundUpdateTest() {
+        program.InitDefaults();
+        link.SetTrafficLog(this);
+    }
+    void Tick(int times = 1) {
+        for (int i = 0; i < times; ++i)
+            update.Tick(transferring);
+    }
+    /// Bytes on the line while something happens.
+    template <typename Happens> int Traffic(Happens happens) {
+        bytes_ = 0;
+        happens();
+        return bytes_;
+    }
+
+    TemporaryFolder folder;
+    VirtualClock clock;
+    ScriptedDialogs dialogs;
+    SimulatedBoard board;
+    SimulatedPort port{board, clock, LinePacing::LineSpeed};
+    Program program{ProgramFolder(folder.Path(), folder.Path()), clock};
+    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
+    BackgroundUpdate update{program, link};
+    bool transferring = false;
+
+private:
+    void Exchanged(MonotonicTime, std::uint8_t, std::optional<std::uint8_t>) override { ++bytes_; }
+    void Surplus(MonotonicTime, std::uint8_t) override {}
+    int bytes_ = 0;
+};
+
+constexpr const char* Normal = "Set-up Program is Currently ONLINE\n-- System Normal --";
+
+TEST_F(BackgroundUpdateTest, TheMessageFollowsTheModeAndTheLink) {
+    Tick();
+    EXPECT_EQ(update.PanelText(), "System Message:  Program is Currently OFFLINE");
+    EXPECT_EQ(program.systemMessage, "Set-up Program is Currently OFFLINE");
+    link.OpenRSComm(port);
+    Tick();
+    EXPECT_EQ(update.PanelText(), "System Message:  All Faults Normal");
+    EXPECT_EQ(program.systemMessage, Normal);
+    board.AddFault({.kind = FaultKind::NoAnswer});
+    dialogs.whileShown = [&](const MessageBox&) { EXPECT_EQ(Traffic([&] { Tick(); }), 0); };
+    Tick();
+    ASSERT_EQ(dialogs.shown.size(), 1U);
+    EXPECT_EQ(program.systemMessage, Normal);
+    link.SetOnlineMode(false);
+    Tick();
+    EXPECT_EQ(update.PanelText(), "System Message:  Comm Fault with Q6700");
+}
+
+TEST_F(BackgroundUpdateTest, AlarmsAreReadWhenTheProgramGoesOnlineAndEveryTwentiethTick) {
+    board.Poke(CurrentFaultByte, 0x45);
+    link.OpenRSComm(port);
+    Tick();
+    EXPECT_EQ(update.PanelText(), "System Message:  Faults Active in PLC");
+    EXPECT_EQ(program.systemMessage, "***** SYSTEM ALARM *****\nTarget Board Fault\n\n");
+    board.Poke(CurrentFaultByte, 0);
+    board.Poke(CurrentCommErrorByte, 5);
+    EXPECT_EQ(Traffic([&] { Tick(19); }), 19 * 2);
+    EXPECT_EQ(program.alarms, (AlarmFlags{true, false, false}));
+    EXPECT_EQ(Traffic([&] { Tick(); }), 2 * 2);
+    EXPECT_EQ(program.systemMessage, "***** SYSTEM ALARM *****\nCommunication Error\n\n");
+    EXPECT_FALSE(program.refreshTargetStatus);
+}
+
+TEST_F(BackgroundUpdateTest, TheCoCpuAlarmIsThatOfABoardThatHasOne) {
+    program.document.FilePath = folder / "plant.sdt";
+    WriteText(folder / "plant.trv", "2");
+    board.Poke(CoCpuSlotByte, 3);
+    link.OpenRSComm(port);
+    Tick();
+    EXPECT_EQ(program.systemMessage, "***** SYSTEM ALARM *****\nCO-CPU Fault\n\n");
+    program.document.FilePath = folder / "other.sdt";
+    Tick();
+    EXPECT_EQ(program.systemMessage, Normal);
+}
+
+TEST_F(BackgroundUpdateTest, ATransferHasTheLineToItself) {
+    transferring = true;
+    link.OpenRSComm(port);
+    EXPECT_EQ(Traffic([&] { Tick(25); }), 0);
+    EXPECT_EQ(program.systemMessage, Normal);
+    EXPECT_TRUE(program.refreshTargetStatus) << "as soon as the transfer is over";
+}
+
+} // namespace
+} // namespace vantrel

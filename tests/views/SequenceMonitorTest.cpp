@@ -1,0 +1,184 @@
+// The passes of the communication interface view, against the simulated board: what they read, in which order, when
+// they stop, and how it is shown.
+#include "views/SequenceMonitor.h"
+
+#include "link/TargetMap.h"
+#include "simulator/SimulatedPort.h"
+#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/VirtualClock.h"
+#include "tests/views/ReadAddresses.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <set>
+
+namespace vantrel {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class SequenceMonitorTest : public testing::Test, public SequenceDisplay {
+protected:
+    SequenceMonitorTest() {
+        link.OpenRSComm(port);
+        static_cast<void>(link.RSRead("W0")); // the link is in the read mode from now on
+        link.SetTrafficLog(&log);
+    }
+    /// The words read in a whole pass.
+    Texts Run(Task pass) {
+        log.Forget();
+        turns.RunToEnd(pass);
+        return log.Words();
+    }
+    Texts Settings() { return Run(monitor.RefreshSettings(SettingsBaseOf(selected))); }
+    void Store(std::size_t index, std::uint16_t value) {
+        board.PokeWord(static_cast<std::uint16_t>(std::stoi(DefaultTargetAddress(index).substr(1))), value);
+    }
+
+    [[nodiscard]] bool Active() const override { return active; }
+    [[nodiscard]] bool RowVisible(int row) const override { return visible.contains(row); }
+    void ShowDescription(const std::string& text) override { Show("description", text); }
+    void ShowNodeNumber(const std::string& text) override { Show("node", text); }
+    void ShowSetting(SettingsGrid grid, int row, const std::string& text) override {
+        Show((grid == SettingsGrid::Send ? "send " : "receive ") + std::to_string(row), text);
+    }
+    void ShowStatus(const std::string& text) override { Show("status", text); }
+    void ShowDataWord(int row, DataDirection column, const std::string& text) override {
+        Show(std::to_string(row) + (column == DataDirection::Send ? "s" : "r"), text);
+    }
+    void Show(const std::string& where, const std::string& text) {
+        shown.push_back(where + "=" + text);
+        if (onShow) onShow();
+    }
+
+    TemporaryFolder folder;
+    VirtualClock clock;
+    ScriptedDialogs dialogs;
+    SimulatedBoard board;
+    SimulatedPort port{board, clock, LinePacing::None};
+    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
+    TurnQueue turns;
+    Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
+    std::int16_t selected = 0;
+    SequenceMonitor monitor{record, link, turns, selected, *this};
+    ReadAddresses log;
+    bool active = true;
+    std::set<int> visible{1, 2};
+    Texts shown;
+    std::function<void()> onShow;
+};
+
+TEST_F(SequenceMonitorTest, TheHighestSequenceIsReadFromItsOwnWordsInOrder) {
+    selected = 30;
+    record.SetNodeDescription(30, "Mixer");
+    record.SetAddressType(214, "h");
+    record.SetAddressType(213, "v");
+    for (std::size_t field = 0; field < FieldCount; ++field)
+        Store(211 + field, static_cast<std::uint16_t>(250 + field));
+    EXPECT_EQ(Settings(), (Texts{"W31744", "W31746", "W31748", "W31750", "W31752", "W31754", "W31756"}));
+    EXPECT_EQ(shown, (Texts{"description=Mixer", "node=250", "send 1=251", "send 2=v252", "send 3=FDH", "receive 1=254",
+                            "receive 2=W255", "receive 3=V256"}));
+    shown.clear();
+    visible = {1, 120};
+    EXPECT_EQ(Run(monitor.RefreshStatusAndData()), (Texts{"W6974", "W31760", "W32000", "W31998", "W32238"}));
+    ASSERT_EQ(shown.size(), 5U);
+    EXPECT_EQ(shown.front(), "status=05: No Slave Response, Timeout");
+    EXPECT_TRUE(shown[1].starts_with("1s=") && shown[4].starts_with("120r="));
+}
+
+TEST_F(SequenceMonitorTest, TheRecordsOwnAddressesAreReadAndAnEmptyDescriptionIsADash) {
+    record.TargetAddresses.at(4) = "W100";
+    EXPECT_EQ(Settings().at(3), "W100");
+    EXPECT_EQ(shown.front(), "description=-");
+    record.SetNodeDescription(0, "Pump");
+    shown.clear();
+    link.SetOnlineMode(false);
+    EXPECT_TRUE(Settings().empty());
+    EXPECT_EQ(shown, (Texts{"description=Pump"})) << "needs no board";
+    EXPECT_TRUE(Run(monitor.RefreshStatusAndData()).empty());
+}
+
+TEST_F(SequenceMonitorTest, EveryStopConditionEndsAPassBeforeItsNextRead) {
+    const std::vector<std::function<void()>> reasons{[&] { active = false; }, [&] { link.SetOnlineMode(false); },
+                                                     [&] { port.CutLine(); }};
+    for (std::size_t reason = 0; reason < reasons.size(); ++reason) {
+        for (const bool settings : {false, true}) {
+            SCOPED_TRACE(testing::Message() << reason << settings);
+            active = true;
+            port.MendLine();
+            link.OpenRSComm(port);
+            static_cast<void>(link.RSRead("W0"));
+            shown.clear();
+            onShow = [&] {
+                if (shown.size() == 3) reasons[reason]();
+            };
+            dialogs.shown.clear();
+            if (settings) {
+                Settings();
+            } else {
+                Run(monitor.RefreshStatusAndData());
+            }
+            EXPECT_EQ(shown.size(), 3U);
+            EXPECT_LE(log.Words().size(), 3U);
+            EXPECT_EQ(dialogs.shown.size(), reason == 2 ? 1U : 0U);
+            onShow = nullptr;
+        }
+    }
+}
+
+TEST_F(SequenceMonitorTest, BetweenTwoReadsOthersGetATurnAndTheSelectionMayChange) {
+    Task pass = monitor.RefreshStatusAndData();
+    pass.Start();
+    EXPECT_TRUE(log.Words().empty()) << "yields before the first read";
+    for (std::size_t reads = 1; reads <= 3; ++reads) {
+        EXPECT_TRUE(turns.RunOne());
+        EXPECT_EQ(log.Words().size(), reads);
+    }
+    selected = 1;
+    turns.RunOne();
+    EXPECT_EQ(log.Words().back(), DataWordAddress(1, DataDirection::Send, 2));
+    pass.Stop();
+    EXPECT_EQ(turns.Waiting(), 0U);
+}
+
+TEST_F(SequenceMonitorTest, AValueThatDidNotArriveIsNeverShownAsZero) {
+    board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
+    Run(monitor.RefreshStatusAndData());
+    ASSERT_EQ(shown.size(), 4U);
+    EXPECT_TRUE(shown.front().starts_with("1s="));
+    shown.clear();
+    board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
+    Settings();
+    EXPECT_EQ(shown.at(1), "node=-");
+    EXPECT_EQ(shown.at(3), "send 2=V1");
+}
+
+TEST(SequenceEntryTest, TakesNumbersUpToThirtyAndCountsBelowZeroAsZero) {
+    struct Case {
+        const char* text;
+        int number; ///< -1: refused.
+        int up, down;
+    };
+    for (const Case& one : {Case{"0", 0, 1, 0}, Case{"30", 30, 30, 29}, Case{" 7 ", 7, 8, 6}, Case{"31", -1, 30, 29},
+                            Case{"30.1", -1, 30, 29}, Case{"-5", 0, 1, 0}, Case{"+2.5", 2, 3, 1},
+                            Case{"3e1", 30, 30, 29}, Case{"", -1, 6, 4}, Case{"abc", -1, 6, 4}, Case{"5x", -1, 6, 4},
+                            Case{"inf", -1, 6, 4}, Case{"+-5", -1, 6, 4}, Case{"1e999", -1, 6, 4}}) {
+        EXPECT_EQ(SequenceEntry(one.text).value_or(-1), one.number) << one.text;
+        EXPECT_EQ(SteppedSequence(one.text, 1, 5), one.up) << one.text;
+        EXPECT_EQ(SteppedSequence(one.text, -1, 5), one.down) << one.text;
+    }
+}
+
+TEST(StatusDisplayTest, ShowsAtLeastTwoHexadecimalDigitsAndTheText) {
+    for (const auto& [value, text] :
+         {std::pair{"0", "00: Comm Disabled"}, std::pair{"1", "01: Undefinded Error"},
+          std::pair{"2", "02: Comm to Node OK"}, std::pair{"18", "12: TI-505/K5216 Write Error"},
+          std::pair{"19", "13: Undefinded Error"}, std::pair{"255", "FF: Undefinded Error"},
+          std::pair{"-1", "FFFFFFFF: Undefinded Error"}, std::pair{"2.5", "02: Comm to Node OK"}})
+        EXPECT_EQ(StatusDisplay(value), text);
+}
+
+} // namespace
+} // namespace vantrel
