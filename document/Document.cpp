@@ -4,6 +4,7 @@
 #include "document/SetupFile.h"
 #include "document/TextImport.h"
 
+#include <algorithm>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -23,6 +24,16 @@ std::filesystem::path AbsolutePath(const std::filesystem::path& path) {
     const std::filesystem::path folder = std::filesystem::weakly_canonical(absolute.parent_path(), error);
     return error ? absolute.lexically_normal() : folder / absolute.filename();
 }
+
+bool HasSetupExtension(std::string_view text) {
+    if (text.size() < SetupExtension.size()) return false;
+    text.remove_prefix(text.size() - SetupExtension.size());
+    return std::equal(text.begin(), text.end(), SetupExtension.begin(),
+                      [](char c, char lower) { return (c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) == lower; });
+}
+
+/// A file named "PLANT.SDT" would otherwise get a second one beside it on hosts whose names have case.
+std::string SetupName(const std::string& text) { return HasSetupExtension(text) ? text : ForceSetupExtension(text); }
 
 std::string Bracketed(const std::string& title) { return "[" + title + "]"; }
 
@@ -45,6 +56,8 @@ void Document::BecomeDefault() {
     CurrentConfiguration = DefaultConfiguration;
     SavedConfiguration = DefaultConfiguration;
     IsUnnamed = true;
+    FromBoard = false;
+    OwnFile.clear();
     BracketName = UnnamedBracketName;
 }
 
@@ -69,6 +82,7 @@ void Document::ApplyLoadedFile() {
     CurrentConfiguration = LoadedConfiguration;
     SavedConfiguration = CurrentConfiguration;
     IsUnnamed = false;
+    OwnFile = FilePath;
     BracketName = Bracketed(FileTitle);
     // A display may have been rebuilt while the user was asked about the version.
     StartOver();
@@ -81,6 +95,7 @@ void Document::ImportTextFile(const std::filesystem::path& path) {
     SavedConfiguration = DefaultConfiguration;
     CurrentConfiguration = std::move(record);
     TakeName(path);
+    OwnFile.clear();
     IsUnnamed = false;
     BracketName = Bracketed(FileTitle);
     StartOver();
@@ -91,7 +106,7 @@ void Document::NameFile(const std::filesystem::path& path) {
     IsUnnamed = false;
 }
 
-std::filesystem::path Document::SaveTarget() const { return PathFromUtf8(ForceSetupExtension(Utf8FromPath(FilePath))); }
+std::filesystem::path Document::SaveTarget() const { return PathFromUtf8(SetupName(Utf8FromPath(FilePath))); }
 
 void Document::Save(const SafeFileWarning& warn) {
     // Stamped in a copy: the stamp alone would make a document that could not be written count as unchanged.
@@ -102,7 +117,8 @@ void Document::Save(const SafeFileWarning& warn) {
     ReplaceFile(target, SetupFileBytes(record), OldTail::Keep, warn);
 
     FilePath = target;
-    FileTitle = ForceSetupExtension(FileTitle);
+    OwnFile = target;
+    FileTitle = SetupName(FileTitle);
     BracketName = Bracketed(FileTitle);
     CurrentConfiguration = record;
     SavedConfiguration = std::move(record);

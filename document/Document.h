@@ -22,9 +22,13 @@ public:
     Configuration LoadedConfiguration; ///< A file's record before it is accepted.
     bool IsUnnamed = true; ///< The document has no file name yet.
     bool ReloadDisplay = false; ///< Tells the editor to rebuild its display.
+    bool FromBoard = false; ///< Values have been uploaded into the document since it was new.
     bool UploadedBeforeSave = false; ///< Save has fetched the settings from the board since New or Open.
 
     std::filesystem::path FilePath; ///< Full path of the current file.
+    /// The file that the document was opened from or saved to; empty for a new or imported one. Not always FilePath,
+    /// which a declined file moves as well.
+    std::filesystem::path OwnFile;
     std::string FileTitle; ///< File name without folder, UTF-8.
     std::string BracketName; ///< "[unnamed]" or "[" + file title + "]".
 
@@ -53,7 +57,8 @@ public:
 
     /// The document gets a file name (as Save As does): path made absolute, title taken from it, no longer unnamed.
     void NameFile(const std::filesystem::path& path);
-    /// The file that Save will write: FilePath with the extension ".sdt" forced.
+    /// The file that Save will write: FilePath with the extension ".sdt" forced, unless it has that extension in
+    /// another case.
     [[nodiscard]] std::filesystem::path SaveTarget() const;
     /// Stamps the working copy with version and time, forces the extension on path and title, writes the record over
     /// the file without truncating an older, longer one, and makes the working copy the saved one. `warn` hears when

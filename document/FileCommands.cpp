@@ -8,6 +8,7 @@
 #include "text/NumberText.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string_view>
 #include <system_error>
@@ -92,7 +93,8 @@ FileCommands::Outcome FileCommands::New(bool askStackAddress) {
 FileCommands::Outcome FileCommands::Open() {
     const Outcome saved = SaveChangesFirst();
     if (saved != Outcome::Done) return saved;
-    const auto choice = dialogs_.OpenFile({.filters = {SetupFilter(), TextFilter()}, .initial = document_.FilePath});
+    const auto choice = dialogs_.OpenFile(
+        {.filters = {SetupFilter(), TextFilter()}, .initial = document_.FilePath, .filter = openFilter_});
     if (!choice) return Outcome::Cancelled;
     return OpenAs(choice->filter == 0 ? FileKind::Setup : FileKind::TextImport, choice->path);
 }
@@ -107,10 +109,12 @@ FileCommands::Outcome FileCommands::OpenAs(FileKind kind, const fs::path& path) 
     try {
         if (kind == FileKind::TextImport) {
             ImportTextFileByName(document_, path, "Open it as one of the " + SetupFilter().name + ".");
+            openFilter_ = 1;
         } else {
             ReadSetupFileByName(document_, path,
                                 "If it is a text file of the older format, open it as one of the " + TextFilter().name +
                                     ".");
+            openFilter_ = 0;
             if (!AcceptsLoadedVersion()) return Outcome::Cancelled;
             document_.ApplyLoadedFile();
         }
@@ -138,22 +142,26 @@ void FileCommands::NameUnholdableValues() {
                          MessageIcon::Exclamation));
 }
 
-FileCommands::Outcome FileCommands::Save() {
+FileCommands::Outcome FileCommands::Save() { return SaveOver(document_.OwnFile); }
+
+FileCommands::Outcome FileCommands::SaveOver(const fs::path& confirmed) {
     if (link_.OnlineMode() && !document_.UploadedBeforeSave && !FetchFromBoard()) return Outcome::Failed;
     if (document_.IsUnnamed) return SaveAs();
-    return AcceptsTarget() ? Write() : Outcome::Cancelled;
+    return AcceptsTarget(confirmed) ? Write() : Outcome::Cancelled;
 }
 
 bool FileCommands::FetchFromBoard() {
     Configuration& record = document_.CurrentConfiguration;
     const std::vector<std::int32_t> values = record.Values;
     const OleDate date = record.SavedDate;
+    const bool fromBoard = std::exchange(document_.FromBoard, true);
     record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
     hooks_.showDocumentDate();
     document_.UploadedBeforeSave = hooks_.uploadData();
     if (!document_.UploadedBeforeSave) {
         record.Values = values;
         record.SavedDate = date;
+        document_.FromBoard = fromBoard;
         hooks_.showDocumentDate();
     }
     document_.ReloadDisplay = true;
@@ -161,13 +169,14 @@ bool FileCommands::FetchFromBoard() {
 }
 
 FileCommands::Outcome FileCommands::SaveAs() {
+    openFilter_ = 0;
     const auto choice = dialogs_.SaveFile({.filters = {SetupFilter()}, .initial = {}});
     if (!choice) return Outcome::Cancelled;
     const bool wasUnnamed = document_.IsUnnamed;
     const fs::path oldPath = document_.FilePath;
     const std::string oldTitle = document_.FileTitle;
     document_.NameFile(choice->path);
-    const Outcome saved = Save();
+    const Outcome saved = SaveOver(document_.FilePath);
     if (saved != Outcome::Done) {
         document_.IsUnnamed = wasUnnamed;
         document_.FilePath = oldPath;
@@ -177,13 +186,13 @@ FileCommands::Outcome FileCommands::SaveAs() {
     return saved;
 }
 
-bool FileCommands::AcceptsTarget() {
+bool FileCommands::AcceptsTarget(const fs::path& confirmed) {
     const fs::path target = document_.SaveTarget();
-    if (target == document_.FilePath) return true;
+    if (target == confirmed) return true;
     if (const auto note = OtherFolderNote(document_)) dialogs_.Show(Notice(*note, MessageIcon::Information));
     std::error_code error;
-    // Where the host's names have no case, "plant.SDT" leads to itself.
-    if (!fs::exists(target, error) || fs::equivalent(target, document_.FilePath, error)) return true;
+    // One file can have several names: by a link, or in another case.
+    if (!fs::exists(target, error) || (!confirmed.empty() && fs::equivalent(target, confirmed, error))) return true;
     return dialogs_.Show(ReplaceQuestion(target)) == MessageAnswer::Yes;
 }
 
@@ -231,9 +240,16 @@ std::string FileCommands::StackAddressToShow() {
 }
 
 void FileCommands::SendStackAddress(std::int32_t address) {
-    link_.RSWrite(WriteThroughFlag, "1");
-    link_.RSWrite(StatusStackWord, std::to_string(address));
-    link_.RSWrite(WriteThroughFlag, "0");
+    const std::array outcomes{link_.RSWrite(WriteThroughFlag, "1"),
+                              link_.RSWrite(StatusStackWord, std::to_string(address)),
+                              link_.RSWrite(WriteThroughFlag, "0")};
+    // A link that failed has told so itself.
+    if (link_.LinkFailed() || std::ranges::count(outcomes, WriteOutcome::NotConfirmed) == 0) return;
+    dialogs_.Show({.title = StackTitle,
+                   .text = "The board did not confirm the address V" + std::to_string(address) +
+                           " and may still use the old one.\nEnter the address once more.",
+                   .icon = MessageIcon::Exclamation,
+                   .buttons = MessageButtons::Ok});
 }
 
 std::optional<std::int32_t> StackAddressIn(const std::string& answer) {

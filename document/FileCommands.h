@@ -68,7 +68,9 @@ private:
     [[nodiscard]] bool AcceptsLoadedVersion();
     void NameUnholdableValues();
     [[nodiscard]] bool FetchFromBoard();
-    [[nodiscard]] bool AcceptsTarget();
+    Outcome SaveOver(const std::filesystem::path& confirmed);
+    /// Whether the forced target may be written: it is new, the file `confirmed`, or the user says so.
+    [[nodiscard]] bool AcceptsTarget(const std::filesystem::path& confirmed);
     Outcome Write();
     [[nodiscard]] std::string StackAddressToShow();
     void SendStackAddress(std::int32_t address);
@@ -78,6 +80,7 @@ private:
     DocumentDialogs& dialogs_;
     const Clock& clock_;
     FileCommandHooks hooks_;
+    std::size_t openFilter_ = 0; ///< Of the open dialog, as last used.
 };
 
 /// The V memory address that an answer means: a whole number, or "V" (either case) and a number, of 1..34463; nothing

@@ -21,6 +21,7 @@ struct FileQuestion {
     std::vector<FileFilter> filters;
     /// Initial file name with its folder; a pattern as name ("*.sdt") only says the folder. Empty: the host decides.
     std::filesystem::path initial;
+    std::size_t filter = 0; ///< Which filter is chosen at first.
 };
 
 struct FileChoice {

@@ -158,6 +158,12 @@ TEST_F(FileCommandsTest, TheStackAddressIsAskedForByNewAndWrittenThroughWhileOnl
     EXPECT_EQ(board.PeekWord(6400, clock.Now()), 500);
     EXPECT_EQ(board.Peek(105, clock.Now()), 0);
 
+    board.AddFault({.kind = FaultKind::WrongEcho});
+    person.answer = "V500";
+    files.AskStatusStackAddress();
+    EXPECT_TRUE(LastText().starts_with("The board did not confirm the address V500")) << LastText();
+    board.ClearFaults();
+
     link.CloseRSComm();
     for (const char* refused : {"0", "34464", "X5", "V", "12.5", "1e3", "-5", "5V", " ", "99999999999"}) {
         Answer({});
@@ -200,6 +206,8 @@ TEST_F(FileCommandsTest, OpenTellsSetupFilesFromTextFilesByTheFilterAndDroppedOn
     EXPECT_EQ(LastText().substr(0, 18), "Error Number = 53\n");
     EXPECT_TRUE(document.IsUnnamed);
     EXPECT_EQ(document.FilePath, folder / "OLD.VTL");
+    files.Open();
+    EXPECT_EQ(person.asked.filter, 1U) << "the name in the dialog is the imported file's";
 }
 
 TEST_F(FileCommandsTest, WhatIsNoTextFileIsNeverImportedAndNeverAdvised) {
@@ -249,6 +257,12 @@ TEST_F(FileCommandsTest, AFileOfAnotherVersionIsTakenOverOnlyAfterYes) {
         EXPECT_EQ(document.IsUnnamed, answer != Yes);
         EXPECT_EQ(document.FilePath, folder / "old.sdt") << "the path moves all the same";
     }
+    document.New();
+    ASSERT_EQ(files.OpenPath(folder / Stored("own.sdt", DefaultRecord("VANTREL_R1.0.0", {}))), Outcome::Done);
+    Answer({No, No});
+    EXPECT_EQ(files.Open(), Outcome::Cancelled);
+    EXPECT_EQ(files.Save(), Outcome::Cancelled) << "what was declined is not the document's file";
+    EXPECT_EQ(person.trace, "open;ANCNF;Save;");
 }
 
 TEST_F(FileCommandsTest, ValuesThatNoDownloadCanCarryAreNamedOnOpening) {
