@@ -1,11 +1,11 @@
 // The main frame's start-up, mode and shut-down.
 #include "app/frmMDIMain.h"
 
+#include "app/frmHelp.h"
 #include "document/frmMain.h"
 #include "platform/QtIcons.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
-#include "platform/SerialDevices.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -20,7 +20,6 @@
 #include <QScreen>
 #include <QUrl>
 
-#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -29,12 +28,7 @@ namespace vantrel {
 namespace {
 
 constexpr const char* FrameCaption = "VANTREL ";
-constexpr int TickMilliseconds = 500;
-
-PortRange PortsOf(const ProgramFolder& folder) {
-    const PortRange usual;
-    return {usual.minimum, std::max(usual.maximum, HighestSerialPort(folder.Entry("Support")))};
-}
+constexpr MonotonicTime NoticeTime = std::chrono::seconds(5);
 
 QString DateText(std::chrono::local_seconds time) {
     const auto day = std::chrono::floor<std::chrono::days>(time);
@@ -53,14 +47,15 @@ QString TimeText(std::chrono::local_seconds time) {
 } // namespace
 
 frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std::string fixedDevice)
-    : clock_(clock), port_(port), program_(std::move(folder), clock), portRange_(PortsOf(program_.folder)),
+    : clock_(clock), port_(port), program_(std::move(folder), clock),
+      portRange_(PortRangeOf(program_.folder.Entry("Support"))),
       link_(program_.CommSettingsFile(), portRange_, clock, dialogs_),
       turns_([this] { return !link_.Busy() && !dialogs_.BoxUp(); }, [this] { ShowUntrappedError(); }),
       files_(program_.document, link_, dialogs_, clock,
              {.uploadData = [this] { return TransferInWindow(TransferMode::UploadData); },
               .showDocumentDate = [this] { ShowDocumentDate(); },
               .showCaption = [this] { ShowCaption(); }}),
-      fixedDevice_(std::move(fixedDevice)) {
+      background_(program_, link_), fixedDevice_(std::move(fixedDevice)) {
     setObjectName(QStringLiteral("frmMDIMain"));
     setWindowIcon(IconOf(ProgramIcon::Program));
     setAcceptDrops(true);
@@ -83,7 +78,8 @@ frmMDIMain::~frmMDIMain() {
 
 void frmMDIMain::StartUp() {
     program_.helpFile = program_.folder.File("Help", "VANTREL.hlp");
-    editor_ = new frmMain(program_.document, link_, turns_);
+    link_.SetFaultFile(program_.folder.File("Support", "FaultErrCodes.txt"));
+    editor_ = new frmMain(program_.document, link_, turns_, dialogs_, program_.SelectedSequence);
     // Without a close button: the editor stays as long as the frame does.
     childWindows_[0] = children_->addSubWindow(editor_, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                                             Qt::WindowMinMaxButtonsHint);
@@ -95,11 +91,17 @@ void frmMDIMain::StartUp() {
     AfterFileCommand();
     ShowMode(false);
     RefreshOfflineEditing();
-    tmrBackgroungUpdate.setInterval(TickMilliseconds);
-    tmrBackgroungUpdate.callOnTimeout(this, [this] { Tick(); });
+    tmrBackgroungUpdate.setInterval(BackgroundUpdate::TickMilliseconds);
+    // Queued: a box inside a tick would otherwise hold up the timer that it came from.
+    const auto tick = [this] {
+        QMetaObject::invokeMethod(
+            this, [this] { Tick(); }, Qt::QueuedConnection);
+    };
+    tmrBackgroungUpdate.callOnTimeout(this, tick);
     tmrBackgroungUpdate.start();
     ShowDateAndTime();
-    FitToChild();
+    RestorePlace();
+    qApp->installEventFilter(this);
 }
 
 void frmMDIMain::FitToChild() {
@@ -119,11 +121,18 @@ void frmMDIMain::ShowChild(int index) {
 
 void frmMDIMain::ApplyMode() {
     if (link_.OnlineMode()) {
+        FindPorts();
         link_.OpenRSComm(port_);
-    } else {
-        link_.CloseRSComm();
+        program_.refreshTargetStatus = true;
     }
+    // Also when opening failed: OFFLINE the port is free for other programs.
+    if (!link_.OnlineMode()) link_.CloseRSComm();
     ShowMode(link_.OnlineMode());
+}
+
+void frmMDIMain::FindPorts() {
+    portRange_ = PortRangeOf(program_.folder.Entry("Support"));
+    link_.SetPortRange(portRange_);
 }
 
 void frmMDIMain::ShowMode(bool online) {
@@ -134,6 +143,7 @@ void frmMDIMain::ShowMode(bool online) {
     mnuViewCommStatus->setEnabled(online);
     mnuEditStackAdd->setEnabled(online || program_.offlineEditing);
     if (!online) editor_->ShowOffline();
+    if (modeChanged_) modeChanged_();
     turns_.Poke();
 }
 
@@ -142,14 +152,34 @@ bool frmMDIMain::Idle() const { return !link_.Busy() && !dialogs_.BoxUp() && !tr
 void frmMDIMain::FollowLink() {
     if (!Idle()) return;
     if (link_.LinkFailed() && link_.OnlineMode()) link_.SetOnlineMode(false);
-    if (link_.OnlineMode() != shownOnline_) ApplyMode();
+    if (link_.OnlineMode() == shownOnline_) return;
+    // The port dialog opens the port by itself.
+    if (link_.OnlineMode() && port_.IsOpen()) {
+        ShowMode(true);
+    } else {
+        ApplyMode();
+    }
 }
 
 void frmMDIMain::Tick() {
     ShowDateAndTime();
     FollowLink();
     editor_->RefillIfAsked();
+    // A box that is up keeps its place; the link's own warning would take it.
+    if (!dialogs_.BoxUp()) background_.Tick(transferring_);
+    ShowSystemMessage();
+    FollowLink();
     if (closeWanted_ && Idle()) close();
+}
+
+void frmMDIMain::ShowSystemMessage() {
+    editor_->SetSystemMessage(program_.systemMessage);
+    if (clock_.Now() >= noticeUntil_) sbrMainPanels[0]->setText(QString::fromStdString(background_.PanelText()));
+}
+
+void frmMDIMain::Notice(const QString& text) {
+    sbrMainPanels[0]->setText(text);
+    noticeUntil_ = clock_.Now() + NoticeTime;
 }
 
 void frmMDIMain::ShowDateAndTime() {
@@ -165,7 +195,7 @@ void frmMDIMain::ShowCaption() {
 void frmMDIMain::ShowDocumentDate() {
     const auto saved = program_.document.CurrentConfiguration.SavedDate.ToLocal();
     // A new document has no date until its values came from a board.
-    const bool blank = (program_.document.IsUnnamed && !uploaded_) || !saved;
+    const bool blank = (program_.document.IsUnnamed && !program_.document.FromBoard) || !saved;
     lblDocumentDate->setText(blank ? QString() : DateText(*saved) + QLatin1Char(' ') + TimeText(*saved));
 }
 
@@ -187,9 +217,10 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
         closeWanted_ = true;
         return;
     }
-    if (!files_.MayClose()) return;
+    if (!editor_->FinishEntry() || !files_.MayClose()) return;
     link_.CloseRSComm();
     closing_ = true;
+    SavePlace();
     tmrBackgroungUpdate.stop();
     QApplication::closeAllWindows();
     event->accept();
@@ -221,6 +252,7 @@ bool frmMDIMain::eventFilter(QObject* watched, QEvent* event) {
         ToggleMode();
         return true;
     }
+    if (watched->isWidgetType() && HelpKey(*event)) return true;
     return QMainWindow::eventFilter(watched, event);
 }
 

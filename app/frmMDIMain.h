@@ -2,9 +2,11 @@
 // program's state and its one link; every other window borrows them.
 #pragma once
 
+#include "app/BackgroundUpdate.h"
 #include "app/Program.h"
 #include "document/FileCommands.h"
 #include "link/RSComm.h"
+#include "platform/Printer.h"
 #include "platform/QtDialogs.h"
 #include "platform/QtTurnQueue.h"
 
@@ -14,17 +16,21 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QPointer>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
 
 #include <array>
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace vantrel {
 
+class frmHelp;
 class frmMain;
 
 class frmMDIMain final : public QMainWindow {
@@ -93,14 +99,33 @@ private:
     void ShowChild(int index);
     void FitToChild();
     void ApplyMode();
+    /// Devices come and go with their plugs.
+    void FindPorts();
     void ShowMode(bool online);
     /// The one place that falls back to OFFLINE: the look and the link are brought to agree, when nothing runs.
     void FollowLink();
     void Tick();
+    void ShowSystemMessage();
+    /// A passing word to the user in the first panel, which the system message gives way to for a while.
+    void Notice(const QString& text);
     [[nodiscard]] bool Idle() const;
     void ShowCaption();
     void ShowDocumentDate();
     void ShowDateAndTime();
+
+    // The report (frmMDIMainReport.cpp)
+    /// Where there is no printer: a PDF file of the user's choice; none when the user cancelled.
+    std::unique_ptr<Printer> AskPdf(const std::string& title);
+    Task ReportJob(Printer& printer);
+
+    // Help (frmMDIMainHelp.cpp)
+    void ShowHelp(const std::string& topic);
+    /// Opens the help on the modal window in front, if that is what the event asks for.
+    bool HelpKey(const QEvent& event);
+
+    // What the window remembers from one run to the next (frmMDIMainPlace.cpp)
+    void RestorePlace();
+    void SavePlace();
 
     // Commands (frmMDIMainCommands.cpp)
     void FileNew();
@@ -119,6 +144,8 @@ private:
     void ViewOffline();
     void ToggleMode();
     void ViewTargetBoardStatus();
+    /// Shows one of the views until it is closed; it hears of every change of the mode.
+    template <typename View, typename Show> void ShowView(View& view, Show show);
     void ViewCommStatus();
     void HelpHelpTopics();
     void HelpAbout();
@@ -130,7 +157,6 @@ private:
     bool TransferInWindow(TransferMode mode);
     [[nodiscard]] bool CanStartTransfer() const;
     void ShowUnconfirmed(TransferMode mode, const std::vector<std::size_t>& indices);
-    void SayNotYet(const std::string& what);
 
     Clock& clock_;
     SerialPort& port_;
@@ -140,15 +166,18 @@ private:
     RSComm link_;
     QtTurnQueue turns_;
     FileCommands files_;
+    BackgroundUpdate background_;
     std::string fixedDevice_;
     QString captionPrefix_;
     QMdiArea* children_ = nullptr;
     frmMain* editor_ = nullptr;
+    QPointer<frmHelp> help_;
     std::array<QMdiSubWindow*, 1> childWindows_{};
     int currentChild_ = -1;
+    std::function<void()> modeChanged_; ///< Of the view that is open.
+    MonotonicTime noticeUntil_{};
     bool shownOnline_ = false;
     bool transferring_ = false;
-    bool uploaded_ = false; ///< The user has uploaded values into the document since it was new.
     bool closeWanted_ = false;
     bool closing_ = false;
 };

@@ -4,6 +4,9 @@
 #include "app/frmProcessing.h"
 #include "document/frmMain.h"
 #include "link/frmSetupComm.h"
+#include "views/UserProgram.h"
+#include "views/frmCommInterface.h"
+#include "views/frmTargetBoard.h"
 
 #include <QApplication>
 
@@ -28,30 +31,34 @@ private:
 void frmMDIMain::OpenFile(const std::filesystem::path& path) {
     if (QApplication::activeModalWidget() || !Idle()) {
         QApplication::beep();
-        sbrMainPanels[0]->setText(
-            QStringLiteral("System Message:  Close the open window first, then drop the file again"));
+        Notice(QStringLiteral("System Message:  Close the open window first, then drop the file again"));
         return;
     }
+    if (!editor_->FinishEntry()) return;
     files_.OpenPath(path);
     AfterFileCommand();
 }
 
 void frmMDIMain::FileNew() {
-    if (files_.New(true) == FileCommands::Outcome::Done) uploaded_ = false;
+    if (!editor_->FinishEntry()) return;
+    files_.New(true);
     AfterFileCommand();
 }
 
 void frmMDIMain::FileOpen() {
+    if (!editor_->FinishEntry()) return;
     files_.Open();
     AfterFileCommand();
 }
 
 void frmMDIMain::FileSave() {
+    if (!editor_->FinishEntry()) return;
     files_.Save();
     AfterFileCommand();
 }
 
 void frmMDIMain::FileSaveAs() {
+    if (!editor_->FinishEntry()) return;
     files_.SaveAs();
     AfterFileCommand();
 }
@@ -65,10 +72,12 @@ void frmMDIMain::AfterFileCommand() {
 }
 
 void frmMDIMain::FileUpload() {
+    if (!editor_->FinishEntry()) return;
     if (dialogs_.Show(UploadQuestion()) == MessageAnswer::Yes) RunTransfer(TransferMode::UploadData);
 }
 
 void frmMDIMain::FileDownload() {
+    if (!editor_->FinishEntry()) return;
     if (dialogs_.Show(DownloadQuestion()) != MessageAnswer::Yes) return;
     RunTransfer(TransferMode::DownloadData);
     program_.refreshTargetStatus = true;
@@ -79,7 +88,6 @@ void frmMDIMain::RunTransfer(TransferMode mode) {
         if (dialogs_.Show(OfflineQuestion()) != MessageAnswer::Yes) return;
         ViewOnline();
     }
-    if (mode == TransferMode::UploadData && CanStartTransfer()) uploaded_ = true;
     TransferInWindow(mode);
 }
 
@@ -90,6 +98,7 @@ bool frmMDIMain::TransferInWindow(TransferMode mode) {
     Configuration& record = program_.document.CurrentConfiguration;
     if (mode == TransferMode::UploadData && CanStartTransfer()) {
         record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
+        program_.document.FromBoard = true;
         ShowDocumentDate();
     }
     const frmProcessing::Result result = [&] {
@@ -119,8 +128,6 @@ void frmMDIMain::FileDownloadProgram() {
     program_.refreshTargetStatus = true;
 }
 
-void frmMDIMain::FilePrint() { SayNotYet("The printed report"); }
-
 void frmMDIMain::FileExit() { close(); }
 
 void frmMDIMain::EditOfflineEditing() {
@@ -134,12 +141,14 @@ void frmMDIMain::RefreshOfflineEditing() {
 }
 
 void frmMDIMain::EditCommPort() {
+    FindPorts();
     frmSetupComm window(link_, port_, program_.folder, portRange_, dialogs_, this, fixedDevice_);
     window.exec();
     FollowLink();
 }
 
 void frmMDIMain::EditStackAdd() {
+    if (!editor_->FinishEntry()) return;
     files_.AskStatusStackAddress();
     FollowLink();
 }
@@ -160,19 +169,26 @@ void frmMDIMain::ToggleMode() {
     ApplyMode();
 }
 
-void frmMDIMain::ViewTargetBoardStatus() { SayNotYet("The target board interface"); }
+template <typename View, typename Show> void frmMDIMain::ShowView(View& view, Show show) {
+    modeChanged_ = [&view] { view.ModeChanged(); };
+    show();
+    modeChanged_ = nullptr;
+    FollowLink();
+}
 
-void frmMDIMain::ViewCommStatus() { SayNotYet("The communication interface"); }
+void frmMDIMain::ViewTargetBoardStatus() {
+    if (!editor_->FinishEntry()) return;
+    frmTargetBoard view(
+        program_.folder, link_, turns_, dialogs_, clock_, program_.alarms, [this] { ApplyMode(); }, this);
+    ShowView(view, [&] { view.InitializeForm(FindUserProgram(program_.document.FilePath, program_.folder)); });
+}
 
-void frmMDIMain::HelpHelpTopics() { SayNotYet("The help"); }
-
-void frmMDIMain::HelpAbout() { SayNotYet("The About window"); }
-
-void frmMDIMain::SayNotYet(const std::string& what) {
-    dialogs_.Show({.title = "VANTREL",
-                   .text = what + " is not part of this version yet.",
-                   .icon = MessageIcon::Information,
-                   .buttons = MessageButtons::Ok});
+void frmMDIMain::ViewCommStatus() {
+    if (!editor_->FinishEntry()) return;
+    frmCommInterface view(
+        program_.document, link_, turns_, dialogs_, program_.SelectedSequence, [this] { ApplyMode(); }, this);
+    ShowView(view, [&] { view.InitializeForm(); });
+    editor_->ShowSelectedSequence();
 }
 
 } // namespace vantrel

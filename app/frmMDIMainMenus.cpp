@@ -137,7 +137,6 @@ void frmMDIMain::BuildStatusBar() {
     mode->setMinimumWidth(mode->fontMetrics().horizontalAdvance(QStringLiteral("  OFFLINE  ")) + 12);
     mode->setToolTip(QStringLiteral("Click to switch between ONLINE and OFFLINE"));
     mode->setCursor(Qt::PointingHandCursor);
-    mode->installEventFilter(this);
 }
 
 } // namespace vantrel

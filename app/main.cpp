@@ -1,8 +1,10 @@
 // The desktop program: reads the command line, makes the host's clock and serial port, and hands over to the main
 // frame.
 #include "app/Program.h"
+#include "app/ReportFile.h"
 #include "app/frmMDIMain.h"
 #include "platform/AsioSerialPort.h"
+#include "platform/QtPrinter.h"
 #include "platform/QtSerialPort.h"
 #include "platform/SafeFile.h"
 #include "platform/SystemClock.h"
@@ -12,12 +14,15 @@
 #include <CLI/CLI.hpp>
 
 #include <QApplication>
+#include <QTimer>
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -46,6 +51,7 @@ struct Options {
     std::string file;
     std::string programFolder;
     std::string trace;
+    std::string report;
     bool simulatedBoard = false;
 };
 
@@ -55,6 +61,7 @@ std::optional<int> Read(Options& options, std::vector<std::string> arguments) {
     line.add_option("FILE", options.file, "The set-up file (.sdt) to open, or a text file (.vtl) to import");
     line.add_flag("--simulated-board", options.simulatedBoard, "Put a simulated board in the place of the serial port");
     line.add_option("--trace", options.trace, "Write every byte sent and received, with its time, to this file");
+    line.add_option("--report", options.report, "Print the report of FILE into this PDF file, without any window");
     line.add_option("--program-folder", options.programFolder,
                     "Where the program's own folders are (else VANTREL_FOLDER, else beside the program)");
     line.set_version_flag("--version", ProgramVersion());
@@ -71,12 +78,39 @@ ProgramFolder FolderFor(const Options& options) {
     return ProgramFolder::Find(PathFromUtf8(options.programFolder));
 }
 
+/// Help, version and the report need no display, unlike everything else.
+bool NeedsNoDisplay(const std::vector<std::string>& arguments) {
+    return std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+        return argument == "--help" || argument == "-h" || argument == "--version" || argument.starts_with("--report");
+    });
+}
+
+int PrintReportOf(const Options& options, int argc, char** argv) {
+    constexpr int wrongUsage = 2;
+    if (options.file.empty()) {
+        std::cerr << "vantrel: --report needs the set-up file to print: vantrel --report plant.pdf plant.sdt\n";
+        return wrongUsage;
+    }
+    PrintWithoutScreen();
+    const QApplication application(argc, argv);
+    const SystemClock clock;
+    return WriteReportFile({.setupFile = PathFromUtf8(options.file),
+                            .reportFile = PathFromUtf8(options.report),
+                            .makePrinter = PdfPrinter,
+                            .generalDate = GeneralDate},
+                           clock, std::cerr);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    Options options;
+    if (const auto arguments = CommandLineArguments(argc, argv); NeedsNoDisplay(arguments)) {
+        const auto ended = Read(options, arguments);
+        return ended ? *ended : PrintReportOf(options, argc, argv);
+    }
     Application application(argc, argv);
     Application::setApplicationName(QStringLiteral("VANTREL"));
-    Options options;
     if (const auto ended = Read(options, CommandLineArguments(argc, argv))) return *ended;
 
     SystemClock clock;
@@ -103,7 +137,8 @@ int main(int argc, char** argv) {
         frame.Link().SetTrafficLog(&trace);
     }
     frame.show();
-    if (!options.file.empty()) frame.OpenFile(PathFromUtf8(options.file));
+    // From the event loop, so that whatever goes wrong meets the last handler.
+    if (!options.file.empty()) QTimer::singleShot(0, &frame, [&] { frame.OpenFile(PathFromUtf8(options.file)); });
     const int code = Application::exec();
     application.SetFrame(nullptr);
     return code;

@@ -29,13 +29,6 @@ constexpr const char* StackTitle = "TI Status Stack Address";
 FileFilter SetupFilter() { return {.name = "Setup Files(*.sdt)", .pattern = "*.sdt"}; }
 FileFilter TextFilter() { return {.name = "Vantrel Files(*.vtl)", .pattern = "*.vtl"}; }
 
-bool HasTextExtension(const fs::path& path) {
-    std::string extension = Utf8FromPath(path.extension());
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return extension == ".vtl";
-}
-
 MessageBox Notice(const std::string& text, MessageIcon icon) {
     return {.title = ProgramTitle, .text = text, .icon = icon, .buttons = MessageButtons::Ok};
 }
@@ -102,7 +95,7 @@ FileCommands::Outcome FileCommands::Open() {
 FileCommands::Outcome FileCommands::OpenPath(const fs::path& path) {
     const Outcome saved = SaveChangesFirst();
     if (saved != Outcome::Done) return saved;
-    return OpenAs(HasTextExtension(path) ? FileKind::TextImport : FileKind::Setup, path);
+    return OpenAs(MeansTextFile(path) ? FileKind::TextImport : FileKind::Setup, path);
 }
 
 FileCommands::Outcome FileCommands::OpenAs(FileKind kind, const fs::path& path) {

@@ -67,6 +67,13 @@ bool IsSetupFile(std::span<const std::uint8_t> bytes) {
 
 std::string QuotedPath(const std::filesystem::path& path) { return "\"" + Utf8FromPath(path) + "\""; }
 
+bool MeansTextFile(const std::filesystem::path& file) {
+    std::string extension = Utf8FromPath(file.extension());
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return extension == ".vtl";
+}
+
 void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice) {
     try {
         document.ReadSetupFile(path);

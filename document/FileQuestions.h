@@ -14,6 +14,9 @@ namespace vantrel {
 /// A path in quotes, for messages.
 [[nodiscard]] std::string QuotedPath(const std::filesystem::path& path);
 
+/// Whether a file is meant as text of the older format (.vtl, in any case) rather than as a set-up file.
+[[nodiscard]] bool MeansTextFile(const std::filesystem::path& file);
+
 /// Document::ReadSetupFile, whose errors then name the file. `advice`: the sentence that ends them when the file is no
 /// set-up file, but some text.
 void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);

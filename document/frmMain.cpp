@@ -1,12 +1,16 @@
-// The sequence editor's layout, its tabs, and the filling of its grids.
+// The sequence editor's layout.
 #include "document/frmMain.h"
 
 #include "platform/QtScreen.h"
 
 #include <QCloseEvent>
+#include <QHeaderView>
 #include <QVBoxLayout>
 
+#include <array>
+#include <chrono>
 #include <initializer_list>
+#include <utility>
 
 namespace vantrel {
 
@@ -17,9 +21,8 @@ constexpr const char* GridFontFamily = "MS Sans Serif";
 constexpr const char* GridFontFallback = "Microsoft Sans Serif";
 constexpr int MessageLines = 4;
 constexpr int MessageGap = 180; ///< Twips above and below the messages.
+constexpr auto StatusPeriod = std::chrono::milliseconds(250);
 constexpr double HeadingScale = 1.5; ///< Of the host's font.
-
-std::size_t IndexOf(EditorTab tab) { return static_cast<std::size_t>(tab) - 1; }
 
 QFont GridFont(const QFont& host) {
     QFont font(host);
@@ -28,10 +31,17 @@ QFont GridFont(const QFont& host) {
     return font;
 }
 
+/// What takes keys and clicks.
+std::array<QWidget*, 4> PartsOf(QtFormatGrid& grid) {
+    return {&grid, grid.viewport(), grid.horizontalHeader()->viewport(), grid.verticalHeader()->viewport()};
+}
+
 } // namespace
 
-frmMain::frmMain(Document& document, RSComm& link, TurnQueue& turns, QWidget* parent)
-    : QWidget(parent), document_(document), link_(link), turns_(turns), grids_(new QStackedLayout) {
+frmMain::frmMain(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs, std::int16_t& selectedSequence,
+                 QWidget* parent)
+    : QWidget(parent), document_(document), link_(link), turns_(turns), dialogs_(dialogs),
+      selectedSequence_(selectedSequence), grids_(new QStackedLayout) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Main Display"));
     BuildTabs();
@@ -39,7 +49,23 @@ frmMain::frmMain(Document& document, RSComm& link, TurnQueue& turns, QWidget* pa
     BuildMessages();
     LayOutWindow();
     BuildDefaultButton();
+    BuildEntryBox();
+    tmrStatusTab.setInterval(StatusPeriod);
+    tmrStatusTab.setSingleShot(true);
+    tmrStatusTab.callOnTimeout(this, [this] { periodOver_.Raise(); });
     ChangeTab();
+}
+
+frmMain::~frmMain() {
+    // While the grids go one by one, what the rest of them do is no event any more.
+    for (QObject* part : std::initializer_list<QObject*>{&tbsComm, &txtEntry, &cmdDefault})
+        part->removeEventFilter(this);
+    for (QtFormatGrid& grid : fgComm) {
+        for (QWidget* part : PartsOf(grid))
+            part->removeEventFilter(this);
+        grid.SetOnCellsMoved(nullptr);
+        grid.selectionModel()->disconnect(this);
+    }
 }
 
 void frmMain::BuildTabs() {
@@ -48,13 +74,15 @@ void frmMain::BuildTabs() {
     tbsComm.setExpanding(false);
     for (const EditorTab tab : EditorTabs)
         tbsComm.addTab(QString::fromStdString(EditorTabCaption(tab)));
+    tbsComm.installEventFilter(this);
     connect(&tbsComm, &QTabBar::currentChanged, this, [this] { ChangeTab(); });
 }
 
 void frmMain::LayOutGrids() {
     for (const EditorTab tab : EditorTabs) {
-        QtFormatGrid& grid = fgComm.at(IndexOf(tab));
-        grid.setObjectName(QStringLiteral("fgComm%1").arg(IndexOf(tab)));
+        const std::size_t index = IndexOf(tab);
+        QtFormatGrid& grid = fgComm.at(index);
+        grid.setObjectName(QStringLiteral("fgComm%1").arg(index));
         grid.setAccessibleName(QString::fromStdString(EditorTabCaption(tab)).remove(QLatin1Char('&')));
         grid.setFont(GridFont(font()));
         grid.LayOut({.format = EditorGridFormat(tab),
@@ -63,7 +91,20 @@ void frmMain::LayOutGrids() {
                      .rowsShown = EditorRowsShown,
                      .width = EditorGridWidth,
                      .firstStretchingColumn = 2});
+        WatchGrid(grid);
     }
+    SequenceRowHeight = static_cast<std::int16_t>(fgComm[1].RowHeight());
+}
+
+void frmMain::WatchGrid(QtFormatGrid& grid) {
+    for (QWidget* part : PartsOf(grid))
+        part->installEventFilter(this);
+    grid.SetOnCellsMoved([this] { PlaceEntryBox(); });
+    connect(&grid, &QTableView::clicked, this, [this, &grid] { CellClicked(grid); });
+    // A cell becomes the current one before or after it is selected, by key or by mouse.
+    const auto note = [this, &grid] { NoteSelection(grid); };
+    connect(grid.selectionModel(), &QItemSelectionModel::currentChanged, this, note);
+    connect(grid.selectionModel(), &QItemSelectionModel::selectionChanged, this, note);
 }
 
 void frmMain::BuildMessages() {
@@ -95,6 +136,18 @@ void frmMain::BuildDefaultButton() {
         before = next;
     }
     cmdDefault.setFocusPolicy(Qt::NoFocus);
+    cmdDefault.installEventFilter(this);
+}
+
+void frmMain::BuildEntryBox() {
+    txtEntry.setObjectName(QStringLiteral("txtEntry"));
+    txtEntry.setParent(fgComm[1].viewport());
+    txtEntry.setFont(fgComm[1].font());
+    // The program leads to it, and Tab leads out of it by way of its grid.
+    txtEntry.setFocusPolicy(Qt::ClickFocus);
+    txtEntry.hide();
+    txtEntry.installEventFilter(this);
+    connect(&txtEntry, &QLineEdit::textEdited, this, [this] { EntryChanged = !std::exchange(keptUnchanged_, false); });
 }
 
 void frmMain::LayOutWindow() {
@@ -126,50 +179,6 @@ void frmMain::LayOutWindow() {
     all->addLayout(grids_, 1);
     all->addSpacing(gap);
     all->addWidget(&fraMessageDisplay);
-}
-
-void frmMain::ChangeTab() {
-    CurrentTab = EditorTabs.at(static_cast<std::size_t>(tbsComm.currentIndex()));
-    for (QtFormatGrid& grid : fgComm)
-        grid.SetCurrentCell(0, 0);
-    grids_->setCurrentWidget(&VisibleGrid());
-    hint_.setText(QString::fromStdString(EditorTabHint(CurrentTab)));
-    StartFill();
-}
-
-QtFormatGrid& frmMain::VisibleGrid() { return fgComm.at(IndexOf(CurrentTab)); }
-
-void frmMain::RefillIfAsked() {
-    if (!document_.ReloadDisplay) return;
-    document_.ReloadDisplay = false;
-    StartFill();
-}
-
-void frmMain::ShowOffline() {
-    if (CurrentTab == EditorTab::CommStatus && !link_.OnlineMode()) StartFill();
-}
-
-void frmMain::StartFill() {
-    fill_ = Fill();
-    fill_.Start();
-}
-
-Task frmMain::Fill() {
-    for (int row = 1; row < EditorRowCount; ++row) {
-        co_await turns_.Next();
-        FillRow(row);
-    }
-}
-
-void frmMain::FillRow(int row) {
-    const auto texts = EditorRowTexts(document_.CurrentConfiguration, CurrentTab, static_cast<std::size_t>(row) - 1);
-    for (std::size_t column = 0; column < texts.size(); ++column)
-        VisibleGrid().SetText(row, static_cast<int>(column), QString::fromStdString(texts[column]));
-}
-
-void frmMain::SetSystemMessage(const std::string& text) {
-    const QString message = QString::fromStdString(text);
-    if (txtMessageDisplay.toPlainText() != message) txtMessageDisplay.setPlainText(message);
 }
 
 void frmMain::closeEvent(QCloseEvent* event) { event->ignore(); }

@@ -3,6 +3,7 @@
 #include "platform/QtScreen.h"
 #include "platform/SafeFile.h"
 
+#include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLabel>
@@ -65,6 +66,14 @@ MessageAnswer AnswerOf(int button, MessageButtons buttons) {
     }
 }
 
+/// The host's texts have none on every host.
+void GiveAccessKeys(QMessageBox& window) {
+    for (QAbstractButton* button : window.buttons()) {
+        const QString text = button->text();
+        if (!text.contains(QLatin1Char('&'))) button->setText(QLatin1Char('&') + text);
+    }
+}
+
 } // namespace
 
 /// Counts a box as open for as long as it lives.
@@ -86,6 +95,7 @@ MessageAnswer QtDialogs::Show(const MessageBox& box) {
     QMessageBox window(IconOf(box.icon), Text(box.title), Text(box.text), ButtonsOf(box.buttons), owner_);
     // A "<" in a file's name is a "<".
     window.setTextFormat(Qt::PlainText);
+    GiveAccessKeys(window);
     return AnswerOf(window.exec(), box.buttons);
 }
 
@@ -127,15 +137,18 @@ std::optional<FileChoice> QtDialogs::AskFile(const FileQuestion& question, bool 
     for (const FileFilter& filter : question.filters)
         filters << Text(filter.name);
     window.setNameFilters(filters);
-    if (!question.initial.empty()) {
-        window.setDirectory(Text(Utf8FromPath(question.initial.parent_path())));
-        const std::string name = Utf8FromPath(question.initial.filename());
-        if (name.find('*') == std::string::npos) window.selectFile(Text(name));
-    }
+    window.selectNameFilter(filters.value(static_cast<qsizetype>(question.filter)));
+    const std::string name = Utf8FromPath(question.initial.filename());
+    const bool namesFile = !name.empty() && name.find('*') == std::string::npos;
+    const std::filesystem::path folder =
+        namesFile || lastFolder_.empty() ? question.initial.parent_path() : lastFolder_;
+    if (!folder.empty()) window.setDirectory(Text(Utf8FromPath(folder)));
+    if (namesFile) window.selectFile(Text(name));
     if (window.exec() != QDialog::Accepted) return std::nullopt;
     const qsizetype chosen = filters.indexOf(window.selectedNameFilter());
-    return FileChoice{PathFromUtf8(window.selectedFiles().value(0).toStdString()),
-                      static_cast<std::size_t>(std::max<qsizetype>(chosen, 0))};
+    const std::filesystem::path path = PathFromUtf8(window.selectedFiles().value(0).toStdString());
+    lastFolder_ = path.parent_path();
+    return FileChoice{path, static_cast<std::size_t>(std::max<qsizetype>(chosen, 0))};
 }
 
 } // namespace vantrel

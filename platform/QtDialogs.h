@@ -6,7 +6,9 @@
 
 #include <QWidget>
 
+#include <filesystem>
 #include <functional>
+#include <utility>
 
 namespace vantrel {
 
@@ -16,6 +18,10 @@ public:
     void SetOwner(QWidget* owner) { owner_ = owner; }
     /// Called whenever the last open box has been closed.
     void SetOnClosed(std::function<void()> onClosed) { onClosed_ = std::move(onClosed); }
+    /// Where file dialogs begin when the question names no file; empty: where the host begins. Follows the user's
+    /// choices.
+    void SetLastFolder(std::filesystem::path folder) { lastFolder_ = std::move(folder); }
+    [[nodiscard]] const std::filesystem::path& LastFolder() const { return lastFolder_; }
     /// A box of the program is on the screen.
     [[nodiscard]] bool BoxUp() const { return open_ > 0; }
 
@@ -31,6 +37,7 @@ private:
 
     QWidget* owner_ = nullptr;
     std::function<void()> onClosed_;
+    std::filesystem::path lastFolder_;
     int open_ = 0;
 };
 

@@ -196,6 +196,11 @@ void QtFormatGrid::StretchColumns() {
             width += spare * (share + 1) / stretching - spare * share / stretching;
         setColumnWidth(column - 1, width);
     }
+    TellCellsMoved();
+}
+
+void QtFormatGrid::TellCellsMoved() const {
+    if (onCellsMoved_) onCellsMoved_();
 }
 
 int QtFormatGrid::RowCount() const { return cells_->Rows(); }
@@ -207,6 +212,10 @@ QString QtFormatGrid::Text(int row, int column) const { return cells_->Text(row,
 void QtFormatGrid::SetText(int row, int column, const QString& text) {
     cells_->SetText(row, column, text);
     if (row == 0 && column == 0 && corner_) corner_->update();
+}
+
+Qt::Alignment QtFormatGrid::Alignment(int column) const {
+    return Qt::Alignment(cells_->Role(0, column, Qt::TextAlignmentRole).toInt());
 }
 
 void QtFormatGrid::SetTextColor(int row, int column, const QColor& color) {
@@ -262,6 +271,11 @@ void QtFormatGrid::resizeEvent(QResizeEvent* event) {
     StretchColumns();
 }
 
+void QtFormatGrid::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    TellCellsMoved();
+}
+
 void QtFormatGrid::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) FitFont();
@@ -282,7 +296,7 @@ void QtFormatGrid::PaintCorner(QWidget& corner) const {
     option.orientation = Qt::Horizontal;
     option.position = QStyleOptionHeader::Beginning;
     option.text = cells_->Text(0, 0);
-    option.textAlignment = Qt::Alignment(cells_->Role(0, 0, Qt::TextAlignmentRole).toInt());
+    option.textAlignment = Alignment(0);
     if (const QVariant color = cells_->Role(0, 0, Qt::ForegroundRole); color.isValid())
         option.palette.setColor(QPalette::ButtonText, color.value<QColor>());
     painter.drawControl(QStyle::CE_Header, option);

@@ -7,7 +7,9 @@
 #include <QString>
 #include <QTableView>
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vantrel {
@@ -46,6 +48,8 @@ public:
     [[nodiscard]] int ColumnCount() const;
     [[nodiscard]] QString Text(int row, int column) const;
     void SetText(int row, int column, const QString& text);
+    /// How the texts of a column stand, as its format says.
+    [[nodiscard]] Qt::Alignment Alignment(int column) const;
     /// An invalid colour gives the cell back to the theme.
     void SetTextColor(int row, int column, const QColor& color);
 
@@ -58,6 +62,8 @@ public:
     /// Where a cell stands, in the grid's own coordinates, without its grid lines; outside the grid when it is scrolled
     /// out. Not for fixed cells.
     [[nodiscard]] QRect CellRect(int row, int column) const;
+    /// Called whenever cells may stand elsewhere than before: scrolled, or laid out anew.
+    void SetOnCellsMoved(std::function<void()> onCellsMoved) { onCellsMoved_ = std::move(onCellsMoved); }
     /// Of the rows below the heading, those of which the user really sees a part: scrolled in, and not hidden with a
     /// tab, behind an edge or in a minimised window.
     [[nodiscard]] RowRange VisibleRows() const;
@@ -74,6 +80,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
 
 private:
     class Cells;
@@ -81,11 +88,13 @@ private:
     void BuildHeaders();
     void FitFont();
     void StretchColumns();
+    void TellCellsMoved() const;
     void PaintCorner(QWidget& corner) const;
 
     Cells* cells_; ///< Qt's child of this grid.
     QWidget* corner_ = nullptr; ///< Where the fixed row and column meet; Qt's child.
     GridPlan plan_;
+    std::function<void()> onCellsMoved_;
     int rowHeight_ = 0;
     std::vector<int> leastWidths_; ///< Of the columns, in pixels.
 };

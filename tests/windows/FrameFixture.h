@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -37,7 +38,8 @@ private:
     void Look() {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         auto* entry = dialog ? dialog->findChild<QLineEdit*>() : nullptr;
-        if (!entry || typing_) return;
+        // The program's own windows are the tests' business.
+        if (!entry || typing_ || dialog->objectName().startsWith(QLatin1String("frm"))) return;
         // What a file dialog takes for the chosen file depends on where the focus is.
         dialog->activateWindow();
         if (!dialog->isActiveWindow()) return;
@@ -63,6 +65,23 @@ private:
 
     QTimer timer_;
     bool typing_ = false;
+};
+
+/// Does something once, as soon as a modal window of that kind is up.
+template <typename Window> class WhenModal {
+public:
+    explicit WhenModal(std::function<void(Window&)> act) : act_(std::move(act)) {
+        timer_.callOnTimeout([this] {
+            auto* window = dynamic_cast<Window*>(QApplication::activeModalWidget());
+            if (window && window->isActiveWindow() && act_) std::exchange(act_, nullptr)(*window);
+        });
+        timer_.start(0);
+    }
+    [[nodiscard]] bool Happened() const { return !act_; }
+
+private:
+    std::function<void(Window&)> act_;
+    QTimer timer_;
 };
 
 class FrameTest : public testing::Test, private TrafficLog {
@@ -135,7 +154,10 @@ protected:
         WriteText(folder / name, std::string(bytes.begin(), bytes.end()));
         return (folder / name).string();
     }
-    void Tick() { QMetaObject::invokeMethod(&frame->tmrBackgroungUpdate, "timeout"); }
+    void Tick() {
+        QMetaObject::invokeMethod(&frame->tmrBackgroungUpdate, "timeout");
+        QCoreApplication::processEvents();
+    }
 
     [[nodiscard]] Document& Doc() { return frame->State().document; }
     [[nodiscard]] std::int32_t Value(std::size_t index) { return Doc().CurrentConfiguration.Value(index); }

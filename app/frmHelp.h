@@ -1,0 +1,49 @@
+// The help window: contents, search, back, print. Shows the topics of the help file; knows nothing of what they are
+// about.
+#pragma once
+
+#include "app/HelpFile.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTextBrowser>
+
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+/// Not modal; deletes itself when it is closed. A window that belongs to a modal dialog can be used beside it.
+class frmHelp final : public QDialog {
+public:
+    frmHelp(HelpFile help, QWidget* parent);
+
+    /// Brings a topic up; the first one when there is none of that name.
+    void ShowTopic(const std::string& name);
+
+    // Controls.
+    QListWidget* lstContents = nullptr;
+    QLineEdit* txtSearch = nullptr;
+    QTextBrowser* txtTopic = nullptr;
+    QAction* cmdBack = nullptr;
+    QAction* cmdPrint = nullptr;
+
+private:
+    void BuildTools();
+    void BuildPages();
+    void Fill();
+    void Go(std::size_t topic);
+    void Display(std::size_t topic);
+    void Back();
+    void Follow(const QUrl& link);
+    void MarkFound();
+    void Print();
+
+    HelpFile help_;
+    std::vector<std::size_t> listed_; ///< Topic of each line of the contents.
+    std::vector<std::size_t> visited_; ///< The topic shown is the last one.
+};
+
+} // namespace vantrel

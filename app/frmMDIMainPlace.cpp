@@ -1,0 +1,46 @@
+// What the main frame remembers from one run to the next: its place on the screen, and the folder last worked in.
+#include "app/frmMDIMain.h"
+
+#include "platform/SafeFile.h"
+
+#include <QSettings>
+#include <QStandardPaths>
+
+namespace vantrel {
+
+namespace {
+
+constexpr const char* PlaceKey = "Window/Place";
+constexpr const char* FolderKey = "Files/LastFolder";
+
+QSettings SettingsOf(const ProgramFolder& folder) {
+    const std::string file = Utf8FromPath(folder.WritableSupportFile("vantrel.ini"));
+    return {QString::fromStdString(file), QSettings::IniFormat};
+}
+
+} // namespace
+
+void frmMDIMain::RestorePlace() {
+    const QSettings settings = SettingsOf(program_.folder);
+    // Qt brings a window back whose screen has gone.
+    if (!restoreGeometry(settings.value(QLatin1String(PlaceKey)).toByteArray())) FitToChild();
+    std::filesystem::path last = PathFromUtf8(settings.value(QLatin1String(FolderKey)).toString().toStdString());
+    std::error_code error;
+    if (last.empty() || !std::filesystem::is_directory(last, error)) {
+        last.clear();
+        // Nobody keeps set-up files where a program is installed for all users.
+        if (!FolderIsWritable(program_.folder.Path())) {
+            const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+            last = PathFromUtf8(documents.toStdString());
+        }
+    }
+    dialogs_.SetLastFolder(last);
+}
+
+void frmMDIMain::SavePlace() {
+    QSettings settings = SettingsOf(program_.folder);
+    settings.setValue(QLatin1String(PlaceKey), saveGeometry());
+    settings.setValue(QLatin1String(FolderKey), QString::fromStdString(Utf8FromPath(dialogs_.LastFolder())));
+}
+
+} // namespace vantrel

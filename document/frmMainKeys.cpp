@@ -1,0 +1,228 @@
+// The sequence editor's keys, clicks and focus: what they mean to the entry box, and what must not happen before it has
+// been validated.
+#include "document/frmMain.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+namespace vantrel {
+
+namespace {
+
+/// The characters whose codes are those of the Up and Down keys.
+bool HasArrowCode(QChar character) { return character == QLatin1Char('&') || character == QLatin1Char('('); }
+
+/// A key that types a character, and is no shortcut. AltGr counts as Ctrl+Alt on some hosts.
+bool Types(const QKeyEvent& key) {
+    const Qt::KeyboardModifiers held = key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (held && held != (Qt::ControlModifier | Qt::AltModifier)) return false;
+    return !key.text().isEmpty() && key.text().front().isPrint();
+}
+
+bool Navigates(const QKeyEvent& key) {
+    switch (key.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_F2:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    const bool isKey = event->type() == QEvent::KeyPress;
+    bool ends = false;
+    if (watched == &txtEntry) {
+        ends = EntryOpen && EntryEvent(*event);
+    } else if (watched == &tbsComm) {
+        ends = TabsEvent(*event);
+    } else if (watched == &cmdDefault) {
+        ends = isKey && DefaultButtonKey(static_cast<QKeyEvent&>(*event));
+    } else if (watched == &VisibleGrid()) {
+        ends = GridEvent(*event);
+    } else {
+        // The cells or the headings of one of the grids.
+        ends = CellsEvent(*event);
+    }
+    return ends || QWidget::eventFilter(watched, event);
+}
+
+bool frmMain::EntryEvent(QEvent& event) {
+    switch (event.type()) {
+    case QEvent::KeyPress:
+        return EntryKey(static_cast<QKeyEvent&>(event));
+    case QEvent::InputMethod:
+        CharactersTyped(static_cast<QInputMethodEvent&>(event).commitString());
+        return false;
+    case QEvent::FocusOut:
+        return EntryLosesFocus(static_cast<QFocusEvent&>(event).reason());
+    default:
+        return false;
+    }
+}
+
+bool frmMain::EntryKey(QKeyEvent& key) {
+    switch (key.key()) {
+    case Qt::Key_Up:
+        MoveByArrow(-1);
+        return true;
+    case Qt::Key_Down:
+        MoveByArrow(1);
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        endedByEnter_ = true;
+        Validate();
+        return true;
+    case Qt::Key_Escape:
+        EntryEscape();
+        return true;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        LeaveByTab(key);
+        return true;
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        ScrollPage(key.key() == Qt::Key_PageDown);
+        return true;
+    default:
+        EntryChanged = true;
+        CharactersTyped(key.text());
+        return false;
+    }
+}
+
+void frmMain::CharactersTyped(const QString& text) {
+    keptUnchanged_ = false;
+    if (text.isEmpty()) return;
+    // Nobody types blindly: the cell comes back into sight.
+    VisibleGrid().scrollTo(VisibleGrid().currentIndex());
+    keptUnchanged_ = HasArrowCode(text.back());
+    EntryChanged = !keptUnchanged_;
+}
+
+void frmMain::EntryEscape() {
+    if (EntryChanged) {
+        txtEntry.setText(SavedCellText);
+        EntryChanged = false;
+        txtEntry.selectAll();
+        return;
+    }
+    CloseEntryBox();
+    VisibleGrid().SetCurrentCell(0, 0);
+    cmdDefault.setFocus();
+}
+
+void frmMain::MoveByArrow(int rows) {
+    ArrowMove = true;
+    if (!Validate()) return;
+    QtFormatGrid& grid = VisibleGrid();
+    const int target = grid.CurrentRow() + rows;
+    if (target >= 1 && target < grid.RowCount()) grid.SetCurrentCell(target, grid.CurrentColumn());
+    OpenEntryBox();
+}
+
+void frmMain::LeaveByTab(QKeyEvent& key) {
+    if (!FinishEntry()) return;
+    VisibleGrid().setFocus();
+    QCoreApplication::sendEvent(&VisibleGrid(), &key);
+}
+
+void frmMain::ScrollPage(bool down) {
+    VisibleGrid().verticalScrollBar()->triggerAction(down ? QAbstractSlider::SliderPageStepAdd
+                                                          : QAbstractSlider::SliderPageStepSub);
+}
+
+bool frmMain::EntryLosesFocus(Qt::FocusReason reason) {
+    // To another program, a message box or a menu it goes for a while only.
+    const QWidget* next = QApplication::focusWidget();
+    const bool forAWhile = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
+                           reason == Qt::MenuBarFocusReason || !next || next->window() != window();
+    if (forAWhile || validating_) return false;
+    // The box that keeps the focus never lost it: it would drop its selection.
+    if (!next->isAncestorOf(&txtEntry)) return !FinishEntry();
+    // A click on the empty parts of a window.
+    txtEntry.setFocus();
+    return true;
+}
+
+bool frmMain::GridEvent(QEvent& event) {
+    if (event.type() == QEvent::KeyPress) return GridKey(static_cast<QKeyEvent&>(event));
+    if (event.type() == QEvent::FocusIn && VisibleGrid().CurrentRow() == 0) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent&>(event).reason();
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::OtherFocusReason)
+            SelectSequenceInView();
+    }
+    return false;
+}
+
+bool frmMain::GridKey(QKeyEvent& key) {
+    if (EntryOpen) {
+        // Left over by the box; it must not move the current cell from under it.
+        key.ignore();
+        return true;
+    }
+    const bool opens = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_F2;
+    if (!opens && !Types(key)) return false;
+    OpenEntryBox();
+    if (EntryOpen && !opens) QCoreApplication::sendEvent(&txtEntry, &key);
+    return true;
+}
+
+bool frmMain::CellsEvent(QEvent& event) {
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        pressRefused_ = !FinishEntry();
+        if (!pressRefused_) VisibleGrid().setFocus(Qt::MouseFocusReason);
+        return pressRefused_;
+    case QEvent::MouseMove:
+        return pressRefused_ && static_cast<QMouseEvent&>(event).buttons() != Qt::NoButton;
+    case QEvent::MouseButtonRelease:
+        return std::exchange(pressRefused_, false);
+    default:
+        return false;
+    }
+}
+
+void frmMain::CellClicked(QtFormatGrid& grid) {
+    // A range has been selected to be copied, not to be edited.
+    if (!EntryOpen && &grid == &VisibleGrid() && grid.selectionModel()->selectedIndexes().size() == 1) OpenEntryBox();
+}
+
+bool frmMain::TabsEvent(QEvent& event) {
+    if (!EntryOpen) return false;
+    switch (event.type()) {
+    case QEvent::MouseButtonPress: {
+        const int tab = tbsComm.tabAt(static_cast<QMouseEvent&>(event).position().toPoint());
+        return tab >= 0 && tab != tbsComm.currentIndex() && !FinishEntry();
+    }
+    case QEvent::Wheel:
+    case QEvent::Shortcut:
+        return !FinishEntry();
+    default:
+        return false;
+    }
+}
+
+bool frmMain::DefaultButtonKey(QKeyEvent& key) {
+    if (!Navigates(key) && !key.matches(QKeySequence::Copy)) return false;
+    VisibleGrid().setFocus();
+    QCoreApplication::sendEvent(&VisibleGrid(), &key);
+    return true;
+}
+
+} // namespace vantrel

@@ -1,0 +1,26 @@
+// The host's printer and PDF files as a Printer, and the host's way to write a date. Qt stays inside.
+#pragma once
+
+#include "platform/Printer.h"
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace vantrel {
+
+[[nodiscard]] bool HasDefaultPrinter();
+/// A job of that title for the host's default printer. Throws RuntimeError 482 when there is none.
+[[nodiscard]] std::unique_ptr<Printer> DefaultPrinter(const std::string& title);
+/// A PDF document of that title; paper as it is usual where the host stands. The file is written, or replaced, as a
+/// whole by EndDocument.
+[[nodiscard]] std::unique_ptr<Printer> PdfPrinter(const std::filesystem::path& file, const std::string& title);
+
+/// The host's short date and long time, without the time zone.
+[[nodiscard]] std::string GeneralDate(std::chrono::local_seconds time);
+
+/// Lets this process print to files where there is no screen. Call before the application object is made.
+void PrintWithoutScreen();
+
+} // namespace vantrel

@@ -1,0 +1,84 @@
+// The help text is cut into topics and searched; the system-information tool is found where the registry says.
+#include "app/HelpFile.h"
+#include "app/SystemInfo.h"
+#include "platform/RuntimeError.h"
+#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace vantrel {
+namespace {
+
+TEST(HelpFile, TopicsAreFoundByNameAndByEveryWord) {
+    const HelpFile help("left out\n# First steps {#first}\r\nSee [the cable](#cable).\n## Step 1\n# Nameless\nWord\n"
+                        "# Cabling {#cable}\nThe null-modem CABLE.\n");
+    ASSERT_EQ(help.Topics().size(), 3U);
+    EXPECT_EQ(help.Topics()[0].title, "First steps");
+    EXPECT_EQ(help.Topics()[0].text, "# First steps\nSee [the cable](#cable).\n## Step 1\n");
+    EXPECT_EQ(help.Find("cable"), 2U);
+    EXPECT_EQ(help.Find("nowhere"), std::nullopt);
+    using Found = std::vector<std::size_t>;
+    EXPECT_EQ(help.Search("Cable"), (Found{0, 2}));
+    EXPECT_EQ(help.Search(" cable  NULL "), Found{2});
+    EXPECT_EQ(help.Search("  "), (Found{0, 1, 2}));
+    EXPECT_EQ(help.Search("cable word"), Found{});
+}
+
+TEST(HelpFile, AFileThatIsMissingOrNoHelpIsNamed) {
+    const TemporaryFolder folder;
+    const auto error = [&folder](const char* name) {
+        try {
+            (void)HelpFile::Read(folder / name);
+        } catch (const RuntimeError& failed) {
+            EXPECT_NE(failed.Description().find(name), std::string::npos);
+            return failed.Number();
+        }
+        return 0;
+    };
+    WriteText(folder / "empty.hlp", "no heading\n");
+    EXPECT_EQ(error("missing.hlp"), 53);
+    EXPECT_EQ(error("empty.hlp"), 321);
+}
+
+TEST(SystemInfo, ThePathComesFirstThenTheFolderIfTheToolIsThere) {
+    struct Case {
+        std::map<std::string, std::string> registry;
+        bool exists;
+        bool starts;
+        std::string started;
+        std::size_t boxes;
+    };
+    const std::string folder = "C:\\Shared";
+    for (const Case& c : {Case{{{"PATH", "C:\\a.exe"}, {"MSINFO", folder}}, true, true, "C:\\a.exe", 0},
+                          Case{{{"MSINFO", folder}}, true, true, "C:\\Shared\\MSINFO32.EXE", 0},
+                          Case{{{"MSINFO", folder}}, false, true, "", 1}, Case{{}, true, true, "", 1},
+                          Case{{{"PATH", "C:\\a.exe"}}, true, false, "C:\\a.exe", 1}}) {
+        ScriptedDialogs dialogs;
+        std::string started;
+        StartSysInfo({.registry = [&c](RegistryRoot root, const std::string& key,
+                                       const std::string& name) -> std::optional<std::string> {
+                          EXPECT_EQ(root, RegistryRoot::LocalMachine);
+                          const bool known = key == (name == "PATH" ? "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"
+                                                                    : "SOFTWARE\\Microsoft\\Shared Tools Location");
+                          if (!known || !c.registry.contains(name)) return std::nullopt;
+                          return c.registry.at(name);
+                      },
+                      .fileExists = [&c](const std::string&) { return c.exists; },
+                      .start =
+                          [&](const std::string& path) {
+                              started = path;
+                              return c.starts;
+                          }},
+                     dialogs);
+        EXPECT_EQ(started, c.started);
+        ASSERT_EQ(dialogs.shown.size(), c.boxes);
+        for (const MessageBox& box : dialogs.shown)
+            EXPECT_EQ(box.text, "System Information Is Unavailable At This Time");
+    }
+}
+
+} // namespace
+} // namespace vantrel

@@ -1,0 +1,270 @@
+// The communication interface view as a user meets it: keys and clicks, real boxes, the simulated board in process.
+#include "platform/QtDialogs.h"
+#include "platform/QtTurnQueue.h"
+#include "simulator/SimulatedPort.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/VirtualClock.h"
+#include "tests/views/ReadAddresses.h"
+#include "tests/windows/BoxAnswerer.h"
+#include "views/frmCommInterface.h"
+
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+namespace vantrel {
+namespace {
+
+using Boxes = std::vector<std::string>;
+
+constexpr const char* Refusal = "Sequence Number|Only a Number Between 0 and 30 can be Entered";
+
+class CommInterfaceTest : public testing::Test {
+protected:
+    CommInterfaceTest() {
+        document.InitDefaults();
+        dialogs.SetOnClosed([this] { turns.Poke(); });
+        link.SetTrafficLog(&log);
+        link.OpenRSComm(port);
+    }
+    /// Shows the view, does `acts` once it has read something, and closes it with the close button.
+    void Open(const std::function<void()>& acts) {
+        QTimer::singleShot(0, &view, [&] {
+            view.activateWindow();
+            Turns(50);
+            log.Forget();
+            acts();
+            view.close();
+        });
+        view.InitializeForm();
+    }
+    static void Turns(int count) {
+        for (int i = 0; i < count; ++i)
+            QCoreApplication::processEvents();
+    }
+    /// The words read in one pass, from one status word to the next.
+    std::size_t ReadsInPass() {
+        log.Forget();
+        Turns(500);
+        const auto words = log.Words();
+        const auto status = StatusWordAddress(static_cast<std::size_t>(selected));
+        const auto first = std::find(words.begin(), words.end(), status);
+        return first == words.end() ? 0 : static_cast<std::size_t>(std::find(first + 1, words.end(), status) - first);
+    }
+    void Type(const std::string& text, Qt::Key end) {
+        view.activateWindow(); // as a window manager does when a box has gone
+        Turns(2);
+        view.txtSetup.setFocus();
+        QTest::keyClicks(&view.txtSetup, QString::fromStdString(text));
+        QTest::keyClick(&view.txtSetup, end);
+        Turns(20);
+    }
+    [[nodiscard]] std::string Number() const { return view.txtSetup.text().toStdString(); }
+    [[nodiscard]] std::string Status() const { return view.lblSetting[2].text().toStdString(); }
+    [[nodiscard]] QColor Colour() const { return view.fgSettings[2].palette().color(QPalette::Text); }
+
+    TemporaryFolder folder;
+    VirtualClock clock;
+    QtDialogs dialogs;
+    BoxAnswerer user;
+    SimulatedBoard board;
+    SimulatedPort port{board, clock, LinePacing::None};
+    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
+    ReadAddresses log;
+    QtTurnQueue turns{[this] { return !link.Busy() && !dialogs.BoxUp(); }, [] { ADD_FAILURE(); }};
+    Document document{"VANTREL_R1.0.0", clock};
+    std::int16_t selected = 3;
+    int applied = 0;
+    frmCommInterface view{document, link, turns, dialogs, selected, [this] {
+                              ++applied;
+                              link.OnlineMode() ? link.OpenRSComm(port) : link.CloseRSComm();
+                              view.ModeChanged();
+                          }};
+};
+
+TEST_F(CommInterfaceTest, ReadsTheSelectedSequenceAndOfItsDataOnlyWhatIsSeen) {
+    Open([&] {
+        EXPECT_EQ(Number(), "3");
+        EXPECT_FALSE(view.cmdGoOnline.isVisible());
+        EXPECT_EQ(Status(), "00: Comm Disabled");
+        EXPECT_EQ(view.fgSettings[0].Text(2, 1), QStringLiteral("V1"));
+        EXPECT_EQ(view.fgSettings[1].Text(2, 1), QStringLiteral("W32"));
+        const std::size_t tall = ReadsInPass();
+        EXPECT_GE(tall, 31U) << "15 rows and the status";
+        view.fgSettings[2].setFixedHeight(view.fgSettings[2].height() / 2);
+        EXPECT_NEAR(static_cast<double>(ReadsInPass()), static_cast<double>(tall) / 2, 3);
+    });
+    EXPECT_EQ(turns.Waiting(), 0U);
+    EXPECT_EQ(applied, 0);
+}
+
+TEST_F(CommInterfaceTest, AnEntryMovesToItsSequenceAndABadOneIsRefusedAndRestored) {
+    document.CurrentConfiguration.SetNodeDescription(30, "Mixer");
+    Open([&] {
+        for (const char* bad : {"31", "abc", "9x"}) {
+            user.shown.clear();
+            Type(bad, bad[0] == '3' ? Qt::Key_Return : Qt::Key_Tab);
+            EXPECT_EQ(user.shown, (Boxes{Refusal}));
+            EXPECT_EQ(Number() + view.txtSetup.selectedText().toStdString(), "33");
+            EXPECT_EQ(view.focusWidget(), &view.txtSetup);
+            EXPECT_EQ(selected, 3);
+        }
+        QTest::keyClicks(&view.txtSetup, QStringLiteral("31"));
+        QTest::mouseClick(&view.cmdOk, Qt::LeftButton);
+        EXPECT_EQ(user.shown.size(), 2U);
+        EXPECT_TRUE(view.isVisible()) << "not closed over a bad entry";
+        user.shown.clear();
+        Type("-5", Qt::Key_Tab);
+        EXPECT_EQ(Number(), "0");
+        log.Forget();
+        Type("30", Qt::Key_Enter);
+        EXPECT_TRUE(view.cmdDefault.hasFocus());
+        Turns(500);
+        const auto words = log.Words();
+        for (const char* word :
+             {"W31744", "W31746", "W31748", "W31750", "W31752", "W31754", "W31756", "W31760", "W32000", "W6974"})
+            EXPECT_NE(std::find(words.begin(), words.end(), word), words.end()) << word;
+        EXPECT_EQ(std::count(words.begin(), words.end(), "W31756"), 1) << "settings are read once";
+        EXPECT_EQ(view.lblSetting[1].text(), QStringLiteral("Mixer"));
+        QTest::keyClick(&view, Qt::Key_Return);
+        EXPECT_TRUE(view.isVisible());
+    });
+    EXPECT_TRUE(user.shown.empty());
+    EXPECT_EQ(selected, 30) << "the choice survives the view";
+}
+
+TEST_F(CommInterfaceTest, EscapeRestoresTheNumberThenLeavesTheBoxThenClosesTheView) {
+    Open([&] {
+        view.txtSetup.setFocus();
+        QTest::keyClicks(&view.txtSetup, QStringLiteral("9"));
+        for (const bool leaves : {false, true}) {
+            QTest::keyClick(&view.txtSetup, Qt::Key_Escape);
+            EXPECT_EQ(Number(), "3");
+            EXPECT_EQ(view.txtSetup.hasFocus(), !leaves);
+            EXPECT_EQ(view.EscapePending, !leaves);
+        }
+        Turns(10);
+        EXPECT_TRUE(view.isVisible());
+        QTest::keyClick(&view.cmdDefault, Qt::Key_Escape);
+        EXPECT_FALSE(view.isVisible());
+    });
+    EXPECT_TRUE(user.shown.empty());
+    EXPECT_EQ(selected, 3);
+}
+
+TEST_F(CommInterfaceTest, GoingToAnotherProgramChecksNothing) {
+    Open([&] {
+        view.txtSetup.setFocus();
+        QTest::keyClicks(&view.txtSetup, QStringLiteral("99"));
+        QWidget elsewhere;
+        elsewhere.show();
+        elsewhere.activateWindow();
+        Turns(10);
+        ASSERT_FALSE(view.txtSetup.hasFocus());
+        view.activateWindow();
+        Turns(10);
+        EXPECT_EQ(Number(), "99");
+        EXPECT_TRUE(user.shown.empty());
+    });
+}
+
+TEST_F(CommInterfaceTest, HeldArrowsLeaveOneSettingsPassOfTheLastNumber) {
+    Open([&] {
+        for (int i = 0; i < 4; ++i)
+            QTest::mouseClick(view.updSetup.up, Qt::LeftButton);
+        view.txtSetup.setFocus();
+        for (int i = 0; i < 30; ++i)
+            QTest::keyClick(view.focusWidget(), Qt::Key_Up);
+        EXPECT_EQ(Number(), "30");
+        Turns(100);
+        const auto words = log.Words();
+        for (std::size_t field = 0; field < FieldCount; ++field)
+            EXPECT_EQ(std::count(words.begin(), words.end(), DefaultTargetAddress(211 + field)), 1);
+        EXPECT_EQ(std::count(words.begin(), words.end(), DefaultTargetAddress(204)), 0);
+        QTest::mouseClick(view.updSetup.down, Qt::LeftButton);
+    });
+    EXPECT_EQ(selected, 29);
+    EXPECT_TRUE(user.shown.empty());
+}
+
+TEST_F(CommInterfaceTest, ClosedInTheMiddleOfAReadItGoesAfterItAndReadsNoMore) {
+    for (const bool inBox : {false, true}) {
+        SCOPED_TRACE(inBox);
+        std::size_t bytes = 0;
+        Open([&] {
+            const auto wish = [&] {
+                view.close();
+                // An arrow that is held down, and the keyboard, do not know that a box is up.
+                view.updSetup.up->click();
+                EXPECT_TRUE(view.isVisible()) << "put off";
+            };
+            log.onByte = [&] {
+                if (inBox) port.CutLine();
+                if (!inBox && ++bytes == 2) wish();
+            };
+            user.whileShown = wish;
+            Turns(100);
+            EXPECT_FALSE(view.isVisible());
+            EXPECT_TRUE(inBox || bytes == 4) << "the word under way is finished";
+        });
+        EXPECT_EQ(user.shown.size(), inBox ? 1U : 0U);
+        EXPECT_EQ(turns.Waiting(), 0U);
+        EXPECT_EQ(selected, 3);
+    }
+}
+
+TEST_F(CommInterfaceTest, ADeadLinkGreysTheViewOnceAndGoOnlineBringsItBack) {
+    Open([&] {
+        EXPECT_EQ(Colour(), QColor(0, 0, 255));
+        QTest::keyClicks(&view.txtSetup, QStringLiteral("12"));
+        port.CutLine();
+        Turns(100);
+        EXPECT_EQ(user.shown.size(), 1U);
+        EXPECT_EQ(applied, 1);
+        EXPECT_EQ(Status(), "Offline");
+        EXPECT_EQ(Number(), "3") << "an open entry is not taken";
+        EXPECT_EQ(Colour(), view.palette().color(QPalette::Disabled, QPalette::Text));
+        EXPECT_EQ(view.fgSettings[0].Text(2, 1), QStringLiteral("V1")) << "what was shown last stays";
+        EXPECT_FALSE(view.txtSetup.isEnabled() || view.updSetup.isEnabled());
+        EXPECT_EQ(turns.Waiting(), 0U) << "OFFLINE it sleeps";
+
+        QTest::mouseClick(&view.cmdGoOnline, Qt::LeftButton);
+        view.activateWindow();
+        Turns(100);
+        EXPECT_EQ(Status(), "Offline") << "the line is still cut";
+        EXPECT_TRUE(view.cmdGoOnline.hasFocus());
+        port.MendLine();
+        QTest::keyClick(&view.cmdGoOnline, Qt::Key_Return);
+        Turns(200);
+        EXPECT_EQ(Status(), "00: Comm Disabled");
+        EXPECT_EQ(Colour(), QColor(0, 0, 255));
+        EXPECT_TRUE(view.txtSetup.hasFocus() && !view.cmdGoOnline.isVisible());
+        EXPECT_EQ(user.shown.size(), 2U);
+        EXPECT_EQ(applied, 3);
+
+        link.CloseRSComm(); // by the frame
+        view.ModeChanged();
+        Turns(100);
+        EXPECT_EQ(Status(), "Offline");
+    });
+}
+
+TEST_F(CommInterfaceTest, OpenedOfflineItShowsTheDescriptionAndEveryAccessKeyIsUnique) {
+    link.CloseRSComm();
+    Open([&] {
+        EXPECT_EQ(Status() + view.lblSetting[1].text().toStdString(), "Offline-");
+        std::set<QString> keys;
+        for (const QString& caption : {QStringLiteral("&Sequence Number:"), view.cmdGoOnline.text(), view.cmdOk.text()})
+            EXPECT_TRUE(keys.insert(QKeySequence::mnemonic(caption).toString()).second);
+        EXPECT_TRUE(view.cmdGoOnline.hasFocus());
+        QTest::keyClick(&view.cmdGoOnline, Qt::Key_Tab);
+        QTest::keyClick(view.focusWidget(), Qt::Key_Return);
+        EXPECT_FALSE(view.isVisible());
+    });
+}
+
+} // namespace
+} // namespace vantrel

@@ -1,0 +1,341 @@
+// The sequence editor in the real frame: cells are clicked, keys go to whatever has the focus, the simulated board is
+// on the port.
+#include "document/frmMain.h"
+
+#include "tests/views/ReadAddresses.h"
+#include "tests/windows/FrameFixture.h"
+
+#include <QHeaderView>
+#include <QInputMethodEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace vantrel {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr const char* NodeRefused = "VANTREL Configuration|Only a Number Between 2 and 32 can be Entered";
+constexpr const char* CallError = "VANTREL|Error Number = 5";
+
+class EditorTest : public FrameTest {
+protected:
+    EditorTest() { Begin(); }
+    void Begin() {
+        Start();
+        editor = dynamic_cast<frmMain*>(frame->findChild<QWidget*>(QStringLiteral("frmMain")));
+        ASSERT_TRUE(editor);
+        Activate();
+        Settle();
+    }
+    /// Every turn that waits has come.
+    static void Settle() {
+        for (int i = 0; i < 100; ++i)
+            QCoreApplication::processEvents();
+    }
+    void ClickTab(EditorTab tab) {
+        const int index = static_cast<int>(tab) - 1;
+        QTest::mouseClick(&editor->tbsComm, Qt::LeftButton, {}, editor->tbsComm.tabRect(index).center());
+        Settle();
+    }
+    void Click(int row, int column) {
+        const QRect cell = Grid().CellRect(row, column).translated(-Grid().viewport()->pos());
+        QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, cell.center());
+    }
+    /// Opens a cell of the configuration tab and replaces its text.
+    void Enter(int row, int column, const std::string& text) {
+        if (editor->CurrentTab != EditorTab::Configuration) ClickTab(EditorTab::Configuration);
+        Click(row, column);
+        Type(text);
+    }
+    /// To the window, which gives keys to whatever has the focus.
+    void Type(const std::string& text) {
+        for (const char character : text)
+            QTest::keyClick(frame->windowHandle(), character);
+    }
+    void Press(Qt::Key key, Qt::KeyboardModifiers held = {}) {
+        Activate();
+        QTest::keyClick(frame->windowHandle(), key, held);
+    }
+
+    [[nodiscard]] QtFormatGrid& Grid() { return editor->fgComm.at(static_cast<std::size_t>(editor->CurrentTab) - 1); }
+    [[nodiscard]] std::string Cell(int row, int column) { return Grid().Text(row, column).toStdString(); }
+    /// The open cell and the text of its box, "row,column:text"; empty while nothing is open. The box has the focus.
+    [[nodiscard]] std::string Open() {
+        Activate();
+        EXPECT_EQ(editor->txtEntry.hasFocus(), editor->EntryOpen);
+        if (!editor->EntryOpen) return {};
+        EXPECT_EQ(editor->EditRow, Grid().CurrentRow());
+        EXPECT_EQ(editor->EditCol, Grid().CurrentColumn());
+        return std::to_string(editor->EditRow) + "," + std::to_string(editor->EditCol) + ":" +
+               editor->txtEntry.text().toStdString();
+    }
+    [[nodiscard]] bool AllSelected() const { return editor->txtEntry.selectedText() == editor->txtEntry.text(); }
+    [[nodiscard]] bool BoxSeen() const { return !editor->txtEntry.visibleRegion().isEmpty(); }
+
+    frmMain* editor = nullptr;
+    ReadAddresses line;
+};
+
+TEST_F(EditorTest, AnEntryIsStoredInItsNotationAndARefusedOneKeepsTheBox) {
+    struct Case {
+        int column;
+        std::string typed;
+        std::string shown; ///< Of a refused one: what its message is about.
+    };
+    for (const Case& one : {Case{1, "0", "0"}, Case{2, "13.5", "14"}, Case{3, "v1200", "V1200"}, Case{4, "20h", "20H"},
+                            Case{4, "w8174", "W8174"}, Case{6, "fffeh", "FFFEH"}, Case{7, "34463", "V34463"}}) {
+        Enter(5, one.column, one.typed);
+        Press(Qt::Key_Return);
+        EXPECT_EQ(Cell(5, one.column), one.shown);
+    }
+    EXPECT_EQ(Value(4 * 7 + 6), 65534);
+    EXPECT_EQ(Doc().CurrentConfiguration.AddressType(4 * 7 + 6), "H");
+    for (const Case& one : {Case{1, "1", "a Number Between 2 and 32"}, Case{3, "X1", "a Number Between V1 and V34463"},
+                            Case{6, "1FH", "an Even Value Between 20H and FFFEH"}}) {
+        const std::int32_t before = Value(static_cast<std::size_t>(one.column));
+        Enter(1, one.column, one.typed);
+        Press(Qt::Key_Return);
+        EXPECT_EQ(user.shown, (Texts{"VANTREL Configuration|Only " + one.shown + " can be Entered"}));
+        EXPECT_EQ(Open(), "1," + std::to_string(one.column) + ":" + one.typed);
+        EXPECT_TRUE(AllSelected());
+        EXPECT_EQ(Value(static_cast<std::size_t>(one.column)), before);
+        Press(Qt::Key_Escape);
+        Forget();
+    }
+}
+
+TEST_F(EditorTest, EnterAndTheArrowsMoveOnWithTheBoxOpen) {
+    Enter(30, 6, "40");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Open(), "30,7:V1");
+    EXPECT_TRUE(AllSelected());
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Open(), "31,1:0");
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Open(), "31,1:0");
+    Press(Qt::Key_Up);
+    EXPECT_EQ(Open(), "30,1:0");
+    Type("33");
+    Press(Qt::Key_Up);
+    EXPECT_EQ(Open(), "30,1:33");
+    EXPECT_FALSE(editor->ArrowMove);
+    Press(Qt::Key_Escape);
+    Enter(31, 7, "5");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Open(), "");
+    EXPECT_TRUE(editor->cmdDefault.hasFocus());
+    EXPECT_EQ(Value(217), 5);
+    Enter(1, 2, "120");
+    Press(Qt::Key_Up);
+    EXPECT_EQ(Open(), "1,2:120") << "stored without moving";
+    EXPECT_EQ(editor->SavedCellText, QStringLiteral("120"));
+}
+
+TEST_F(EditorTest, EscapeUndoesAndThenCloses) {
+    Enter(2, 3, "77");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(Open(), "2,3:V1");
+    EXPECT_TRUE(AllSelected());
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(Open(), "");
+    EXPECT_EQ(Grid().CurrentRow(), 0);
+    EXPECT_TRUE(editor->cmdDefault.hasFocus());
+    for (const char* quirk : {"7&", "7("}) {
+        Enter(2, 3, quirk);
+        EXPECT_FALSE(editor->EntryChanged);
+        Press(Qt::Key_Escape);
+        EXPECT_EQ(Open(), "") << "that character counts as no change";
+    }
+    EXPECT_EQ(Value(10), 1);
+}
+
+TEST_F(EditorTest, ARefusedEntryStopsWhateverWouldLeaveIt) {
+    const std::vector<std::function<void()>> leaving = {
+        [this] { Click(9, 4); },
+        [this] { QTest::mouseClick(Grid().horizontalHeader()->viewport(), Qt::LeftButton); },
+        [this] { ClickTab(EditorTab::Descriptions); },
+        [this] { Press(Qt::Key_D, Qt::AltModifier); },
+        [this] { Press(Qt::Key_Tab); },
+        [this] { Press(Qt::Key_Backtab, Qt::ShiftModifier); },
+        [this] { QTest::mouseClick(editor->txtMessageDisplay.viewport(), Qt::LeftButton); },
+        [this] { EXPECT_FALSE(editor->FinishEntry()); }};
+    for (const auto& [typed, box] : {std::pair{"1", NodeRefused}, std::pair{"AH", CallError}}) {
+        const int column = typed == std::string("AH") ? 4 : 1;
+        for (std::size_t i = 0; i < leaving.size(); ++i) {
+            Begin();
+            Enter(3, column, typed);
+            leaving.at(i)();
+            Settle();
+            Activate();
+            ASSERT_EQ(user.shown.size(), 1U) << i;
+            EXPECT_TRUE(user.shown.front().starts_with(box)) << user.shown.front();
+            EXPECT_EQ(Open(), "3," + std::to_string(column) + ":" + typed) << i;
+            EXPECT_TRUE(AllSelected()) << i;
+            EXPECT_EQ(editor->CurrentTab, EditorTab::Configuration);
+            EXPECT_EQ(Value(2 * 7 + static_cast<std::size_t>(column)), column == 1 ? 0 : 32);
+            Type("32");
+            Click(9, 4);
+            EXPECT_EQ(Open(), "9,4:W32") << "the click decides";
+            EXPECT_EQ(Value(2 * 7 + static_cast<std::size_t>(column)), 32);
+        }
+    }
+}
+
+TEST_F(EditorTest, MenusOtherWindowsAndEmptyPlacesValidateNothing) {
+    Enter(3, 1, "1");
+    QTest::keyClick(frame->windowHandle(), Qt::Key_F, Qt::AltModifier);
+    ASSERT_TRUE(QApplication::activePopupWidget());
+    QTest::keyClick(frame->windowHandle(), Qt::Key_Escape);
+    QTest::keyClick(frame->windowHandle(), Qt::Key_Escape);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    Settle();
+    ASSERT_FALSE(editor->txtEntry.hasFocus());
+    Activate();
+    for (QWidget* place : {static_cast<QWidget*>(editor), static_cast<QWidget*>(Grid().verticalScrollBar())}) {
+        QTest::mouseClick(place, Qt::LeftButton);
+        Settle();
+        EXPECT_EQ(Open(), "3,1:1");
+    }
+    EXPECT_TRUE(user.shown.empty());
+    Doc().ReloadDisplay = true;
+    Tick();
+    EXPECT_EQ(Open(), "");
+    EXPECT_EQ(Value(15), 0);
+}
+
+TEST_F(EditorTest, AnAcceptedEntryIsWrittenThroughBetweenTheFlagsAndReadBack) {
+    GoOnline();
+    Enter(2, 4, "1A0h");
+    std::vector<std::pair<int, int>> states;
+    line.onByte = [&] {
+        const std::pair state{Flag(), int{Word(16384 + 512 + 6)}};
+        if (states.empty() || states.back() != state) states.push_back(state);
+        // The board makes its own of the value once it is written.
+        if (state == std::pair{0, 416}) board.PokeWord(16384 + 512 + 6, 418, clock.Now());
+    };
+    const int before = Word(16384 + 512 + 6);
+    frame->Link().SetTrafficLog(&line);
+    Press(Qt::Key_Return);
+    states.resize(std::min<std::size_t>(states.size(), 5));
+    EXPECT_EQ(states, (std::vector<std::pair<int, int>>{{0, before}, {1, before}, {1, 0xA0}, {1, 416}, {0, 416}}));
+    EXPECT_EQ(Value(11), 416);
+    EXPECT_EQ(Cell(2, 4), "1A2H");
+    EXPECT_EQ(Open().substr(0, 3), "2,5");
+}
+
+TEST_F(EditorTest, ALinkThatDiesInAWriteThroughCostsNoEntry) {
+    GoOnline();
+    Enter(2, 2, "17");
+    line.onByte = [&] {
+        if (Flag() == 1) port.CutLine();
+    };
+    frame->Link().SetTrafficLog(&line);
+    Press(Qt::Key_Down);
+    Activate();
+    EXPECT_EQ(user.shown.size(), 1U);
+    EXPECT_EQ(Value(9), 17);
+    EXPECT_EQ(Cell(2, 2), "17");
+    EXPECT_EQ(Open(), "3,2:0");
+    Tick();
+    EXPECT_EQ(Mode(), "OFFLINE");
+}
+
+TEST_F(EditorTest, TheBoxFollowsItsCellAndWaitsOutOfSight) {
+    Enter(3, 2, "12");
+    QScrollBar& bar = *Grid().verticalScrollBar();
+    const QRect before = editor->txtEntry.geometry();
+    bar.setValue(1);
+    EXPECT_EQ(editor->txtEntry.geometry(), before.translated(0, -editor->SequenceRowHeight));
+    EXPECT_TRUE(BoxSeen());
+    bar.setValue(3);
+    EXPECT_FALSE(BoxSeen());
+    EXPECT_EQ(Open(), "3,2:12");
+    Type("0");
+    EXPECT_TRUE(BoxSeen()) << "typing brings the cell back";
+    bar.setValue(bar.maximum());
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Value(2 * 7 + 2), 120);
+    EXPECT_EQ(Open(), "3,3:V1");
+    EXPECT_TRUE(BoxSeen());
+}
+
+TEST_F(EditorTest, TheKeyboardAloneOpensAndLeavesAndDescriptionsFitTheFile) {
+    ClickTab(EditorTab::Descriptions);
+    Click(4, 1);
+    EXPECT_EQ(Open(), "") << "a node number is not edited here";
+    EXPECT_EQ(frame->State().SelectedSequence, 3);
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_F2})
+        Press(key);
+    EXPECT_EQ(Open(), "4,2:");
+    QInputMethodEvent typed;
+    typed.setCommitString(QStringLiteral("M\u00FChle \u4E2D"));
+    QCoreApplication::sendEvent(&editor->txtEntry, &typed);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Doc().CurrentConfiguration.NodeDescription(3), "M\u00FChle ?");
+    EXPECT_EQ(Open(), "5,2:");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Open(), "");
+    EXPECT_TRUE(editor->txtMessageDisplay.hasFocus());
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(Grid().hasFocus());
+    Press(Qt::Key_Up);
+    Type("Pump");
+    EXPECT_EQ(Open(), "4,2:Pump");
+    Press(Qt::Key_Escape);
+    Press(Qt::Key_Escape);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Grid().CurrentRow(), 5) << "goes on from the sequence in view";
+    for (const auto& [number, row] : {std::pair{30, 31}, std::pair{-1, 1}}) {
+        frame->State().SelectedSequence = static_cast<std::int16_t>(number);
+        editor->ShowSelectedSequence();
+        EXPECT_EQ(Grid().CurrentRow(), row);
+        EXPECT_TRUE(Grid().VisibleRows().Contains(row));
+    }
+}
+
+TEST_F(EditorTest, TheStatusTabReadsWhatIsSeenAndOnlyWhileItIsSeen) {
+    const auto pass = [this] {
+        line.Forget();
+        QMetaObject::invokeMethod(&editor->tmrStatusTab, "timeout");
+        Settle();
+        return line.Words();
+    };
+    GoOnline();
+    pass();
+    frame->Link().SetTrafficLog(&line);
+    const RowRange seen = Grid().VisibleRows();
+    ASSERT_LT(seen.last, 31);
+    Texts expected;
+    for (int row = seen.first; row <= seen.last; ++row) {
+        expected.push_back("W" + std::to_string(16384 + 512 * (row - 1)));
+        expected.push_back("W" + std::to_string(6914 + 2 * (row - 1)));
+    }
+    EXPECT_EQ(pass(), expected);
+    EXPECT_EQ(Cell(seen.last, 2), "00: Comm Disabled");
+    EXPECT_EQ(Cell(31, 2), "-- : -");
+    {
+        QDialog modal(frame.get());
+        modal.open();
+        EXPECT_EQ(pass(), Texts{});
+    }
+    line.Forget();
+    QMetaObject::invokeMethod(&editor->tmrStatusTab, "timeout");
+    while (line.Words().empty())
+        QCoreApplication::processEvents();
+    ClickTab(EditorTab::Configuration);
+    EXPECT_EQ(line.Words().size(), 1U) << "a turn for each value, none after the change";
+    EXPECT_EQ(pass(), Texts{});
+    ClickTab(EditorTab::CommStatus);
+    EXPECT_EQ(Cell(1, 2), "00: Comm Disabled");
+    Menu(Qt::Key_V, Qt::Key_F);
+    Settle();
+    EXPECT_EQ(Cell(1, 1) + Cell(1, 2), "--- : -");
+    EXPECT_EQ(pass(), Texts{});
+}
+
+} // namespace
+} // namespace vantrel

@@ -1,0 +1,101 @@
+// Help and About as the user reaches them, and what the frame remembers from one run to the next.
+#include "app/frmAbout.h"
+#include "app/frmHelp.h"
+#include "link/frmSetupComm.h"
+#include "tests/windows/FrameFixture.h"
+
+namespace vantrel {
+namespace {
+
+class HelpTest : public FrameTest {
+protected:
+    HelpTest() {
+        std::filesystem::create_directory(folder / "Help");
+        WriteText(folder / "Help" / "VANTREL.hlp", "# First steps {#first-steps}\nsee [port](#comm-port)\n"
+                                                   "# Main {#main-display}\ngrid\n# Port {#comm-port}\ncable\n");
+    }
+    [[nodiscard]] static frmHelp* Window() {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* help = dynamic_cast<frmHelp*>(window); help && help->isVisible()) return help;
+        }
+        return nullptr;
+    }
+    [[nodiscard]] static std::string Shown() {
+        const frmHelp* help = Window();
+        return help ? help->txtTopic->toPlainText().toStdString() : "";
+    }
+    void F1() {
+        QTest::keyClick(QApplication::activeWindow(), Qt::Key_F1);
+        QCoreApplication::processEvents();
+    }
+};
+
+TEST_F(HelpTest, F1OpensTheTopicOfTheWindowInFrontAlsoOfAModalOne) {
+    Activate();
+    F1();
+    EXPECT_EQ(Shown(), "Main\ngrid");
+    std::string beside;
+    const WhenModal<frmSetupComm> inDialog([&](frmSetupComm& dialog) {
+        F1();
+        beside = Shown();
+        if (frmHelp* help = Window()) {
+            QTest::keyClicks(help->txtSearch, QStringLiteral("GRID"));
+            EXPECT_EQ(Shown(), "Main\ngrid") << "the search works beside the modal window";
+        }
+        dialog.close();
+    });
+    Menu(Qt::Key_E, Qt::Key_M);
+    EXPECT_EQ(beside, "Port\ncable");
+}
+
+TEST_F(HelpTest, LinksLeadOnAndBackLeadsBack) {
+    Activate();
+    F1();
+    frmHelp* help = Window();
+    ASSERT_TRUE(help);
+    EXPECT_FALSE(help->cmdBack->isEnabled());
+    help->lstContents->setCurrentRow(0);
+    emit help->txtTopic->anchorClicked(QUrl(QStringLiteral("#comm-port")));
+    EXPECT_EQ(Shown(), "Port\ncable");
+    help->cmdBack->trigger();
+    EXPECT_EQ(Shown(), "First steps\nsee port");
+    help->cmdBack->trigger();
+    EXPECT_EQ(Shown(), "Main\ngrid");
+    QTest::keyClicks(help->txtSearch, QStringLiteral("nowhere"));
+    EXPECT_EQ(help->lstContents->item(0)->text().toStdString(), "No topic holds these words");
+}
+
+TEST_F(HelpTest, AMissingFileIsNamedAndAboutShowsTheVersion) {
+    std::filesystem::remove(folder / "Help" / "VANTREL.hlp");
+    Activate();
+    F1();
+    ASSERT_EQ(user.shown.size(), 1U);
+    EXPECT_NE(user.shown[0].find("VANTREL.hlp\" is missing"), std::string::npos) << user.shown[0];
+    std::string version;
+    const WhenModal<frmAbout> inDialog([&](frmAbout& about) {
+        version = about.lblVersion->text().toStdString();
+        QTest::mouseClick(about.cmdSysInfo, Qt::LeftButton);
+        QTest::keyClick(&about, Qt::Key_Return);
+    });
+    Menu(Qt::Key_H, Qt::Key_A);
+    EXPECT_EQ(version, "Version " + VersionNumber());
+    EXPECT_EQ(user.shown.back(), "VANTREL|System Information Is Unavailable At This Time");
+}
+
+TEST_F(HelpTest, PlaceAndFolderOutliveTheRun) {
+    std::filesystem::create_directory(folder / "plants");
+    const std::string file = Stored("plants/one.sdt", 9);
+    Answer({}, {file});
+    Menu(Qt::Key_F, Qt::Key_O);
+    ASSERT_EQ(Value(0), 9);
+    frame->resize(901, 702);
+    frame->close();
+    Start();
+    EXPECT_EQ(frame->size(), QSize(901, 702));
+    Answer({}, {"one.sdt"});
+    Menu(Qt::Key_F, Qt::Key_O);
+    EXPECT_EQ(Value(0), 9) << "the dialog begins in the folder last used";
+}
+
+} // namespace
+} // namespace vantrel

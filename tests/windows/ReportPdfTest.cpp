@@ -1,0 +1,83 @@
+// The report as a PDF file, in the wait window and without any window.
+#include "app/ReportFile.h"
+#include "app/frmWaitDisplay.h"
+#include "platform/QtPrinter.h"
+#include "platform/QtTurnQueue.h"
+#include "platform/RuntimeError.h"
+#include "report/Report.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/VirtualClock.h"
+
+#include <QApplication>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <vector>
+
+namespace vantrel {
+namespace {
+
+std::size_t PagesIn(const std::string& pdf) {
+    std::size_t pages = 0;
+    for (std::size_t at = pdf.find("/Type /Page\n"); at != std::string::npos; at = pdf.find("/Type /Page\n", at + 1))
+        ++pages;
+    return pages;
+}
+
+ReportContents Defaults() {
+    return {DefaultRecord("VANTREL_R1.0.0", {}), "[plant.sdt]", [] { return std::string("today"); }};
+}
+
+TEST(ReportPdf, IsPrintedInTheWaitWindowAndIsNoFileBeforeItIsComplete) {
+    const TemporaryFolder folder;
+    QtTurnQueue turns([] { return true; }, [] { FAIL(); });
+    std::unique_ptr<Printer> printer = PdfPrinter(folder / "plant.pdf", "VANTREL Report: [plant.sdt]");
+    std::string label;
+    frmWaitDisplay window(
+        WaitSelector::Report,
+        [&] {
+            label = window.lblWait->text().toStdString();
+            return PrintReport(Defaults(), *printer, turns);
+        },
+        turns, nullptr);
+    EXPECT_TRUE(window.RunModal());
+    EXPECT_EQ(label, "Generating Report, Please Standby ...");
+    const std::string pdf = FileText(folder / "plant.pdf");
+    EXPECT_EQ(PagesIn(pdf), static_cast<std::size_t>(printer->PageNumber()));
+    EXPECT_GE(PagesIn(pdf), 6U);
+
+    Task stopped = PrintReport(Defaults(), *(printer = PdfPrinter(folder / "half.pdf", "half")), turns);
+    stopped.Start();
+    stopped.Stop();
+    printer.reset();
+    EXPECT_FALSE(std::filesystem::exists(folder / "half.pdf"));
+}
+
+TEST(ReportPdf, OfAFileSaysWhyThereIsNoneAndReplacesOnlyPdfFiles) {
+    const TemporaryFolder folder;
+    const VirtualClock clock;
+    WriteText(folder / "plant.vtl", "a,b,c,100,e,f,g,h,i\nN2,DFirst,10,200,32,20,64,300,WW\n");
+    WriteText(folder / "letter.txt", "Dear all");
+    WriteText(folder / "old.pdf", "%PDF-1.4 old");
+    struct Case {
+        const char* from;
+        const char* to;
+        int code;
+        const char* message;
+    };
+    for (const Case& each : {Case{"plant.vtl", "new.pdf", 0, ""}, Case{"plant.vtl", "old.pdf", 0, ""},
+                             Case{"plant.vtl", "letter.txt", 4, "is there already and no PDF file"},
+                             Case{"plant.vtl", "none/new.pdf", 4, "there is no folder"},
+                             Case{"none.sdt", "none.pdf", 4, "File not found"}}) {
+        std::ostringstream err;
+        const ReportFileJob job{folder / each.from, folder / each.to, PdfPrinter, GeneralDate};
+        EXPECT_EQ(WriteReportFile(job, clock, err), each.code);
+        EXPECT_TRUE(err.str().find(each.message) != std::string::npos) << err.str();
+        EXPECT_EQ(PagesIn(FileText(job.reportFile)) > 0, each.code == 0) << each.to;
+    }
+    EXPECT_EQ(FileText(folder / "letter.txt"), "Dear all");
+}
+
+} // namespace
+} // namespace vantrel

@@ -1,0 +1,314 @@
+// The target board interface as a user meets it: the real window and boxes, clicks and keys, the simulated board in
+// process.
+#include "platform/QtDialogs.h"
+#include "platform/QtTurnQueue.h"
+#include "simulator/SimulatedPort.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/VirtualClock.h"
+#include "tests/windows/BoxAnswerer.h"
+#include "views/frmTargetBoard.h"
+
+#include <QTabBar>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <utility>
+
+namespace vantrel {
+namespace {
+
+using Boxes = std::vector<std::string>;
+
+constexpr const char* CableWarning = "WARNING - Communication Error!|Cannot Communicate with Target Board.\n"
+                                     "Verify RS-232 Cable is Connected Between\nCOMM Port and PROG Port.";
+constexpr const char* ResetAsked =
+    "WARNING - Fault Code Reset!|Target Board will be reinitialized.\n\nDo you wish to continue?";
+constexpr const char* AddressRefused = "Network Address Set-up|Only a Number Between 1 and 32 can be Entered";
+constexpr const char* NoBoard = "Cannot Communicate with Target Board.";
+/// More turns than a first pass and one over the fields take.
+constexpr int SettledTurns = 80;
+
+class TargetBoardTest : public testing::Test, private TrafficLog {
+protected:
+    TargetBoardTest() {
+        std::filesystem::create_directory(folder / "Support");
+        WriteText(folder / "Support/FaultErrCodes.txt", "00,None\n0a,\"Watchdog, first\"\n45,User fault\n");
+        WriteText(folder / "Support/CommErrCodes.txt", "00,None\n05,No response\n");
+        WriteText(folder / "line.TRV", "6\n");
+        WriteText(folder / "line.rev", "K52165050104\n");
+        board.Poke(CurrentFaultByte, 0x0A);
+        board.Poke(LastFaultByte, 0x45);
+        dialogs.SetOnClosed([this] { turns.Poke(); });
+        link.SetTrafficLog(this);
+        steps_.callOnTimeout([this] { Step(); });
+    }
+    /// Opens the view, lets the user do what `script` says, and closes it with Ok. Each `co_await Settled()` of the
+    /// script waits until what was done so far has had its effects.
+    void Run(bool online, const std::function<Task()>& script, const char* program = "line.TRV") {
+        window = std::make_unique<frmTargetBoard>(ProgramFolder(folder.Path(), folder / "user"), link, turns, dialogs,
+                                                  clock, alarms, [this] {
+                                                      link.OnlineMode() ? link.OpenRSComm(port) : link.CloseRSComm();
+                                                      window->ModeChanged();
+                                                  });
+        user.shown.clear();
+        port.MendLine();
+        if (online) link.OpenRSComm(port);
+        turnsTaken_ = 0;
+        Task work = script();
+        work.Start();
+        steps_.start(0);
+        window->InitializeForm(folder / program);
+        steps_.stop();
+        EXPECT_TRUE(work.Done()) << "closed too early";
+        EXPECT_EQ(turns.Waiting(), 0U);
+    }
+    [[nodiscard]] TurnQueue::Turn Settled() { return script_.Next(); }
+    void Click(QWidget* control) { QTest::mouseClick(control, Qt::LeftButton); }
+    void Tab(int page) {
+        QTabBar* bar = window->tabTargetBoard->tabBar();
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(page).center());
+    }
+    void Key(Qt::Key key) { QTest::keyClick(window->focusWidget(), key); }
+    void Type(std::size_t field, const char* text) {
+        Click(window->txtSetup[field]);
+        QTest::keyClicks(window->txtSetup[field], QString::fromLatin1(text));
+    }
+    [[nodiscard]] std::string Field(std::size_t field) const { return window->txtSetup[field]->text().toStdString(); }
+    [[nodiscard]] std::string Description(std::size_t i) const {
+        return window->txtTargetBoard[i]->toPlainText().toStdString();
+    }
+    [[nodiscard]] std::string Shown(std::size_t i) const {
+        return window->lblTargetBoard[i]->text().toStdString() + "|" + Description(i);
+    }
+    [[nodiscard]] int Byte(int address) const { return board.Peek(static_cast<std::uint16_t>(address), clock.Now()); }
+    void ExpectOffline() {
+        for (const std::size_t i : {0U, 1U, 4U, 5U})
+            EXPECT_EQ(Description(i), NoBoard);
+        EXPECT_TRUE(window->cmdGoOnline->isVisible() && window->cmdGoOnline->isEnabled());
+        EXPECT_FALSE(window->cmdResetFaults->isEnabled() || window->cmdSetToCurrTime->isEnabled());
+        EXPECT_FALSE(link.OnlineMode() || port.IsOpen());
+    }
+
+    TemporaryFolder folder;
+    VirtualClock clock;
+    QtDialogs dialogs;
+    BoxAnswerer user;
+    SimulatedBoard board;
+    SimulatedPort port{board, clock, LinePacing::None};
+    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
+    std::function<void(int)> beforeTurn; ///< Gets the number of turns since the view was opened or a step was taken.
+    int bytes = 0;
+    QtTurnQueue turns{[this] {
+                          if (link.Busy() || dialogs.BoxUp()) return false;
+                          ++turnsTaken_;
+                          if (beforeTurn) beforeTurn(turnsTaken_);
+                          return true;
+                      },
+                      [] { ADD_FAILURE() << "an error left the view"; }};
+    AlarmFlags alarms{};
+    std::unique_ptr<frmTargetBoard> window;
+
+private:
+    void Exchanged(MonotonicTime /*at*/, std::uint8_t /*sent*/, std::optional<std::uint8_t> /*answer*/) override {
+        ++bytes;
+    }
+    void Surplus(MonotonicTime /*at*/, std::uint8_t /*byte*/) override {}
+    void Step() {
+        const bool settled = turnsTaken_ >= SettledTurns || (turnsTaken_ > 0 && turns.Waiting() == 0);
+        if (stepping_ || !settled || link.Busy() || dialogs.BoxUp()) return;
+        // As a window manager does when a box has gone.
+        window->activateWindow();
+        if (!window->isActiveWindow()) return;
+        stepping_ = true;
+        turnsTaken_ = 0;
+        if (!script_.RunOne()) Click(window->cmdOk);
+        stepping_ = false;
+    }
+
+    QTimer steps_;
+    TurnQueue script_;
+    int turnsTaken_ = 0;
+    bool stepping_ = false;
+};
+
+TEST_F(TargetBoardTest, ShowsTheBoardsFaultsAndRevisionAndResetsThemOnYesOnly) {
+    board.Poke(LastCommErrorByte, 5);
+    board.Poke(CurrentCommErrorByte, 5);
+    Run(true, [&]() -> Task {
+        co_await Settled();
+        EXPECT_EQ(Shown(0), "Current Fault: Code = 0AH|Watchdog, first");
+        EXPECT_EQ(Shown(4), "Current Comm Error: Code = 05H|No response");
+        EXPECT_TRUE(Description(3).starts_with("User program executed an xcall09()"));
+        EXPECT_FALSE(window->lblTargetBoard[2]->isVisible() || window->cmdGoOnline->isVisible());
+        EXPECT_EQ(alarms, (AlarmFlags{true, true, false}));
+        EXPECT_EQ(window->lblRevIdentInPLC[0]->text() + window->lblRevIdentInPLC[1]->text(), "K52165051");
+        EXPECT_EQ(window->lblRevIdentOnDisk->text() + window->lblRevNumberOnDisk[0]->text(), "K52165054");
+        EXPECT_TRUE(window->lblRevComparison->text().contains("not the one"));
+        user.answers = {QMessageBox::No, QMessageBox::Cancel, QMessageBox::Yes};
+        Click(window->cmdResetFaults);
+        Click(window->cmdResetFaults);
+        EXPECT_EQ(Byte(CurrentFaultByte), 0x0A);
+        Click(window->cmdResetFaults);
+        for (const int address : {CurrentFaultByte, LastFaultByte, CurrentCommErrorByte, LastCommErrorByte})
+            EXPECT_EQ(Byte(address), 0);
+        co_await Settled();
+        EXPECT_EQ(Shown(0) + Description(3), "Current Fault: Code = 00H|NoneNone");
+        EXPECT_FALSE(window->cmdResetFaults->isEnabled());
+    });
+    EXPECT_EQ(user.shown, (Boxes{ResetAsked, ResetAsked, ResetAsked}));
+    EXPECT_EQ(alarms, AlarmFlags{});
+}
+
+TEST_F(TargetBoardTest, AnEntryIsKeptFromTheRefreshAndWrittenWhenItIsLeft) {
+    Run(true, [&]() -> Task {
+        co_await Settled();
+        Tab(2);
+        Click(window->txtSetup[0]);
+        board.Poke(NetworkAddressByte, 7);
+        co_await Settled();
+        EXPECT_EQ(Field(0), "01");
+        Key(Qt::Key_Return);
+        EXPECT_TRUE(window->txtSetup[1]->hasFocus());
+        co_await Settled();
+        EXPECT_EQ(Byte(NetworkAddressByte), 7) << "nobody has changed the text";
+        EXPECT_EQ(Field(0), "07");
+        Type(0, "9");
+        co_await Settled();
+        EXPECT_EQ(Field(0), "9");
+        Key(Qt::Key_Tab);
+        co_await Settled();
+        EXPECT_EQ(Byte(NetworkAddressByte), 9);
+        Click(window->updSetup[0]->up);
+        Click(window->updSetup[0]->up);
+        EXPECT_EQ(Field(0), "11");
+        Tab(3);
+        co_await Settled();
+        EXPECT_EQ(Byte(NetworkAddressByte), 11);
+        EXPECT_TRUE(window->fraTargetBoard[3]->isVisible() && !window->fraTargetBoard[2]->isVisible());
+        Type(7, "31");
+    });
+    EXPECT_EQ(Byte(ClockYearByte), 31) << "Ok takes the open entry";
+    EXPECT_TRUE(user.shown.empty());
+}
+
+TEST_F(TargetBoardTest, ARefusedEntryStaysWhateverTheUserDoesNext) {
+    const std::vector<std::pair<const char*, std::function<void()>>> ways{
+        {"33", [&] { Key(Qt::Key_Tab); }},
+        {"0", [&] { Key(Qt::Key_Return); }},
+        {"x", [&] { Tab(0); }},
+        {"1.5", [&] { Click(window->cmdOk); }},
+        {"-1", [&] { window->close(); }},
+        {"99", [&] { Click(window->txtSetup[1]); }},
+    };
+    Run(true, [&]() -> Task {
+        co_await Settled();
+        Tab(2);
+        for (const auto& [text, leave] : ways) {
+            user.shown.clear();
+            Type(0, text);
+            leave();
+            co_await Settled();
+            EXPECT_EQ(user.shown, Boxes{AddressRefused}) << text;
+            EXPECT_EQ(Field(0) + window->txtSetup[0]->selectedText().toStdString(), "0101");
+            EXPECT_TRUE(window->isVisible() && window->txtSetup[0]->hasFocus());
+        }
+    });
+    EXPECT_EQ(Byte(NetworkAddressByte), 1);
+}
+
+TEST_F(TargetBoardTest, EscapeRestoresThenLeavesThenCloses) {
+    Run(true, [&]() -> Task {
+        co_await Settled();
+        Tab(2);
+        for (const char* text : {"9", "8"}) {
+            Type(0, text);
+            Key(Qt::Key_Escape);
+            EXPECT_EQ(Field(0), "01");
+            EXPECT_TRUE(window->txtSetup[0]->hasFocus());
+        }
+        Key(Qt::Key_Escape);
+        EXPECT_FALSE(window->txtSetup[0]->hasFocus());
+        co_await Settled();
+        EXPECT_TRUE(window->isVisible());
+        Key(Qt::Key_Escape);
+    });
+    EXPECT_EQ(Byte(NetworkAddressByte), 1);
+}
+
+TEST_F(TargetBoardTest, TheClockButtonsSetABoardThatHasAClock) {
+    Run(true, [&]() -> Task {
+        co_await Settled();
+        Tab(3);
+        EXPECT_EQ(window->lblCurrDate->text().toStdString(), "03 - 14 - 2026");
+        Click(window->cmdSetToCurrTime);
+        Click(window->cmdSetToCurrDate);
+        EXPECT_EQ(Byte(ClockSecondByte), 7);
+        co_await Settled();
+        EXPECT_EQ(Field(7) + Field(5) + Field(6) + Field(2) + Field(3), "2603140905");
+    });
+    WriteText(folder / "other.trv", "2\n");
+    board.Poke(CoCpuSlotByte, 12);
+    const auto look = [&]() -> Task {
+        co_await Settled();
+        EXPECT_EQ(window->lblTargetBoard[2]->text().toStdString(), "CO-CPU Slot: 12");
+        EXPECT_TRUE(window->lblTargetBoard[2]->isVisible());
+        EXPECT_FALSE(window->cmdSetToCurrTime->isEnabled() || window->txtSetup[0]->isEnabled());
+    };
+    Run(true, look, "other.trv");
+}
+
+TEST_F(TargetBoardTest, ALinkThatDiesLaterLeavesTheCodesOneThatDiesInTheFirstPassLeavesNone) {
+    Run(true, [&]() -> Task {
+        co_await Settled();
+        port.CutLine();
+        co_await Settled();
+        EXPECT_EQ(Shown(0), std::string("Current Fault: Code = 0AH|") + NoBoard);
+        EXPECT_TRUE(Description(3).starts_with("User program executed"));
+        ExpectOffline();
+        const int sent = bytes;
+        clock.Advance(std::chrono::seconds(1));
+        co_await Settled();
+        EXPECT_EQ(window->lblCurrTime->text().toStdString(), ComputerTimeText(clock.LocalNow()));
+        EXPECT_EQ(bytes, sent);
+        port.MendLine();
+        beforeTurn = [&](int turn) {
+            if (turn == 4) port.CutLine();
+        };
+        Click(window->cmdGoOnline);
+        co_await Settled();
+        EXPECT_EQ(Shown(5), std::string("Last Comm Error: Code = 42H|") + NoBoard);
+        EXPECT_TRUE(Description(3).starts_with("Verify connection of cable"));
+        ExpectOffline();
+        beforeTurn = nullptr;
+        port.MendLine();
+        Click(window->cmdGoOnline);
+        co_await Settled();
+        EXPECT_EQ(Shown(0), "Current Fault: Code = 0AH|Watchdog, first");
+        EXPECT_FALSE(window->cmdGoOnline->isVisible());
+    });
+    EXPECT_EQ(user.shown, (Boxes{CableWarning, CableWarning}));
+}
+
+TEST_F(TargetBoardTest, AClosedViewMakesNoFurtherExchange) {
+    for (const bool inBox : {false, true}) {
+        int sent = -1;
+        const auto close = [&] {
+            window->close();
+            EXPECT_EQ(window->isVisible(), inBox);
+            sent = bytes;
+        };
+        beforeTurn = [&](int turn) {
+            if (turn == 9) inBox ? port.CutLine() : close();
+        };
+        user.whileShown = [&] {
+            port.MendLine();
+            close();
+        };
+        Run(true, []() -> Task { co_return; });
+        EXPECT_EQ(bytes, sent);
+    }
+}
+
+} // namespace
+} // namespace vantrel

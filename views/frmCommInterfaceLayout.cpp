@@ -1,0 +1,181 @@
+// The communication interface view's controls and where they stand.
+#include "views/frmCommInterface.h"
+
+#include "link/TargetMap.h"
+#include "platform/QtScreen.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace vantrel {
+
+namespace {
+
+// Widths on the screen, in twips.
+constexpr int EntryWidth = 720;
+constexpr int SettingsWidth = 4600;
+constexpr int SettingsNameWidth = 1000;
+constexpr int DataWidth = 5000;
+constexpr int WordWidth = 800;
+constexpr int WordColumnMargin = 95;
+
+constexpr int SettingsRows = 4;
+constexpr int DataRows = DataWordCount + 1;
+// The heading row included.
+constexpr int DataRowsShown = 17;
+constexpr int LeastDataRows = 5;
+constexpr int DescriptionLines = 2;
+
+constexpr std::array SettingLabels{"Node Number:", "Description:", "Status:"};
+
+void LayOutSettings(QtFormatGrid& grid, const char* format, const std::array<const char*, 3>& names) {
+    grid.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    grid.LayOut({.format = format,
+                 .columnWidths = {SettingsNameWidth, 0},
+                 .rows = SettingsRows,
+                 .rowsShown = SettingsRows,
+                 .width = SettingsWidth});
+    for (std::size_t i = 0; i < names.size(); ++i)
+        grid.SetText(static_cast<int>(i) + 1, 0, QString::fromLatin1(names.at(i)));
+    // The names came after the widths, and the host's font may need more than was planned.
+    QHeaderView& nameColumn = *grid.verticalHeader();
+    nameColumn.setFixedWidth(std::max(nameColumn.minimumWidth(), nameColumn.sizeHint().width()));
+    grid.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    grid.setFixedHeight(grid.minimumHeight());
+}
+
+} // namespace
+
+void frmCommInterface::BuildEntry() {
+    txtSetup.setObjectName(QStringLiteral("txtSetup"));
+    txtSetup.setAccessibleName(QStringLiteral("Sequence Number"));
+    txtSetup.setFixedWidth(PixelsOfTwips(EntryWidth, *this));
+    updSetup.setObjectName(QStringLiteral("updSetup"));
+    SelectAllOnFocus(txtSetup);
+    // After the up-down's own filter, so that it hears of every key first.
+    txtSetup.installEventFilter(this);
+    // A step moves the focus off the box; the next key still steps.
+    cmdDefault.installEventFilter(&updSetup);
+}
+
+void frmCommInterface::BuildLabels() {
+    for (std::size_t i = 0; i < lblSetting.size(); ++i) {
+        QLabel& label = lblSetting.at(i);
+        label.setObjectName(QStringLiteral("lblSetting%1").arg(i));
+        label.setTextFormat(Qt::PlainText);
+        label.setTextInteractionFlags(Qt::TextSelectableByMouse);
+        label.setText(QStringLiteral("-"));
+    }
+    QLabel& description = lblSetting[1];
+    description.setWordWrap(true);
+    description.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    // However long it is, the window keeps its shape; the tool tip has it all.
+    description.setFixedHeight(DescriptionLines * description.fontMetrics().lineSpacing());
+    description.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void frmCommInterface::LayOutGrids() {
+    LayOutSettings(fgSettings[0], "<Send|^Setting", {"# Words", "From TI", "To Node"});
+    LayOutSettings(fgSettings[1], "<Receive|^Setting", {"# Words", "From Node", "To TI"});
+    constexpr int dataColumn = (DataWidth - WordWidth) / 2 - WordColumnMargin;
+    fgSettings[2].LayOut({.format = "^Word|^Send Data|^Receive Data",
+                          .columnWidths = {WordWidth, dataColumn, dataColumn},
+                          .rows = DataRows,
+                          .rowsShown = DataRowsShown,
+                          .width = DataWidth});
+    for (int row = 1; row < DataRows; ++row)
+        fgSettings[2].SetText(row, 0, QString::number(row));
+    const std::array names{"Send settings", "Receive settings", "Data words"};
+    for (std::size_t i = 0; i < fgSettings.size(); ++i) {
+        fgSettings.at(i).setObjectName(QStringLiteral("fgSettings%1").arg(i));
+        fgSettings.at(i).setAccessibleName(QString::fromLatin1(names.at(i)));
+    }
+}
+
+void frmCommInterface::BuildButtons() {
+    cmdGoOnline.setObjectName(QStringLiteral("cmdGoOnline"));
+    cmdGoOnline.setText(QStringLiteral("&Go Online"));
+    cmdOk.setObjectName(QStringLiteral("cmdOk"));
+    cmdOk.setText(QStringLiteral("&Ok"));
+    // A click decides at once, with the focus still in the box: it checks for itself.
+    cmdOk.setFocusPolicy(Qt::TabFocus);
+    cmdDefault.setObjectName(QStringLiteral("cmdDefault"));
+    cmdDefault.setAccessibleName(windowTitle());
+    // Without a size it is seen by nobody and yet takes the focus, which a hidden button would not. As the default
+    // button it makes Enter do nothing wherever it has no meaning of its own.
+    cmdDefault.setParent(this);
+    cmdDefault.setGeometry(0, 0, 0, 0);
+    cmdDefault.setDefault(true);
+    connect(&cmdGoOnline, &QPushButton::clicked, this, &frmCommInterface::GoOnline);
+    connect(&cmdOk, &QPushButton::clicked, this, &frmCommInterface::Ok);
+}
+
+void frmCommInterface::LayOutForm(QFormLayout& form) {
+    auto* entry = new QHBoxLayout;
+    entry->setSpacing(0);
+    entry->addWidget(&txtSetup);
+    entry->addWidget(&updSetup);
+    entry->addStretch();
+    auto* number = new QLabel(QStringLiteral("&Sequence Number:"), this);
+    number->setBuddy(&txtSetup);
+    form.addRow(number, entry);
+    for (std::size_t i = 0; i < lblSetting.size(); ++i) {
+        auto* name = new QLabel(QString::fromLatin1(SettingLabels.at(i)), this);
+        name->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        form.addRow(name, &lblSetting.at(i));
+    }
+}
+
+void frmCommInterface::LayOutWindow() {
+    fraSettngs[0].setTitle(QStringLiteral("Comm Data"));
+    fraSettngs[1].setTitle(QStringLiteral("Settings:"));
+    for (std::size_t i = 0; i < fraSettngs.size(); ++i)
+        fraSettngs.at(i).setObjectName(QStringLiteral("fraSettngs%1").arg(i));
+    auto* words = new QVBoxLayout(&fraSettngs[0]);
+    words->addWidget(&fgSettings[2]);
+    auto* settings = new QVBoxLayout(&fraSettngs[1]);
+    settings->addWidget(&fgSettings[0]);
+    settings->addWidget(&fgSettings[1]);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(&cmdGoOnline);
+    buttons->addWidget(&cmdOk);
+    auto* form = new QFormLayout;
+    LayOutForm(*form);
+    auto* sequence = new QVBoxLayout;
+    sequence->addLayout(form);
+    sequence->addWidget(&fraSettngs[1]);
+    sequence->addStretch();
+    auto* columns = new QHBoxLayout;
+    columns->addLayout(sequence);
+    columns->addWidget(&fraSettngs[0], 1);
+    auto* all = new QVBoxLayout(this);
+    all->addLayout(columns, 1);
+    all->addLayout(buttons);
+    setSizeGripEnabled(true);
+}
+
+void frmCommInterface::OrderTabs() {
+    QWidget* before = &cmdDefault;
+    for (QWidget* next : std::initializer_list<QWidget*>{&txtSetup, &fgSettings[0], &fgSettings[1], &fgSettings[2],
+                                                         &cmdGoOnline, &cmdOk}) {
+        setTabOrder(before, next);
+        before = next;
+    }
+    // Tab leads from it into the box; to it only the program leads.
+    cmdDefault.setFocusPolicy(Qt::NoFocus);
+}
+
+void frmCommInterface::PlaceOnScreen() {
+    CentreOnScreen(*this);
+    // So large to begin with; the user may make it smaller.
+    fgSettings[2].setMinimumHeight(LeastDataRows * fgSettings[2].RowHeight());
+}
+
+} // namespace vantrel
