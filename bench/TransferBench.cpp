@@ -1,11 +1,13 @@
-// How close download and upload come to what the line allows, and to a client that does nothing but write a byte, poll
-// and read a byte. Both run against the same paced board behind a pseudo-terminal, which is a process of its own, so
-// that the processor time is the program's alone. POSIX only. Prints ratios; decides nothing.
+// How close the transfers and the views' passes come to what the line allows, and to a client that does nothing but
+// write a byte, poll and read a byte. Both run against the same paced board behind a pseudo-terminal, which is a
+// process of its own, so that the processor time is the program's alone. POSIX only. Prints ratios; decides nothing.
 #include "document/SettingsTransfer.h"
+#include "document/StatusTab.h"
 #include "platform/AsioSerialPort.h"
 #include "platform/SystemClock.h"
 #include "simulator/BoardServer.h"
 #include "simulator/SimulatedBoard.h"
+#include "views/SequenceMonitor.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -21,6 +23,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -85,7 +88,69 @@ public:
     void ShowProgress(std::size_t, std::size_t) override {}
 };
 
-/// The bytes that a transfer sent, for the minimal client to send again.
+/// As many rows as the editor shows at once, but for its heading.
+class CountingStatusTab final : public StatusTabDisplay {
+public:
+    static constexpr int Rows = EditorRowsShown - 1;
+
+    [[nodiscard]] bool StatusWanted() const override { return true; }
+    [[nodiscard]] bool RowVisible(int row) const override { return row <= Rows; }
+    void ShowNode(int, const std::string&) override { ++shown; }
+    void ShowStatus(int, const std::string&) override { ++shown; }
+    int shown = 0;
+};
+
+/// A data grid of the usual height.
+class CountingSequence final : public SequenceDisplay {
+public:
+    static constexpr int Rows = 10;
+
+    [[nodiscard]] bool Active() const override { return true; }
+    [[nodiscard]] bool RowVisible(int row) const override { return row <= Rows; }
+    void ShowDescription(const std::string&) override {}
+    void ShowNodeNumber(const std::string&) override {}
+    void ShowSetting(SettingsGrid, int, const std::string&) override {}
+    void ShowStatus(const std::string&) override { ++shown; }
+    void ShowDataWord(int, DataDirection, const std::string&) override { ++shown; }
+    int shown = 0;
+};
+
+/// What is measured, on a link that stands; true when all of it was done.
+using Work = std::function<bool(RSComm& link, TurnQueue& turns)>;
+
+Work Transfer(TransferMode mode) {
+    return [mode](RSComm& link, TurnQueue& turns) {
+        NoBoxes boxes;
+        NoDisplay display;
+        Configuration record = DefaultRecord("bench", {});
+        SettingsTransfer transfer(mode, record, link, boxes, turns, display);
+        transfer.Load();
+        Task task = transfer.Run();
+        turns.RunToEnd(task);
+        return transfer.Complete() && transfer.Unconfirmed().empty();
+    };
+}
+
+bool PassOverStatusTab(RSComm& link, TurnQueue& turns) {
+    CountingStatusTab display;
+    const SequenceAddresses nodes = NodeNumberAddressTable();
+    const SequenceAddresses statuses = StatusWordAddressTable();
+    Task task = RefreshStatusTab(display, nodes, statuses, link, turns);
+    turns.RunToEnd(task);
+    return display.shown == 2 * CountingStatusTab::Rows;
+}
+
+bool PassOverSequence(RSComm& link, TurnQueue& turns) {
+    CountingSequence display;
+    const Configuration record = DefaultRecord("bench", {});
+    const std::int16_t sequence = 0;
+    SequenceMonitor monitor(record, link, turns, sequence, display);
+    Task task = monitor.RefreshStatusAndData();
+    turns.RunToEnd(task);
+    return display.shown == 1 + 2 * CountingSequence::Rows;
+}
+
+/// The bytes that the work sent, for the minimal client to send again.
 class Recording final : public TrafficLog {
 public:
     void Exchanged(MonotonicTime, std::uint8_t sent, std::optional<std::uint8_t>) override { bytes.push_back(sent); }
@@ -108,10 +173,9 @@ struct Measurement {
     std::vector<std::uint8_t> sent;
 };
 
-Measurement MeasureTransfer(const std::string& device, int speed, TransferMode mode) {
+Measurement MeasureWork(const std::string& device, int speed, const Work& work) {
     SystemClock clock;
     NoBoxes boxes;
-    NoDisplay display;
     Recording recording;
     TurnQueue turns;
     AsioSerialPort port(clock, device);
@@ -120,17 +184,13 @@ Measurement MeasureTransfer(const std::string& device, int speed, TransferMode m
     link.OpenRSComm(port);
     if (!link.OnlineMode()) std::exit(3);
     link.SetTrafficLog(&recording);
-    Configuration record = DefaultRecord("bench", {});
-    SettingsTransfer transfer(mode, record, link, boxes, turns, display);
     const double processorBefore = ProcessorSeconds();
     const MonotonicTime before = clock.Now();
-    transfer.Load();
-    Task task = transfer.Run();
-    turns.RunToEnd(task);
+    const bool done = work(link, turns);
     Measurement result;
     result.seconds = std::chrono::duration<double>(clock.Now() - before).count();
     result.processorSeconds = ProcessorSeconds() - processorBefore;
-    if (!transfer.Complete() || !transfer.Unconfirmed().empty()) std::exit(1);
+    if (!done) std::exit(1);
     link.SetTrafficLog(nullptr);
     link.CloseRSComm();
     result.sent = std::move(recording.bytes);
@@ -145,7 +205,7 @@ double MeasureMinimalClient(const std::string& device, const std::vector<std::ui
     tcgetattr(line, &raw);
     cfmakeraw(&raw);
     tcsetattr(line, TCSANOW, &raw);
-    SystemClock clock;
+    const SystemClock clock;
     const MonotonicTime before = clock.Now();
     for (const std::uint8_t byte : bytes) {
         std::uint8_t answer = 0;
@@ -157,19 +217,19 @@ double MeasureMinimalClient(const std::string& device, const std::vector<std::ui
     return seconds;
 }
 
-void Compare(const char* name, int speed, TransferMode mode) {
+void Compare(const char* name, int speed, const Work& work) {
     const PacedBoard board(speed);
     // In turns, so that whatever else the machine does strikes both alike; the best of each counts.
     Measurement ours;
     double minimal = 0;
     for (int round = 0; round < 3; ++round) {
-        Measurement once = MeasureTransfer(board.Device(), speed, mode);
+        Measurement once = MeasureWork(board.Device(), speed, work);
         const double onceMinimal = MeasureMinimalClient(board.Device(), once.sent);
         if (round == 0 || once.seconds < ours.seconds) ours = std::move(once);
         if (round == 0 || onceMinimal < minimal) minimal = onceMinimal;
     }
     const double limit = static_cast<double>(ours.sent.size()) * 20.0 / speed;
-    std::printf("%-8s %6d baud  %5zu exchanges  %6.3f s  %5.1f %% of the wire limit  minimal client %5.1f %%  "
+    std::printf("%-10s %6d baud  %5zu exchanges  %6.3f s  %5.1f %% of the wire limit  minimal client %5.1f %%  "
                 "ratio %5.1f %%  processor %4.1f %% of a core\n",
                 name, speed, ours.sent.size(), ours.seconds, 100 * limit / ours.seconds, 100 * limit / minimal,
                 100 * minimal / ours.seconds, 100 * ours.processorSeconds / ours.seconds);
@@ -180,8 +240,10 @@ void Compare(const char* name, int speed, TransferMode mode) {
 
 int main() {
     for (const int speed : {9600, 19200}) {
-        Compare("download", speed, TransferMode::DownloadData);
-        Compare("upload", speed, TransferMode::UploadData);
+        Compare("download", speed, Transfer(TransferMode::DownloadData));
+        Compare("upload", speed, Transfer(TransferMode::UploadData));
+        Compare("status tab", speed, PassOverStatusTab);
+        Compare("data words", speed, PassOverSequence);
     }
     return 0;
 }

@@ -2,7 +2,9 @@
 #include "console/CommandContext.h"
 
 #include "console/PrintableText.h"
+#include "document/FieldTable.h"
 #include "platform/SafeFile.h"
+#include "text/NumberText.h"
 
 #include <filesystem>
 #include <ostream>
@@ -34,6 +36,16 @@ CommandContext::CommandContext(const Arguments& commandLine, ConsoleHost& consol
 void CommandContext::Say(const std::string& text) {
     progress.EndLine();
     host.err << PrintableText(text, Layout::Keep) << '\n' << std::flush;
+}
+
+std::size_t SequenceNumber(const std::string& text) {
+    constexpr auto highest = static_cast<std::int32_t>(SequenceCount) - 1;
+    const auto number = WholeNumber(text);
+    if (!number || *number < 0 || *number > highest) {
+        throw UsageError("There is no sequence \"" + text + "\". Sequence numbers go from 0 to " +
+                         std::to_string(highest) + ".");
+    }
+    return static_cast<std::size_t>(*number);
 }
 
 ExitCode Refuse(CommandContext& context, const std::string& what) {

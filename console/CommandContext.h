@@ -6,6 +6,7 @@
 #include "console/ConsoleHost.h"
 #include "console/ProgressBar.h"
 
+#include <cstddef>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -17,6 +18,7 @@ namespace vantrel {
 struct Arguments {
     std::string file;
     std::string textFile;
+    std::optional<std::string> output;
     std::vector<std::string> addresses;
     std::string address;
     std::string value;
@@ -28,6 +30,11 @@ struct Arguments {
     bool json = false;
     bool all = false;
     bool yes = false;
+    bool resetFaults = false;
+    bool setClock = false;
+    std::optional<std::string> networkAddress;
+    std::optional<std::string> sequence;
+    std::string field;
     std::optional<std::string> link;
     int lineSpeed = 9600;
     std::vector<std::string> faults;
@@ -52,6 +59,9 @@ struct CommandContext {
     /// One line for the user that is no result.
     void Say(const std::string& text);
 };
+
+/// The sequence (0..30) that a text of the command line names. Throws UsageError when it is none.
+[[nodiscard]] std::size_t SequenceNumber(const std::string& text);
 
 /// Says what did not happen; the command then ends so.
 [[nodiscard]] ExitCode Refuse(CommandContext& context, const std::string& what);

@@ -2,9 +2,9 @@
 #include "console/CommandLine.h"
 
 #include "app/Program.h"
+#include "console/CommandHelp.h"
 #include "console/Commands.h"
 #include "console/PrintableText.h"
-#include "simulator/SimulatedFaults.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,33 +20,6 @@ namespace vantrel {
 namespace {
 
 constexpr const char* ProgramName = "vantrelctl";
-
-constexpr const char* ExitCodesHelp = "Exit codes:\n"
-                                      "  0  done\n"
-                                      "  1  refused, cancelled, or something differs\n"
-                                      "  2  wrong usage\n"
-                                      "  3  the link to the board failed\n"
-                                      "  4  a file could not be read or written\n";
-
-constexpr const char* OverallHelp =
-    "vantrelctl COMMAND --help tells more about a command.\n"
-    "\n"
-    "To see it work, without any board:\n"
-    "  vantrelctl demo\n"
-    "\n"
-    "From a text file to a running board at the first serial port:\n"
-    "  vantrelctl import samples/bottling-line.vtl plant.sdt\n"
-    "  vantrelctl show plant.sdt\n"
-    "  vantrelctl download plant.sdt --port 1 --verify\n"
-    "\n"
-    "What a board holds, kept in a file and compared later:\n"
-    "  vantrelctl upload plant.sdt --port /dev/ttyUSB0\n"
-    "  vantrelctl compare plant.sdt --port /dev/ttyUSB0\n"
-    "\n"
-    "Results go to standard output; questions, warnings and progress to standard error.\n"
-    "Questions are asked at a terminal; without one they count as refused, unless --yes\n"
-    "answers them. Set-up files (.sdt) always get their extension when they are written.\n"
-    "\n";
 
 std::string Emptiness(const std::string& text) { return text.empty() ? "the name is empty" : ""; }
 
@@ -66,6 +39,10 @@ void AddFile(CLI::App& command, Arguments& arguments, const std::string& what) {
 constexpr const char* YesToTransfers = "Answer Yes to the confirmations: a transfer, replacing a file, a\n"
                                        "file of another program version";
 constexpr const char* YesToFile = "Answer Yes to the confirmations: replacing a file, another folder";
+constexpr const char* YesToBoard = "Answer Yes to the confirmations: the reset, replacing a file by the trace";
+constexpr const char* YesToReport = "Answer Yes when the report is about to replace a file";
+constexpr const char* YesToSet = "Answer Yes to the confirmations: a file of another program version,\n"
+                                 "replacing another file";
 constexpr const char* YesToTrace = "Answer Yes when the trace is about to replace a file";
 
 void AddYes(CLI::App& command, Arguments& arguments, const char* what) {
@@ -122,10 +99,33 @@ void AddShow(CLI::App& command, Arguments& arguments) {
     command.add_flag("--json", arguments.json, "The whole record as JSON, for other programs");
 }
 
+void AddReport(CLI::App& command, Arguments& arguments) {
+    AddFile(command, arguments, "The set-up file, or the text file (.vtl), to report on");
+    command.add_option("--output", arguments.output, "Write the report to this file instead of standard output")
+        ->check(ForgottenValue)
+        ->check(Emptiness)
+        ->option_text("OUT");
+    AddYes(command, arguments, YesToReport);
+}
+
 void AddImport(CLI::App& command, Arguments& arguments) {
     AddName(command, "TEXTFILE", arguments.textFile, "The text file (.vtl) to read");
     AddFile(command, arguments, "The set-up file to write");
     AddYes(command, arguments, YesToFile);
+}
+
+void AddSet(CLI::App& command, Arguments& arguments) {
+    AddFile(command, arguments, "The set-up file to change");
+    command.add_option("SEQUENCE", arguments.sequence, "The number of the sequence, 0 to 30")
+        ->required()
+        ->type_name("");
+    command.add_option("FIELD", arguments.field, "The name of the field, in any case, see below")
+        ->required()
+        ->type_name("");
+    command.add_option("VALUE", arguments.value, "What to store, as it is entered in the editor")
+        ->required()
+        ->type_name("");
+    AddYes(command, arguments, YesToSet);
 }
 
 void AddDownload(CLI::App& command, Arguments& arguments) {
@@ -153,11 +153,37 @@ void AddRead(CLI::App& command, Arguments& arguments) {
     AddYes(command, arguments, YesToTrace);
 }
 
+void AddStatus(CLI::App& command, Arguments& arguments) {
+    command.add_option("--sequence", arguments.sequence, "One sequence: its settings, status and data words")
+        ->check(ForgottenValue)
+        ->option_text("N");
+    command
+        .add_option("--file", arguments.file,
+                    "Take the sequence's description, and whether its addresses are shown\n"
+                    "in hexadecimal, from this set-up file")
+        ->check(ForgottenValue)
+        ->option_text("FILE");
+    AddPort(command, arguments);
+    AddYes(command, arguments, YesToTrace);
+}
+
 void AddWrite(CLI::App& command, Arguments& arguments) {
     command.add_option("ADDRESS", arguments.address, "An address in the board's memory")->required()->type_name("");
     command.add_option("VALUE", arguments.value, "The number to write, in decimal")->required()->type_name("");
     AddPort(command, arguments);
     AddYes(command, arguments, YesToTrace);
+}
+
+void AddBoard(CLI::App& command, Arguments& arguments) {
+    AddPort(command, arguments);
+    command.add_flag("--reset-faults", arguments.resetFaults, "Set the fault and error codes back to 0 first");
+    command.add_flag("--set-clock", arguments.setClock, "Set the board's time and date to the computer's first");
+    command
+        .add_option("--network-address", arguments.networkAddress,
+                    "Give the board this address in the network first (1 to 32)")
+        ->check(ForgottenValue)
+        ->option_text("N");
+    AddYes(command, arguments, YesToBoard);
 }
 
 void AddSimulate(CLI::App& command, Arguments& arguments) {
@@ -178,25 +204,6 @@ void AddDemo(CLI::App& command, Arguments& arguments) {
     AddYes(command, arguments, YesToTrace);
 }
 
-std::string NoFurtherHelp() { return {}; }
-
-std::string AddressHelp() {
-    return "Addresses: B8176 a byte, B8176.3 one of its bits (0 to 7), W16384 a word, D100 a double\n"
-           "word, F13 a flag, 1F40H a byte by its hexadecimal address. The status stack address of\n"
-           "the board is W6400; field k (0 to 6) of sequence s is W followed by 16384 + 512 s + 2 k.\n"
-           "\n";
-}
-
-std::string FaultHelp() {
-    std::string help = "Faults, each as NAME, NAME:once, NAME@BYTES (sleeps until the board has received so\n"
-                       "many bytes) or with both:\n";
-    for (const FaultName& fault : FaultNames()) {
-        help += "  " + std::string(fault.name) + std::string(14 - std::min<std::size_t>(13, fault.name.size()), ' ') +
-                std::string(fault.sentence) + "\n";
-    }
-    return help + "\n";
-}
-
 struct Command {
     const char* name;
     const char* summary;
@@ -206,15 +213,24 @@ struct Command {
     ExitCode (*run)(CommandContext&);
 };
 
-constexpr std::array<Command, 10> Commands = {{
+constexpr std::array<Command, 14> Commands = {{
     {"new", "Write a set-up file with the defaults: status stack at V1, no sequence used", AddNew, NoFurtherHelp,
      "  vantrelctl new plant.sdt\n", NewCommand},
     {"show", "Show what is in a set-up file", AddShow, NoFurtherHelp,
      "  vantrelctl show plant.sdt\n"
      "  vantrelctl show plant.sdt --json\n",
      ShowCommand},
+    {"report", "Write the configuration report as text: 66 lines by 80 columns a page", AddReport, NoFurtherHelp,
+     "  vantrelctl report plant.sdt --output plant.txt\n"
+     "  vantrelctl report plant.sdt | lp\n",
+     ReportCommand},
     {"import", "Make a set-up file from a text file of the older format (.vtl)", AddImport, NoFurtherHelp,
      "  vantrelctl import samples/bottling-line.vtl plant.sdt\n", ImportCommand},
+    {"set", "Change one value in a set-up file", AddSet, FieldHelp,
+     "  vantrelctl set plant.sdt 3 NodeNumber 5\n"
+     "  vantrelctl set plant.sdt 3 SendToNode 1A0H\n"
+     "  vantrelctl set plant.sdt 3 NodeDescription \"Filler, left\"\n",
+     SetCommand},
     {"download", "Write the settings of a set-up file to the board", AddDownload, NoFurtherHelp,
      "  vantrelctl download plant.sdt --port 1 --verify\n"
      "  vantrelctl download plant.sdt --port /dev/ttyUSB0 --speed 19200 --yes\n",
@@ -227,6 +243,14 @@ constexpr std::array<Command, 10> Commands = {{
      ReadCommand},
     {"write", "Write one value to the board's memory", AddWrite, AddressHelp, "  vantrelctl write W6400 100 --port 1\n",
      WriteCommand},
+    {"status", "Show whether the sequences communicate, or one of them with its data words", AddStatus, NoFurtherHelp,
+     "  vantrelctl status --port 1\n"
+     "  vantrelctl status --port 1 --sequence 3 --file plant.sdt\n",
+     StatusCommand},
+    {"board", "Show the state of the board: faults, addresses, clock, revision", AddBoard, NoFurtherHelp,
+     "  vantrelctl board --port 1\n"
+     "  vantrelctl board --port 1 --reset-faults --set-clock\n",
+     BoardCommand},
     {"simulate", "Be a board: a simulated one at a serial device of its own, until interrupted", AddSimulate, FaultHelp,
      "  vantrelctl simulate --link /tmp/board\n"
      "  vantrelctl download plant.sdt --port /tmp/board     (at another terminal)\n"
@@ -321,13 +345,13 @@ void DescribeCommands(CLI::App& app, Arguments& arguments) {
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     AddCommonOptions(app, arguments);
     app.set_version_flag("--version", ProgramVersion());
-    app.footer(std::string(OverallHelp) + ExitCodesHelp);
+    app.footer(OverallHelp() + ExitCodesHelp());
     app.require_subcommand(1);
     for (const Command& command : Commands) {
         CLI::App* sub = app.add_subcommand(command.name, command.summary)->group("Commands");
         command.addOptions(*sub, arguments);
         AddCommonOptions(*sub, arguments);
-        sub->footer(command.furtherHelp() + "Examples:\n" + command.examples + "\n" + ExitCodesHelp);
+        sub->footer(command.furtherHelp() + "Examples:\n" + command.examples + "\n" + ExitCodesHelp());
     }
 }
 

@@ -10,11 +10,15 @@ namespace vantrel {
 [[nodiscard]] ExitCode NewCommand(CommandContext& context);
 [[nodiscard]] ExitCode ShowCommand(CommandContext& context);
 [[nodiscard]] ExitCode ImportCommand(CommandContext& context);
+[[nodiscard]] ExitCode SetCommand(CommandContext& context);
+[[nodiscard]] ExitCode ReportCommand(CommandContext& context);
 [[nodiscard]] ExitCode DownloadCommand(CommandContext& context);
 [[nodiscard]] ExitCode UploadCommand(CommandContext& context);
 [[nodiscard]] ExitCode CompareCommand(CommandContext& context);
 [[nodiscard]] ExitCode ReadCommand(CommandContext& context);
 [[nodiscard]] ExitCode WriteCommand(CommandContext& context);
+[[nodiscard]] ExitCode StatusCommand(CommandContext& context);
+[[nodiscard]] ExitCode BoardCommand(CommandContext& context);
 [[nodiscard]] ExitCode SimulateCommand(CommandContext& context);
 [[nodiscard]] ExitCode DemoCommand(CommandContext& context);
 

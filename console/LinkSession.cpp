@@ -4,7 +4,6 @@
 #include "console/SetupFiles.h"
 #include "document/FileQuestions.h"
 #include "platform/SafeFile.h"
-#include "platform/SerialDevices.h"
 
 #include <algorithm>
 #include <charconv>
@@ -17,10 +16,7 @@ namespace {
 
 std::filesystem::path SupportFolder(const CommandContext& context) { return context.program.folder.Entry("Support"); }
 
-PortRange AllowedPorts(const CommandContext& context) {
-    const PortRange usual;
-    return {usual.minimum, std::max(usual.maximum, HighestSerialPort(SupportFolder(context)))};
-}
+PortRange AllowedPorts(const CommandContext& context) { return PortRangeOf(SupportFolder(context)); }
 
 bool IsNumber(const std::string& text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });

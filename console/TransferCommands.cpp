@@ -68,6 +68,13 @@ ExitCode SendAndVerify(CommandContext& context, LinkSession& session) {
     return std::max(end, ExitCode::Refused);
 }
 
+/// What was read before the board was away need not be what it holds since.
+ExitCode IfNeverAway(CommandContext& context, LinkSession& session, ExitCode end, const std::string& again) {
+    if (session.Failed() || session.Link().Reopened() == 0) return end;
+    context.Say("The link was taken up again; what was read before may be out of date. " + again);
+    return std::max(end, ExitCode::Refused);
+}
+
 } // namespace
 
 ExitCode DownloadCommand(CommandContext& context) {
@@ -88,7 +95,7 @@ ExitCode UploadCommand(CommandContext& context) {
         return Refuse(context, "Nothing was read from the board, and nothing was written.");
     }
     session.Open();
-    const ExitCode fetched = FetchDocument(context, session);
+    const ExitCode fetched = IfNeverAway(context, session, FetchDocument(context, session), "Upload again.");
     const ExitCode end = session.Close(fetched);
     if (fetched == ExitCode::Done) {
         SaveSetupFile(context);
@@ -107,7 +114,8 @@ ExitCode CompareCommand(CommandContext& context) {
         return Refuse(context, "Nothing was compared.");
     }
     session.Open();
-    return session.Close(session.Failed() ? ExitCode::Refused : CompareDocument(context, session));
+    if (session.Failed()) return session.Close(ExitCode::LinkFailed);
+    return session.Close(IfNeverAway(context, session, CompareDocument(context, session), "Compare again."));
 }
 
 } // namespace vantrel

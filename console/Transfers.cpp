@@ -123,6 +123,7 @@ ExitCode FetchDocument(CommandContext& context, LinkSession& session) {
 
 ExitCode CompareDocument(CommandContext& context, LinkSession& session) {
     ConsoleTurns turns(context, session);
+    const int reopened = session.Link().Reopened();
     BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), turns, context.progress);
     turns.Run(comparison);
     context.progress.EndLine();
@@ -141,7 +142,7 @@ ExitCode CompareDocument(CommandContext& context, LinkSession& session) {
     if (different > 0) {
         context.host.out << CountOfAll(different) << " differ between " << PrintableFile(context)
                          << " and the board.\n";
-    } else if (comparison.Unread().empty()) {
+    } else if (comparison.Unread().empty() && session.Link().Reopened() == reopened) {
         context.host.out << "All " << ValueCount << " values of " << PrintableFile(context) << " are on the board.\n";
     }
     return EndOf(session, different == 0 && comparison.Unread().empty());

@@ -1,0 +1,20 @@
+// The longer texts of the help. Knows the field table and the names of the simulated faults only.
+#pragma once
+
+#include <string>
+
+namespace vantrel {
+
+/// Behind the list of commands.
+[[nodiscard]] std::string OverallHelp();
+/// At the end of every help.
+[[nodiscard]] std::string ExitCodesHelp();
+
+// What a command's own help says behind its options; empty or ending in a blank line.
+
+[[nodiscard]] std::string NoFurtherHelp();
+[[nodiscard]] std::string AddressHelp();
+[[nodiscard]] std::string FieldHelp();
+[[nodiscard]] std::string FaultHelp();
+
+} // namespace vantrel

@@ -1,0 +1,114 @@
+// One value of a file, and what the sequences do on the board.
+#include "tests/console/ConsoleFixture.h"
+
+#include <tuple>
+
+namespace vantrel {
+
+namespace {
+
+TEST_F(ConsoleTest, SetStoresWhatTheEditorWouldStore) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    EXPECT_EQ(Run({"set", File("plant"), "1", "sendtonode", "w1024"}).out, file + "\nsequence 1, SendToNode: W1024\n");
+    EXPECT_EQ(Run({"set", file, "0", "ReceiveFromNode", "1a0h"}).out, file + "\nsequence 0, ReceiveFromNode: 1A0H\n");
+    const Ended described = Run({"set", file, "30", "NODEDESCRIPTION", "F\u00FCller \u03A9"});
+    EXPECT_EQ(described.out, file + "\nsequence 30, NodeDescription: F\u00FCller ?\n");
+    EXPECT_EQ(CountOf(described.err, "cannot hold"), 1U);
+    EXPECT_EQ(Run({"set", file, "0", "NodeDescription", ""}).err, "");
+    const std::string shown = Run({"show", file, "--all"}).out;
+    for (const char* row :
+         {"\n    0       2      10     V200      W32         20       1A0H   V300  \n",
+          "\n    1       3       1     V400    W1024          2      FFFEH   V500  Second\n", " V1  F\u00FCller ?\n"})
+        EXPECT_NE(shown.find(row), std::string::npos) << shown;
+}
+
+TEST_F(ConsoleTest, SetChangesNothingWhenItRefuses) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    const std::string before = TextOf(file);
+    WriteText(File("plant.old"), before);
+    const std::vector<std::tuple<std::vector<std::string>, int, const char*>> cases = {
+        {{file, "0", "NodeNumber", "1"}, 1, "VANTREL Configuration: Only a Number Between 2 and 32 can be Entered\n"},
+        {{file, "0", "SendWordCount", "-5"}, 1, "can be Entered\nNothing was stored.\n"},
+        {{file, "0", "SendToNode", "AH"}, 1, "Error Number = 5\nInvalid procedure call or argument\n"},
+        {{file, "0", "Node", "2"}, 2, "There is no field \"Node\". The fields are NodeNumber, "},
+        {{file, "31", "NodeNumber", "2"}, 2, "There is no sequence \"31\". Sequence numbers go from 0 to 30."},
+        {{file, "-1", "NodeNumber", "2"}, 2, "There is no sequence \"-1\""},
+        {{File("missing"), "0", "NodeNumber", "2"}, 4, "missing"},
+        {{File("plant.old"), "0", "NodeNumber", "2"}, 1, "Nothing was stored."},
+    };
+    for (const auto& [arguments, code, said] : cases) {
+        std::vector<std::string> command = arguments;
+        command.insert(command.begin(), "set");
+        const Ended ended = Run(command);
+        EXPECT_EQ(ended.code, code) << ended.err;
+        EXPECT_NE(ended.err.find(said), std::string::npos) << ended.err;
+        EXPECT_EQ(ended.out + TextOf(file), before) << said;
+    }
+}
+
+TEST_F(ConsoleTest, StatusShowsTheBoardAsTheWindowsDo) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    EXPECT_EQ(Run({"download", file, "--port", "1", "--yes"}).code, 0);
+    const Ended all = Run({"status", "--port", "1"});
+    EXPECT_EQ(all.code, 0) << all.err;
+    EXPECT_EQ(CountOf(all.out, "\n"), 32U);
+    EXPECT_NE(all.out.find("\n    1       3  02: Comm to Node OK\n    2       0  00: Comm Disabled\n"),
+              std::string::npos);
+
+    const Ended one = Run({"status", "--port", "1", "--sequence", "1", "--file", file});
+    EXPECT_EQ(one.code, 0) << one.err;
+    for (const char* part : {"Node Number:      3\nDescription:      Second\nStatus:           02: Comm to Node OK\n",
+                             "# Send     1           # Receive   2\nFrom TI    V400        From Node   FFFEH\n"
+                             "To Node    2000H       To TI       V500\n"}) {
+        EXPECT_NE(one.out.find(part), std::string::npos) << one.out;
+    }
+    EXPECT_EQ(CountOf(one.out.substr(one.out.find("Receive Data\n")), "\n"), 3U) << "as many rows as words";
+
+    board.PokeWord(16896 + 2, 60000);
+    const Ended noFile = Run({"status", "--port", "1", "--sequence", "1"});
+    EXPECT_NE(noFile.out.find("Description:      -\n"), std::string::npos);
+    EXPECT_NE(noFile.out.find("From Node   W65534\n"), std::string::npos);
+    EXPECT_NE(noFile.out.find("\n 120 "), std::string::npos) << "no more words than there are";
+    EXPECT_EQ(noFile.out.find("\n 121 "), std::string::npos);
+    EXPECT_EQ(Run({"status", "--port", "1", "--file", file}).code, 2);
+}
+
+TEST_F(ConsoleTest, StatusEndsInGoodOrder) {
+    clock.interruptAt = clock.Now() + std::chrono::milliseconds(200);
+    const Ended cancelled = Run({"status", "--port", "1"});
+    EXPECT_EQ(cancelled.code, 1);
+    EXPECT_EQ(cancelled.err, "Cancelled.\n");
+    EXPECT_GT(CountOf(cancelled.out, "Comm Disabled"), 0U);
+    EXPECT_LT(CountOf(cancelled.out, "\n"), 32U);
+    clock.interrupted = false;
+
+    for (const char* sequence : {"--sequence=0", "--yes"}) {
+        board = SimulatedBoard();
+        board.AddFault({.kind = FaultKind::HangUp, .afterBytes = 25});
+        const Ended broken = Run({"status", "--port", "1", sequence});
+        EXPECT_EQ(broken.code, 3) << broken.err;
+        EXPECT_NE(broken.err.find("before everything was read."), std::string::npos) << broken.err;
+    }
+}
+
+TEST_F(ConsoleTest, WhatWasReadBeforeTheLinkWasTakenUpAgainIsNotVouchedFor) {
+    const std::string file = Imported("plant.sdt", TwoSequences);
+    const std::string before = TextOf(file);
+    EXPECT_EQ(Run({"download", file, "--port", "1", "--yes"}).code, 0);
+    for (const char* command : {"compare", "upload"}) {
+        clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
+        clock.happens = [this] {
+            port->CutLine();
+            port->MendLine();
+        };
+        const Ended ended = Run({command, file, "--port", "1"}, "y\ny\nr\n");
+        EXPECT_EQ(ended.code, 1) << ended.err;
+        EXPECT_EQ(CountOf(ended.err, "The link was taken up again"), 1U) << ended.err;
+        EXPECT_EQ(ended.out, "") << command;
+    }
+    EXPECT_EQ(TextOf(file), before);
+}
+
+} // namespace
+
+} // namespace vantrel
