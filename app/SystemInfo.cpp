@@ -3,8 +3,8 @@
 namespace vantrel {
 
 std::optional<std::string> SystemInfoPath(const SystemInfoHost& host) {
-    constexpr const char* toolKey = "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO";
-    constexpr const char* folderKey = "SOFTWARE\\Microsoft\\Shared Tools Location";
+    constexpr const char* toolKey = R"(SOFTWARE\Microsoft\Shared Tools\MSINFO)";
+    constexpr const char* folderKey = R"(SOFTWARE\Microsoft\Shared Tools Location)";
     if (auto tool = host.registry(RegistryRoot::LocalMachine, toolKey, "PATH")) return tool;
     const auto folder = host.registry(RegistryRoot::LocalMachine, folderKey, "MSINFO");
     if (!folder) return std::nullopt;

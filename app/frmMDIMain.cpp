@@ -233,14 +233,20 @@ void frmMDIMain::changeEvent(QEvent* event) {
     if (event->type() == QEvent::WindowTitleChange && windowTitle() != caption) setWindowTitle(caption);
 }
 
+/// Some programs delete what they hear has been moved.
+static void TakeAsCopy(QDropEvent& event) {
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
 void frmMDIMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+    if (event->mimeData()->hasUrls()) TakeAsCopy(*event);
 }
 
 void frmMDIMain::dropEvent(QDropEvent* event) {
     const QList<QUrl> urls = event->mimeData()->urls();
     if (urls.isEmpty() || !urls.front().isLocalFile()) return;
-    event->acceptProposedAction();
+    TakeAsCopy(*event);
     const std::filesystem::path path = PathFromUtf8(urls.front().toLocalFile().toStdString());
     // The program that the file was dragged from waits until the drop has ended, so no box may come up inside it.
     QTimer::singleShot(0, this, [this, path] { OpenFile(path); });

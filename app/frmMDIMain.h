@@ -48,6 +48,7 @@ public:
 
     [[nodiscard]] RSComm& Link() { return link_; }
     [[nodiscard]] Program& State() { return program_; }
+    [[nodiscard]] const TurnQueue& Turns() const { return turns_; }
 
     // Controls, by their names.
     QMenu* mnuFile = nullptr;
@@ -156,6 +157,7 @@ private:
     /// The progress window itself; true when every value was transferred and can be relied on.
     bool TransferInWindow(TransferMode mode);
     [[nodiscard]] bool CanStartTransfer() const;
+    void ShowReopened();
     void ShowUnconfirmed(TransferMode mode, const std::vector<std::size_t>& indices);
 
     Clock& clock_;

@@ -101,6 +101,7 @@ bool frmMDIMain::TransferInWindow(TransferMode mode) {
         program_.document.FromBoard = true;
         ShowDocumentDate();
     }
+    const int reopened = link_.Reopened();
     const frmProcessing::Result result = [&] {
         const Transferring transferring(transferring_);
         frmProcessing window(mode, record, link_, dialogs_, turns_, this);
@@ -109,8 +110,11 @@ bool frmMDIMain::TransferInWindow(TransferMode mode) {
     FollowLink();
     program_.document.ReloadDisplay = true;
     editor_->RefillIfAsked();
+    // Not every window manager finds the way back when two windows go at once.
+    activateWindow();
     ShowUnconfirmed(mode, result.unconfirmed);
-    return result.complete && result.unconfirmed.empty();
+    if (link_.Reopened() != reopened) ShowReopened();
+    return result.complete && result.unconfirmed.empty() && link_.Reopened() == reopened;
 }
 
 void frmMDIMain::ShowUnconfirmed(TransferMode mode, const std::vector<std::size_t>& indices) {
@@ -119,6 +123,14 @@ void frmMDIMain::ShowUnconfirmed(TransferMode mode, const std::vector<std::size_
                                                               : "were not confirmed by the board. Download again:\n";
     dialogs_.Show({.title = "VANTREL",
                    .text = "These values " + what + ValueList(indices, [](std::size_t) { return std::string(); }),
+                   .icon = MessageIcon::Exclamation,
+                   .buttons = MessageButtons::Ok});
+}
+
+void frmMDIMain::ShowReopened() {
+    dialogs_.Show({.title = "VANTREL",
+                   .text = "The link was lost and taken up again in the middle of the transfer. What the board lost in "
+                           "between is unknown.\nTransfer again.",
                    .icon = MessageIcon::Exclamation,
                    .buttons = MessageButtons::Ok});
 }

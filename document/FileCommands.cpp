@@ -156,6 +156,8 @@ bool FileCommands::FetchFromBoard() {
         record.SavedDate = date;
         document_.FromBoard = fromBoard;
         hooks_.showDocumentDate();
+        dialogs_.Show(
+            Notice("The settings were not fetched from the board, so nothing was saved.", MessageIcon::Information));
     }
     document_.ReloadDisplay = true;
     return document_.UploadedBeforeSave;

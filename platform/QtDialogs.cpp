@@ -66,6 +66,17 @@ MessageAnswer AnswerOf(int button, MessageButtons buttons) {
     }
 }
 
+QMessageBox::StandardButton DefaultOf(MessageButtons buttons) {
+    switch (buttons) {
+    case MessageButtons::Ok:
+        return QMessageBox::Ok;
+    case MessageButtons::RetryCancel:
+        return QMessageBox::Retry;
+    default:
+        return QMessageBox::Yes;
+    }
+}
+
 /// The host's texts have none on every host.
 void GiveAccessKeys(QMessageBox& window) {
     for (QAbstractButton* button : window.buttons()) {
@@ -96,6 +107,8 @@ MessageAnswer QtDialogs::Show(const MessageBox& box) {
     // A "<" in a file's name is a "<".
     window.setTextFormat(Qt::PlainText);
     GiveAccessKeys(window);
+    // The first one, whatever the desktop's habits: what Enter does must not depend on where the program runs.
+    window.setDefaultButton(DefaultOf(box.buttons));
     return AnswerOf(window.exec(), box.buttons);
 }
 

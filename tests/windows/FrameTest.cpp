@@ -249,6 +249,7 @@ TEST_F(FrameTest, TheFirstSaveWhileOnlineFetchesTheBoardsValues) {
     Ctrl(Qt::Key_S);
     EXPECT_EQ(Value(0), 1) << "a cancelled fetch is taken back";
     EXPECT_TRUE(DateShown().empty() && typer.shown.empty());
+    EXPECT_EQ(user.shown.size(), 1U) << "and the user is told that nothing was saved";
     Answer({}, {(folder / "plant.sdt").string()});
     EXPECT_EQ(saved(123), 123);
     EXPECT_EQ(saved(456), 123);
