@@ -38,7 +38,11 @@ void BackgroundUpdate::TickOffline() {
 }
 
 void BackgroundUpdate::TickOnline(bool transferring) {
-    if (!wasOnline_) onlineTicks_ = 0;
+    if (!wasOnline_) {
+        onlineTicks_ = 0;
+        // The file may have come or changed since.
+        LookForUserProgram();
+    }
     wasOnline_ = true;
     if (onlineTicks_++ % TicksBetweenRefreshes == 0) program_.refreshTargetStatus = true;
     if (!link_.LinkFailed() && !transferring) Poll();
@@ -48,8 +52,6 @@ void BackgroundUpdate::TickOnline(bool transferring) {
 void BackgroundUpdate::Poll() {
     const std::optional<int> currentFault = Read(CurrentFaultByte);
     if (!currentFault || !program_.refreshTargetStatus) return;
-    // The file may have come or changed since.
-    LookForUserProgram();
     ReadAlarms(*currentFault);
 }
 

@@ -10,6 +10,8 @@
 
 #include <QApplication>
 
+#include <utility>
+
 namespace vantrel {
 
 namespace {
@@ -24,6 +26,20 @@ public:
 
 private:
     bool& running_;
+};
+
+/// A view hears of the mode for as long as this lives, however its showing ends.
+class Listening {
+public:
+    Listening(std::function<void()>& slot, std::function<void()> listener) : slot_(slot) {
+        slot_ = std::move(listener);
+    }
+    Listening(const Listening&) = delete;
+    Listening& operator=(const Listening&) = delete;
+    ~Listening() { slot_ = nullptr; }
+
+private:
+    std::function<void()>& slot_;
 };
 
 } // namespace
@@ -182,9 +198,10 @@ void frmMDIMain::ToggleMode() {
 }
 
 template <typename View, typename Show> void frmMDIMain::ShowView(View& view, Show show) {
-    modeChanged_ = [&view] { view.ModeChanged(); };
-    show();
-    modeChanged_ = nullptr;
+    {
+        const Listening listening(modeChanged_, [&view] { view.ModeChanged(); });
+        show();
+    }
     FollowLink();
 }
 

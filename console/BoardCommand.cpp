@@ -143,17 +143,22 @@ bool ShowBoard(CommandContext& context, LinkSession& session, BoardMonitor& moni
     }
     if (session.Failed() || session.Interrupted()) return false;
     // A view has room for two digits of it.
-    const std::string serialWord = link.RSRead(ByteAddress(SerialSetupByte));
-    bool complete = !link.ReadFailed() && report.Complete();
-    const std::int16_t firmware = link.FirmwareRev();
-    complete = complete && !link.ReadFailed();
+    std::string serialWord = link.RSRead(ByteAddress(SerialSetupByte));
+    if (link.ReadFailed()) serialWord = Unread;
+    std::string firmware = std::to_string(link.FirmwareRev());
+    if (link.ReadFailed()) firmware = Unread;
+    const bool complete = monitor.Reliable() && report.Complete() && serialWord != Unread && firmware != Unread;
     if (session.Failed()) return false;
     std::ostream& out = context.host.out;
     Print(out, "Board model:",
           onDisk.boardType != 0 ? RSComm::TargetboardName(onDisk.boardType)
                                 : "not known, for want of a user program on disk");
-    Print(out, "Firmware revision:", std::to_string(firmware));
-    report.PrintCodes(out);
+    Print(out, "Firmware revision:", firmware);
+    if (monitor.Reliable()) {
+        report.PrintCodes(out);
+    } else {
+        Print(out, "Fault and error codes:", Unread);
+    }
     report.PrintSetup(out, onDisk, serialWord);
     if (!complete) context.Say("Some of this was not read reliably. Run the command again.");
     return complete;

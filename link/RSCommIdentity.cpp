@@ -107,11 +107,14 @@ bool RSComm::PLSReady() {
     // Whatever mode the board was in, it is in none after this.
     targetMode_ = 0;
     for (MonotonicTime deadline = clock_.Now() + ReadyTime;;) {
+        if (linkFailed_) return false;
         if (clock_.Now() >= deadline) {
-            linkFailed_ = !AskAfterNotReady();
+            if (!AskAfterNotReady()) {
+                linkFailed_ = true;
+                return false;
+            }
             deadline = clock_.Now() + ReadyTimeAfterRetry;
         }
-        if (linkFailed_) return false;
         if (ExchangeByte(ReadyRequest) != Acknowledge || ExchangeByte(Acknowledge) != Ready) continue;
         // Nobody waits for an answer to the last byte; if one comes, it must not pass for another's.
         ExchangeByte(Acknowledge, Reply::NoReply);

@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -66,6 +67,16 @@ MessageAnswer AnswerOf(int button, MessageButtons buttons) {
     }
 }
 
+/// A short text would make a box too narrow for a long title.
+void ShowWholeTitle(QMessageBox& window) {
+    constexpr int roomForFrame = 120;
+    const QLabel* label = window.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    auto* grid = qobject_cast<QGridLayout*>(window.layout());
+    if (!label || !grid) return;
+    const int width = label->fontMetrics().horizontalAdvance(window.windowTitle()) * 5 / 4 + roomForFrame;
+    grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 QMessageBox::StandardButton DefaultOf(MessageButtons buttons) {
     switch (buttons) {
     case MessageButtons::Ok:
@@ -106,6 +117,7 @@ MessageAnswer QtDialogs::Show(const MessageBox& box) {
     QMessageBox window(IconOf(box.icon), Text(box.title), Text(box.text), ButtonsOf(box.buttons), owner_);
     // A "<" in a file's name is a "<".
     window.setTextFormat(Qt::PlainText);
+    ShowWholeTitle(window);
     GiveAccessKeys(window);
     // The first one, whatever the desktop's habits: what Enter does must not depend on where the program runs.
     window.setDefaultButton(DefaultOf(box.buttons));

@@ -97,4 +97,13 @@ std::string Windows1252FromUtf8(std::string_view text) {
     return bytes;
 }
 
+bool IsUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const Decoded next = Decode(text);
+        if (next.character == Malformed) return false;
+        text.remove_prefix(next.length);
+    }
+    return true;
+}
+
 } // namespace vantrel

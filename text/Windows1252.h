@@ -13,4 +13,7 @@ namespace vantrel {
 /// A character that the code page does not hold, and every malformed sequence, becomes "?".
 [[nodiscard]] std::string Windows1252FromUtf8(std::string_view text);
 
+/// Whether `text` holds no malformed sequence; plain ASCII holds none.
+[[nodiscard]] bool IsUtf8(std::string_view text);
+
 } // namespace vantrel

@@ -68,9 +68,11 @@ Task BoardMonitor::ReadByte(int byte) {
         value_ = read;
         if (!link_.ReadFailed()) co_return;
     }
+    reliable_ = false;
 }
 
 Task BoardMonitor::ShowBoardOnline() {
+    reliable_ = true;
     display_.EnableReset(false);
     display_.EnableOnline(HasBoardClock(boardType_));
     co_await ReadCodes();
@@ -101,8 +103,8 @@ Task BoardMonitor::ReadCodes() {
         faultCodes_[i] = value_ ? CodeText(values[i]) : std::string(DeadLinkCode);
         if (i != IndexOf(BoardCode::CoCpuSlot) && values[i] > 0) display_.EnableReset(true);
     }
-    // What a failed link did not tell says nothing about the board.
-    if (LinkDown()) co_return;
+    // What was not told says nothing about the board.
+    if (LinkDown() || !reliable_) co_return;
     alarms_ = AlarmsOf({.currentFault = values[IndexOf(BoardCode::CurrentFault)],
                         .currentCommError = values[IndexOf(BoardCode::CurrentCommError)],
                         .coCpuSlot = values[IndexOf(BoardCode::CoCpuSlot)]},

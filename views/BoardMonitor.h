@@ -81,6 +81,9 @@ public:
     /// The OFFLINE text in the four description boxes, and the button; everything else keeps its contents.
     void ShowBoardOffline();
 
+    /// Whether the board's answers to the last first pass can be relied on. What was not read leaves the alarms as they
+    /// were.
+    [[nodiscard]] bool Reliable() const { return reliable_; }
     /// The code texts last read, in the order of `FaultAddresses`.
     [[nodiscard]] const std::array<std::string, BoardCodeCount>& FaultCodes() const { return faultCodes_; }
 
@@ -124,6 +127,7 @@ private:
     std::int16_t boardType_ = 0;
     std::array<std::string, BoardCodeCount> faultCodes_;
     std::optional<std::string> value_;
+    bool reliable_ = true;
     bool offlineTextShown_ = false; ///< Stands in the description boxes.
 };
 

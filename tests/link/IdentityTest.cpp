@@ -45,6 +45,9 @@ TEST_F(IdentityTest, FaultsAreDescribedByTheFirstRecordOfTheFile) {
         const auto code = static_cast<std::int16_t>(std::stoi(text.substr(0, 2), nullptr, 16));
         EXPECT_EQ(link.FaultDescription(code), "Fault Code (" + text.substr(0, 2) + "H): " + text.substr(2));
     }
+    WriteText(folder / "FaultErrCodes.txt", "\xEF\xBB\xBF"
+                                            "00,St\xC3\xB6rung\n");
+    EXPECT_EQ(link.FaultDescription(0), "Fault Code (00H): St\xC3\xB6rung") << "as today's editors write it";
     EXPECT_TRUE(dialogs.shown.empty());
     link.SetFaultFile(folder.Path());
     EXPECT_EQ(link.FaultDescription(2), "Fault Code (02H): ");
