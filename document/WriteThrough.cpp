@@ -12,7 +12,8 @@ std::optional<std::int32_t> WriteThrough(RSComm& link, const std::string& addres
     if (!link.LinkFailed()) link.RSWrite(WriteThroughFlag, "0");
     if (link.LinkFailed()) return std::nullopt;
     const std::string text = link.RSRead(address);
-    if (link.LinkFailed() || link.ReadFailed()) return std::nullopt;
+    // No later echo would show that the answers were out of step.
+    if (link.LinkFailed() || link.ReadFailed() || link.SurplusFollows()) return std::nullopt;
     return LeadingInteger(text);
 }
 

@@ -67,6 +67,10 @@ bool frmMain::EntryEvent(QEvent& event) {
     case QEvent::InputMethod:
         CharactersTyped(static_cast<QInputMethodEvent&>(event).commitString());
         return false;
+    case QEvent::FocusIn:
+        // Back from a menu: what the user has not begun to change is replaced by typing, as before.
+        if (!EntryChanged) txtEntry.selectAll();
+        return false;
     case QEvent::FocusOut:
         return EntryLosesFocus(static_cast<QFocusEvent&>(event).reason());
     default:

@@ -66,11 +66,15 @@ AsioSerialPort::AsioSerialPort(Clock& clock, std::string device) : clock_(clock)
 
 AsioSerialPort::~AsioSerialPort() { AsioSerialPort::Close(); }
 
-void AsioSerialPort::SetPortNumber(int number) { number_ = number; }
+void AsioSerialPort::SetPortNumber(int number) {
+    number_ = number;
+    opened_.clear();
+}
 
 void AsioSerialPort::SetSettings(const std::string& settings) { settings_ = settings; }
 
 std::string AsioSerialPort::Device() const {
+    if (!opened_.empty()) return opened_;
     return fixedDevice_.empty() ? SerialDeviceOf(number_, supportFolder_) : fixedDevice_;
 }
 
@@ -100,6 +104,7 @@ void AsioSerialPort::Open() {
     set(asio::serial_port::flow_control(asio::serial_port::flow_control::none));
     serial::AskForLowLatency(line->device.native_handle());
     line_ = std::move(line);
+    opened_ = device;
 }
 
 void AsioSerialPort::Close() noexcept {

@@ -40,6 +40,7 @@ private:
     std::filesystem::path supportFolder_;
     std::string fixedDevice_;
     int number_ = 1;
+    std::string opened_; ///< Opened again as the same device, whatever its number stands for by now.
     std::string settings_ = "9600,n,8,1";
     std::unique_ptr<Line> line_;
 };

@@ -46,8 +46,9 @@ Task SequenceMonitor::RefreshSettings(std::int16_t settingsBase) {
         const std::size_t index = static_cast<std::size_t>(settingsBase) + static_cast<std::size_t>(one.field);
         const auto text = Read(record_.TargetAddress(index));
         if (!MayRead()) co_return;
-        // No later pass would replace what stands there for another sequence.
-        ShowSetting(one.field, text ? SettingDisplay(one.field, *text, record_.AddressType(index)) : "-");
+        // No later pass would replace a wrong value, or what stands there for another sequence.
+        const bool reliable = text && !link_.SurplusFollows();
+        ShowSetting(one.field, reliable ? SettingDisplay(one.field, *text, record_.AddressType(index)) : "-");
     }
 }
 

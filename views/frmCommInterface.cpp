@@ -1,6 +1,8 @@
 // The monitor loop, the two looks, and the entry of the sequence number.
 #include "views/frmCommInterface.h"
 
+#include "link/TargetMap.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 
@@ -75,7 +77,11 @@ Task frmCommInterface::MonitorLoop() {
         }
         if (link_.OnlineMode()) {
             if (!OnlineLookShown) ShowOnlineLook();
-            co_await passes_.RefreshStatusAndData();
+            if (isMinimized()) {
+                co_await modeChanged_.Raised();
+            } else {
+                co_await passes_.RefreshStatusAndData();
+            }
         } else {
             if (!OfflineLookShown) ShowOfflineLook();
             co_await modeChanged_.Raised();
@@ -130,6 +136,8 @@ void frmCommInterface::ColourGrids() {
 
 void frmCommInterface::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
+    // Minimised, the monitor sleeps.
+    if (event->type() == QEvent::WindowStateChange) modeChanged_.Raise();
     if (event->type() == QEvent::PaletteChange && (OnlineLookShown || OfflineLookShown)) ColourGrids();
 }
 
@@ -174,7 +182,8 @@ Task frmCommInterface::CloseWhenIdle(int result) {
 }
 
 bool frmCommInterface::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != &txtSetup) return QDialog::eventFilter(watched, event);
+    // A disabled box has no events of its own, but its filters hear them.
+    if (watched != &txtSetup || !txtSetup.isEnabled()) return QDialog::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::FocusIn:
     case QEvent::MouseButtonPress:
@@ -231,9 +240,7 @@ Task frmCommInterface::CheckWhenIdle() {
     // The refusal must not come up in the middle of the click or key that moves the focus.
     co_await turns_.Next();
     if (focusWidget() == &txtSetup || !txtSetup.isEnabled()) co_return;
-    if (CheckEntry()) co_return;
-    // The release of a button that was pressed went to the refusal.
-    if (auto* button = qobject_cast<QAbstractButton*>(focusWidget())) button->setDown(false);
+    (void)CheckEntry();
 }
 
 bool frmCommInterface::CheckEntry() {
@@ -254,10 +261,20 @@ bool frmCommInterface::CheckEntry() {
 
 void frmCommInterface::TakeSequence(std::int16_t sequence) {
     Editing = false;
+    if (SelectedSequence != sequence) ClearData();
     SelectedSequence = sequence;
     SettingsBase = SettingsBaseOf(sequence);
     txtSetup.setText(QString::number(sequence));
     if (link_.OnlineMode()) StartSettings();
+}
+
+void frmCommInterface::ClearData() {
+    // Another sequence's words must not stand beside this one's number, however short.
+    lblSetting[2].setText(QStringLiteral("-"));
+    for (int row = 1; row <= DataWordCount; ++row) {
+        for (const int column : {1, 2})
+            fgSettings[2].SetText(row, column, {});
+    }
 }
 
 void frmCommInterface::Step(int direction) {

@@ -96,6 +96,7 @@ private:
     /// Takes the number in the box, or refuses it in a box of its own.
     bool CheckEntry();
     void TakeSequence(std::int16_t sequence);
+    void ClearData();
     void Step(int direction);
     void GoOnline();
     void Ok();
