@@ -12,6 +12,7 @@
 #include <QStyle>
 #include <QTextTable>
 #include <QToolBar>
+#include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -68,6 +69,12 @@ void frmHelp::BuildTools() {
     cmdPrint = tools->addAction(IconOf(ProgramIcon::Print), tr("&Print..."), this, [this] { Print(); });
     cmdPrint->setObjectName(QStringLiteral("cmdPrint"));
     cmdPrint->setShortcut(QKeySequence::Print);
+    for (QAction* action : {cmdBack, cmdPrint}) {
+        // A tool button drops the access key of its action.
+        auto* button = qobject_cast<QToolButton*>(tools->widgetForAction(action));
+        button->setText(action->text());
+        button->setFocusPolicy(Qt::TabFocus);
+    }
     tools->addSeparator();
     auto* label = new QLabel(tr("&Search: "), tools);
     txtSearch = new QLineEdit(tools);

@@ -48,7 +48,7 @@ QString TimeText(std::chrono::local_seconds time) {
 
 frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std::string fixedDevice)
     : clock_(clock), port_(port), program_(std::move(folder), clock),
-      portRange_(PortRangeOf(program_.folder.Entry("Support"))),
+      portRange_(PortRangeOf(program_.folder.SupportFolder())),
       link_(program_.CommSettingsFile(), portRange_, clock, dialogs_),
       turns_([this] { return !link_.Busy() && !dialogs_.BoxUp(); }, [this] { ShowUntrappedError(); }),
       files_(program_.document, link_, dialogs_, clock,
@@ -131,7 +131,7 @@ void frmMDIMain::ApplyMode() {
 }
 
 void frmMDIMain::FindPorts() {
-    portRange_ = PortRangeOf(program_.folder.Entry("Support"));
+    portRange_ = PortRangeOf(program_.folder.SupportFolder());
     link_.SetPortRange(portRange_);
 }
 

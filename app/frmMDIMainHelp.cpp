@@ -32,7 +32,8 @@ std::string TopicOf(const QWidget& window) {
     }
     if (qobject_cast<const QMessageBox*>(&window)) return "messages";
     if (qobject_cast<const QFileDialog*>(&window)) return "files";
-    return "status-stack";
+    if (window.objectName() == QLatin1String("AskText")) return "status-stack";
+    return MainTopic;
 }
 
 } // namespace
@@ -72,6 +73,10 @@ bool frmMDIMain::HelpKey(const QEvent& event) {
     // Without a modal window the key is the menu entry's.
     const QWidget* modal = QApplication::activeModalWidget();
     if (!modal || QApplication::activeWindow() != modal) return false;
+    // The help's own print dialog: its owner must not be replaced under it.
+    for (const QObject* owner = modal; owner; owner = owner->parent()) {
+        if (help_ == owner) return false;
+    }
     ShowHelp(TopicOf(*modal));
     return true;
 }

@@ -8,6 +8,8 @@
 #include "platform/RuntimeError.h"
 #include "report/Report.h"
 
+#include <utility>
+
 namespace vantrel {
 
 void frmMDIMain::FilePrint() {
@@ -28,14 +30,16 @@ void frmMDIMain::FilePrint() {
 std::unique_ptr<Printer> frmMDIMain::AskPdf(const std::string& title) {
     constexpr const char* extension = ".pdf";
     const Document& document = program_.document;
-    FileQuestion question{.filters = {{.name = "PDF Files(*.pdf)", .pattern = "*.pdf"}}, .initial = {}};
+    FileQuestion question{.filters = {{.name = "PDF Files(*.pdf)", .pattern = "*.pdf"}},
+                          .initial = {},
+                          .title = "There Is No Printer: Print Report to a PDF File"};
     if (!document.IsUnnamed) question.initial = std::filesystem::path(document.FilePath).replace_extension(extension);
     const auto choice = dialogs_.SaveFile(question);
     if (!choice) return nullptr;
     std::filesystem::path file = choice->path;
-    if (!file.has_extension()) {
+    std::error_code error;
+    if (!HasExtension(file, extension)) {
         file += extension;
-        std::error_code error;
         if (std::filesystem::exists(file, error) && dialogs_.Show(ReplaceQuestion(file)) != MessageAnswer::Yes)
             return nullptr;
     }
@@ -44,10 +48,12 @@ std::unique_ptr<Printer> frmMDIMain::AskPdf(const std::string& title) {
 
 Task frmMDIMain::ReportJob(Printer& printer) {
     try {
-        co_await PrintReport({.record = program_.document.CurrentConfiguration,
-                              .name = program_.document.BracketName,
-                              .generalDate = [this] { return GeneralDate(clock_.LocalNow()); }},
-                             printer, turns_);
+        // A braced temporary inside the co_await would be destroyed twice by g++ 12.
+        ReportContents contents{.record = program_.document.CurrentConfiguration,
+                                .name = program_.document.BracketName,
+                                .generalDate = [this] { return GeneralDate(clock_.LocalNow()); }};
+        Task report = PrintReport(std::move(contents), printer, turns_);
+        co_await std::move(report);
     } catch (const RuntimeError& error) {
         ReportRuntimeError(dialogs_, ReportProcedure, error);
     }

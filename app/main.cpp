@@ -120,7 +120,7 @@ int main(int argc, char** argv) {
     if (options.simulatedBoard) {
         line = std::make_unique<SimulatedPort>(board, clock, LinePacing::LineSpeed);
     } else {
-        line = std::make_unique<AsioSerialPort>(clock, folder.Entry("Support"));
+        line = std::make_unique<AsioSerialPort>(clock, folder.SupportFolder());
     }
     QtSerialPort port(*line, clock);
     std::ofstream traceFile;
@@ -129,6 +129,11 @@ int main(int argc, char** argv) {
     frmMDIMain frame(folder, clock, port, options.simulatedBoard ? "the simulated board" : "");
     application.SetFrame(&frame);
     if (!options.trace.empty()) {
+        if (HoldsSomethingElse(PathFromUtf8(options.trace))) {
+            std::cerr << "vantrel: \"" << options.trace
+                      << "\" is there already and no trace. Give the trace another name.\n";
+            return 4;
+        }
         traceFile.open(PathFromUtf8(options.trace));
         if (!traceFile) {
             std::cerr << "vantrel: the trace \"" << options.trace << "\" cannot be written.\n";

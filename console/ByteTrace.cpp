@@ -11,9 +11,6 @@ namespace vantrel {
 
 namespace {
 
-/// How the link's log begins.
-constexpr const char* FirstLine = "# seconds  sent  received";
-
 /// The last failure's reason, as the host puts it.
 std::string Problem(const std::string& file) {
     const std::string reason = errno != 0 ? ": " + std::generic_category().message(errno) : "";
@@ -21,16 +18,6 @@ std::string Problem(const std::string& file) {
 }
 
 } // namespace
-
-bool HoldsSomethingElse(const std::filesystem::path& trace) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(trace, error) || std::filesystem::file_size(trace, error) == 0) return false;
-    std::ifstream file(trace);
-    std::string line;
-    std::getline(file, line);
-    if (line.ends_with('\r')) line.pop_back();
-    return line != FirstLine;
-}
 
 template <typename Action> void ByteTrace::Write(const Action& action) {
     if (!file_.is_open() || !problem_.empty()) return;

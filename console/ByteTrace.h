@@ -10,10 +10,6 @@
 
 namespace vantrel {
 
-/// Whether there is a file with content that a trace would wipe out and that is no trace itself. Devices and pipes
-/// hold nothing that could be wiped out.
-[[nodiscard]] bool HoldsSomethingElse(const std::filesystem::path& trace);
-
 /// Counts the bytes of the line, and writes each exchange into a file when one is opened.
 class ByteTrace final : public TrafficLog {
 public:

@@ -14,7 +14,7 @@ namespace vantrel {
 
 namespace {
 
-std::filesystem::path SupportFolder(const CommandContext& context) { return context.program.folder.Entry("Support"); }
+std::filesystem::path SupportFolder(const CommandContext& context) { return context.program.folder.SupportFolder(); }
 
 PortRange AllowedPorts(const CommandContext& context) { return PortRangeOf(SupportFolder(context)); }
 

@@ -67,12 +67,14 @@ bool IsSetupFile(std::span<const std::uint8_t> bytes) {
 
 std::string QuotedPath(const std::filesystem::path& path) { return "\"" + Utf8FromPath(path) + "\""; }
 
-bool MeansTextFile(const std::filesystem::path& file) {
-    std::string extension = Utf8FromPath(file.extension());
-    std::transform(extension.begin(), extension.end(), extension.begin(),
+bool HasExtension(const std::filesystem::path& file, std::string_view extension) {
+    std::string own = Utf8FromPath(file.extension());
+    std::transform(own.begin(), own.end(), own.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return extension == ".vtl";
+    return own == extension;
 }
+
+bool MeansTextFile(const std::filesystem::path& file) { return HasExtension(file, ".vtl"); }
 
 void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice) {
     try {

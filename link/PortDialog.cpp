@@ -38,7 +38,7 @@ std::string KnownName(const std::string& device) {
 
 PortDialog::PortDialog(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range, Dialogs& dialogs,
                        std::string fixedDevice)
-    : link_(link), port_(port), supportFolder_(folder.Entry("Support")), range_(range), dialogs_(dialogs),
+    : link_(link), port_(port), supportFolder_(folder.SupportFolder()), range_(range), dialogs_(dialogs),
       fixedDevice_(std::move(fixedDevice)), toolFiles_(ToolFiles(folder)) {}
 
 PortSettings PortDialog::CurrentSettings() {

@@ -1,12 +1,15 @@
 #include "link/TrafficLog.h"
 
+#include <fstream>
 #include <ostream>
 #include <string>
+#include <system_error>
 
 namespace vantrel {
 
 namespace {
 
+constexpr const char* FirstLine = "# seconds  sent  received";
 constexpr std::size_t SecondsWidth = 2;
 constexpr std::size_t MicrosecondsWidth = 6;
 
@@ -33,7 +36,7 @@ void TextTrafficLog::Surplus(MonotonicTime at, std::uint8_t byte) { Line(at, {},
 void TextTrafficLog::Line(MonotonicTime at, std::optional<std::uint8_t> sent, std::optional<std::uint8_t> received) {
     if (!first_) {
         first_ = at;
-        out_ << "# seconds  sent  received\n";
+        out_ << FirstLine << '\n';
     }
     constexpr long long microsecondsASecond = 1000000;
     const long long passed = std::chrono::duration_cast<std::chrono::microseconds>(at - *first_).count();
@@ -41,6 +44,16 @@ void TextTrafficLog::Line(MonotonicTime at, std::optional<std::uint8_t> sent, st
          << Padded(passed % microsecondsASecond, MicrosecondsWidth, '0') << "  " << Hexadecimal(sent) << "  "
          << Hexadecimal(received) << '\n'
          << std::flush; // A trace is wanted most of a program that hangs.
+}
+
+bool HoldsSomethingElse(const std::filesystem::path& trace) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(trace, error) || std::filesystem::file_size(trace, error) == 0) return false;
+    std::ifstream file(trace);
+    std::string line;
+    std::getline(file, line);
+    if (line.ends_with('\r')) line.pop_back();
+    return line != FirstLine;
 }
 
 } // namespace vantrel

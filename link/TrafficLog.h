@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <iosfwd>
 #include <optional>
 
@@ -36,5 +37,9 @@ private:
     std::ostream& out_;
     std::optional<MonotonicTime> first_;
 };
+
+/// Whether there is a file with content that a trace would wipe out and that is no trace itself. Devices and pipes
+/// hold nothing that could be wiped out.
+[[nodiscard]] bool HoldsSomethingElse(const std::filesystem::path& trace);
 
 } // namespace vantrel

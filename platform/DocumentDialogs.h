@@ -22,6 +22,7 @@ struct FileQuestion {
     /// Initial file name with its folder; a pattern as name ("*.sdt") only says the folder. Empty: the host decides.
     std::filesystem::path initial;
     std::size_t filter = 0; ///< Which filter is chosen at first.
+    std::string title{}; ///< Of the dialog; empty: "Open" or "Save As".
 };
 
 struct FileChoice {

@@ -49,12 +49,15 @@ std::filesystem::path ProgramFolder::File(const std::string& subFolder, const st
     return EntryIgnoringCase(Entry(subFolder), name);
 }
 
-std::filesystem::path ProgramFolder::WritableSupportFile(const std::string& name) const {
+std::filesystem::path ProgramFolder::SupportFolder() const {
     std::error_code error;
     const std::filesystem::path support = Entry("Support");
     const bool exists = std::filesystem::exists(support, error);
-    if (FolderIsWritable(exists ? support : folder_)) return EntryIgnoringCase(support, name);
-    return EntryIgnoringCase(EntryIgnoringCase(userFolder_, "Support"), name);
+    return FolderIsWritable(exists ? support : folder_) ? support : EntryIgnoringCase(userFolder_, "Support");
+}
+
+std::filesystem::path ProgramFolder::WritableSupportFile(const std::string& name) const {
+    return EntryIgnoringCase(SupportFolder(), name);
 }
 
 } // namespace vantrel

@@ -26,8 +26,10 @@ public:
     [[nodiscard]] std::filesystem::path Entry(const std::string& name) const;
     /// A file that ships with the program, "Support/FaultErrCodes.txt".
     [[nodiscard]] std::filesystem::path File(const std::string& subFolder, const std::string& name) const;
-    /// Where `name` of the folder "Support" is kept when the program writes it: in the program folder when that can be
-    /// written, otherwise in the user's data folder.
+    /// The folder "Support" in effect, where settings and links to serial devices are kept: the program folder's when
+    /// that can be written, otherwise the one in the user's data folder.
+    [[nodiscard]] std::filesystem::path SupportFolder() const;
+    /// Where `name` of the folder "Support" is kept when the program writes it.
     [[nodiscard]] std::filesystem::path WritableSupportFile(const std::string& name) const;
 
 private:

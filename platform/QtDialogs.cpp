@@ -89,8 +89,8 @@ QMessageBox::StandardButton DefaultOf(MessageButtons buttons) {
 }
 
 /// The host's texts have none on every host.
-void GiveAccessKeys(QMessageBox& window) {
-    for (QAbstractButton* button : window.buttons()) {
+void GiveAccessKeys(const QList<QAbstractButton*>& buttons) {
+    for (QAbstractButton* button : buttons) {
         const QString text = button->text();
         if (!text.contains(QLatin1Char('&'))) button->setText(QLatin1Char('&') + text);
     }
@@ -118,7 +118,7 @@ MessageAnswer QtDialogs::Show(const MessageBox& box) {
     // A "<" in a file's name is a "<".
     window.setTextFormat(Qt::PlainText);
     ShowWholeTitle(window);
-    GiveAccessKeys(window);
+    GiveAccessKeys(window.buttons());
     // The first one, whatever the desktop's habits: what Enter does must not depend on where the program runs.
     window.setDefaultButton(DefaultOf(box.buttons));
     return AnswerOf(window.exec(), box.buttons);
@@ -144,6 +144,8 @@ std::optional<std::string> QtDialogs::AskText(const std::string& title, const st
     layout.addWidget(&buttons);
     QObject::connect(&buttons, &QDialogButtonBox::accepted, &window, &QDialog::accept);
     QObject::connect(&buttons, &QDialogButtonBox::rejected, &window, &QDialog::reject);
+    window.setObjectName(QStringLiteral("AskText"));
+    GiveAccessKeys(buttons.buttons());
     CentreOnScreen(window);
     if (window.exec() != QDialog::Accepted) return std::nullopt;
     return entry.text().toStdString();
@@ -156,6 +158,7 @@ std::optional<FileChoice> QtDialogs::SaveFile(const FileQuestion& question) { re
 std::optional<FileChoice> QtDialogs::AskFile(const FileQuestion& question, bool saving) {
     const Up up(*this);
     QFileDialog window(owner_, saving ? QObject::tr("Save As") : QObject::tr("Open"));
+    if (!question.title.empty()) window.setWindowTitle(Text(question.title));
     window.setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     window.setFileMode(saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     QStringList filters;
