@@ -30,7 +30,7 @@ public:
     void EnableReset(bool) override {}
     void ShowCaption(BoardCode which, const std::string& text) override { captions_.at(IndexOf(which)) = text; }
     void ShowDescription(BoardCode which, const std::string& text) override { descriptions_.at(IndexOf(which)) = text; }
-    void ShowSetup(std::size_t field, const std::string& text) override { setup_.at(field) = text; }
+    void ShowSetup(std::size_t field, const std::string& value) override { setup_.at(field) = TwoDigits(value); }
     void ShowRevision(std::size_t label, const std::string& text) override { revision_.at(label) = text; }
     void ShowGoOnline(bool) override {}
 

@@ -34,11 +34,15 @@ QToolButton* QtUpDown::AddButton(Qt::ArrowType arrow, int direction, const QStri
 }
 
 bool QtUpDown::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        boxFocused_ = event->type() == QEvent::FocusIn;
+    // A disabled box has no events of its own, but its filters hear them.
+    if (!isEnabled() || !static_cast<const QWidget*>(watched)->isEnabled()) return QWidget::eventFilter(watched, event);
     int direction = 0;
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         direction = key == Qt::Key_Up ? 1 : key == Qt::Key_Down ? -1 : 0;
-    } else if (event->type() == QEvent::Wheel) {
+    } else if (event->type() == QEvent::Wheel && boxFocused_) {
         const int turned = static_cast<QWheelEvent*>(event)->angleDelta().y();
         direction = turned > 0 ? 1 : turned < 0 ? -1 : 0;
     }

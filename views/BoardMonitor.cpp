@@ -190,7 +190,7 @@ Task BoardMonitor::RefreshSetupFields() {
         if (!display_.Active() || LinkDown()) co_return;
         const std::string value = link_.RSRead(ByteAddress(SetupFields[i].byte));
         if (!display_.Active() || LinkDown()) co_return;
-        if (!link_.ReadFailed() && display_.SetupWanted(i)) display_.ShowSetup(i, TwoDigits(value));
+        if (!link_.ReadFailed() && display_.SetupWanted(i)) display_.ShowSetup(i, value);
     }
 }
 

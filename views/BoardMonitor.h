@@ -43,8 +43,8 @@ public:
     virtual void ShowCaption(BoardCode which, const std::string& text) = 0;
     /// The description of a fault or error, or the advice (never the slot).
     virtual void ShowDescription(BoardCode which, const std::string& text) = 0;
-    /// `field`: 0..7.
-    virtual void ShowSetup(std::size_t field, const std::string& text) = 0;
+    /// `field`: 0..7. `value`: whole, in decimal; TwoDigits() of it are to be shown.
+    virtual void ShowSetup(std::size_t field, const std::string& value) = 0;
     /// What the board holds: label 0 the ident, as it grows character by character, 1 and 2 the revision numbers.
     virtual void ShowRevision(std::size_t label, const std::string& text) = 0;
     /// The button that goes ONLINE again.

@@ -28,8 +28,9 @@ void Show(QLabel& label, const QString& text) {
 
 frmTargetBoard::frmTargetBoard(const ProgramFolder& folder, RSComm& link, TurnQueue& turns, Dialogs& dialogs,
                                Clock& clock, AlarmFlags& alarms, std::function<void()> applyMode, QWidget* parent)
-    : QDialog(parent), link_(link), turns_(turns), dialogs_(dialogs), clock_(clock), applyMode_(std::move(applyMode)),
-      passes_(link, turns, clock, dialogs, alarms, BoardFilesOf(folder), *this), wake_(turns) {
+    : QDialog(parent), link_(link), turns_(turns), dialogs_(dialogs), clock_(clock), alarms_(alarms),
+      applyMode_(std::move(applyMode)), passes_(link, turns, clock, dialogs, alarms, BoardFilesOf(folder), *this),
+      wake_(turns) {
     setObjectName(QStringLiteral("frmTargetBoard"));
     setWindowTitle(QStringLiteral("Target Board Interface"));
     BuildTabs();
@@ -104,7 +105,11 @@ Task frmTargetBoard::BoardMonitorLoop() {
         if (link_.OnlineMode()) {
             OfflineLookShown = false;
             cmdGoOnline->setEnabled(false);
-            if (!std::exchange(OnlineLookShown, true)) co_await passes_.ShowBoardOnline();
+            // The codes must not go on denying what the status bar says.
+            if (!std::exchange(OnlineLookShown, true) || alarms_ != alarmsShown_) {
+                co_await passes_.ShowBoardOnline();
+                alarmsShown_ = alarms_;
+            }
             co_await passes_.RefreshSetupFields();
             co_await turns_.Next();
         } else {
@@ -124,7 +129,6 @@ void frmTargetBoard::ModeChanged() {
 void frmTargetBoard::ShowOfflineLook() {
     passes_.ShowBoardOffline();
     cmdGoOnline->setEnabled(true);
-    DropEntries();
     // What cannot be written takes no entry, and no button promises what it cannot do.
     const QWidget* focus = focusWidget();
     EnableReset(false);
@@ -195,8 +199,12 @@ bool frmTargetBoard::SetupWanted(std::size_t field) const {
 }
 
 void frmTargetBoard::EnableOnline(bool hasClock) {
-    for (QLabel* label : lblRevIdentInPLC)
+    // What is left of another pass must not be taken for this board's.
+    for (QLabel* label : lblRevIdentInPLC) {
+        label->setText(QStringLiteral("-"));
         label->setEnabled(true);
+    }
+    lblRevComparison->clear();
     EnableSetup(hasClock);
     EnableClock(hasClock);
 }
@@ -207,6 +215,8 @@ void frmTargetBoard::EnableSetup(bool enabled) {
         updSetup[i]->setEnabled(enabled);
         lblSetupDesc[i]->setEnabled(enabled);
     }
+    // Afterwards: the focus of a box that is disabled moves through the next ones.
+    if (!enabled) DropEntries();
 }
 
 void frmTargetBoard::EnableClock(bool enabled) {
@@ -226,17 +236,18 @@ void frmTargetBoard::ShowDescription(BoardCode which, const std::string& text) {
     txtTargetBoard.at(IndexOf(which))->setPlainText(Text(text));
 }
 
-void frmTargetBoard::ShowSetup(std::size_t field, const std::string& text) {
-    given_.at(field) = Text(text);
+void frmTargetBoard::ShowSetup(std::size_t field, const std::string& value) {
+    Keep(field, value);
     QLineEdit& box = *txtSetup.at(field);
     if (box.text() == given_.at(field)) return;
-    box.setText(given_.at(field));
+    ShowKept(field);
     if (box.hasFocus()) box.selectAll();
 }
 
 void frmTargetBoard::ShowRevision(std::size_t label, const std::string& text) {
     lblRevIdentInPLC.at(label)->setText(Text(text));
-    CompareRevisions();
+    // The first revision number is read last; half a revision would never be the one on disk.
+    if (label == 1 && passes_.Reliable()) CompareRevisions();
 }
 
 void frmTargetBoard::CompareRevisions() {

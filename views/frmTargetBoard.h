@@ -27,7 +27,8 @@ namespace vantrel {
 class frmTargetBoard final : public QDialog, private BoardDisplay {
 public:
     /// `applyMode`: the program's ONLINE/OFFLINE switch, which acts on the link's `OnlineMode`; it may show boxes and
-    /// must end in ModeChanged(). `alarms` are set by each first pass. Everything handed in must outlive the window.
+    /// must end in ModeChanged(). `alarms` are set by each first pass; when others change them, the pass
+    /// is run again. Everything handed in must outlive the window.
     frmTargetBoard(const ProgramFolder& folder, RSComm& link, TurnQueue& turns, Dialogs& dialogs, Clock& clock,
                    AlarmFlags& alarms, std::function<void()> applyMode, QWidget* parent = nullptr);
 
@@ -124,6 +125,11 @@ private:
     /// False when an open entry is refused.
     bool CheckEntries();
     void BackToEntry(std::size_t index);
+    /// What the field holds now, outside of the user's entry.
+    void Keep(std::size_t index, const std::string& value);
+    void ShowKept(std::size_t index);
+    /// Whether the text in the box is the user's own; what looks like the old value may be another.
+    [[nodiscard]] bool Entered(std::size_t index) const;
     void DropEntries();
     [[nodiscard]] bool EntryOpen() const;
     void PageChanged(int index);
@@ -138,7 +144,7 @@ private:
     void EnableReset(bool enabled) override;
     void ShowCaption(BoardCode which, const std::string& text) override;
     void ShowDescription(BoardCode which, const std::string& text) override;
-    void ShowSetup(std::size_t field, const std::string& text) override;
+    void ShowSetup(std::size_t field, const std::string& value) override;
     void ShowRevision(std::size_t label, const std::string& text) override;
     void ShowGoOnline(bool visible) override;
 
@@ -146,9 +152,13 @@ private:
     TurnQueue& turns_;
     Dialogs& dialogs_;
     const Clock& clock_;
+    const AlarmFlags& alarms_;
+    AlarmFlags alarmsShown_{}; ///< As they were when the last first pass ended.
     std::function<void()> applyMode_;
     BoardMonitor passes_;
+    std::array<std::string, SetupFieldCount> kept_; ///< The fields' whole values, of which the boxes show two digits.
     std::array<QString, SetupFieldCount> given_; ///< What the program put into the boxes; Escape brings it back.
+    std::array<bool, SetupFieldCount> typed_{}; ///< Or stepped, since then.
     int page_ = 0;
     std::optional<int> wantedPage_; ///< Comes up as soon as the open entry is taken.
     bool lookAgain_ = false; ///< The focus has moved since the entries were looked at.

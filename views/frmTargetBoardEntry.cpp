@@ -15,6 +15,8 @@ bool frmTargetBoard::eventFilter(QObject* watched, QEvent* event) {
     const auto found = std::find(txtSetup.begin(), txtSetup.end(), watched);
     if (found == txtSetup.end()) return QDialog::eventFilter(watched, event);
     const auto index = static_cast<std::size_t>(found - txtSetup.begin());
+    // A disabled box has no events of its own, but its filters hear them.
+    if (!txtSetup[index]->isEnabled()) return QDialog::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::FocusIn:
     case QEvent::MouseButtonPress:
@@ -44,7 +46,7 @@ bool frmTargetBoard::EntryKey(std::size_t index, int key) {
 }
 
 void frmTargetBoard::Escape(std::size_t index) {
-    txtSetup[index]->setText(given_[index]);
+    ShowKept(index);
     txtSetup[index]->selectAll();
     if (EscapePending) tabTargetBoard->tabBar()->setFocus();
     EscapePending = !EscapePending;
@@ -52,13 +54,15 @@ void frmTargetBoard::Escape(std::size_t index) {
 
 void frmTargetBoard::StepField(std::size_t index, int direction) {
     // A held arrow goes on stepping while the link's warning is up.
-    if (!Idle()) return;
     QLineEdit& box = *txtSetup[index];
+    if (!Idle() || !box.isEnabled()) return;
     // The step is taken when the box is left, so it has to be entered.
     box.setFocus();
     Editing[index] = true;
     EscapePending = false;
-    box.setText(QString::fromStdString(SteppedSetup(index, box.text().toStdString(), direction)));
+    const std::string from = Entered(index) ? box.text().toStdString() : kept_[index];
+    box.setText(QString::fromStdString(SteppedSetup(index, from, direction)));
+    typed_[index] = true;
     box.selectAll();
 }
 
@@ -105,35 +109,51 @@ bool frmTargetBoard::CheckEntries() {
 }
 
 bool frmTargetBoard::CheckEntry(std::size_t index) {
-    QLineEdit& box = *txtSetup[index];
-    if (box.text() != given_[index]) {
-        const auto value = SetupEntry(index, box.text().toStdString());
+    if (Entered(index) && txtSetup[index]->isEnabled()) {
+        const auto value = SetupEntry(index, txtSetup[index]->text().toStdString());
         if (!value) {
             dialogs_.Show(SetupRefusal(index));
             BackToEntry(index);
             return false;
         }
         // What did not reach the board is not left standing as if it had.
-        if (passes_.WriteSetup(index, *value) != WriteOutcome::LinkFailed)
-            given_[index] = QString::fromStdString(TwoDigits(*value));
-        box.setText(given_[index]);
+        if (passes_.WriteSetup(index, *value) != WriteOutcome::LinkFailed) Keep(index, *value);
     }
+    ShowKept(index);
     Editing[index] = false;
     return true;
 }
 
 void frmTargetBoard::BackToEntry(std::size_t index) {
     QLineEdit& box = *txtSetup[index];
-    box.setText(given_[index]);
+    ShowKept(index);
     if (box.isEnabled()) box.setFocus();
     box.selectAll();
+}
+
+void frmTargetBoard::Keep(std::size_t index, const std::string& value) {
+    kept_[index] = value;
+    given_[index] = QString::fromStdString(TwoDigits(value));
+    const bool cut = value.size() > 2;
+    const QString whole = cut ? tr("The whole value is %1.").arg(QString::fromStdString(value)) : QString();
+    txtSetup[index]->setToolTip(whole);
+    txtSetup[index]->setAccessibleDescription(whole);
+}
+
+void frmTargetBoard::ShowKept(std::size_t index) {
+    if (txtSetup[index]->text() != given_[index]) txtSetup[index]->setText(given_[index]);
+    typed_[index] = false;
+}
+
+bool frmTargetBoard::Entered(std::size_t index) const {
+    return typed_[index] || txtSetup[index]->text() != given_[index];
 }
 
 void frmTargetBoard::DropEntries() {
     check_.Stop();
     wantedPage_.reset();
     for (std::size_t i = 0; i < txtSetup.size(); ++i) {
-        if (Editing[i]) txtSetup[i]->setText(given_[i]);
+        if (Editing[i]) ShowKept(i);
         Editing[i] = false;
     }
 }

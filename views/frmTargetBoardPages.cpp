@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QTabBar>
 #include <QVBoxLayout>
+#include <QtMath>
 
 #include <initializer_list>
 
@@ -67,8 +68,10 @@ void MakeBold(QLabel* label) {
 }
 
 void ShowLines(QPlainTextEdit& box, int lines) {
-    const int border = 2 * (box.frameWidth() + qRound(box.document()->documentMargin()));
-    box.setFixedHeight(lines * box.fontMetrics().lineSpacing() + border);
+    // The box holds the lower margin back once more, and a pixel, before it does without a scroll bar.
+    const int border = 2 * box.frameWidth() + qRound(3 * box.document()->documentMargin()) + 1;
+    // A fraction of a pixel of each line counts on a scaled screen.
+    box.setFixedHeight(lines * qCeil(QFontMetricsF(box.font(), &box).lineSpacing()) + border);
 }
 
 } // namespace
@@ -169,7 +172,7 @@ void frmTargetBoard::BuildSetupField(std::size_t index, QWidget* page) {
     SelectAllOnFocus(*box);
     lblSetupDesc[index]->setBuddy(box);
     box->setAccessibleName(QString::fromStdString(std::string(SetupFields[index].description)));
-    connect(box, &QLineEdit::textEdited, this, [this, index] { Editing[index] = true; });
+    connect(box, &QLineEdit::textEdited, this, [this, index] { Editing[index] = typed_[index] = true; });
     updSetup[index] = Named(new QtUpDown(
                                 *box, [this, index](int direction) { StepField(index, direction); }, page),
                             Numbered("updSetup", index));

@@ -44,7 +44,7 @@ protected:
     void EnableReset(bool enabled) override { resetEnabled = enabled; }
     void ShowCaption(BoardCode which, const std::string& text) override { captions[which] = text; }
     void ShowDescription(BoardCode which, const std::string& text) override { descriptions[which] = text; }
-    void ShowSetup(std::size_t field, const std::string& text) override { setup[field] = text; }
+    void ShowSetup(std::size_t field, const std::string& value) override { setup[field] = value; }
     void ShowRevision(std::size_t label, const std::string& text) override { revision[label] = text; }
     void ShowGoOnline(bool visible) override { goOnline = visible; }
 
@@ -136,7 +136,7 @@ TEST_F(BoardMonitorTest, TheFieldsAreReadInOrderAndAnEditedOneIsLeftAlone) {
     edited = 1;
     EXPECT_EQ(Run(monitor.RefreshSetupFields()),
               (std::vector<int>{8180, 8191, 43012, 43010, 43008, 43016, 43015, 43017}));
-    EXPECT_EQ(setup[0], "07");
+    EXPECT_EQ(setup[0], "7");
     EXPECT_EQ(setup.size(), 7U);
     setup.clear();
     onByte = [&] { active = setup.size() < 2; };
