@@ -24,7 +24,7 @@ protected:
     }
     Texts Pass() {
         shown.clear();
-        Task pass = RefreshStatusTab(*this, NodeNumberAddressTable(), StatusWordAddressTable(), link, turns);
+        Task pass = RefreshStatusTab(*this, nodeNumbers, statusWords, link, turns);
         turns.RunToEnd(pass);
         return shown;
     }
@@ -44,6 +44,8 @@ protected:
     SimulatedPort port{board, clock, LinePacing::None};
     RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
     TurnQueue turns;
+    const SequenceAddresses nodeNumbers = NodeNumberAddressTable();
+    const SequenceAddresses statusWords = StatusWordAddressTable();
     std::set<int> visible{1, 2, 31};
     bool wanted = true;
     std::function<void()> onShow;
