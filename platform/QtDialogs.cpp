@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QStandardPaths>
 #include <QString>
 #include <QStringList>
 #include <QVBoxLayout>
@@ -170,7 +171,12 @@ std::optional<FileChoice> QtDialogs::AskFile(const FileQuestion& question, bool 
     const bool namesFile = !name.empty() && name.find('*') == std::string::npos;
     const std::filesystem::path folder =
         namesFile || lastFolder_.empty() ? question.initial.parent_path() : lastFolder_;
-    if (!folder.empty()) window.setDirectory(Text(Utf8FromPath(folder)));
+    if (!folder.empty()) {
+        window.setDirectory(Text(Utf8FromPath(folder)));
+    } else if (saving) {
+        // Not where the program happens to have been started.
+        window.setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    }
     if (namesFile) window.selectFile(Text(name));
     if (window.exec() != QDialog::Accepted) return std::nullopt;
     const qsizetype chosen = filters.indexOf(window.selectedNameFilter());

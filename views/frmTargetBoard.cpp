@@ -105,8 +105,8 @@ Task frmTargetBoard::BoardMonitorLoop() {
         if (link_.OnlineMode()) {
             OfflineLookShown = false;
             cmdGoOnline->setEnabled(false);
-            // The codes must not go on denying what the status bar says.
-            if (!std::exchange(OnlineLookShown, true) || alarms_ != alarmsShown_) {
+            // The codes must not go on denying what the status bar says, nor what the board could not say clearly.
+            if (!std::exchange(OnlineLookShown, true) || alarms_ != alarmsShown_ || !passes_.Reliable()) {
                 co_await passes_.ShowBoardOnline();
                 alarmsShown_ = alarms_;
             }
