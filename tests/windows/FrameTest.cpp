@@ -1,6 +1,5 @@
 // The main frame as a user meets it: menus by their keys, clicks on buttons and panels, dialogs that are answered, the
 // simulated board in process.
-#include "platform/QtPrinter.h"
 #include "tests/windows/FrameFixture.h"
 
 #include <QDragEnterEvent>
@@ -339,23 +338,6 @@ TEST_F(FrameTest, ATransferOverACutLineSaysSoOnceAndTheFrameStaysUsable) {
         EXPECT_EQ(user.shown.size(), 2U);
         EXPECT_EQ(Mode(), "ONLINE");
     }
-}
-
-TEST_F(FrameTest, WithoutAPrinterTheReportGoesToAPdfFileOfTheUsersChoice) {
-    if (HasDefaultPrinter()) GTEST_SKIP() << "this host would print it";
-    Stored("plant.sdt", 500);
-    frame->OpenFile(folder / "plant.sdt");
-    WriteText(folder / "other.pdf", "precious");
-    Answer({No}, {(folder / "other").string()});
-    Ctrl(Qt::Key_P);
-    EXPECT_EQ(FileText(folder / "other.pdf"), "precious");
-    EXPECT_EQ(user.shown.size(), 1U) << "the extension leads to another file";
-    Answer({}, {(folder / "plant.sdt").string() + ".pdf"});
-    Ctrl(Qt::Key_P);
-    EXPECT_TRUE(FileText(folder / "plant.sdt.pdf").starts_with("%PDF-"));
-    EXPECT_TRUE(user.shown.empty());
-    ChangeDocument("V501");
-    EXPECT_EQ(Value(0), 501) << "the program goes on";
 }
 
 TEST_F(FrameTest, ClosingWithChangesObeysTheAnswer) {

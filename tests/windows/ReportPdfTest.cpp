@@ -7,6 +7,7 @@
 #include "report/Report.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/VirtualClock.h"
+#include "tests/windows/FrameFixture.h"
 
 #include <QApplication>
 
@@ -77,6 +78,23 @@ TEST(ReportPdf, OfAFileSaysWhyThereIsNoneAndReplacesOnlyPdfFiles) {
         EXPECT_EQ(PagesIn(FileText(job.reportFile)) > 0, each.code == 0) << each.to;
     }
     EXPECT_EQ(FileText(folder / "letter.txt"), "Dear all");
+}
+
+TEST_F(FrameTest, WithoutAPrinterTheReportGoesToAPdfFileOfTheUsersChoice) {
+    if (HasDefaultPrinter()) GTEST_SKIP() << "this host would print it";
+    Stored("plant.sdt", 500);
+    frame->OpenFile(folder / "plant.sdt");
+    WriteText(folder / "other.pdf", "precious");
+    Answer({QMessageBox::No}, {(folder / "other").string()});
+    Ctrl(Qt::Key_P);
+    EXPECT_EQ(FileText(folder / "other.pdf"), "precious");
+    EXPECT_EQ(user.shown.size(), 1U) << "the extension leads to another file";
+    Answer({}, {(folder / "plant.sdt").string() + ".pdf"});
+    Ctrl(Qt::Key_P);
+    EXPECT_TRUE(FileText(folder / "plant.sdt.pdf").starts_with("%PDF-"));
+    EXPECT_TRUE(user.shown.empty());
+    ChangeDocument("V501");
+    EXPECT_EQ(Value(0), 501) << "the program goes on";
 }
 
 } // namespace
