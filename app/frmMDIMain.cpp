@@ -44,12 +44,17 @@ QString TimeText(std::chrono::local_seconds time) {
     return QLocale::system().toString(shown, QLocale::ShortFormat);
 }
 
+/// Some programs delete what they hear has been moved.
+void TakeAsCopy(QDropEvent& event) {
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
 } // namespace
 
 frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std::string fixedDevice)
     : clock_(clock), port_(port), program_(std::move(folder), clock),
-      portRange_(PortRangeOf(program_.folder.SupportFolder())),
-      link_(program_.CommSettingsFile(), portRange_, clock, dialogs_),
+      link_(program_.CommSettingsFile(), PortRangeOf(program_.folder.SupportFolder()), clock, dialogs_),
       turns_([this] { return !link_.Busy() && !dialogs_.BoxUp(); }, [this] { ShowUntrappedError(); }),
       files_(program_.document, link_, dialogs_, clock,
              {.uploadData = [this] { return TransferInWindow(TransferMode::UploadData); },
@@ -130,9 +135,10 @@ void frmMDIMain::ApplyMode() {
     ShowMode(link_.OnlineMode());
 }
 
-void frmMDIMain::FindPorts() {
-    portRange_ = PortRangeOf(program_.folder.SupportFolder());
-    link_.SetPortRange(portRange_);
+PortRange frmMDIMain::FindPorts() {
+    const PortRange range = PortRangeOf(program_.folder.SupportFolder());
+    link_.SetPortRange(range);
+    return range;
 }
 
 void frmMDIMain::ShowMode(bool online) {
@@ -231,12 +237,6 @@ void frmMDIMain::changeEvent(QEvent* event) {
     // A maximised child would add its own caption.
     const QString caption = captionPrefix_ + QString::fromStdString(program_.document.BracketName);
     if (event->type() == QEvent::WindowTitleChange && windowTitle() != caption) setWindowTitle(caption);
-}
-
-/// Some programs delete what they hear has been moved.
-static void TakeAsCopy(QDropEvent& event) {
-    event.setDropAction(Qt::CopyAction);
-    event.accept();
 }
 
 void frmMDIMain::dragEnterEvent(QDragEnterEvent* event) {

@@ -101,7 +101,7 @@ private:
     void FitToChild();
     void ApplyMode();
     /// Devices come and go with their plugs.
-    void FindPorts();
+    PortRange FindPorts();
     void ShowMode(bool online);
     /// The one place that falls back to OFFLINE: the look and the link are brought to agree, when nothing runs.
     void FollowLink();
@@ -164,7 +164,6 @@ private:
     SerialPort& port_;
     Program program_;
     QtDialogs dialogs_;
-    PortRange portRange_;
     RSComm link_;
     QtTurnQueue turns_;
     FileCommands files_;

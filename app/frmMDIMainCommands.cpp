@@ -169,8 +169,7 @@ void frmMDIMain::RefreshOfflineEditing() {
 }
 
 void frmMDIMain::EditCommPort() {
-    FindPorts();
-    frmSetupComm window(link_, port_, program_.folder, portRange_, dialogs_, this, fixedDevice_);
+    frmSetupComm window(link_, port_, program_.folder, FindPorts(), dialogs_, this, fixedDevice_);
     window.exec();
     FollowLink();
 }

@@ -3,8 +3,8 @@
 
 #include "document/SetupFile.h"
 #include "document/TextImport.h"
+#include "text/AsciiCase.h"
 
-#include <algorithm>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -28,8 +28,7 @@ std::filesystem::path AbsolutePath(const std::filesystem::path& path) {
 bool HasSetupExtension(std::string_view text) {
     if (text.size() < SetupExtension.size()) return false;
     text.remove_prefix(text.size() - SetupExtension.size());
-    return std::equal(text.begin(), text.end(), SetupExtension.begin(),
-                      [](char c, char lower) { return (c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) == lower; });
+    return SameIgnoringCase(text, SetupExtension);
 }
 
 /// A file named "PLANT.SDT" would otherwise get a second one beside it on hosts whose names have case.

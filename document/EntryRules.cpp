@@ -3,6 +3,7 @@
 
 #include "document/ValueDisplay.h"
 #include "platform/RuntimeError.h"
+#include "text/AsciiCase.h"
 #include "text/NumberText.h"
 
 namespace vantrel {
@@ -12,8 +13,6 @@ namespace {
 constexpr double NoNumber = -1; ///< Below every field's limits.
 
 const FieldDescription& Described(SequenceField field) { return FieldTable().at(static_cast<std::size_t>(field)); }
-
-char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -38,7 +37,7 @@ EntryAnswer Judge(const FieldDescription& field, double number, char notation) {
 
 EntryAnswer CheckTIAddress(const FieldDescription& field, std::string_view text) {
     if (!text.empty() && IsDigit(text.front())) return Judge(field, NumberOf(text), 'V');
-    if (text.empty() || Upper(text.front()) != 'V') return Judge(field, NoNumber, 'V');
+    if (text.empty() || UpperAscii(text.front()) != 'V') return Judge(field, NoNumber, 'V');
     return Judge(field, NumberOf(text.substr(1)), 'V');
 }
 
@@ -58,8 +57,8 @@ double HexadecimalNumber(std::string_view digits) {
 EntryAnswer CheckNodeAddress(const FieldDescription& field, std::string_view text) {
     if (IsNumeric(text)) return Judge(field, NumberOf(text), 'W');
     if (text.empty()) return Judge(field, NoNumber, 'W');
-    if (Upper(text.front()) == 'W') return Judge(field, NumberOf(text.substr(1)), 'W');
-    if (Upper(text.back()) != 'H') return Judge(field, NoNumber, 'W');
+    if (UpperAscii(text.front()) == 'W') return Judge(field, NumberOf(text.substr(1)), 'W');
+    if (UpperAscii(text.back()) != 'H') return Judge(field, NoNumber, 'W');
     return Judge(field, HexadecimalNumber(text.substr(0, text.size() - 1)), 'H');
 }
 

@@ -4,6 +4,7 @@
 #include "document/SetupFile.h"
 #include "document/TextImport.h"
 #include "platform/SafeFile.h"
+#include "text/AsciiCase.h"
 #include "text/SequentialText.h"
 
 #include <algorithm>
@@ -68,10 +69,7 @@ bool IsSetupFile(std::span<const std::uint8_t> bytes) {
 std::string QuotedPath(const std::filesystem::path& path) { return "\"" + Utf8FromPath(path) + "\""; }
 
 bool HasExtension(const std::filesystem::path& file, std::string_view extension) {
-    std::string own = Utf8FromPath(file.extension());
-    std::transform(own.begin(), own.end(), own.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return own == extension;
+    return SameIgnoringCase(Utf8FromPath(file.extension()), extension);
 }
 
 bool MeansTextFile(const std::filesystem::path& file) { return HasExtension(file, ".vtl"); }

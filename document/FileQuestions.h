@@ -15,7 +15,7 @@ namespace vantrel {
 /// A path in quotes, for messages.
 [[nodiscard]] std::string QuotedPath(const std::filesystem::path& path);
 
-/// Whether a file's extension is `extension`, given in lower case with its point.
+/// Whether a file's extension is `extension`, given with its point, in either case.
 [[nodiscard]] bool HasExtension(const std::filesystem::path& file, std::string_view extension);
 /// Whether a file is meant as text of the older format (.vtl, in any case) rather than as a set-up file.
 [[nodiscard]] bool MeansTextFile(const std::filesystem::path& file);

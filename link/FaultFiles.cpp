@@ -51,10 +51,4 @@ std::optional<std::vector<FaultRecord>> ReadFaultFile(const std::filesystem::pat
     return records;
 }
 
-bool SameCode(std::string_view one, std::string_view other) {
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [&](char a, char b) { return upper(a) == upper(b); });
-}
-
 } // namespace vantrel

@@ -19,7 +19,4 @@ struct FaultRecord {
 /// not. Nothing when there is no such file. Throws RuntimeError when it cannot be read.
 [[nodiscard]] std::optional<std::vector<FaultRecord>> ReadFaultFile(const std::filesystem::path& file);
 
-/// Where codes are compared, case does not count.
-[[nodiscard]] bool SameCode(std::string_view one, std::string_view other);
-
 } // namespace vantrel

@@ -4,13 +4,12 @@
 #include "link/FaultFiles.h"
 #include "link/TargetMap.h"
 #include "platform/RuntimeError.h"
+#include "text/AsciiCase.h"
 #include "text/NumberText.h"
 #include "text/Windows1252.h"
 
 #include <algorithm>
 #include <array>
-#include <iomanip>
-#include <sstream>
 #include <string_view>
 
 namespace vantrel {
@@ -87,14 +86,13 @@ std::int16_t RSComm::FirmwareRev() {
 std::int16_t RSComm::FaultCode() { return ReadByteValue(CurrentFaultByte); }
 
 std::string RSComm::FaultDescription(std::int16_t code) {
-    std::ostringstream hex;
-    hex << std::hex << std::uppercase << std::setfill('0') << std::setw(2) << static_cast<std::uint16_t>(code);
-    std::string text = "Fault Code (" + hex.str() + "H): ";
+    const std::string hex = HexText(static_cast<std::uint16_t>(code), 2);
+    std::string text = "Fault Code (" + hex + "H): ";
     try {
         const auto records = ReadFaultFile(faultFile_);
         if (!records) return text + "--- Fault File Not Found ---";
         const auto found = std::find_if(records->begin(), records->end(),
-                                        [&](const FaultRecord& record) { return SameCode(record.code, hex.str()); });
+                                        [&](const FaultRecord& record) { return SameIgnoringCase(record.code, hex); });
         if (found != records->end()) text += found->description;
     } catch (const RuntimeError& error) {
         ReportRuntimeError(dialogs_, "RSComm FaultDescription", error);

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <limits>
-#include <sstream>
 
 namespace vantrel {
 
@@ -47,11 +46,7 @@ std::string StatusText(std::int32_t code) {
 
 std::string StatusDisplay(std::string_view value) {
     const std::int32_t code = LeadingInteger(value).value_or(std::numeric_limits<std::int32_t>::max());
-    std::ostringstream digits;
-    digits << std::hex << std::uppercase << static_cast<std::uint32_t>(code);
-    std::string shown = digits.str();
-    if (shown.size() < 2) shown.insert(0, "0");
-    return shown + ": " + StatusText(code);
+    return HexText(static_cast<std::uint32_t>(code), 2) + ": " + StatusText(code);
 }
 
 std::string StatusWordAddress(std::size_t sequence) {

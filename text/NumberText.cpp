@@ -132,4 +132,11 @@ bool IsNumeric(std::string_view text) {
     return whole + decimals > 0 && ExponentLength(text) == text.size();
 }
 
+std::string HexText(std::uint32_t number, std::size_t digits) {
+    std::string text;
+    for (; number != 0 || text.size() < digits; number >>= 4U)
+        text.insert(text.begin(), "0123456789ABCDEF"[number & 0xFU]);
+    return text;
+}
+
 } // namespace vantrel

@@ -1,8 +1,10 @@
 // How texts become numbers here: the classic leading-number parse and rounding halves to even. Uses nothing.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace vantrel {
@@ -24,5 +26,8 @@ namespace vantrel {
 
 /// True when all of `text` is a number, blanks around it aside: optional sign, digits, a decimal point, an exponent.
 [[nodiscard]] bool IsNumeric(std::string_view text);
+
+/// Upper-case hexadecimal, filled up with zeros to so many digits.
+[[nodiscard]] std::string HexText(std::uint32_t number, std::size_t digits = 1);
 
 } // namespace vantrel

@@ -3,6 +3,7 @@
 
 #include "link/FaultFiles.h"
 #include "platform/RuntimeError.h"
+#include "text/AsciiCase.h"
 #include "text/NumberText.h"
 #include "text/Windows1252.h"
 
@@ -145,7 +146,7 @@ void BoardMonitor::ShowDescriptionsFrom(const std::filesystem::path& file, Board
         // A code without a record must not stand beside the description of another.
         std::string description;
         for (const FaultRecord& record : *records) {
-            if (SameCode(record.code, faultCodes_[IndexOf(which)])) description = record.description;
+            if (SameIgnoringCase(record.code, faultCodes_[IndexOf(which)])) description = record.description;
         }
         display_.ShowDescription(which, description);
     }

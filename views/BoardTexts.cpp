@@ -50,11 +50,7 @@ std::string Joined(const char* separator, int first, int second, int third, int 
 
 } // namespace
 
-std::string CodeText(int value) {
-    std::ostringstream text;
-    text << std::hex << std::uppercase << std::setfill('0') << std::setw(2) << value;
-    return text.str();
-}
+std::string CodeText(int value) { return HexText(static_cast<std::uint32_t>(value), 2); }
 
 std::string SlotCaption(std::string_view slot) { return "CO-CPU Slot: " + std::string(slot); }
 

@@ -6,26 +6,15 @@
 #include "text/NumberText.h"
 
 #include <algorithm>
-#include <charconv>
-#include <system_error>
+#include <cmath>
 
 namespace vantrel {
 
 namespace {
 
-/// The number that a whole text is: sign, digits, decimal point and exponent, blanks around it aside.
 std::optional<double> NumberOf(std::string_view text) {
-    constexpr std::string_view blanks = " \t";
-    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-    text = text.substr(0, text.find_last_not_of(blanks) + 1);
-    const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
-    // Words that from_chars knows, like "inf", are no entry.
-    if (text.find_first_of("0123456789.") != sign) return std::nullopt;
-    if (text.front() == '+') text.remove_prefix(1);
-    double number = 0;
-    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc{} || stop != text.data() + text.size()) return std::nullopt;
-    return number;
+    const double number = LeadingNumber(text);
+    return IsNumeric(text) && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 } // namespace

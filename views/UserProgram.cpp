@@ -1,6 +1,7 @@
 // Two small files of a file set: the first character of one, the first line of the other.
 #include "views/UserProgram.h"
 
+#include "document/FileQuestions.h"
 #include "link/RSComm.h"
 #include "platform/SafeFile.h"
 #include "text/Windows1252.h"
@@ -18,13 +19,6 @@ namespace {
 constexpr const char* ShippedProgram = "K5216-505.TRV";
 /// Four hexadecimal digits end the revision line: the second number, then the first.
 constexpr std::size_t NumberDigits = 2;
-
-bool HasExtension(const std::filesystem::path& file, std::string_view extension) {
-    const std::string own = Utf8FromPath(file.extension());
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-    return std::equal(own.begin(), own.end(), extension.begin(), extension.end(),
-                      [&](char a, char b) { return upper(a) == b; });
-}
 
 /// The file beside `file` with the same base name and an extension, given in upper case with its point.
 std::optional<std::filesystem::path> SideFile(const std::filesystem::path& file, std::string_view extension) {

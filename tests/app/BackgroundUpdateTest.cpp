@@ -2,19 +2,14 @@
 #include "app/BackgroundUpdate.h"
 
 #include "link/TargetMap.h"
-#include "simulator/SimulatedPort.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/VirtualClock.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/BoardLink.h"
 
 namespace vantrel {
 namespace {
 
-class BackgroundUpdateTest : public testing::Test, private TrafficLog {
+class BackgroundUpdateTest : public BoardLink<>, private TrafficLog {
 protected:
-    BackgroundUpdateTest() {
+    BackgroundUpdateTest() : BoardLink(LinePacing::LineSpeed) {
         program.InitDefaults();
         link.SetTrafficLog(this);
     }
@@ -29,13 +24,7 @@ protected:
         return bytes_;
     }
 
-    TemporaryFolder folder;
-    VirtualClock clock;
-    ScriptedDialogs dialogs;
-    SimulatedBoard board;
-    SimulatedPort port{board, clock, LinePacing::LineSpeed};
     Program program{ProgramFolder(folder.Path(), folder.Path()), clock};
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
     BackgroundUpdate update{program, link};
     bool transferring = false;
 

@@ -1,12 +1,7 @@
 // One pass over the status tab, against the simulated board: which rows are read, how they are shown, what ends it.
 #include "document/StatusTab.h"
 
-#include "simulator/SimulatedPort.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/VirtualClock.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/BoardLink.h"
 
 #include <functional>
 #include <set>
@@ -16,7 +11,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class StatusTabTest : public testing::Test, public StatusTabDisplay {
+class StatusTabTest : public BoardLink<>, public StatusTabDisplay {
 protected:
     StatusTabTest() {
         link.OpenRSComm(port);
@@ -37,12 +32,6 @@ protected:
         if (onShow) onShow();
     }
 
-    TemporaryFolder folder;
-    VirtualClock clock;
-    ScriptedDialogs dialogs;
-    SimulatedBoard board;
-    SimulatedPort port{board, clock, LinePacing::None};
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
     TurnQueue turns;
     const SequenceAddresses nodeNumbers = NodeNumberAddressTable();
     const SequenceAddresses statusWords = StatusWordAddressTable();

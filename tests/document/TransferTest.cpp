@@ -2,12 +2,7 @@
 // cancelled transfer leaves behind.
 #include "document/SettingsTransfer.h"
 #include "link/TargetMap.h"
-#include "simulator/SimulatedPort.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/VirtualClock.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/BoardLink.h"
 
 #include <algorithm>
 #include <functional>
@@ -35,9 +30,9 @@ public:
     std::vector<std::uint8_t> bytes;
 };
 
-class TransferTest : public testing::Test {
+class TransferTest : public BoardLink<> {
 protected:
-    TransferTest() {
+    TransferTest() : BoardLink(LinePacing::LineSpeed) {
         for (std::size_t i = 0; i < ValueCount; ++i)
             record.SetValue(i, static_cast<std::int32_t>(1000 + i));
         link.OpenRSComm(port);
@@ -55,12 +50,6 @@ protected:
     }
     [[nodiscard]] int Flag() const { return board.Peek(105, clock.Now()); }
 
-    TemporaryFolder folder;
-    VirtualClock clock;
-    ScriptedDialogs dialogs;
-    SimulatedBoard board;
-    SimulatedPort port{board, clock, LinePacing::LineSpeed};
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
     TurnQueue turns;
     Display display;
     SentBytes traffic;

@@ -3,12 +3,7 @@
 #include "views/BoardMonitor.h"
 
 #include "link/TargetMap.h"
-#include "simulator/SimulatedPort.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/VirtualClock.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/BoardLink.h"
 
 #include <functional>
 #include <map>
@@ -17,7 +12,7 @@
 namespace vantrel {
 namespace {
 
-class BoardMonitorTest : public testing::Test, public BoardDisplay, private TrafficLog {
+class BoardMonitorTest : public BoardLink<>, public BoardDisplay, private TrafficLog {
 protected:
     BoardMonitorTest() {
         link.OpenRSComm(port);
@@ -48,12 +43,6 @@ protected:
     void ShowRevision(std::size_t label, const std::string& text) override { revision[label] = text; }
     void ShowGoOnline(bool visible) override { goOnline = visible; }
 
-    TemporaryFolder folder;
-    VirtualClock clock;
-    ScriptedDialogs dialogs;
-    SimulatedBoard board;
-    SimulatedPort port{board, clock, LinePacing::None};
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
     TurnQueue turns;
     AlarmFlags alarms{true, true, true};
     BoardMonitor monitor{link, turns, clock, dialogs, alarms, {folder / "faults.txt", folder / "errors.txt"}, *this};

@@ -3,13 +3,8 @@
 #include "views/SequenceMonitor.h"
 
 #include "link/TargetMap.h"
-#include "simulator/SimulatedPort.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/VirtualClock.h"
+#include "tests/support/BoardLink.h"
 #include "tests/views/ReadAddresses.h"
-
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <set>
@@ -19,7 +14,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class SequenceMonitorTest : public testing::Test, public SequenceDisplay {
+class SequenceMonitorTest : public BoardLink<>, public SequenceDisplay {
 protected:
     SequenceMonitorTest() {
         link.OpenRSComm(port);
@@ -53,12 +48,6 @@ protected:
         if (onShow) onShow();
     }
 
-    TemporaryFolder folder;
-    VirtualClock clock;
-    ScriptedDialogs dialogs;
-    SimulatedBoard board;
-    SimulatedPort port{board, clock, LinePacing::None};
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
     TurnQueue turns;
     Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
     std::int16_t selected = 0;

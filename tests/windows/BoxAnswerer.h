@@ -14,6 +14,12 @@
 
 namespace vantrel {
 
+using Boxes = std::vector<std::string>;
+
+constexpr const char* CableWarning = "WARNING - Communication Error!|Cannot Communicate with Target Board.\n"
+                                     "Verify RS-232 Cable is Connected Between\nCOMM Port and PROG Port.";
+constexpr const char* NotComplete = "RTFCD7|Error Processing Request\n\nProcess Not Complete";
+
 /// Works from the event loop of whatever box is up.
 class BoxAnswerer {
 public:

@@ -1,16 +1,12 @@
 // The communication interface view as a user meets it: keys and clicks, real boxes, the simulated board in process.
 #include "platform/QtDialogs.h"
 #include "platform/QtTurnQueue.h"
-#include "simulator/SimulatedPort.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/VirtualClock.h"
+#include "tests/support/BoardLink.h"
 #include "tests/views/ReadAddresses.h"
 #include "tests/windows/BoxAnswerer.h"
 #include "views/frmCommInterface.h"
 
 #include <QToolButton>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
@@ -18,11 +14,9 @@
 namespace vantrel {
 namespace {
 
-using Boxes = std::vector<std::string>;
-
 constexpr const char* Refusal = "Sequence Number|Only a Number Between 0 and 30 can be Entered";
 
-class CommInterfaceTest : public testing::Test {
+class CommInterfaceTest : public BoardLink<QtDialogs> {
 protected:
     CommInterfaceTest() {
         document.InitDefaults();
@@ -66,13 +60,7 @@ protected:
     [[nodiscard]] std::string Status() const { return view.lblSetting[2].text().toStdString(); }
     [[nodiscard]] QColor Colour() const { return view.fgSettings[2].palette().color(QPalette::Text); }
 
-    TemporaryFolder folder;
-    VirtualClock clock;
-    QtDialogs dialogs;
     BoxAnswerer user;
-    SimulatedBoard board;
-    SimulatedPort port{board, clock, LinePacing::None};
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
     ReadAddresses log;
     QtTurnQueue turns{[this] { return !link.Busy() && !dialogs.BoxUp(); }, [] { ADD_FAILURE(); }};
     Document document{"VANTREL_R1.0.0", clock};
@@ -96,6 +84,13 @@ TEST_F(CommInterfaceTest, ReadsTheSelectedSequenceAndOfItsDataOnlyWhatIsSeen) {
         EXPECT_GE(tall, 31U) << "15 rows and the status";
         view.fgSettings[2].setFixedHeight(view.fgSettings[2].height() / 2);
         EXPECT_NEAR(static_cast<double>(ReadsInPass()), static_cast<double>(tall) / 2, 3);
+        view.showMinimized();
+        Turns(200);
+        log.Forget();
+        Turns(200);
+        EXPECT_TRUE(log.Words().empty()) << "nobody looks";
+        view.showNormal();
+        EXPECT_GT(ReadsInPass(), 0U);
     });
     EXPECT_EQ(turns.Waiting(), 0U);
     EXPECT_EQ(applied, 0);
@@ -120,7 +115,9 @@ TEST_F(CommInterfaceTest, AnEntryMovesToItsSequenceAndABadOneIsRefusedAndRestore
         Type("-5", Qt::Key_Tab);
         EXPECT_EQ(Number(), "0");
         log.Forget();
+        view.fgSettings[2].SetText(100, 1, QStringLiteral("7"));
         Type("30", Qt::Key_Enter);
+        EXPECT_TRUE(view.fgSettings[2].Text(100, 1).isEmpty()) << "another sequence's word";
         EXPECT_TRUE(view.cmdDefault.hasFocus());
         Turns(500);
         const auto words = log.Words();

@@ -14,13 +14,9 @@
 namespace vantrel {
 namespace {
 
-using Boxes = std::vector<std::string>;
 constexpr auto Yes = QMessageBox::Yes;
 constexpr auto No = QMessageBox::No;
 
-constexpr const char* CableWarning = "WARNING - Communication Error!|Cannot Communicate with Target Board.\n"
-                                     "Verify RS-232 Cable is Connected Between\nCOMM Port and PROG Port.";
-constexpr const char* NotComplete = "RTFCD7|Error Processing Request\n\nProcess Not Complete";
 constexpr const char* SaveChanges = "VANTREL|Save Changes to File?";
 constexpr const char* UploadAsked = "Data Upload|You are about to Upload Data from the PLC\n\nDo You Wish to Continue?";
 constexpr const char* DownloadAsked =

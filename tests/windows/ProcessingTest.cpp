@@ -5,19 +5,11 @@
 #include "platform/QtDialogs.h"
 #include "platform/QtTurnQueue.h"
 #include "platform/RuntimeError.h"
-#include "simulator/SimulatedPort.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/VirtualClock.h"
+#include "tests/support/BoardLink.h"
 #include "tests/windows/BoxAnswerer.h"
-
-#include <gtest/gtest.h>
 
 namespace vantrel {
 namespace {
-
-constexpr const char* CableWarning = "WARNING - Communication Error!|Cannot Communicate with Target Board.\n"
-                                     "Verify RS-232 Cable is Connected Between\nCOMM Port and PROG Port.";
-constexpr const char* NotComplete = "RTFCD7|Error Processing Request\n\nProcess Not Complete";
 
 class Traffic final : public TrafficLog {
 public:
@@ -30,9 +22,9 @@ public:
     std::function<void()> onByte;
 };
 
-class ProcessingTest : public testing::Test {
+class ProcessingTest : public BoardLink<QtDialogs> {
 protected:
-    ProcessingTest() {
+    ProcessingTest() : BoardLink(LinePacing::LineSpeed) {
         for (std::size_t i = 0; i < ValueCount; ++i)
             record.SetValue(i, static_cast<std::int32_t>(1000 + i));
         link.OpenRSComm(port);
@@ -50,13 +42,7 @@ protected:
     }
     [[nodiscard]] int Flag() const { return board.Peek(105, clock.Now()); }
 
-    TemporaryFolder folder;
-    VirtualClock clock;
-    QtDialogs dialogs;
     BoxAnswerer user;
-    SimulatedBoard board;
-    SimulatedPort port{board, clock, LinePacing::LineSpeed};
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
     Traffic traffic;
     std::function<void()> beforeTurn;
     int errors = 0;

@@ -2,9 +2,7 @@
 // process.
 #include "platform/QtDialogs.h"
 #include "platform/QtTurnQueue.h"
-#include "simulator/SimulatedPort.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/VirtualClock.h"
+#include "tests/support/BoardLink.h"
 #include "tests/windows/BoxAnswerer.h"
 #include "views/frmTargetBoard.h"
 
@@ -12,18 +10,12 @@
 #include <QTabBar>
 #include <QWheelEvent>
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <utility>
 
 namespace vantrel {
 namespace {
 
-using Boxes = std::vector<std::string>;
-
-constexpr const char* CableWarning = "WARNING - Communication Error!|Cannot Communicate with Target Board.\n"
-                                     "Verify RS-232 Cable is Connected Between\nCOMM Port and PROG Port.";
 constexpr const char* ResetAsked =
     "WARNING - Fault Code Reset!|Target Board will be reinitialized.\n\nDo you wish to continue?";
 constexpr const char* AddressRefused = "Network Address Set-up|Only a Number Between 1 and 32 can be Entered";
@@ -31,7 +23,7 @@ constexpr const char* NoBoard = "Cannot Communicate with Target Board.";
 /// More turns than a first pass and one over the fields take.
 constexpr int SettledTurns = 80;
 
-class TargetBoardTest : public testing::Test, private TrafficLog {
+class TargetBoardTest : public BoardLink<QtDialogs>, private TrafficLog {
 protected:
     TargetBoardTest() {
         std::filesystem::create_directory(folder / "Support");
@@ -96,13 +88,7 @@ protected:
         EXPECT_FALSE(link.OnlineMode() || port.IsOpen());
     }
 
-    TemporaryFolder folder;
-    VirtualClock clock;
-    QtDialogs dialogs;
     BoxAnswerer user;
-    SimulatedBoard board;
-    SimulatedPort port{board, clock, LinePacing::None};
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
     std::function<void(int)> beforeTurn; ///< Gets the number of turns since the view was opened or a step was taken.
     int bytes = 0;
     QtTurnQueue turns{[this] {

@@ -1,0 +1,27 @@
+// The link over a simulated board in virtual time, as the tests of everything above the link use it.
+#pragma once
+
+#include "link/RSComm.h"
+#include "simulator/SimulatedPort.h"
+#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/VirtualClock.h"
+
+#include <gtest/gtest.h>
+
+namespace vantrel {
+
+/// `Person` answers the link's boxes.
+template <typename Person = ScriptedDialogs> class BoardLink : public testing::Test {
+protected:
+    explicit BoardLink(LinePacing pacing = LinePacing::None) : port(board, clock, pacing) {}
+
+    TemporaryFolder folder;
+    VirtualClock clock;
+    Person dialogs;
+    SimulatedBoard board;
+    SimulatedPort port;
+    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
+};
+
+} // namespace vantrel
