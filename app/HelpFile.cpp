@@ -1,7 +1,7 @@
 #include "app/HelpFile.h"
 
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <algorithm>
 #include <fstream>

@@ -5,7 +5,6 @@
 #include "document/Document.h"
 #include "document/FileQuestions.h"
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
 #include "platform/TurnQueue.h"
 #include "report/Report.h"
 

@@ -1,8 +1,8 @@
 #include "app/frmAbout.h"
 
 #include "app/Program.h"
-#include "platform/QtIcons.h"
 #include "platform/QtScreen.h"
+#include "widgets/QtIcons.h"
 
 #include <QFileInfo>
 #include <QHBoxLayout>

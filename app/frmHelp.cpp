@@ -1,7 +1,7 @@
 #include "app/frmHelp.h"
 
-#include "platform/QtIcons.h"
 #include "platform/QtScreen.h"
+#include "widgets/QtIcons.h"
 
 #include <QDesktopServices>
 #include <QHBoxLayout>

@@ -3,9 +3,9 @@
 
 #include "app/frmHelp.h"
 #include "document/frmMain.h"
-#include "platform/QtIcons.h"
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
+#include "widgets/QtIcons.h"
 
 #include <QApplication>
 #include <QCloseEvent>

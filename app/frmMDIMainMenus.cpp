@@ -1,7 +1,7 @@
 // The main frame's menus, tool bar and status bar.
 #include "app/frmMDIMain.h"
 
-#include "platform/QtIcons.h"
+#include "widgets/QtIcons.h"
 
 #include <QHBoxLayout>
 #include <QKeySequence>

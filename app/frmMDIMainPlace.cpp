@@ -1,7 +1,7 @@
 // What the main frame remembers from one run to the next: its place on the screen, and the folder last worked in.
 #include "app/frmMDIMain.h"
 
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <QSettings>
 #include <QStandardPaths>

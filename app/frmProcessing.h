@@ -3,7 +3,7 @@
 #pragma once
 
 #include "document/SettingsTransfer.h"
-#include "platform/QtTaskDialog.h"
+#include "widgets/QtTaskDialog.h"
 
 #include <QLabel>
 #include <QProgressBar>

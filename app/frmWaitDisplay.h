@@ -1,7 +1,7 @@
 // The wait window: one line of text for as long as a job runs. Knows the job only as a task.
 #pragma once
 
-#include "platform/QtTaskDialog.h"
+#include "widgets/QtTaskDialog.h"
 
 #include <QLabel>
 

@@ -6,10 +6,10 @@
 #include "platform/AsioSerialPort.h"
 #include "platform/QtPrinter.h"
 #include "platform/QtSerialPort.h"
-#include "platform/SafeFile.h"
 #include "platform/SystemClock.h"
 #include "platform/Terminal.h"
 #include "simulator/SimulatedPort.h"
+#include "text/PathText.h"
 
 #include <CLI/CLI.hpp>
 

@@ -2,7 +2,7 @@
 #include "console/ByteTrace.h"
 
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <cerrno>
 #include <system_error>

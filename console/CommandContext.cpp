@@ -3,8 +3,8 @@
 
 #include "console/PrintableText.h"
 #include "document/FieldTable.h"
-#include "platform/SafeFile.h"
 #include "text/NumberText.h"
+#include "text/PathText.h"
 
 #include <filesystem>
 #include <ostream>

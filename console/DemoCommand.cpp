@@ -6,6 +6,7 @@
 #include "document/SetupFile.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -2,7 +2,7 @@
 #include "console/DeviceLink.h"
 
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <system_error>
 #include <utility>

@@ -7,6 +7,7 @@
 #include "platform/SafeFile.h"
 #include "platform/TurnQueue.h"
 #include "report/Report.h"
+#include "text/PathText.h"
 
 #include <algorithm>
 #include <ostream>

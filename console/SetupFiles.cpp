@@ -3,7 +3,7 @@
 
 #include "console/TransferReport.h"
 #include "document/FileQuestions.h"
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <algorithm>
 #include <ostream>

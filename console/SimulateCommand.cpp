@@ -2,9 +2,9 @@
 #include "console/Commands.h"
 #include "console/DeviceLink.h"
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
 #include "simulator/BoardServer.h"
 #include "simulator/SimulatedBoard.h"
+#include "text/PathText.h"
 
 #include <memory>
 #include <optional>

@@ -6,7 +6,7 @@
 #include "document/FileQuestions.h"
 #include "platform/Folders.h"
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -4,6 +4,7 @@
 #include "document/SetupFile.h"
 #include "document/TextImport.h"
 #include "text/AsciiCase.h"
+#include "text/PathText.h"
 
 #include <string_view>
 #include <system_error>

@@ -4,7 +4,6 @@
 #include "document/FileQuestions.h"
 #include "link/TargetMap.h"
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
 #include "text/NumberText.h"
 
 #include <algorithm>

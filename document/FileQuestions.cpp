@@ -5,6 +5,7 @@
 #include "document/TextImport.h"
 #include "platform/SafeFile.h"
 #include "text/AsciiCase.h"
+#include "text/PathText.h"
 #include "text/SequentialText.h"
 
 #include <algorithm>

@@ -8,10 +8,10 @@
 #include "document/StatusTab.h"
 #include "link/RSComm.h"
 #include "platform/Dialogs.h"
-#include "platform/QtFormatGrid.h"
 #include "platform/Signal.h"
 #include "platform/Task.h"
 #include "platform/TurnQueue.h"
+#include "widgets/QtFormatGrid.h"
 
 #include <QGroupBox>
 #include <QLabel>

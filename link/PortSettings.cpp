@@ -4,6 +4,7 @@
 #include "platform/SafeFile.h"
 #include "platform/SerialDevices.h"
 #include "text/NumberText.h"
+#include "text/PathText.h"
 #include "text/SequentialText.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #include "link/RSComm.h"
 
 #include "platform/RuntimeError.h"
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <utility>
 

@@ -2,6 +2,7 @@
 #include "link/RSComm.h"
 
 #include "platform/RuntimeError.h"
+#include "text/AsciiCase.h"
 
 #include <algorithm>
 #include <cassert>
@@ -39,12 +40,6 @@ constexpr std::uint64_t DoubleWordBase = 10000;
 constexpr std::uint64_t HighestByte = 255;
 constexpr std::uint64_t HighestWord = 65535;
 constexpr std::uint64_t HighestDoubleWord = HighestWord * DoubleWordBase + DoubleWordBase - 1;
-
-bool SameIgnoringCase(const std::string& one, const std::string& other) {
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [&](char a, char b) { return upper(a) == upper(b); });
-}
 
 /// What a person types between and behind digits means nothing; any other character makes the text no number.
 std::optional<std::string> DigitsOf(std::string value) {

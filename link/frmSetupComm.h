@@ -1,9 +1,9 @@
-// The dialog "Comm Port Settings": carries texts and clicks to PortDialog, which decides.
+// The dialog "Comm Port Settings": carries texts and clicks to PortSettingsEditor, which decides.
 #pragma once
 
-#include "link/PortDialog.h"
+#include "link/PortSettingsEditor.h"
 #include "platform/DocumentDialogs.h"
-#include "platform/QtUpDown.h"
+#include "widgets/QtUpDown.h"
 
 #include <QDialog>
 #include <QGroupBox>
@@ -20,7 +20,7 @@ namespace vantrel {
 class frmSetupComm final : public QDialog {
 public:
     /// Modal; show it with exec(). An open port is closed by Save and opened again when the dialog has gone from the
-    /// screen. `fixedDevice`: see PortDialog.
+    /// screen. `fixedDevice`: see PortSettingsEditor.
     frmSetupComm(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range, DocumentDialogs& dialogs,
                  QWidget* parent = nullptr, std::string fixedDevice = {});
 
@@ -55,7 +55,7 @@ private:
     void Save();
     [[nodiscard]] std::string PortText() const;
 
-    PortDialog decides_;
+    PortSettingsEditor decides_;
     QTimer deviceTimer_; ///< Until the device of a changed number is looked at.
     QTimer checkTimer_; ///< Until the number that the focus has left is checked.
 };

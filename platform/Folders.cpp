@@ -1,6 +1,7 @@
 #include "platform/Folders.h"
 
-#include "platform/SafeFile.h"
+#include "text/AsciiCase.h"
+#include "text/PathText.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -10,12 +11,6 @@
 namespace vantrel {
 
 namespace {
-
-bool SameIgnoringCase(const std::string& one, const std::string& other) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [&](char a, char b) { return lower(a) == lower(b); });
-}
 
 /// The entry of `folder` with that name, an exact match before one that differs in case.
 std::filesystem::path EntryIgnoringCase(const std::filesystem::path& folder, const std::string& name) {

@@ -1,7 +1,7 @@
 // The Windows answers to the small questions about folders and the terminal.
 #include "platform/Folders.h"
-#include "platform/SafeFile.h"
 #include "platform/Terminal.h"
+#include "text/PathText.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 #include "platform/QtDialogs.h"
 
 #include "platform/QtScreen.h"
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <QAbstractButton>
 #include <QDialogButtonBox>

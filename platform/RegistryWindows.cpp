@@ -1,6 +1,6 @@
 #include "platform/Registry.h"
 
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <windows.h>
 

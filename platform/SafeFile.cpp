@@ -4,6 +4,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/SafeFileHost.h"
+#include "text/PathText.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -204,12 +205,5 @@ void ReplaceFile(const fs::path& path, std::span<const std::uint8_t> bytes, OldT
     }
     WriteInPlace(target, bytes, tail);
 }
-
-std::string Utf8FromPath(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
-fs::path PathFromUtf8(const std::string& text) { return {std::u8string(text.begin(), text.end())}; }
 
 } // namespace vantrel

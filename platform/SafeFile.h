@@ -26,8 +26,4 @@ enum class OldTail { Keep, Drop };
 void ReplaceFile(const std::filesystem::path& path, std::span<const std::uint8_t> bytes, OldTail tail,
                  const SafeFileWarning& warn);
 
-/// A path as UTF-8 text and back, whatever the host's own encoding is.
-[[nodiscard]] std::string Utf8FromPath(const std::filesystem::path& path);
-[[nodiscard]] std::filesystem::path PathFromUtf8(const std::string& text);
-
 } // namespace vantrel

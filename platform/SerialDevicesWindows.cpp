@@ -1,7 +1,7 @@
 #include "platform/SerialDevices.h"
 
-#include "platform/SafeFile.h"
 #include "platform/SerialLine.h"
+#include "text/PathText.h"
 
 #include <windows.h>
 

@@ -4,10 +4,10 @@
 
 #include "document/Document.h"
 #include "link/RSComm.h"
-#include "platform/QtFormatGrid.h"
-#include "platform/QtUpDown.h"
 #include "platform/Signal.h"
 #include "views/SequenceMonitor.h"
+#include "widgets/QtFormatGrid.h"
+#include "widgets/QtUpDown.h"
 
 #include <QDialog>
 #include <QGroupBox>

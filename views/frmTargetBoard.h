@@ -3,9 +3,9 @@
 // turns.
 #pragma once
 
-#include "platform/QtUpDown.h"
 #include "platform/Signal.h"
 #include "views/BoardMonitor.h"
+#include "widgets/QtUpDown.h"
 
 #include <QDialog>
 #include <QFrame>

@@ -5,6 +5,7 @@
 #include "platform/RuntimeError.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/VirtualClock.h"
+#include "text/PathText.h"
 
 #include <gtest/gtest.h>
 

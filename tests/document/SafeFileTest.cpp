@@ -3,6 +3,7 @@
 
 #include "platform/RuntimeError.h"
 #include "tests/support/TemporaryFolder.h"
+#include "text/PathText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The port dialog: what it shows, what it refuses, and what saving leaves on the disk and of the port.
-#include "link/PortDialog.h"
+#include "link/PortSettingsEditor.h"
 
 #include "platform/AsioSerialPort.h"
 #include "platform/PseudoTerminal.h"
@@ -12,16 +12,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class PortDialogTest : public LinkTest {
+class PortSettingsEditorTest : public LinkTest {
 protected:
-    PortDialogTest() { fs::create_directory(folder / "Support"); }
-    PortDialog Dialog() { return {link, port, program, {1, 4}, dialogs}; }
+    PortSettingsEditorTest() { fs::create_directory(folder / "Support"); }
+    PortSettingsEditor Dialog() { return {link, port, program, {1, 4}, dialogs}; }
 
     fs::path settingsFile = folder / "Support" / "RSPort.cfg";
     ProgramFolder program{folder.Path(), folder / "user"};
 };
 
-TEST_F(PortDialogTest, ShowsWhatTheNextOpeningTakesAlsoBeforeTheFirst) {
+TEST_F(PortSettingsEditorTest, ShowsWhatTheNextOpeningTakesAlsoBeforeTheFirst) {
     EXPECT_EQ(Dialog().CurrentSettings(), PortSettings{});
     WriteText(settingsFile, "9,19200\r\n");
     EXPECT_EQ(Dialog().CurrentSettings(), (PortSettings{4, "19200"}));
@@ -30,8 +30,8 @@ TEST_F(PortDialogTest, ShowsWhatTheNextOpeningTakesAlsoBeforeTheFirst) {
     EXPECT_EQ(Shown().substr(0, 45), "SetupComm CurrentSettings|Error Number = 6\nOv");
 }
 
-TEST_F(PortDialogTest, TakesOnlyWholeNumbersOfTheRange) {
-    PortDialog dialog = Dialog();
+TEST_F(PortSettingsEditorTest, TakesOnlyWholeNumbersOfTheRange) {
+    PortSettingsEditor dialog = Dialog();
     for (const char* text : {"1", "4", " 2 ", "03"}) {
         EXPECT_TRUE(dialog.AcceptsPort(text)) << text;
     }
@@ -49,12 +49,12 @@ TEST_F(PortDialogTest, TakesOnlyWholeNumbersOfTheRange) {
               "44114");
 }
 
-TEST_F(PortDialogTest, SavingWritesTheSettingsAndTheFilesOfTheToolsThatAreThere) {
+TEST_F(PortSettingsEditorTest, SavingWritesTheSettingsAndTheFilesOfTheToolsThatAreThere) {
     fs::create_directory(folder / "trv96");
     fs::create_directory(folder / "TRP51");
     WriteText(folder / "TRV51", "no folder");
     WriteText(folder / "TRP51" / "torvik.sfg", "the old line, which was longer\r\n");
-    PortDialog dialog = Dialog();
+    PortSettingsEditor dialog = Dialog();
     EXPECT_TRUE(dialog.Save(" 3", "19200"));
     dialog.Finish();
     EXPECT_EQ(FileText(settingsFile), "3,19200\r\n");
@@ -65,9 +65,9 @@ TEST_F(PortDialogTest, SavingWritesTheSettingsAndTheFilesOfTheToolsThatAreThere)
     EXPECT_EQ(port.opened, 0) << "a port that was closed stays closed";
 }
 
-TEST_F(PortDialogTest, SavingClosesAnOpenPortAndOpensItWithTheNewSettingsWhenTheDialogHasClosed) {
+TEST_F(PortSettingsEditorTest, SavingClosesAnOpenPortAndOpensItWithTheNewSettingsWhenTheDialogHasClosed) {
     GoOnline();
-    PortDialog dialog = Dialog();
+    PortSettingsEditor dialog = Dialog();
     port.Expect({{0xFF, 0x00}, {0xFF, 0x55}});
     EXPECT_TRUE(dialog.Save("2", "19200"));
     EXPECT_FALSE(port.IsOpen() || link.OnlineMode());
@@ -80,11 +80,11 @@ TEST_F(PortDialogTest, SavingClosesAnOpenPortAndOpensItWithTheNewSettingsWhenThe
     EXPECT_EQ(port.opened, 2) << "once is enough";
 }
 
-TEST_F(PortDialogTest, AFileThatCannotBeWrittenIsReportedAndThePortComesBackAllTheSame) {
+TEST_F(PortSettingsEditorTest, AFileThatCannotBeWrittenIsReportedAndThePortComesBackAllTheSame) {
     GoOnline();
     fs::remove(settingsFile);
     fs::create_directory(settingsFile);
-    PortDialog dialog = Dialog();
+    PortSettingsEditor dialog = Dialog();
     port.otherwise = 0x55;
     EXPECT_FALSE(dialog.Save("2", "9600")) << "the dialog stays";
     EXPECT_EQ(Shown().substr(0, 28), "SetupComm|Error Number = 75\n");
@@ -94,12 +94,12 @@ TEST_F(PortDialogTest, AFileThatCannotBeWrittenIsReportedAndThePortComesBackAllT
     EXPECT_TRUE(link.OnlineMode());
 
     fs::create_directories(folder / "TRV51" / "TORVIK.SFG");
-    PortDialog other = Dialog();
+    PortSettingsEditor other = Dialog();
     EXPECT_TRUE(other.Save("2", "9600")) << "the program's own settings are saved";
     EXPECT_EQ(Shown(1).substr(0, 28), "SetupComm|Error Number = 75\n");
 }
 
-TEST_F(PortDialogTest, SaysWhichDeviceANumberStandsForAndWhetherItCanBeUsed) {
+TEST_F(PortSettingsEditorTest, SaysWhichDeviceANumberStandsForAndWhetherItCanBeUsed) {
     std::unique_ptr<PseudoTerminal> terminal;
     try {
         terminal = PseudoTerminal::Create();
@@ -109,7 +109,7 @@ TEST_F(PortDialogTest, SaysWhichDeviceANumberStandsForAndWhetherItCanBeUsed) {
     fs::create_symlink(terminal->Device(), folder / "Support" / "COM2");
     fs::create_symlink("/dev/null", folder / "Support" / "COM3");
     fs::create_symlink("/dev/not-plugged-in", folder / "Support" / "COM4");
-    const PortDialog dialog = Dialog();
+    const PortSettingsEditor dialog = Dialog();
     const std::string name = "COM2 (" + terminal->Device() + ")";
     EXPECT_EQ(dialog.DeviceName("2"), name);
     EXPECT_EQ(dialog.DeviceLine("2"), name + ": there, and free.");
@@ -126,7 +126,7 @@ TEST_F(PortDialogTest, SaysWhichDeviceANumberStandsForAndWhetherItCanBeUsed) {
     WriteText(settingsFile, "2,9600\r\n");
     GoOnline();
     EXPECT_EQ(dialog.DeviceLine("2"), name + ": open in this program.");
-    EXPECT_EQ(PortDialog(link, port, program, {1, 4}, dialogs, "a simulated board").DeviceLine("2"),
+    EXPECT_EQ(PortSettingsEditor(link, port, program, {1, 4}, dialogs, "a simulated board").DeviceLine("2"),
               "COM2 (a simulated board)");
 }
 

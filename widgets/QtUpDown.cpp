@@ -1,5 +1,5 @@
 // Steps by button, by key and by wheel.
-#include "platform/QtUpDown.h"
+#include "widgets/QtUpDown.h"
 
 #include <QKeyEvent>
 #include <QVBoxLayout>

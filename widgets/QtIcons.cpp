@@ -1,4 +1,4 @@
-#include "platform/QtIcons.h"
+#include "widgets/QtIcons.h"
 
 #include <QColor>
 #include <QGuiApplication>

@@ -1,4 +1,4 @@
-#include "platform/QtTaskDialog.h"
+#include "widgets/QtTaskDialog.h"
 
 #include "platform/QtScreen.h"
 

@@ -1,5 +1,5 @@
 // The grid on Qt's table view. The fixed row and column are its headers, so that they look and behave as headers do.
-#include "platform/QtFormatGrid.h"
+#include "widgets/QtFormatGrid.h"
 
 #include "platform/QtScreen.h"
 

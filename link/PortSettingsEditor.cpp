@@ -1,10 +1,11 @@
 // The port dialog's checks and its files. Shows its own failures.
-#include "link/PortDialog.h"
+#include "link/PortSettingsEditor.h"
 
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 #include "platform/SerialDevices.h"
 #include "text/NumberText.h"
+#include "text/PathText.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -36,12 +37,12 @@ std::string KnownName(const std::string& device) {
 
 } // namespace
 
-PortDialog::PortDialog(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range, Dialogs& dialogs,
-                       std::string fixedDevice)
+PortSettingsEditor::PortSettingsEditor(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range,
+                                       Dialogs& dialogs, std::string fixedDevice)
     : link_(link), port_(port), supportFolder_(folder.SupportFolder()), range_(range), dialogs_(dialogs),
       fixedDevice_(std::move(fixedDevice)), toolFiles_(ToolFiles(folder)) {}
 
-PortSettings PortDialog::CurrentSettings() {
+PortSettings PortSettingsEditor::CurrentSettings() {
     try {
         return ReadPortSettings(PathFromUtf8(link_.CommSettingsFile()), range_).settings;
     } catch (const RuntimeError& error) {
@@ -50,12 +51,12 @@ PortSettings PortDialog::CurrentSettings() {
     }
 }
 
-bool PortDialog::InRange(const std::string& text) const {
+bool PortSettingsEditor::InRange(const std::string& text) const {
     const auto number = WholeNumber(text);
     return number && *number >= range_.minimum && *number <= range_.maximum;
 }
 
-bool PortDialog::AcceptsPort(const std::string& text) {
+bool PortSettingsEditor::AcceptsPort(const std::string& text) {
     if (InRange(text)) return true;
     dialogs_.Show({.title = "Comm Port",
                    .text = "Only a Number Between " + std::to_string(range_.minimum) + " and " +
@@ -65,21 +66,21 @@ bool PortDialog::AcceptsPort(const std::string& text) {
     return false;
 }
 
-std::string PortDialog::Stepped(const std::string& text, int steps) const {
+std::string PortSettingsEditor::Stepped(const std::string& text, int steps) const {
     const auto number = WholeNumber(text);
     if (!number) return std::to_string(range_.minimum);
     const std::int32_t from = std::clamp(*number, range_.minimum, range_.maximum);
     return std::to_string(std::clamp(from + steps, range_.minimum, range_.maximum));
 }
 
-std::string PortDialog::DeviceName(const std::string& text) const {
+std::string PortSettingsEditor::DeviceName(const std::string& text) const {
     if (!InRange(text)) return {};
     const int number = WholeNumber(text).value_or(range_.minimum);
     const std::string device = fixedDevice_.empty() ? KnownName(SerialDeviceOf(number, supportFolder_)) : fixedDevice_;
     return "COM" + std::to_string(number) + (device.empty() ? "" : " (" + device + ")");
 }
 
-std::string PortDialog::DeviceLine(const std::string& text) const {
+std::string PortSettingsEditor::DeviceLine(const std::string& text) const {
     std::string line = DeviceName(text);
     if (line.empty() || !fixedDevice_.empty()) return line;
     const int number = WholeNumber(text).value_or(range_.minimum);
@@ -90,7 +91,7 @@ std::string PortDialog::DeviceLine(const std::string& text) const {
     return line + (problem.empty() ? ": there, and free." : ":\n" + problem);
 }
 
-bool PortDialog::Save(const std::string& text, const std::string& speed) {
+bool PortSettingsEditor::Save(const std::string& text, const std::string& speed) {
     if (!AcceptsPort(text)) return false;
     const PortSettings settings{.number = WholeNumber(text).value_or(range_.minimum), .speed = speed};
     reopen_ = reopen_ || port_.IsOpen();
@@ -106,7 +107,7 @@ bool PortDialog::Save(const std::string& text, const std::string& speed) {
     return true;
 }
 
-void PortDialog::WriteToolFile(const fs::path& file, int portNumber) {
+void PortSettingsEditor::WriteToolFile(const fs::path& file, int portNumber) {
     const std::string line = std::to_string(portNumber - 1) + "\r\n";
     const std::vector<std::uint8_t> bytes(line.begin(), line.end());
     try {
@@ -117,7 +118,7 @@ void PortDialog::WriteToolFile(const fs::path& file, int portNumber) {
     }
 }
 
-void PortDialog::Finish() {
+void PortSettingsEditor::Finish() {
     if (std::exchange(reopen_, false)) link_.OpenRSComm(port_);
 }
 

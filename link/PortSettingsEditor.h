@@ -14,13 +14,13 @@
 
 namespace vantrel {
 
-class PortDialog {
+class PortSettingsEditor {
 public:
     /// One showing of the dialog; everything given must outlive it. `fixedDevice`: what `port` opens whatever its
     /// number
     /// ("a simulated board"); empty when the number decides.
-    PortDialog(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range, Dialogs& dialogs,
-               std::string fixedDevice = {});
+    PortSettingsEditor(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range, Dialogs& dialogs,
+                       std::string fixedDevice = {});
 
     /// The settings to show on opening: those that the next opening of the port takes. Those that the link last used
     /// when the file cannot be read, which is reported.

@@ -3,7 +3,7 @@
 #include "console/RecordText.h"
 #include "console/SetupFiles.h"
 #include "document/ValueDisplay.h"
-#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <ostream>
 
