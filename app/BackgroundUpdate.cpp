@@ -6,29 +6,40 @@
 #include "views/BoardTexts.h"
 #include "views/UserProgram.h"
 
-#include <charconv>
+#include <chrono>
 
 namespace vantrel {
 
 namespace {
 
 constexpr int TicksBetweenRefreshes = 20;
+constexpr std::size_t FaultAlarm = 0;
 constexpr std::size_t CoCpuAlarm = 2;
+constexpr std::chrono::seconds ShortestSilence{1};
 
 /// Two blanks separate the panel's heading from what it says.
-std::string Panel(const char* text) { return std::string("System Message:  ") + text; }
+std::string Panel(const std::string& text) { return "System Message:  " + text; }
 
 } // namespace
 
-void BackgroundUpdate::Tick(bool transferring) {
-    if (link_.Busy()) return;
+Task BackgroundUpdate::Tick(bool transferring) {
     if (typeOf_ != program_.document.FilePath) LookForUserProgram();
     if (!HasCoCpu(boardType_)) program_.alarms.at(CoCpuAlarm) = false;
     if (link_.OnlineMode()) {
-        TickOnline(transferring);
+        co_await TickOnline(transferring);
     } else {
         TickOffline();
     }
+}
+
+void BackgroundUpdate::Wait() {
+    const auto since = link_.AwaitingSince();
+    if (!since || !link_.OnlineMode()) return;
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(clock_.Now() - *since);
+    // A board that is only slow answers before this.
+    if (seconds < ShortestSilence) return;
+    program_.systemMessage = "Set-up Program is Currently ONLINE\nWaiting for the board ...";
+    panelText_ = Panel("Waiting for the board ... " + std::to_string(seconds.count()) + " s");
 }
 
 void BackgroundUpdate::TickOffline() {
@@ -37,7 +48,7 @@ void BackgroundUpdate::TickOffline() {
     panelText_ = Panel(link_.LinkFailed() ? "Comm Fault with Q6700" : "Program is Currently OFFLINE");
 }
 
-void BackgroundUpdate::TickOnline(bool transferring) {
+Task BackgroundUpdate::TickOnline(bool transferring) {
     if (!wasOnline_) {
         onlineTicks_ = 0;
         // The file may have come or changed since.
@@ -45,33 +56,36 @@ void BackgroundUpdate::TickOnline(bool transferring) {
     }
     wasOnline_ = true;
     if (onlineTicks_++ % TicksBetweenRefreshes == 0) program_.refreshTargetStatus = true;
-    if (!link_.LinkFailed() && !transferring) Poll();
-    if (!link_.LinkFailed()) ShowAlarms();
+    if (!link_.LinkFailed() && !transferring) co_await Poll();
+    if (!link_.LinkFailed() && link_.OnlineMode()) ShowAlarms();
 }
 
-void BackgroundUpdate::Poll() {
-    const std::optional<int> currentFault = Read(CurrentFaultByte);
-    if (!currentFault || !program_.refreshTargetStatus) return;
-    ReadAlarms(*currentFault);
+Task BackgroundUpdate::Poll() {
+    const int opened = link_.Opened();
+    const std::optional<int> currentFault = co_await Read(CurrentFaultByte);
+    if (!currentFault || link_.Opened() != opened) co_return;
+    program_.alarms.at(FaultAlarm) = *currentFault != 0;
+    if (program_.refreshTargetStatus) co_await ReadAlarms(*currentFault);
 }
 
-void BackgroundUpdate::ReadAlarms(int currentFault) {
-    const std::optional<int> commError = Read(CurrentCommErrorByte);
-    if (!commError) return;
+Task BackgroundUpdate::ReadAlarms(int currentFault) {
+    const int opened = link_.Opened();
+    const std::optional<int> commError = co_await Read(CurrentCommErrorByte);
+    if (!commError) co_return;
     const bool hasCoCpu = HasCoCpu(boardType_);
-    const std::optional<int> slot = hasCoCpu ? Read(CoCpuSlotByte) : 0;
-    if (!slot) return;
-    program_.alarms =
-        AlarmsOf({.currentFault = currentFault, .currentCommError = *commError, .coCpuSlot = *slot}, hasCoCpu);
+    std::optional<int> slot = 0;
+    if (hasCoCpu) slot = co_await Read(CoCpuSlotByte);
+    if (!slot || link_.Opened() != opened) co_return;
+    const BoardCodes codes{.currentFault = currentFault, .currentCommError = *commError, .coCpuSlot = *slot};
+    program_.alarms = AlarmsOf(codes, hasCoCpu);
     program_.refreshTargetStatus = false;
 }
 
-std::optional<int> BackgroundUpdate::Read(int byte) {
-    const std::string value = link_.RSRead(ByteAddress(byte));
-    if (link_.ReadFailed()) return std::nullopt;
-    int number = 0;
-    std::from_chars(value.data(), value.data() + value.size(), number);
-    return number;
+TaskOf<std::optional<int>> BackgroundUpdate::Read(int byte) {
+    const Reading reading = co_await link_.Read(ByteAddress(byte));
+    std::optional<int> number;
+    if (reading.IsValue()) number = static_cast<int>(*reading.Number());
+    co_return number;
 }
 
 void BackgroundUpdate::LookForUserProgram() {

@@ -4,6 +4,7 @@
 
 #include "app/Program.h"
 #include "link/RSComm.h"
+#include "platform/Task.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -12,36 +13,40 @@
 
 namespace vantrel {
 
-/// Both arguments must outlive it.
+/// All arguments must outlive it.
 class BackgroundUpdate {
 public:
     /// How often Tick() is to be called.
     static constexpr int TickMilliseconds = 500;
 
-    BackgroundUpdate(Program& program, RSComm& link) : program_(program), link_(link) {}
+    BackgroundUpdate(Program& program, RSComm& link, const Clock& clock)
+        : program_(program), link_(link), clock_(clock) {}
 
     /// One tick: brings `systemMessage` and the panel's text up to date; while ONLINE polls the board with one read,
-    /// and with up to two more when the faults are to be read again, which sets the alarms. Going ONLINE and every 20th
-    /// ONLINE tick ask for that, and whoever raises `refreshTargetStatus`. While `transferring`, the line is left
-    /// alone. Does nothing while the link is busy: a box that the link shows inside a tick lets further ticks through.
-    /// The caller does not call it while another box of the program is up, whose place the link's warning would take.
-    void Tick(bool transferring);
+    /// and with up to two more when the faults are to be read again. The alarms follow what was read: the fault at
+    /// every tick. Going ONLINE and every 20th ONLINE tick ask for all of them, and whoever raises
+    /// `refreshTargetStatus`. While `transferring`, the line is left alone. Do not start one while another has not
+    /// ended: call Wait() instead.
+    [[nodiscard]] Task Tick(bool transferring);
+    /// What a tick comes to whose predecessor still waits for the board: nothing but the truth about that.
+    void Wait();
 
     /// What the status bar's first panel shows.
     [[nodiscard]] const std::string& PanelText() const { return panelText_; }
 
 private:
     void TickOffline();
-    void TickOnline(bool transferring);
-    void Poll();
-    void ReadAlarms(int currentFault);
-    /// The value of a byte; nothing when it could not be read reliably.
-    std::optional<int> Read(int byte);
+    [[nodiscard]] Task TickOnline(bool transferring);
+    [[nodiscard]] Task Poll();
+    [[nodiscard]] Task ReadAlarms(int currentFault);
+    /// The value of a byte; nothing when it is doubtful or the link has failed.
+    [[nodiscard]] TaskOf<std::optional<int>> Read(int byte);
     void LookForUserProgram();
     void ShowAlarms();
 
     Program& program_;
     RSComm& link_;
+    const Clock& clock_;
     std::string panelText_;
     bool wasOnline_ = false;
     int onlineTicks_ = 0;

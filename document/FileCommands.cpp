@@ -72,13 +72,12 @@ FileCommands::Outcome FileCommands::SaveChangesFirst() {
     return Outcome::Done;
 }
 
-FileCommands::Outcome FileCommands::New(bool askStackAddress) {
+FileCommands::Outcome FileCommands::New() {
     const Outcome saved = SaveChangesFirst();
     if (saved != Outcome::Done) return saved;
     document_.New();
     hooks_.showCaption();
     hooks_.showDocumentDate();
-    if (askStackAddress) AskStatusStackAddress();
     return Outcome::Done;
 }
 
@@ -209,36 +208,42 @@ bool FileCommands::MayClose() {
     return answer != SaveAnswer::Cancel;
 }
 
-void FileCommands::AskStatusStackAddress() {
-    const auto answer = dialogs_.AskText(StackTitle, StackPrompt, StackAddressToShow());
-    if (!answer || answer->empty()) return;
+Task FileCommands::AskStatusStackAddress() {
+    const std::string shown = co_await StackAddressToShow();
+    const auto answer = dialogs_.AskText(StackTitle, StackPrompt, shown);
+    if (!answer || answer->empty()) co_return;
     const std::optional<std::int32_t> address = StackAddressIn(*answer);
     if (!address) {
         dialogs_.Show({.title = StackTitle,
                        .text = "Only a V Memory Space Address Between 1 and 34463 can be Entered",
                        .icon = MessageIcon::Exclamation,
                        .buttons = MessageButtons::Ok});
-        return;
+        co_return;
     }
     document_.CurrentConfiguration.SetValue(StatusStackIndex, *address);
-    if (link_.OnlineMode() && !link_.LinkFailed()) SendStackAddress(*address);
+    if (link_.OnlineMode() && !link_.LinkFailed()) co_await SendStackAddress(*address);
 }
 
-std::string FileCommands::StackAddressToShow() {
+TaskOf<std::string> FileCommands::StackAddressToShow() {
     const Configuration& record = document_.CurrentConfiguration;
     if (link_.OnlineMode() && !link_.LinkFailed()) {
-        const std::string value = link_.RSRead(record.TargetAddress(StatusStackIndex));
-        if (!link_.ReadFailed()) return "V" + value;
+        const Reading onBoard = co_await link_.Read(record.TargetAddress(StatusStackIndex));
+        if (const auto address = onBoard.Number()) co_return "V" + std::to_string(*address);
     }
-    return "V" + std::to_string(record.Value(StatusStackIndex));
+    co_return "V" + std::to_string(record.Value(StatusStackIndex));
 }
 
-void FileCommands::SendStackAddress(std::int32_t address) {
-    const std::array outcomes{link_.RSWrite(WriteThroughFlag, "1"),
-                              link_.RSWrite(StatusStackWord, std::to_string(address)),
-                              link_.RSWrite(WriteThroughFlag, "0")};
+Task FileCommands::SendStackAddress(std::int32_t address) {
+    RSComm::Line line = co_await link_.TakeLine();
+    bool confirmed = true;
+    const std::array<std::pair<std::string, std::string>, 3> writes{
+        {{WriteThroughFlag, "1"}, {StatusStackWord, std::to_string(address)}, {WriteThroughFlag, "0"}}};
+    for (const auto& [target, value] : writes) {
+        const WriteResult written = co_await line.RSWrite(target, value);
+        confirmed = confirmed && written.Confirmed();
+    }
     // A link that failed has told so itself.
-    if (link_.LinkFailed() || std::ranges::count(outcomes, WriteOutcome::NotConfirmed) == 0) return;
+    if (link_.LinkFailed() || confirmed) co_return;
     dialogs_.Show({.title = StackTitle,
                    .text = "The board did not confirm the address V" + std::to_string(address) +
                            " and may still use the old one.\nEnter the address once more.",

@@ -40,8 +40,8 @@ public:
 
     // New and Open save first when the user wants that. They go on when the save was cancelled, not when it failed.
 
-    /// `askStackAddress`: false for the New that start-up runs.
-    Outcome New(bool askStackAddress);
+    /// Ask for the status stack address afterwards, but not at start-up.
+    Outcome New();
     /// The file dialog begins at the document's path. A file that cannot be read leaves everything as it was; one of
     /// another program version that the user declines leaves the document, but moves its path and title.
     Outcome Open();
@@ -57,8 +57,8 @@ public:
     /// The save question before the program ends: true when it may end.
     [[nodiscard]] bool MayClose();
 
-    /// The dialog "TI Status Stack Address", with the write to the board when ONLINE.
-    void AskStatusStackAddress();
+    /// The dialog "TI Status Stack Address", with the read from the board and the write to it when ONLINE.
+    [[nodiscard]] Task AskStatusStackAddress();
 
 private:
     enum class FileKind { Setup, TextImport };
@@ -72,8 +72,8 @@ private:
     /// Whether the forced target may be written: it is new, the file `confirmed`, or the user says so.
     [[nodiscard]] bool AcceptsTarget(const std::filesystem::path& confirmed);
     Outcome Write();
-    [[nodiscard]] std::string StackAddressToShow();
-    void SendStackAddress(std::int32_t address);
+    [[nodiscard]] TaskOf<std::string> StackAddressToShow();
+    [[nodiscard]] Task SendStackAddress(std::int32_t address);
 
     Document& document_;
     RSComm& link_;

@@ -1,7 +1,8 @@
 #include "document/SettingsTransfer.h"
 
 #include "link/TargetMap.h"
-#include "text/NumberText.h"
+
+#include <utility>
 
 namespace vantrel {
 
@@ -60,77 +61,111 @@ bool SettingsTransfer::HasWork() const {
 }
 
 void SettingsTransfer::Load() {
-    if (mode_ == TransferMode::DownloadData && !link_.LinkFailed()) {
-        flagRaised_ = link_.RSWrite(WriteThroughFlag, "1") == WriteOutcome::Written;
-    }
     display_.ShowLabel(TransferLabel(mode_));
     if (HasWork()) display_.ShowProgress(0, ValueCount);
 }
 
+void SettingsTransfer::Cancel() {
+    cancelled_ = true;
+    link_.GiveUp();
+}
+
 Task SettingsTransfer::Run() {
+    const int opened = link_.Opened();
+    if (mode_ == TransferMode::DownloadData && !link_.LinkFailed()) flagRaised_ = co_await WriteFlag("1");
     if (!HasWork()) co_return;
+    if (mode_ == TransferMode::UploadData) {
+        co_await Upload();
+    } else {
+        co_await Download();
+    }
+    if (!link_.LinkFailed()) flagCleared_ = co_await WriteFlag("0");
+    reconnected_ = link_.Opened() != opened;
+    // To somebody who has just given up it is no news.
+    if (!link_.LinkFailed() || cancelled_) co_return;
+    dialogs_.Show({.title = "RTFCD7",
+                   .text = "Error Processing Request\n\nProcess Not Complete",
+                   .icon = MessageIcon::Exclamation,
+                   .buttons = MessageButtons::Ok});
+}
+
+TaskOf<bool> SettingsTransfer::WriteFlag(std::string value) {
+    const WriteResult written = co_await link_.RSWrite(WriteThroughFlag, std::move(value));
+    co_return written.Confirmed();
+}
+
+void SettingsTransfer::Advance(std::size_t walked) {
+    walked_ = walked;
+    display_.ShowProgress(walked_, ValueCount);
+}
+
+Task SettingsTransfer::Download() {
     for (std::size_t index = 0; index < ValueCount; ++index) {
         co_await turns_.Next();
-        if (cancelled_ || link_.LinkFailed()) break;
-        const bool arrived = mode_ == TransferMode::UploadData ? UploadValue(index) : DownloadValue(index);
-        if (!link_.LinkFailed()) {
-            walked_ = index + 1;
-            if (!arrived) NoteUnconfirmed(index);
-            display_.ShowProgress(walked_, ValueCount);
-        }
-    }
-    if (!link_.LinkFailed()) flagCleared_ = link_.RSWrite(WriteThroughFlag, "0") == WriteOutcome::Written;
-    if (link_.LinkFailed()) {
-        dialogs_.Show({.title = "RTFCD7",
-                       .text = "Error Processing Request\n\nProcess Not Complete",
-                       .icon = MessageIcon::Exclamation,
-                       .buttons = MessageButtons::Ok});
+        if (!MayGoOn()) co_return;
+        const WriteResult written =
+            co_await link_.RSWrite(record_.TargetAddress(index), SignedText(record_.Value(index)));
+        if (link_.LinkFailed()) co_return;
+        if (!written.Confirmed()) unconfirmed_.push_back(index);
+        if (written.repeated) repeated_.push_back({index, written.mayHaveReached});
+        Advance(index + 1);
     }
 }
 
-void SettingsTransfer::NoteUnconfirmed(std::size_t index) {
-    // A surplus byte on the line is taken for data first and makes the echo wrong only at the value behind it.
-    const bool spoilsTheOneBefore = mode_ == TransferMode::UploadData && index > 0;
-    if (spoilsTheOneBefore && (unconfirmed_.empty() || unconfirmed_.back() != index - 1)) {
-        unconfirmed_.push_back(index - 1);
+Task SettingsTransfer::Upload() {
+    ReadingWalk walk(link_);
+    for (std::size_t index = 0; index < ValueCount; ++index) {
+        co_await turns_.Next();
+        if (!MayGoOn()) break;
+        const auto judged = co_await walk.Read(record_.TargetAddress(index), index);
+        Store(judged);
     }
-    unconfirmed_.push_back(index);
+    const auto last = co_await walk.End();
+    Store(last);
 }
 
-bool SettingsTransfer::UploadValue(std::size_t index) {
-    const std::string text = link_.RSRead(record_.TargetAddress(index));
+void SettingsTransfer::Store(const std::optional<JudgedReading>& judged) {
     // What a dead line could not tell must not wipe out what the record holds.
-    if (link_.LinkFailed()) return false;
-    record_.SetValue(index, LeadingInteger(text).value_or(0));
-    // The echo of a next value, which would show a surplus byte, does not come behind the last one.
-    const bool last = index == LastValueIndex;
-    return !link_.ReadFailed() && !(last && link_.SurplusFollows());
-}
-
-bool SettingsTransfer::DownloadValue(std::size_t index) {
-    return link_.RSWrite(record_.TargetAddress(index), SignedText(record_.Value(index))) == WriteOutcome::Written;
+    if (!judged || judged->reading.HasLinkFailed()) return;
+    const std::uint32_t number = judged->reading.NumberEvenIfDoubtful().value_or(0);
+    record_.SetValue(judged->tag, static_cast<std::int32_t>(number));
+    if (!judged->reading.IsValue()) unconfirmed_.push_back(judged->tag);
+    Advance(judged->tag + 1);
 }
 
 BoardComparison::BoardComparison(const Configuration& record, RSComm& link, TurnQueue& turns, TransferDisplay& display)
     : record_(record), link_(link), turns_(turns), display_(display) {}
 
+void BoardComparison::Cancel() {
+    cancelled_ = true;
+    link_.GiveUp();
+}
+
 Task BoardComparison::Run() {
     display_.ShowLabel("Comparing Data, Please Standby...");
     display_.ShowProgress(0, ValueCount);
+    ReadingWalk walk(link_);
     for (std::size_t index = 0; index < ValueCount; ++index) {
         co_await turns_.Next();
         if (cancelled_ || link_.LinkFailed()) break;
-        const std::string text = link_.RSRead(record_.TargetAddress(index));
-        if (link_.LinkFailed()) break;
-        const std::int32_t onBoard = LeadingInteger(text).value_or(0);
-        if (link_.ReadFailed()) {
-            unread_.push_back(index);
-        } else if (onBoard != record_.Value(index)) {
-            differences_.push_back({index, record_.Value(index), onBoard});
-        }
-        compared_ = index + 1;
-        display_.ShowProgress(compared_, ValueCount);
+        const auto judged = co_await walk.Read(record_.TargetAddress(index), index);
+        Compare(judged);
     }
+    const auto last = co_await walk.End();
+    Compare(last);
+    reconnected_ = walk.Reconnected();
+}
+
+void BoardComparison::Compare(const std::optional<JudgedReading>& judged) {
+    if (!judged || judged->reading.HasLinkFailed()) return;
+    const std::size_t index = judged->tag;
+    if (const auto number = judged->reading.Number(); !number) {
+        unread_.push_back(index);
+    } else if (const auto onBoard = static_cast<std::int32_t>(*number); onBoard != record_.Value(index)) {
+        differences_.push_back({index, record_.Value(index), onBoard});
+    }
+    compared_ = index + 1;
+    display_.ShowProgress(compared_, ValueCount);
 }
 
 } // namespace vantrel

@@ -4,11 +4,14 @@
 
 #include "document/Configuration.h"
 #include "link/RSComm.h"
+#include "link/ReadingWalk.h"
 #include "platform/Dialogs.h"
 #include "platform/Task.h"
 #include "platform/TurnQueue.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,6 +56,12 @@ public:
     virtual void ShowProgress(std::size_t done, std::size_t total) = 0;
 };
 
+/// A value that had to be sent twice, and the bytes that its first, half-sent attempt may have set to 255.
+struct RepeatedWrite {
+    std::size_t index;
+    std::vector<std::uint16_t> mayHaveReached;
+};
+
 /// One transfer between a record and the board. Load(), then Run() once. All that it is given must outlive it, and it
 /// its running task.
 class SettingsTransfer {
@@ -63,12 +72,14 @@ public:
     SettingsTransfer(TransferMode mode, Configuration& record, RSComm& link, Dialogs& dialogs, TurnQueue& turns,
                      TransferDisplay& display);
 
-    /// What happens when the progress window opens: the label, the empty bar, and the board's download flag.
+    /// What happens when the progress window opens: the label and the empty bar.
     void Load();
-    /// The transfer itself. Yields before each value; ends by Cancel, by a failed link (with its message) or by itself.
+    /// The transfer itself, the board's download flag first. Yields before each value; ends by Cancel, by a failed link
+    /// (with its message, unless the user had given up a silent board) or by itself.
     [[nodiscard]] Task Run();
-    /// Ends the transfer quietly before its next value. Values already transferred stay transferred.
-    void Cancel() { cancelled_ = true; }
+    /// Ends the transfer quietly before its next value. Values already transferred stay transferred. A silent board is
+    /// given up at once; call again if it falls silent later.
+    void Cancel();
 
     [[nodiscard]] bool Cancelled() const { return cancelled_; }
     /// How many values, from index 0 on, were walked before the transfer ended; the one at which the link failed is
@@ -79,16 +90,23 @@ public:
     /// The board echoed that a download begins, or that the transfer has ended ("B105").
     [[nodiscard]] bool FlagRaised() const { return flagRaised_; }
     [[nodiscard]] bool FlagCleared() const { return flagCleared_; }
-    /// Indices, ascending, of walked values that cannot be relied on: writes refused or not echoed, reads without an
-    /// answer of their own.
+    /// The user gave up a board that had fallen silent: the link has failed, and a download's flag may be left at 1.
+    [[nodiscard]] bool GaveUp() const { return cancelled_ && link_.LinkFailed(); }
+    /// Indices, ascending, of walked values that cannot be relied on: writes refused or not confirmed, doubtful reads.
     [[nodiscard]] const std::vector<std::size_t>& Unconfirmed() const { return unconfirmed_; }
+    /// The writes of a download that were sent twice, ascending.
+    [[nodiscard]] const std::vector<RepeatedWrite>& Repeated() const { return repeated_; }
+    /// The port was opened again in the middle: what was transferred before may be another board's, or lost.
+    [[nodiscard]] bool Reconnected() const { return reconnected_; }
 
 private:
     [[nodiscard]] bool HasWork() const;
-    void NoteUnconfirmed(std::size_t index);
-    /// True when the value arrived where it was going.
-    [[nodiscard]] bool UploadValue(std::size_t index);
-    [[nodiscard]] bool DownloadValue(std::size_t index);
+    [[nodiscard]] bool MayGoOn() const { return !cancelled_ && !link_.LinkFailed(); }
+    [[nodiscard]] Task Download();
+    [[nodiscard]] Task Upload();
+    void Store(const std::optional<JudgedReading>& judged);
+    void Advance(std::size_t walked);
+    [[nodiscard]] TaskOf<bool> WriteFlag(std::string value);
 
     TransferMode mode_;
     Configuration& record_;
@@ -100,7 +118,9 @@ private:
     bool flagRaised_ = false;
     bool flagCleared_ = false;
     std::size_t walked_ = 0;
+    bool reconnected_ = false;
     std::vector<std::size_t> unconfirmed_;
+    std::vector<RepeatedWrite> repeated_;
 };
 
 /// One value that differs between a record and the board.
@@ -117,21 +137,26 @@ public:
     BoardComparison(const Configuration& record, RSComm& link, TurnQueue& turns, TransferDisplay& display);
 
     [[nodiscard]] Task Run();
-    void Cancel() { cancelled_ = true; }
+    void Cancel();
+    /// The port was opened again in the middle: the values may be those of two boards.
+    [[nodiscard]] bool Reconnected() const { return reconnected_; }
     [[nodiscard]] bool Complete() const { return compared_ == ValueCount; }
     /// How many values, from index 0 on, were compared.
     [[nodiscard]] std::size_t Compared() const { return compared_; }
     [[nodiscard]] const std::vector<ValueDifference>& Differences() const { return differences_; }
-    /// Indices of values that the board did not give although the link stood.
+    /// Indices of doubtful values: the board did not give them clearly although the link stood.
     [[nodiscard]] const std::vector<std::size_t>& Unread() const { return unread_; }
 
 private:
+    void Compare(const std::optional<JudgedReading>& judged);
+
     const Configuration& record_;
     RSComm& link_;
     TurnQueue& turns_;
     TransferDisplay& display_;
     bool cancelled_ = false;
     std::size_t compared_ = 0;
+    bool reconnected_ = false;
     std::vector<ValueDifference> differences_;
     std::vector<std::size_t> unread_;
 };

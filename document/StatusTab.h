@@ -30,8 +30,7 @@ public:
 
 /// One pass over the rows: node number and status word of each visible one. Yields before every value, so that nothing
 /// waits longer than one exchange, and ends at once when the display does not want it, the link is not ONLINE or it
-/// has failed. A value that cannot be relied on is not shown; the next pass brings it. All arguments must outlive the
-/// running task.
+/// has failed, or opened again. A value that stays doubtful reads "-". All arguments must outlive the running task.
 Task RefreshStatusTab(StatusTabDisplay& display, const SequenceAddresses& nodeNumbers,
                       const SequenceAddresses& statusWords, RSComm& link, TurnQueue& turns);
 

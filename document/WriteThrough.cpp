@@ -2,19 +2,29 @@
 #include "document/WriteThrough.h"
 
 #include "link/TargetMap.h"
-#include "text/NumberText.h"
 
 namespace vantrel {
 
-std::optional<std::int32_t> WriteThrough(RSComm& link, const std::string& address, std::int32_t value) {
-    if (!link.LinkFailed()) link.RSWrite(WriteThroughFlag, "1");
-    if (!link.LinkFailed()) link.RSWrite(address, std::to_string(value));
-    if (!link.LinkFailed()) link.RSWrite(WriteThroughFlag, "0");
-    if (link.LinkFailed()) return std::nullopt;
-    const std::string text = link.RSRead(address);
-    // No later echo would show that the answers were out of step.
-    if (link.LinkFailed() || link.ReadFailed() || link.SurplusFollows()) return std::nullopt;
-    return LeadingInteger(text);
+bool WriteThroughResult::Holds(std::int32_t value) const {
+    const auto number = onBoard.Number();
+    return written.Confirmed() && number && value >= 0 && *number == static_cast<std::uint32_t>(value);
+}
+
+TaskOf<WriteThroughResult> WriteThrough(RSComm& link, std::string address, std::int32_t value) {
+    RSComm::Line line = co_await link.TakeLine();
+    WriteThroughResult result;
+    result.written.outcome = WriteOutcome::LinkFailed;
+    if (!link.LinkFailed()) {
+        const WriteResult raised = co_await line.RSWrite(WriteThroughFlag, "1");
+        result.flagRaised = raised.Confirmed();
+    }
+    if (!link.LinkFailed()) result.written = co_await line.RSWrite(address, std::to_string(value));
+    if (!link.LinkFailed()) {
+        const WriteResult lowered = co_await line.RSWrite(WriteThroughFlag, "0");
+        result.flagLowered = lowered.Confirmed();
+    }
+    if (!link.LinkFailed()) result.onBoard = co_await line.Read(address);
+    co_return result;
 }
 
 } // namespace vantrel

@@ -4,14 +4,23 @@
 #include "link/RSComm.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 namespace vantrel {
 
+/// What became of a write-through.
+struct WriteThroughResult {
+    WriteResult written; ///< Of the value itself.
+    bool flagRaised = false; ///< The board confirmed "B105" = 1, and its return to 0.
+    bool flagLowered = false;
+    Reading onBoard = Reading::LinkFailed(); ///< What the board holds now.
+
+    /// The board has confirmed all of it and holds `value`.
+    [[nodiscard]] bool Holds(std::int32_t value) const;
+};
+
 /// Raises the write-through flag, writes `value` at `address`, lowers the flag and reads the value back, each step only
-/// while the link stands. The value that the board then holds; nothing when the link has failed or the read-back is
-/// not to be relied on. The link has shown its boxes by then.
-[[nodiscard]] std::optional<std::int32_t> WriteThrough(RSComm& link, const std::string& address, std::int32_t value);
+/// while the link stands; nothing else uses the link in between. The link has shown its boxes by then.
+[[nodiscard]] TaskOf<WriteThroughResult> WriteThrough(RSComm& link, std::string address, std::int32_t value);
 
 } // namespace vantrel

@@ -91,20 +91,20 @@ std::string PortSettingsEditor::DeviceLine(const std::string& text) const {
     return line + (problem.empty() ? ": there, and free." : ":\n" + problem);
 }
 
-bool PortSettingsEditor::Save(const std::string& text, const std::string& speed) {
-    if (!AcceptsPort(text)) return false;
+TaskOf<bool> PortSettingsEditor::Save(std::string text, std::string speed) {
+    if (!AcceptsPort(text)) co_return false;
     const PortSettings settings{.number = WholeNumber(text).value_or(range_.minimum), .speed = speed};
     reopen_ = reopen_ || port_.IsOpen();
-    link_.CloseRSComm();
+    co_await link_.CloseRSComm();
     try {
         WritePortSettings(PathFromUtf8(link_.CommSettingsFile()), settings);
     } catch (const RuntimeError& error) {
         ReportRuntimeError(dialogs_, "SetupComm", error);
-        return false;
+        co_return false;
     }
     for (const fs::path& file : toolFiles_)
         WriteToolFile(file, settings.number);
-    return true;
+    co_return true;
 }
 
 void PortSettingsEditor::WriteToolFile(const fs::path& file, int portNumber) {
@@ -118,8 +118,9 @@ void PortSettingsEditor::WriteToolFile(const fs::path& file, int portNumber) {
     }
 }
 
-void PortSettingsEditor::Finish() {
-    if (std::exchange(reopen_, false)) link_.OpenRSComm(port_);
+Task PortSettingsEditor::Finish() {
+    if (!std::exchange(reopen_, false)) co_return;
+    co_await link_.OpenRSComm(port_);
 }
 
 } // namespace vantrel

@@ -38,9 +38,9 @@ public:
 
     /// Closes the port and writes `RSPort.cfg` and the file of each development tool. False when the dialog has to stay
     /// open: the number was refused, or `RSPort.cfg` could not be written, which is reported.
-    [[nodiscard]] bool Save(const std::string& text, const std::string& speed);
+    [[nodiscard]] TaskOf<bool> Save(std::string text, std::string speed);
     /// Opens the port again if saving closed it; after the dialog has closed, by whatever button.
-    void Finish();
+    [[nodiscard]] Task Finish();
 
 private:
     [[nodiscard]] bool InRange(const std::string& text) const;

@@ -73,17 +73,18 @@ std::string RSComm::MarkHex2HEX(std::string digits) {
     return digits;
 }
 
-std::int16_t RSComm::ReadByteValue(int byte) {
-    const std::int32_t value = LeadingInteger(RSRead("B" + std::to_string(byte))).value_or(0);
-    return static_cast<std::int16_t>(value);
+TaskOf<std::int16_t> RSComm::ReadByteValue(int byte) {
+    const Reading reading = co_await Read("B" + std::to_string(byte));
+    co_return static_cast<std::int16_t>(reading.Number().value_or(0));
 }
 
-std::int16_t RSComm::FirmwareRev() {
+TaskOf<std::int16_t> RSComm::FirmwareRev() {
     const bool connected = port_ && port_->IsOpen();
-    return connected && !linkFailed_ ? ReadByteValue(FirmwareRevisionByte) : std::int16_t{0};
+    if (!connected || linkFailed_) co_return 0;
+    co_return co_await ReadByteValue(FirmwareRevisionByte);
 }
 
-std::int16_t RSComm::FaultCode() { return ReadByteValue(CurrentFaultByte); }
+TaskOf<std::int16_t> RSComm::FaultCode() { return ReadByteValue(CurrentFaultByte); }
 
 std::string RSComm::FaultDescription(std::int16_t code) {
     const std::string hex = HexText(static_cast<std::uint16_t>(code), 2);
@@ -100,32 +101,39 @@ std::string RSComm::FaultDescription(std::int16_t code) {
     return text;
 }
 
-bool RSComm::PLSReady() {
-    const Operation operation(*this);
+TaskOf<bool> RSComm::PLSReady() {
+    const Line line = co_await TakeLine();
     // Whatever mode the board was in, it is in none after this.
     targetMode_ = 0;
     for (MonotonicTime deadline = clock_.Now() + ReadyTime;;) {
-        if (linkFailed_) return false;
+        if (linkFailed_) co_return false;
         if (clock_.Now() >= deadline) {
-            if (!AskAfterNotReady()) {
+            const bool retry = co_await AskAfterNotReady();
+            if (!retry) {
                 linkFailed_ = true;
-                return false;
+                co_return false;
             }
             deadline = clock_.Now() + ReadyTimeAfterRetry;
         }
-        if (ExchangeByte(ReadyRequest) != Acknowledge || ExchangeByte(Acknowledge) != Ready) continue;
+        const int acknowledged = co_await ExchangeByte(ReadyRequest);
+        if (acknowledged != Acknowledge) continue;
+        const int ready = co_await ExchangeByte(Acknowledge);
+        if (ready != Ready) continue;
         // Nobody waits for an answer to the last byte; if one comes, it must not pass for another's.
-        ExchangeByte(Acknowledge, Reply::NoReply);
+        (void)co_await ExchangeByte(Acknowledge, Reply::NoReply);
         unsettled_ = true;
-        return true;
+        co_return true;
     }
 }
 
-bool RSComm::AskAfterNotReady() {
-    return dialogs_.Show({.title = "WARNING - Communication Error!",
-                          .text = "Cannot Determine PLS READY Mode Within Target Board.",
-                          .icon = MessageIcon::Critical,
-                          .buttons = MessageButtons::RetryCancel}) == MessageAnswer::Retry;
+TaskOf<bool> RSComm::AskAfterNotReady() {
+    co_await turns_.Next();
+    const MessageBox warning{.title = "WARNING - Communication Error!",
+                             .text = "Cannot Determine PLS READY Mode Within Target Board.",
+                             .icon = MessageIcon::Critical,
+                             .buttons = MessageButtons::RetryCancel,
+                             .unasked = true};
+    co_return dialogs_.Show(warning) == MessageAnswer::Retry;
 }
 
 } // namespace vantrel

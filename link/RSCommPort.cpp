@@ -14,8 +14,8 @@ constexpr std::uint8_t ProbeByte = 0xFF;
 
 } // namespace
 
-RSComm::RSComm(std::filesystem::path settingsFile, PortRange range, Clock& clock, Dialogs& dialogs)
-    : settingsFile_(std::move(settingsFile)), range_(range), clock_(clock), dialogs_(dialogs) {}
+RSComm::RSComm(std::filesystem::path settingsFile, PortRange range, Clock& clock, Dialogs& dialogs, TurnQueue& turns)
+    : settingsFile_(std::move(settingsFile)), range_(range), clock_(clock), dialogs_(dialogs), turns_(turns) {}
 
 std::string RSComm::CommSettingsFile() const { return Utf8FromPath(settingsFile_); }
 
@@ -52,26 +52,38 @@ void RSComm::InitializeRSComm(SerialPort& port) {
     }
 }
 
-void RSComm::OpenRSComm(SerialPort& port) {
-    const Operation operation(*this);
+Task RSComm::OpenRSComm(SerialPort& port) {
+    const Line line = co_await TakeLine();
     InitializeRSComm(port);
+    std::optional<RuntimeError> failure;
     try {
         if (!initFailed_) {
             port.Open();
             port.ClearReceived();
-            targetMode_ = 0;
-            linkFailed_ = false;
-            unsettled_ = false;
-            reopened_ = 0;
+            ForgetBoard();
         }
-        ExchangeByte(ProbeByte);
+        (void)co_await ExchangeByte(ProbeByte);
         onlineMode_ = !linkFailed_;
     } catch (const RuntimeError& error) {
+        failure = error;
+    }
+    if (failure) {
         port.Close();
         targetMode_ = 0;
         onlineMode_ = false;
-        ShowPortError(error);
     }
+    co_await turns_.Allowed();
+    if (failure) ShowPortError(*failure);
+}
+
+void RSComm::ForgetBoard() {
+    targetMode_ = 0;
+    linkFailed_ = false;
+    unsettled_ = false;
+    reopened_ = 0;
+    ++opened_;
+    lastExchange_.reset();
+    answerTimes_.Clear();
 }
 
 void RSComm::ShowPortError(const RuntimeError& error) {
@@ -82,10 +94,18 @@ void RSComm::ShowPortError(const RuntimeError& error) {
                    .buttons = MessageButtons::Ok});
 }
 
-void RSComm::CloseRSComm() {
-    const Operation operation(*this);
+Task RSComm::CloseRSComm() {
+    onlineMode_ = false;
+    const Line line = co_await TakeLine();
+    co_await Close();
+    co_await turns_.Allowed();
+}
+
+Task RSComm::Close() {
+    TellNeighbour(false);
     if (port_ && port_->IsOpen()) {
-        if (!linkFailed_) ExchangeByte(ProbeByte);
+        patience_ = Patience::Short;
+        if (!linkFailed_) (void)co_await ExchangeByte(ProbeByte);
         port_->Close();
     }
     targetMode_ = 0;

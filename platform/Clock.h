@@ -19,6 +19,9 @@ public:
     [[nodiscard]] virtual MonotonicTime Now() const = 0;
     /// Gives the processor away until `time`; returns at once when it has passed.
     virtual void SleepUntil(MonotonicTime time) = 0;
+    /// A clock that moves only when somebody sleeps on it (the tests' one): an event loop that waits has to sleep on
+    /// it.
+    [[nodiscard]] virtual bool MovesOnlyBySleeping() const { return false; }
     /// The host's local date and time of day, in whole seconds.
     [[nodiscard]] virtual std::chrono::local_seconds LocalNow() const = 0;
 };

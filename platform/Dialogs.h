@@ -15,6 +15,8 @@ struct MessageBox {
     std::string text;
     MessageIcon icon = MessageIcon::Information;
     MessageButtons buttons = MessageButtons::Ok;
+    /// It comes up by itself, perhaps under the user's hands: keys and clicks that come at once are not meant for it.
+    bool unasked = false;
 };
 
 class Dialogs {

@@ -11,7 +11,12 @@
 namespace vantrel {
 
 /// How a wait for a received byte ended.
-enum class PortWait { ByteReceived, TimedOut, Lost };
+enum class PortWait {
+    ByteReceived,
+    TimedOut,
+    Lost,
+    GivenUp, ///< By whoever waits (TurnQueue); no port says so.
+};
 
 /// A serial port in binary mode, read one byte at a time, without handshaking.
 class SerialPort {
@@ -44,6 +49,8 @@ public:
     virtual void ClearReceived() = 0;
     /// Sleeps in the host until a byte has been received, the port is lost, or `deadline` has come.
     [[nodiscard]] virtual PortWait WaitForByte(MonotonicTime deadline) = 0;
+    /// What the host's event loop can watch for a received byte while the port is open: a descriptor; -1 for none.
+    [[nodiscard]] virtual int WatchedDescriptor() const { return -1; }
 };
 
 } // namespace vantrel

@@ -20,8 +20,8 @@ public:
         ~Wait() { std::erase(signal_.waiting_, this); }
 
         bool await_ready() noexcept { return false; }
-        void await_suspend(Task::Handle waiting) {
-            task_ = waiting;
+        template <typename Promise> void await_suspend(std::coroutine_handle<Promise> waiting) {
+            task_ = &waiting.promise();
             signal_.waiting_.push_back(this);
         }
         void await_resume() noexcept {}
@@ -30,7 +30,7 @@ public:
         friend class Signal;
         Signal& signal_;
         TurnQueue::Turn turn_;
-        Task::Handle task_;
+        TaskPromise* task_ = nullptr;
     };
 
     explicit Signal(TurnQueue& turns) : turns_(turns) {}
@@ -43,7 +43,7 @@ public:
         std::vector<Wait*> woken;
         woken.swap(waiting_);
         for (Wait* wait : woken)
-            wait->turn_.await_suspend(wait->task_);
+            wait->turn_.WaitFor(*wait->task_);
     }
 
 private:

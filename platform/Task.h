@@ -1,58 +1,101 @@
-// A coroutine that somebody owns: long work written as the plain loop that it is. Start it or await it; destroying
+// A coroutine that somebody owns: long work written as the plain code that it is. Start it or await it; destroying
 // it stops it, with everything that it awaits.
 #pragma once
 
 #include <coroutine>
 #include <exception>
+#include <optional>
 #include <utility>
 
 namespace vantrel {
 
-/// Lazy, move-only coroutine without a result. A root task is started once with Start(); an inner task is started
-/// by `co_await`. An exception that leaves a root task leaves the call that resumed it (Start or
-/// TurnQueue::RunOne); one that leaves an inner task leaves the `co_await`.
-/// A task must not be destroyed or replaced by code that runs inside it.
-class [[nodiscard]] Task {
+/// What the frame of every task carries, whatever its result is.
+class TaskPromise {
 public:
-    struct promise_type {
-        promise_type* awaiting = nullptr; ///< Whoever awaits this task; none for a root.
-        std::exception_ptr failure; ///< Of an inner task, for whoever awaits it.
-        std::exception_ptr* rootFailure = nullptr; ///< Of a root: where the running Resume() looks.
-
-        Task get_return_object() { return Task(Handle::from_promise(*this)); }
-        std::suspend_always initial_suspend() noexcept { return {}; }
-        auto final_suspend() noexcept { return Final{}; }
-        void return_void() noexcept {}
-        // Letting the exception pass here would be shorter, but not every compiler knows the task as ended then.
-        void unhandled_exception() noexcept { (awaiting ? failure : *rootFailure) = std::current_exception(); }
-    };
-    using Handle = std::coroutine_handle<promise_type>;
+    std::suspend_always initial_suspend() noexcept { return {}; }
+    auto final_suspend() noexcept { return Final{}; }
+    // Letting the exception pass here would be shorter, but not every compiler knows the task as ended then.
+    void unhandled_exception() noexcept { (awaiting_ ? failure_ : *rootFailure_) = std::current_exception(); }
 
     /// Goes on with the task at its wait and throws what its root did not catch. The task may be gone afterwards.
-    static void Resume(Handle waiting) {
-        promise_type* root = &waiting.promise();
-        while (root->awaiting)
-            root = root->awaiting;
+    static void Resume(TaskPromise& waiting) {
+        TaskPromise* root = &waiting;
+        while (root->awaiting_)
+            root = root->awaiting_;
         std::exception_ptr failure;
-        root->rootFailure = &failure;
-        waiting.resume();
+        root->rootFailure_ = &failure;
+        waiting.self_.resume();
         if (failure) std::rethrow_exception(failure);
     }
 
-    Task() = default;
-    Task(Task&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
-    Task& operator=(Task&& other) noexcept {
+protected:
+    void IsFrameOf(std::coroutine_handle<> self) { self_ = self; }
+
+private:
+    template <typename Result> friend class TaskOf;
+
+    struct Final {
+        bool await_ready() noexcept { return false; }
+        template <typename Promise>
+        std::coroutine_handle<> await_suspend(std::coroutine_handle<Promise> ended) noexcept {
+            const TaskPromise& promise = ended.promise();
+            if (!promise.awaiting_ || promise.runsInPlace_) return std::noop_coroutine();
+            return promise.awaiting_->self_;
+        }
+        void await_resume() noexcept {}
+    };
+
+    std::coroutine_handle<> self_;
+    TaskPromise* awaiting_ = nullptr; ///< Whoever awaits this task; none for a root.
+    bool runsInPlace_ = false; ///< Has not waited yet since it was awaited; who awaits it goes on by itself.
+    std::exception_ptr failure_; ///< Of an inner task, for whoever awaits it.
+    std::exception_ptr* rootFailure_ = nullptr; ///< Of a root: where the running Resume() looks.
+};
+
+/// The frame of a task with a result.
+template <typename Result> class TaskResult : public TaskPromise {
+public:
+    void return_value(Result value) { result_.emplace(std::move(value)); }
+    [[nodiscard]] Result Take() { return std::move(*result_); }
+
+private:
+    std::optional<Result> result_;
+};
+
+template <> class TaskResult<void> : public TaskPromise {
+public:
+    void return_void() noexcept {}
+    void Take() noexcept {}
+};
+
+/// Lazy, move-only coroutine with a result. A root task is started once with Start(); an inner task is started by
+/// `co_await`, which goes on in place when the inner task never had to wait. An exception that leaves a root task
+/// leaves the call that resumed it (Start or TurnQueue::RunOne); one that leaves an inner task leaves the `co_await`.
+/// A task must not be destroyed or replaced by code that runs inside it. Tasks take texts by value: they are lazy.
+template <typename Result> class [[nodiscard]] TaskOf {
+public:
+    struct promise_type : TaskResult<Result> {
+        TaskOf get_return_object() {
+            const auto handle = std::coroutine_handle<promise_type>::from_promise(*this);
+            this->IsFrameOf(handle);
+            return TaskOf(handle);
+        }
+    };
+
+    TaskOf() = default;
+    TaskOf(TaskOf&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+    TaskOf& operator=(TaskOf&& other) noexcept {
         if (this != &other) {
             Stop();
             handle_ = std::exchange(other.handle_, nullptr);
         }
         return *this;
     }
-    ~Task() { Stop(); }
+    ~TaskOf() { Stop(); }
 
     /// Runs the body up to its first wait. Call once, on a root task.
     void Start() {
-        if (handle_ && !handle_.done()) Resume(handle_);
+        if (handle_ && !handle_.done()) TaskPromise::Resume(handle_.promise());
     }
     /// True when the body has ended, or there is none.
     [[nodiscard]] bool Done() const { return !handle_ || handle_.done(); }
@@ -60,35 +103,38 @@ public:
     void Stop() {
         if (handle_) std::exchange(handle_, nullptr).destroy();
     }
+    /// Takes the result of a root task that has ended without an exception; once.
+    [[nodiscard]] Result TakeResult() { return handle_.promise().Take(); }
 
     auto operator co_await() && noexcept { return Awaiter{handle_}; }
 
 private:
-    struct Final {
-        bool await_ready() noexcept { return false; }
-        std::coroutine_handle<> await_suspend(Handle ended) noexcept {
-            promise_type* awaiting = ended.promise().awaiting;
-            if (!awaiting) return std::noop_coroutine();
-            return Handle::from_promise(*awaiting);
-        }
-        void await_resume() noexcept {}
-    };
-
     struct Awaiter {
-        Handle inner;
+        std::coroutine_handle<promise_type> inner;
         bool await_ready() noexcept { return !inner || inner.done(); }
-        std::coroutine_handle<> await_suspend(Handle outer) noexcept {
-            inner.promise().awaiting = &outer.promise();
-            return inner;
+        template <typename Outer> bool await_suspend(std::coroutine_handle<Outer> outer) {
+            TaskPromise& promise = inner.promise();
+            promise.awaiting_ = &outer.promise();
+            // Resumed from here instead of being handed over to: unoptimised code would grow the stack at every task
+            // that ends without a wait.
+            promise.runsInPlace_ = true;
+            inner.resume();
+            if (inner.done()) return false;
+            promise.runsInPlace_ = false;
+            return true;
         }
-        void await_resume() {
-            if (inner && inner.promise().failure) std::rethrow_exception(inner.promise().failure);
+        Result await_resume() {
+            if (inner && inner.promise().failure_) std::rethrow_exception(inner.promise().failure_);
+            return inner.promise().Take();
         }
     };
 
-    explicit Task(Handle handle) : handle_(handle) {}
+    explicit TaskOf(std::coroutine_handle<promise_type> handle) : handle_(handle) {}
 
-    Handle handle_;
+    std::coroutine_handle<promise_type> handle_;
 };
+
+/// A task without a result.
+using Task = TaskOf<void>;
 
 } // namespace vantrel

@@ -6,26 +6,101 @@
 
 namespace vantrel {
 
-bool TurnQueue::RunOne() {
-    if (turns_.empty()) return false;
-    Turn* turn = turns_.front();
-    turns_.pop_front();
-    Task::Resume(turn->waiting_);
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long a task may keep the event loop waiting for bytes: a value costs a healthy board less, and nobody notices a
+/// window that stands still for so long.
+constexpr MonotonicTime InPlaceTime = 20ms;
+
+} // namespace
+
+bool TurnQueue::ByteWait::await_ready() {
+    if (Over()) return true;
+    const MonotonicTime inPlace = std::min(deadline_, queue_.inPlaceUntil_);
+    if (queue_.clock_.Now() < inPlace) result_ = port_.WaitForByte(inPlace);
+    return Over();
+}
+
+bool TurnQueue::ByteWait::Over() {
+    if (result_ == PortWait::GivenUp) return true;
+    if (port_.ReceivedCount() > 0) {
+        result_ = PortWait::ByteReceived;
+    } else if (!port_.IsOpen() || port_.IsLost()) {
+        result_ = PortWait::Lost;
+    } else {
+        result_ = PortWait::TimedOut;
+        return queue_.clock_.Now() >= deadline_;
+    }
     return true;
 }
 
-void TurnQueue::RunToEnd(Task& task) {
-    task.Start();
-    while (!task.Done()) {
-        if (!RunOne()) throw RuntimeError(ErrorNumber::InvalidProcedureCall, "A task waits for nothing.");
+void TurnQueue::GiveUpWaits(const SerialPort& port) {
+    for (ByteWait* wait : waits_) {
+        if (&wait->port_ == &port) wait->result_ = PortWait::GivenUp;
     }
+    if (!waits_.empty()) Added();
+}
+
+bool TurnQueue::RunOne() {
+    const auto over = std::find_if(waits_.begin(), waits_.end(), [](ByteWait* wait) { return wait->Over(); });
+    if (over != waits_.end()) {
+        TaskPromise& waiting = *(*over)->waiting_;
+        waits_.erase(over);
+        Resume(waiting);
+        return true;
+    }
+    if (turns_.empty() || !MayRun()) return false;
+    const Turn* turn = turns_.front();
+    turns_.pop_front();
+    Resume(*turn->waiting_);
+    return true;
+}
+
+void TurnQueue::BeginTurn() { inPlaceUntil_ = clock_.Now() + InPlaceTime; }
+
+void TurnQueue::Resume(TaskPromise& waiting) {
+    struct Count {
+        explicit Count(int& counted) : running(counted) { ++running; }
+        Count(const Count&) = delete;
+        Count& operator=(const Count&) = delete;
+        ~Count() { --running; }
+        int& running;
+    };
+    const Count count(running_);
+    BeginTurn();
+    TaskPromise::Resume(waiting);
+}
+
+bool TurnQueue::SleepOnWait(MonotonicTime longest) {
+    if (waits_.empty()) return false;
+    MonotonicTime until = clock_.Now();
+    until = longest > MonotonicTime::max() - until ? MonotonicTime::max() : until + longest;
+    for (const ByteWait* wait : waits_)
+        until = std::min(until, wait->deadline_);
+    (void)waits_.front()->port_.WaitForByte(until);
+    return true;
+}
+
+void TurnQueue::RunOrSleep() {
+    if (RunOne()) return;
+    if (SleepOnWait(LongestSleep())) return;
+    throw RuntimeError(ErrorNumber::InvalidProcedureCall, "A task waits for nothing.");
 }
 
 void TurnQueue::Add(Turn& turn) {
     turns_.push_back(&turn);
-    TurnAdded();
+    Added();
 }
 
 void TurnQueue::Withdraw(const Turn& turn) { std::erase(turns_, &turn); }
+
+void TurnQueue::Add(ByteWait& wait) {
+    waits_.push_back(&wait);
+    Added();
+}
+
+void TurnQueue::Withdraw(const ByteWait& wait) { std::erase(waits_, &wait); }
 
 } // namespace vantrel

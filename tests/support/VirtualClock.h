@@ -11,6 +11,7 @@ class VirtualClock final : public Clock {
 public:
     [[nodiscard]] MonotonicTime Now() const override { return now_; }
     void SleepUntil(MonotonicTime time) override { now_ = std::max(now_, time); }
+    [[nodiscard]] bool MovesOnlyBySleeping() const override { return true; }
     /// 14 March 2026, 09:05:07 at time 0, running with the monotonic time.
     [[nodiscard]] std::chrono::local_seconds LocalNow() const override {
         using namespace std::chrono;
