@@ -108,7 +108,7 @@ TEST_F(Server, PacesOnAnAbsoluteSchedule) {
 TEST_F(Server, UnderstandsItsOwnSpeedOnly) {
     Start(19200);
     const Client client(Device());
-    for (const auto& [speed, answer] : {std::pair{B9600, 0xF8}, std::pair{B19200, 0x55}}) {
+    for (const auto& [speed, answer] : {std::pair<speed_t, int>{B9600, 0xF8}, {B19200, 0x55}}) {
         client.SetSpeed(speed);
         client.Send({0xFF});
         EXPECT_EQ(client.Receive(1), std::vector<int>{answer});
