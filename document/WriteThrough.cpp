@@ -13,6 +13,7 @@ bool WriteThroughResult::Holds(std::int32_t value) const {
 TaskOf<WriteThroughResult> WriteThrough(RSComm& link, std::string address, std::int32_t value) {
     RSComm::Line line = co_await link.TakeLine();
     WriteThroughResult result;
+    (void)link.TakeMayHaveReached();
     result.written.outcome = WriteOutcome::LinkFailed;
     if (!link.LinkFailed()) {
         const WriteResult raised = co_await line.RSWrite(WriteThroughFlag, "1");
@@ -24,6 +25,7 @@ TaskOf<WriteThroughResult> WriteThrough(RSComm& link, std::string address, std::
         result.flagLowered = lowered.Confirmed();
     }
     if (!link.LinkFailed()) result.onBoard = co_await line.Read(address);
+    result.mayHaveReached = link.TakeMayHaveReached();
     co_return result;
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -13,6 +14,8 @@ struct WriteThroughResult {
     WriteResult written; ///< Of the value itself.
     bool flagRaised = false; ///< The board confirmed "B105" = 1, and its return to 0.
     bool flagLowered = false;
+    /// Bytes that all of it may have set to 255 by the way; see RSComm::TakeMayHaveReached.
+    std::vector<std::uint16_t> mayHaveReached{};
     Reading onBoard = Reading::LinkFailed(); ///< What the board holds now.
 
     /// The board has confirmed all of it and holds `value`.
