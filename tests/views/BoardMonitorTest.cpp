@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace vantrel {
@@ -188,12 +189,18 @@ TEST_F(BoardMonitorTest, ASpoiledCodeIsReadAgainAndOneThatStaysSoIsTwoDashes) {
 
 TEST_F(BoardMonitorTest, ARevisionThatWasDoubtfulIsADashUntilItIsReadAgain) {
     const std::map<std::size_t, std::string> whole{{0, "K5216505"}, {1, "1"}, {2, "4"}};
-    for (const std::size_t label : {0U, 1U, 2U}) {
-        const std::size_t value = label == 0 ? 6 : label == 1 ? 15 : 14; // in its place in the pass
-        Spoil(FaultKind::WrongEcho, 2, 2 * value);
+    struct Case {
+        std::size_t value; ///< Its place in the pass.
+        int times;
+        std::set<std::size_t> dashes;
+    };
+    // A wrong echo makes the value before it doubtful as well, but for the first of a pass.
+    for (const Case& one : {Case{6, 2, {0}}, Case{15, 2, {2}}, Case{15, 3, {1, 2}}}) {
+        Spoil(FaultKind::WrongEcho, one.times, 2 * one.value);
         static_cast<void>(FirstPass());
         auto expected = whole;
-        expected[label] = "-";
+        for (const std::size_t label : one.dashes)
+            expected[label] = "-";
         EXPECT_EQ(revision, expected);
         EXPECT_FALSE(monitor.RevisionKnown());
         EXPECT_EQ(captions[BoardCode::LastFault], "Last Fault: Code = 00H");
