@@ -203,7 +203,7 @@ Task StatusPass(World& world) {
 
 } // namespace
 
-const std::vector<Operation>& Operations() {
+const std::vector<Operation>& LinkOperations() {
     static const std::vector<Operation> all{
         {"read", &ReadValues},
         {"walk", &Walk},

@@ -12,6 +12,7 @@ struct Operation {
     Task (*run)(World& world);
 };
 
-[[nodiscard]] const std::vector<Operation>& Operations();
+[[nodiscard]] const std::vector<Operation>& LinkOperations();
+[[nodiscard]] const std::vector<Operation>& ViewOperations();
 
 } // namespace vantrel::proof
