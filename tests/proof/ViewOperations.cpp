@@ -26,6 +26,7 @@ public:
     explicit SequenceDisplayed(World& world) : world_(world) {}
     [[nodiscard]] bool Active() const override { return true; }
     [[nodiscard]] bool RowVisible(int row) const override { return row <= 5; }
+    void ClearData() override {}
     void ShowDescription(const std::string&) override {}
     void ShowNodeNumber(const std::string& text) override { Note(SequenceWord(Sequence, 0), text); }
     void ShowSetting(SettingsGrid grid, int row, const std::string& text) override {
