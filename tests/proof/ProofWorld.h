@@ -77,16 +77,11 @@ struct World {
         }
         for (const auto& [address, value] : {std::pair{8175, 0}, {8177, 0x45}, {8178, 5}, {33, 0xFF}, {6400, 9}})
             board.Poke(static_cast<std::uint16_t>(address), static_cast<std::uint8_t>(value));
+        link.SetPortOverride({.number = 1, .speed = "19200", .leaveFileAlone = true});
         turns.RunToEnd(link.OpenRSComm(port));
         link.SetOnlineMode(true);
     }
-    /// What the board holds; its clock as it was at the beginning.
-    [[nodiscard]] std::vector<std::uint8_t> Memory() const {
-        std::vector<std::uint8_t> bytes(SimulatedBoard::MemorySize);
-        for (std::size_t i = 0; i < bytes.size(); ++i)
-            bytes[i] = board.Peek(static_cast<std::uint16_t>(i));
-        return bytes;
-    }
+    [[nodiscard]] std::vector<std::uint8_t> Memory() const { return {board.Stored().begin(), board.Stored().end()}; }
     [[nodiscard]] int Byte(int address) const { return board.Peek(static_cast<std::uint16_t>(address)); }
 
     VirtualClock clock;

@@ -14,11 +14,11 @@ namespace {
 
 constexpr std::int16_t Sequence = 4;
 
-/// The digits at the end of a shown text; nothing for a "-".
+/// The number in a shown text; nothing for a "-".
 std::optional<std::uint32_t> ShownNumber(const std::string& text, int base) {
-    const std::string digits = text.substr(text.find_first_of("0123456789ABCDEF"));
-    if (text.find('-') != std::string::npos) return std::nullopt;
-    return static_cast<std::uint32_t>(std::stoul(digits, nullptr, base));
+    const std::size_t digits = text.find_first_of("0123456789ABCDEF");
+    if (digits == std::string::npos || text.find('-') != std::string::npos) return std::nullopt;
+    return static_cast<std::uint32_t>(std::stoul(text.substr(digits), nullptr, base));
 }
 
 class SequenceDisplayed final : public SequenceDisplay {
@@ -41,8 +41,9 @@ public:
 
 private:
     void Note(const std::string& address, const std::string& text) {
-        if (text.empty() || text.find('-') != std::string::npos) return;
+        // Decimal, behind a "V" or "W".
         const std::size_t digits = text.find_first_of("0123456789");
+        if (digits == std::string::npos || text.find('-') != std::string::npos) return;
         world_.said.Value(world_.said.shown, address, static_cast<std::uint32_t>(std::stoul(text.substr(digits))));
     }
     World& world_;
@@ -83,8 +84,7 @@ public:
 
 private:
     void Note(int byte, const std::string& text, int base) {
-        if (const auto number = text.empty() ? std::nullopt : ShownNumber(text, base))
-            world_.said.shown[byte] = static_cast<int>(*number);
+        if (const auto number = ShownNumber(text, base)) world_.said.shown[byte] = static_cast<int>(*number);
     }
     World& world_;
 };
