@@ -34,11 +34,12 @@ Task BackgroundUpdate::Tick(bool transferring) {
 
 void BackgroundUpdate::Wait() {
     const auto since = link_.AwaitingSince();
-    if (!since || !link_.OnlineMode()) return;
+    if (!since) return;
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(clock_.Now() - *since);
     // A board that is only slow answers before this.
     if (seconds < ShortestSilence) return;
-    program_.systemMessage = "Set-up Program is Currently ONLINE\nWaiting for the board ...";
+    // OFFLINE it is the port being opened that waits.
+    if (link_.OnlineMode()) program_.systemMessage = "Set-up Program is Currently ONLINE\nWaiting for the board ...";
     panelText_ = Panel("Waiting for the board ... " + std::to_string(seconds.count()) + " s");
 }
 
