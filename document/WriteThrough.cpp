@@ -12,18 +12,29 @@ bool WriteThroughResult::Holds(std::int32_t value) const {
 
 TaskOf<WriteThroughResult> WriteThrough(RSComm& link, std::string address, std::int32_t value) {
     RSComm::Line line = co_await link.TakeLine();
+    const int opened = link.Opened();
     WriteThroughResult result;
     result.written.outcome = WriteOutcome::LinkFailed;
+    const auto note = [&result](const WriteResult& written) {
+        const auto& reached = written.mayHaveReached;
+        result.mayHaveReached.insert(result.mayHaveReached.end(), reached.begin(), reached.end());
+        return written.Confirmed();
+    };
     if (!link.LinkFailed()) {
+        result.begun = true;
         const WriteResult raised = co_await line.RSWrite(WriteThroughFlag, "1");
-        result.flagRaised = raised.Confirmed();
+        result.flagRaised = note(raised);
     }
-    if (!link.LinkFailed()) result.written = co_await line.RSWrite(address, std::to_string(value));
+    if (!link.LinkFailed()) {
+        result.written = co_await line.RSWrite(address, std::to_string(value));
+        note(result.written);
+    }
     if (!link.LinkFailed()) {
         const WriteResult lowered = co_await line.RSWrite(WriteThroughFlag, "0");
-        result.flagLowered = lowered.Confirmed();
+        result.flagLowered = note(lowered);
     }
     if (!link.LinkFailed()) result.onBoard = co_await line.Read(address);
+    result.reconnected = link.Opened() != opened;
     co_return result;
 }
 
