@@ -38,6 +38,7 @@ struct Arguments {
     std::optional<std::string> link;
     int lineSpeed = 9600;
     std::vector<std::string> faults;
+    std::vector<std::string> habits;
 };
 
 /// The command line asks for something that cannot be; says what and how to mend it.

@@ -2,11 +2,26 @@
 #include "console/CommandHelp.h"
 
 #include "document/ValueDisplay.h"
+#include "simulator/BoardHabits.h"
 #include "simulator/SimulatedFaults.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace vantrel {
+
+namespace {
+
+constexpr std::size_t ListColumn = 18;
+
+/// A line of its own for what leaves its sentence no room beside it.
+std::string Entry(std::string entry, std::string_view sentence) {
+    entry.insert(0, "\n  ");
+    entry += entry.size() <= ListColumn ? std::string(ListColumn + 1 - entry.size(), ' ') : "\n      ";
+    return entry + std::string(sentence);
+}
+
+} // namespace
 
 std::string OverallHelp() {
     return "vantrelctl COMMAND --help tells more about a command.\n"
@@ -64,14 +79,21 @@ std::string FieldHelp() {
     return help + "  NodeDescription   any text\n\n";
 }
 
-std::string FaultHelp() {
-    std::string help = "Faults, each as NAME, NAME:once, NAME@BYTES (sleeps until the board has received so\n"
-                       "many bytes) or with both:\n";
-    for (const FaultName& fault : FaultNames()) {
-        help += "  " + std::string(fault.name) + std::string(14 - std::min<std::size_t>(13, fault.name.size()), ' ') +
-                std::string(fault.sentence) + "\n";
-    }
-    return help + "\n";
+std::string FaultList() {
+    std::string list = "Faults, each as NAME, NAME:once, NAME@BYTES (sleeps until the board has received so\n"
+                       "many bytes) or with both:";
+    for (const FaultName& fault : FaultNames())
+        list += Entry(std::string(fault.name), fault.sentence);
+    return list;
 }
+
+std::string HabitList() {
+    std::string list = "Habits, in which good boards differ; the value named first is the usual one:";
+    for (const HabitName& habit : HabitNames())
+        list += Entry(std::string(habit.name) + "=" + std::string(habit.value), habit.sentence);
+    return list;
+}
+
+std::string SimulateHelp() { return FaultList() + "\n\n" + HabitList() + "\n\n"; }
 
 } // namespace vantrel

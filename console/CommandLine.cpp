@@ -192,11 +192,13 @@ void AddSimulate(CLI::App& command, Arguments& arguments) {
         ->option_text("PATH");
     command
         .add_option("--speed", arguments.lineSpeed,
-                    "Let each byte take the time that it takes at this speed; 0 for no\n"
-                    "time at all (9600 if not given)")
+                    "The board's speed (9600 if not given): a program at another one hears\n"
+                    "garbage or nothing; 0 for any speed, and no time on the line")
         ->check(SimulatedSpeedProblem)
         ->option_text("N");
     command.add_option("--fault", arguments.faults, "What the board does wrong, see below")->option_text("NAME...");
+    command.add_option("--habit", arguments.habits, "What kind of board it is, see below")
+        ->option_text("NAME=VALUE...");
 }
 
 void AddDemo(CLI::App& command, Arguments& arguments) {
@@ -251,10 +253,11 @@ constexpr std::array<Command, 14> Commands = {{
      "  vantrelctl board --port 1\n"
      "  vantrelctl board --port 1 --reset-faults --set-clock\n",
      BoardCommand},
-    {"simulate", "Be a board: a simulated one at a serial device of its own, until interrupted", AddSimulate, FaultHelp,
+    {"simulate", "Be a board: a simulated one at a serial device of its own, until interrupted", AddSimulate,
+     SimulateHelp,
      "  vantrelctl simulate --link /tmp/board\n"
      "  vantrelctl download plant.sdt --port /tmp/board     (at another terminal)\n"
-     "  vantrelctl simulate --fault wrong-echo:once hang-up@500\n",
+     "  vantrelctl simulate --fault wrong-echo:once hang-up@500 --habit half-sent=forever\n",
      SimulateCommand},
     {"demo", "Send a sample plant to a simulated board, fetch it back and compare", AddDemo, NoFurtherHelp,
      "  vantrelctl demo\n", DemoCommand},

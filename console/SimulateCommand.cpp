@@ -1,4 +1,5 @@
 // The command that is a board: a simulated one at a pseudo-terminal, for any program to open.
+#include "console/CommandHelp.h"
 #include "console/Commands.h"
 #include "console/DeviceLink.h"
 #include "platform/RuntimeError.h"
@@ -9,6 +10,8 @@
 #include <memory>
 #include <optional>
 #include <ostream>
+#include <utility>
+#include <vector>
 
 namespace vantrel {
 
@@ -16,11 +19,17 @@ namespace {
 
 SimulatedFault FaultNamed(const std::string& text) {
     if (const auto fault = ParseFault(text)) return *fault;
-    std::string message = "--fault: there is no fault \"" + text + "\". There are:";
-    for (const FaultName& fault : FaultNames()) {
-        message += "\n  " + std::string(fault.name) + ": " + std::string(fault.sentence);
+    throw UsageError("--fault: there is no fault \"" + text + "\".\n" + FaultList());
+}
+
+BoardHabits HabitsNamed(const std::vector<std::string>& texts) {
+    BoardHabits habits;
+    for (const std::string& text : texts) {
+        auto more = WithHabit(habits, text);
+        if (!more) throw UsageError("--habit: there is no habit \"" + text + "\".\n" + HabitList());
+        habits = std::move(*more);
     }
-    throw UsageError(message + "\nBehind a name :once lets it strike once, @500 lets it sleep for 500 bytes.");
+    return habits;
 }
 
 /// Nothing, after saying so, where the host cannot have such a device.
@@ -36,7 +45,7 @@ std::unique_ptr<BoardServer> ServerFor(CommandContext& context, SimulatedBoard& 
 } // namespace
 
 ExitCode SimulateCommand(CommandContext& context) {
-    SimulatedBoard board(BoardStart(context.host.clock));
+    SimulatedBoard board(BoardStart(context.host.clock), HabitsNamed(context.arguments.habits));
     for (const std::string& fault : context.arguments.faults)
         board.AddFault(FaultNamed(fault));
     const std::unique_ptr<BoardServer> server = ServerFor(context, board);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -24,6 +25,9 @@ public:
 
     /// The device that the other program opens.
     [[nodiscard]] virtual const std::string& Device() const = 0;
+    /// The speed in bits per second that the other program has set; nothing while it has set none, for one without a
+    /// name in the host, and where the host cannot tell.
+    [[nodiscard]] virtual std::optional<int> Speed() const = 0;
     /// Waits at most `timeout` for bytes from the other side and takes them; empty when none came. Nobody having the
     /// device open is the same as no bytes, and costs no processor time.
     [[nodiscard]] virtual std::vector<std::uint8_t> Read(MonotonicTime timeout) = 0;

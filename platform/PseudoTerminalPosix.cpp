@@ -70,11 +70,35 @@ FileHandle OpenDevice(const std::string& device) {
     return file;
 }
 
+/// Without a speed, so that one that is there later has been set by a program.
 bool MakeRaw(int device) {
     termios settings{};
     if (tcgetattr(device, &settings) != 0) return false;
     cfmakeraw(&settings);
+    cfsetispeed(&settings, B0);
+    cfsetospeed(&settings, B0);
     return tcsetattr(device, TCSANOW, &settings) == 0;
+}
+
+std::optional<int> SpeedNamed(speed_t name) {
+    static constexpr std::array<std::pair<speed_t, int>, 15> speeds{{{B300, 300},
+                                                                     {B600, 600},
+                                                                     {B1200, 1200},
+                                                                     {B1800, 1800},
+                                                                     {B2400, 2400},
+                                                                     {B4800, 4800},
+                                                                     {B9600, 9600},
+                                                                     {B19200, 19200},
+                                                                     {B38400, 38400},
+                                                                     {B57600, 57600},
+                                                                     {B115200, 115200},
+                                                                     {B230400, 230400},
+                                                                     {B460800, 460800},
+                                                                     {B921600, 921600},
+                                                                     {B1000000, 1000000}}};
+    const auto* found =
+        std::find_if(speeds.begin(), speeds.end(), [&](const auto& each) { return each.first == name; });
+    return found == speeds.end() ? std::nullopt : std::optional(found->second);
 }
 
 /// Whether a program has the device open, told by the host's file watch. The watch folds equal news into one, so that
@@ -123,6 +147,7 @@ public:
     }
 
     [[nodiscard]] const std::string& Device() const override { return name_; }
+    [[nodiscard]] std::optional<int> Speed() const override;
     [[nodiscard]] std::vector<std::uint8_t> Read(MonotonicTime timeout) override;
     void Write(std::span<const std::uint8_t> bytes) override;
     void Close() noexcept override;
@@ -150,6 +175,12 @@ void PosixPseudoTerminal::FollowClients() {
     ioctl(device_.Get(), TIOCNXCL);
     tcflush(device_.Get(), TCIFLUSH);
     MakeRaw(device_.Get());
+}
+
+std::optional<int> PosixPseudoTerminal::Speed() const {
+    termios settings{};
+    if (tcgetattr(device_.Get(), &settings) != 0) return std::nullopt;
+    return SpeedNamed(cfgetospeed(&settings));
 }
 
 std::vector<std::uint8_t> PosixPseudoTerminal::Read(MonotonicTime timeout) {

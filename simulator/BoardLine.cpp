@@ -1,17 +1,41 @@
 // The schedule of the wire.
 #include "simulator/BoardLine.h"
 
+#include "simulator/WrongSpeed.h"
+
 #include <algorithm>
+#include <vector>
 
 namespace vantrel {
 
+namespace {
+
+std::vector<std::uint8_t> Heard(std::uint8_t byte, int sentAt, int heardAt) {
+    if (sentAt == heardAt || sentAt == 0 || heardAt == 0) return {byte};
+    return HeardAtSpeed(byte, sentAt, heardAt);
+}
+
+} // namespace
+
+void BoardLine::SetSpeeds(int program, int board) {
+    programSpeed_ = program;
+    boardSpeed_ = board;
+}
+
 void BoardLine::Send(std::uint8_t byte, MonotonicTime now) {
     toBoardEnds_ = std::max(now, toBoardEnds_) + byteTime_;
-    if (IsCut(toBoardEnds_)) return;
-    const BoardAnswer answer = board_.Receive(byte, toBoardEnds_);
-    for (const std::uint8_t value : answer.bytes) {
-        fromBoardEnds_ = std::max(toBoardEnds_ + answer.delay, fromBoardEnds_) + byteTime_;
-        fromBoard_.push_back({fromBoardEnds_, value});
+    for (const std::uint8_t heard : Heard(byte, programSpeed_, boardSpeed_)) {
+        if (IsCut(toBoardEnds_)) return;
+        Answer(board_.Receive(heard, toBoardEnds_));
+    }
+}
+
+void BoardLine::Answer(const BoardAnswer& answer) {
+    for (const std::uint8_t sent : answer.bytes) {
+        for (const std::uint8_t value : Heard(sent, boardSpeed_, programSpeed_)) {
+            fromBoardEnds_ = std::max(toBoardEnds_ + answer.delay, fromBoardEnds_) + byteTime_;
+            fromBoard_.push_back({fromBoardEnds_, value});
+        }
     }
     if (answer.hangUp) Cut(toBoardEnds_);
 }

@@ -22,6 +22,10 @@ public:
     /// Applies to the bytes sent from now on.
     void SetByteTime(MonotonicTime byteTime) { byteTime_ = byteTime; }
 
+    /// The two ends' speeds in bits per second; 0 for the same as the other's. At different speeds each end hears what
+    /// HeardAtSpeed says. Applies to the bytes sent from now on, and is no matter of how long they take.
+    void SetSpeeds(int program, int board);
+
     /// The program's byte begins its way to the board. A dead line swallows it.
     void Send(std::uint8_t byte, MonotonicTime now);
     /// How many of the board's bytes have come back and wait to be taken.
@@ -39,6 +43,8 @@ public:
     [[nodiscard]] bool IsCut(MonotonicTime now) const { return cutAt_ && *cutAt_ <= now; }
 
 private:
+    void Answer(const BoardAnswer& answer);
+
     struct WireByte {
         MonotonicTime arrives;
         std::uint8_t value;
@@ -46,6 +52,8 @@ private:
 
     SimulatedBoard& board_;
     MonotonicTime byteTime_;
+    int programSpeed_ = 0;
+    int boardSpeed_ = 0;
     MonotonicTime toBoardEnds_{0};
     MonotonicTime fromBoardEnds_{0};
     std::deque<WireByte> fromBoard_; ///< In the order of arrival.

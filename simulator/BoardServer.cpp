@@ -4,7 +4,6 @@
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace vantrel {
 
@@ -27,7 +26,8 @@ MonotonicTime ByteTime(int bitsPerSecond) {
 } // namespace
 
 BoardServer::BoardServer(SimulatedBoard& board, Clock& clock, int bitsPerSecond)
-    : clock_(clock), terminal_(PseudoTerminal::Create()), line_(board, ByteTime(bitsPerSecond)) {}
+    : clock_(clock), bitsPerSecond_(bitsPerSecond), terminal_(PseudoTerminal::Create()),
+      line_(board, ByteTime(bitsPerSecond)) {}
 
 const std::string& BoardServer::Device() const { return terminal_->Device(); }
 
@@ -36,6 +36,13 @@ void BoardServer::SendArrived() {
     for (std::size_t count = line_.Arrived(clock_.Now()); count > 0; --count)
         bytes.push_back(line_.Take());
     if (!bytes.empty()) terminal_->Write(bytes);
+}
+
+void BoardServer::CarryOver(const std::vector<std::uint8_t>& bytes) {
+    if (bytes.empty()) return;
+    line_.SetSpeeds(terminal_->Speed().value_or(bitsPerSecond_), bitsPerSecond_);
+    for (const std::uint8_t byte : bytes)
+        line_.Send(byte, clock_.Now());
 }
 
 void BoardServer::Run(const std::atomic<bool>& stop) {
@@ -47,9 +54,7 @@ void BoardServer::Run(const std::atomic<bool>& stop) {
         }
         const auto next = line_.NextEvent();
         if (next) clock_.SleepUntil(std::min(*next, clock_.Now() + BusySlice));
-        for (const std::uint8_t byte : terminal_->Read(next ? MonotonicTime{0} : IdleWait)) {
-            line_.Send(byte, clock_.Now());
-        }
+        CarryOver(terminal_->Read(next ? MonotonicTime{0} : IdleWait));
     }
 }
 

@@ -7,15 +7,18 @@
 #include "simulator/SimulatedBoard.h"
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
 class BoardServer {
 public:
-    /// `bitsPerSecond`: 0 for no pacing, else each byte takes 10 bits each way. Throws RuntimeError where the host has
-    /// no pseudo-terminals, and 5 for a speed below 0.
+    /// `bitsPerSecond`: 0 for no pacing, else each byte takes 10 bits each way, and a program that has set the device
+    /// to another speed talks to the board as over a line with two speeds. Throws RuntimeError where the host has no
+    /// pseudo-terminals, and 5 for a speed below 0.
     BoardServer(SimulatedBoard& board, Clock& clock, int bitsPerSecond);
 
     /// The device to open, for example "/dev/pts/3".
@@ -26,8 +29,10 @@ public:
 
 private:
     void SendArrived();
+    void CarryOver(const std::vector<std::uint8_t>& bytes);
 
     Clock& clock_;
+    int bitsPerSecond_;
     std::unique_ptr<PseudoTerminal> terminal_;
     BoardLine line_;
 };

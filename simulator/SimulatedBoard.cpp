@@ -2,6 +2,7 @@
 #include "simulator/SimulatedBoard.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vantrel {
 
@@ -15,26 +16,30 @@ constexpr std::uint8_t NotUnderstood = 0x00;
 constexpr std::uint8_t ReadMode = 1;
 constexpr std::uint8_t WriteMode = 2;
 
-constexpr MonotonicTime HalfSentLimit = 500ms;
-constexpr MonotonicTime LateBy = 1500ms;
+/// The two bytes of a word, read further apart than this, are of two moments.
+constexpr MonotonicTime WordLimit = 500ms;
 
 std::uint8_t Inverted(std::uint8_t byte) { return static_cast<std::uint8_t>(byte ^ 0xFF); }
 
 } // namespace
 
-SimulatedBoard::SimulatedBoard(std::chrono::local_seconds startedAt) : memory_(startedAt) {}
+SimulatedBoard::SimulatedBoard(std::chrono::local_seconds startedAt, BoardHabits habits)
+    : memory_(startedAt), habits_(std::move(habits)) {}
 
 void SimulatedBoard::AddFault(const SimulatedFault& fault) { faults_.push_back(fault); }
 
 void SimulatedBoard::ClearFaults() { faults_.clear(); }
 
-bool SimulatedBoard::Strikes(FaultKind kind) {
+void SimulatedBoard::SetHabits(BoardHabits habits) { habits_ = std::move(habits); }
+
+std::optional<SimulatedFault> SimulatedBoard::Strike(FaultKind kind) {
     const auto awake = std::find_if(faults_.begin(), faults_.end(), [&](const SimulatedFault& fault) {
         return fault.kind == kind && receivedBytes_ > fault.afterBytes;
     });
-    if (awake == faults_.end()) return false;
-    if (awake->firstTimeOnly) faults_.erase(awake);
-    return true;
+    if (awake == faults_.end()) return std::nullopt;
+    const SimulatedFault fault = *awake;
+    if (fault.firstTimeOnly) faults_.erase(awake);
+    return fault;
 }
 
 BoardAnswer SimulatedBoard::Receive(std::uint8_t byte, MonotonicTime now) {
@@ -46,20 +51,28 @@ BoardAnswer SimulatedBoard::Receive(std::uint8_t byte, MonotonicTime now) {
     }
     if (Strikes(FaultKind::LostByte)) return answer;
 
-    if (InsideGroup() && now - lastByteAt_ >= HalfSentLimit) due_ = Due::Sync;
+    if (const auto fault = Strike(FaultKind::SpoiledByte)) byte ^= fault->flips;
+    ForgetHalfSent(now);
     lastByteAt_ = now;
     Reaction reaction = React(byte, now);
     if (Strikes(FaultKind::NoAnswer)) return answer;
 
     Garble(reaction);
+    if (const auto fault = Strike(FaultKind::SpoiledAnswer)) reaction.byte ^= fault->flips;
     answer.bytes.push_back(reaction.byte);
     if (Strikes(FaultKind::DoubledByte)) answer.bytes.push_back(reaction.byte);
-    if (Strikes(FaultKind::LateAnswer)) answer.delay = LateBy;
+    if (const auto fault = Strike(FaultKind::LateAnswer)) answer.delay = fault->lateBy;
     return answer;
 }
 
 bool SimulatedBoard::InsideGroup() const {
     return due_ == Due::ReadLow || due_ == Due::WriteLow || due_ == Due::WriteData;
+}
+
+void SimulatedBoard::ForgetHalfSent(MonotonicTime now) {
+    if (!InsideGroup() || !habits_.halfSentLimit || now - lastByteAt_ < *habits_.halfSentLimit) return;
+    const Due inMode = due_ == Due::ReadLow ? Due::ReadHigh : Due::WriteHigh;
+    due_ = habits_.afterForgetting == AfterForgetting::StayInMode ? inMode : Due::Sync;
 }
 
 SimulatedBoard::Reaction SimulatedBoard::React(std::uint8_t byte, MonotonicTime now) {
@@ -83,7 +96,8 @@ SimulatedBoard::Reaction SimulatedBoard::React(std::uint8_t byte, MonotonicTime 
 
 SimulatedBoard::Reaction SimulatedBoard::TakeSync(std::uint8_t byte) {
     due_ = byte == SyncByte ? Due::Mode : Due::Sync;
-    return {byte == SyncByte ? Ready : NotUnderstood, Kind::Handshake};
+    if (byte == SyncByte) return {Ready, Kind::Handshake};
+    return {habits_.echoesWhileIdle ? byte : NotUnderstood, Kind::Handshake};
 }
 
 SimulatedBoard::Reaction SimulatedBoard::TakeMode(std::uint8_t byte) {
@@ -93,6 +107,7 @@ SimulatedBoard::Reaction SimulatedBoard::TakeMode(std::uint8_t byte) {
 }
 
 SimulatedBoard::Reaction SimulatedBoard::TakeHigh(std::uint8_t byte, Due next) {
+    if (byte == SyncByte && habits_.syncInMode == SyncInMode::First) return TakeSync(byte);
     address_ = static_cast<std::uint16_t>(byte << 8);
     due_ = next;
     // A 0xFF here is a sync more often than page 0xFF; faults of echoes must not spend themselves on it.
@@ -101,7 +116,7 @@ SimulatedBoard::Reaction SimulatedBoard::TakeHigh(std::uint8_t byte, Due next) {
 
 SimulatedBoard::Reaction SimulatedBoard::TakeLow(std::uint8_t byte, MonotonicTime now) {
     address_ |= byte;
-    if (address_ == 0xFFFF) return TakeSync(byte);
+    if (address_ == 0xFFFF && habits_.syncInMode == SyncInMode::Second) return TakeSync(byte);
     if (due_ == Due::WriteLow) {
         due_ = Due::WriteData;
         return {byte, Kind::AddressEcho};
@@ -111,7 +126,7 @@ SimulatedBoard::Reaction SimulatedBoard::TakeLow(std::uint8_t byte, MonotonicTim
 }
 
 SimulatedBoard::Reaction SimulatedBoard::TakeData(std::uint8_t byte, MonotonicTime now) {
-    memory_.Poke(address_, byte, now);
+    if (!habits_.Refuses(address_)) memory_.Poke(address_, byte, now);
     due_ = Due::WriteHigh;
     return {byte, Kind::DataEcho};
 }
@@ -119,7 +134,7 @@ SimulatedBoard::Reaction SimulatedBoard::TakeData(std::uint8_t byte, MonotonicTi
 std::uint8_t SimulatedBoard::ReadData(MonotonicTime now) {
     // The high byte of a word is of the moment of its low byte, or a counter that carries between the two would jump.
     const bool completesWord =
-        lastRead_ && address_ % 2 == 1 && lastRead_->address + 1 == address_ && now - lastRead_->at < HalfSentLimit;
+        lastRead_ && address_ % 2 == 1 && lastRead_->address + 1 == address_ && now - lastRead_->at < WordLimit;
     lastRead_ = LastRead{address_, completesWord ? lastRead_->at : now};
     return memory_.Peek(address_, lastRead_->at);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "simulator/BoardHabits.h"
 #include "simulator/BoardMemory.h"
 #include "simulator/SimulatedFaults.h"
 
@@ -22,17 +23,17 @@ struct BoardAnswer {
 
 /// The board's side of the byte-echo protocol over 64 KiB of memory.
 ///
-/// 0xFF is the sync byte and also an address byte. Where an address high byte is due, it is echoed, so that page 0xFF
-/// can be reached; a second 0xFF after it is taken as a sync. So a PC that repeats 0xFF until it gets 0x55 always gets
-/// in sync, and address 65535 alone cannot be reached. A group of address and data bytes that pauses for 500 ms is
-/// forgotten, and the next byte makes a fresh start: a PC that waited for a lost byte gets in sync too, and its 0xFF is
-/// not taken for data. (A PC that asks again sooner may still fill the group with its 0xFF.)
+/// Without other habits: 0xFF is the sync byte and also an address byte. Where an address high byte is due, it is
+/// echoed, so that page 0xFF can be reached; a second 0xFF after it is taken as a sync. So a PC that repeats 0xFF until
+/// it gets 0x55 always gets in sync, and address 65535 alone cannot be reached. A group of address and data bytes that
+/// pauses for 500 ms is forgotten, and the next byte makes a fresh start: a PC that waited for a lost byte gets in sync
+/// too, and its 0xFF is not taken for data. (A PC that asks again sooner may still fill the group with its 0xFF.)
 class SimulatedBoard {
 public:
     static constexpr std::size_t MemorySize = BoardMemory::Size;
 
     /// `startedAt`: what the board's own clock shows at monotonic time 0 of the caller.
-    explicit SimulatedBoard(std::chrono::local_seconds startedAt = {});
+    explicit SimulatedBoard(std::chrono::local_seconds startedAt = {}, BoardHabits habits = {});
 
     /// One byte arrives at `now`.
     [[nodiscard]] BoardAnswer Receive(std::uint8_t byte, MonotonicTime now);
@@ -40,6 +41,8 @@ public:
     /// Adds a fault to what the board does wrong.
     void AddFault(const SimulatedFault& fault);
     void ClearFaults();
+    /// Makes another kind of board of it, memory and all; takes effect with the next byte.
+    void SetHabits(BoardHabits habits);
 
     /// Memory as the line would read and write it at `now`, without the line. A live location is a function of what
     /// is stored and of `now` alone; what a write does to the board's clock counts from its `now`.
@@ -59,8 +62,10 @@ private:
         Kind kind;
     };
 
-    [[nodiscard]] bool Strikes(FaultKind kind);
+    [[nodiscard]] std::optional<SimulatedFault> Strike(FaultKind kind);
+    [[nodiscard]] bool Strikes(FaultKind kind) { return Strike(kind).has_value(); }
     [[nodiscard]] bool InsideGroup() const;
+    void ForgetHalfSent(MonotonicTime now);
     Reaction React(std::uint8_t byte, MonotonicTime now);
     Reaction TakeSync(std::uint8_t byte);
     Reaction TakeMode(std::uint8_t byte);
@@ -71,6 +76,7 @@ private:
     void Garble(Reaction& reaction);
 
     BoardMemory memory_;
+    BoardHabits habits_;
     std::vector<SimulatedFault> faults_;
     std::size_t receivedBytes_ = 0;
 

@@ -16,8 +16,8 @@ using namespace std::chrono_literals;
 constexpr int SlowestLine = 50;
 constexpr int FastestLine = 4000000;
 
-/// The time of one byte, 10 bits, at the speed of `settings`.
-MonotonicTime ByteTime(std::string_view settings) {
+/// The speed that `settings` name, in bits per second.
+int SpeedOf(std::string_view settings) {
     int speed = 0;
     const auto [end, error] = std::from_chars(settings.data(), settings.data() + settings.size(), speed);
     const std::string_view framing = settings.substr(static_cast<std::size_t>(end - settings.data()));
@@ -26,7 +26,7 @@ MonotonicTime ByteTime(std::string_view settings) {
         throw RuntimeError(ErrorNumber::InvalidProcedureCall,
                            "The simulated board's port cannot take the settings \"" + std::string(settings) + "\".");
     }
-    return MonotonicTime(std::chrono::seconds(10)) / speed;
+    return speed;
 }
 
 } // namespace
@@ -40,11 +40,12 @@ void SimulatedPort::SetSettings(const std::string& settings) { settings_ = setti
 
 void SimulatedPort::Open() {
     Close();
-    const MonotonicTime byteTime = ByteTime(settings_);
+    const int speed = SpeedOf(settings_);
     if (line_.IsCut(clock_.Now())) {
         throw RuntimeError(ErrorNumber::FileNotFound, "The line to the simulated board is cut.");
     }
-    if (pacing_ == LinePacing::LineSpeed) line_.SetByteTime(byteTime);
+    if (pacing_ == LinePacing::LineSpeed) line_.SetByteTime(MonotonicTime(10s) / speed);
+    line_.SetSpeeds(speed, boardSpeed_);
     line_.DiscardArrived(clock_.Now());
     open_ = true;
     lost_ = false;

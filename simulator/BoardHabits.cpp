@@ -1,0 +1,97 @@
+// The list of habits and how one is written on a command line.
+#include "simulator/BoardHabits.h"
+
+#include "link/TargetAddress.h"
+#include "simulator/DurationText.h"
+
+#include <algorithm>
+
+namespace vantrel {
+
+namespace {
+
+/// All bytes of the value at one address; nothing for a text that is no address.
+std::optional<AddressRange> ParsePlace(std::string_view text) {
+    if (!AddressProblem(text).empty()) return std::nullopt;
+    const TargetAddress address = ParseAddress(text);
+    const std::int32_t last = address.byteAddress + ByteCount(address.type) - 1;
+    return AddressRange{static_cast<std::uint16_t>(address.byteAddress), static_cast<std::uint16_t>(last)};
+}
+
+std::optional<AddressRange> ParseRange(std::string_view text) {
+    const std::size_t dash = text.find('-');
+    if (dash == std::string_view::npos) return ParsePlace(text);
+    const auto first = ParsePlace(text.substr(0, dash));
+    const auto last = ParsePlace(text.substr(dash + 1));
+    if (!first || !last || first->first > last->last) return std::nullopt;
+    return AddressRange{first->first, last->last};
+}
+
+bool SetHalfSent(BoardHabits& habits, std::string_view value) {
+    const auto limit = ParseDuration(value);
+    if (!limit && value != "forever") return false;
+    habits.halfSentLimit = limit;
+    return true;
+}
+
+bool SetAfterForgetting(BoardHabits& habits, std::string_view value) {
+    habits.afterForgetting = value == "mode" ? AfterForgetting::StayInMode : AfterForgetting::WaitForSync;
+    return value == "mode" || value == "sync";
+}
+
+bool SetSyncInMode(BoardHabits& habits, std::string_view value) {
+    habits.syncInMode = value == "first"   ? SyncInMode::First
+                        : value == "never" ? SyncInMode::Never
+                                           : SyncInMode::Second;
+    return value == "first" || value == "second" || value == "never";
+}
+
+bool SetIdle(BoardHabits& habits, std::string_view value) {
+    habits.echoesWhileIdle = value == "echo";
+    return value == "echo" || value == "zero";
+}
+
+bool AddRefused(BoardHabits& habits, std::string_view value) {
+    const auto range = ParseRange(value);
+    if (range) habits.refused.push_back(*range);
+    return range.has_value();
+}
+
+/// In the order of HabitNames.
+constexpr std::array<bool (*)(BoardHabits&, std::string_view), 5> Setters{SetHalfSent, SetAfterForgetting,
+                                                                          SetSyncInMode, SetIdle, AddRefused};
+
+} // namespace
+
+bool BoardHabits::Refuses(std::uint16_t address) const {
+    return std::any_of(refused.begin(), refused.end(),
+                       [&](const AddressRange& range) { return range.first <= address && address <= range.last; });
+}
+
+const std::array<HabitName, 5>& HabitNames() {
+    static constexpr std::array<HabitName, 5> names{{
+        {"half-sent", "500ms|TIME|forever", "A value that stops half way is forgotten after this time."},
+        {"after-half-sent", "sync|mode",
+         "The board then waits for a sync, or stays in its mode and waits for an address."},
+        {"sync-in-mode", "second|first|never",
+         "Where an address is due, the second FF in a row is a sync, or the first, or none is."},
+        {"idle", "zero|echo", "Where a sync is due, any other byte is answered with 00, or echoed."},
+        {"refuse", "ADDRESS",
+         "The value is echoed but not stored: W16384, or B8176-B8190; may be given more than once."},
+    }};
+    return names;
+}
+
+std::optional<BoardHabits> WithHabit(BoardHabits habits, std::string_view text) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string_view::npos) return std::nullopt;
+    const auto& names = HabitNames();
+    const auto named = std::find_if(names.begin(), names.end(),
+                                    [&](const HabitName& each) { return each.name == text.substr(0, equals); });
+    if (named == names.end()) return std::nullopt;
+    const auto set = Setters.at(static_cast<std::size_t>(named - names.begin()));
+    if (!set(habits, text.substr(equals + 1))) return std::nullopt;
+    return habits;
+}
+
+} // namespace vantrel
