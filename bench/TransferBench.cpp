@@ -177,11 +177,11 @@ Measurement MeasureWork(const std::string& device, int speed, const Work& work) 
     SystemClock clock;
     NoBoxes boxes;
     Recording recording;
-    TurnQueue turns;
+    TurnQueue turns(clock);
     AsioSerialPort port(clock, device);
-    RSComm link(std::filesystem::temp_directory_path() / "vantrel-bench-none.cfg", {}, clock, boxes);
+    RSComm link(std::filesystem::temp_directory_path() / "vantrel-bench-none.cfg", {}, clock, boxes, turns);
     link.SetPortOverride({.number = {}, .speed = std::to_string(speed), .leaveFileAlone = true});
-    link.OpenRSComm(port);
+    turns.RunToEnd(link.OpenRSComm(port));
     if (!link.OnlineMode()) std::exit(3);
     link.SetTrafficLog(&recording);
     const double processorBefore = ProcessorSeconds();
@@ -192,7 +192,7 @@ Measurement MeasureWork(const std::string& device, int speed, const Work& work) 
     result.processorSeconds = ProcessorSeconds() - processorBefore;
     if (!done) std::exit(1);
     link.SetTrafficLog(nullptr);
-    link.CloseRSComm();
+    turns.RunToEnd(link.CloseRSComm());
     result.sent = std::move(recording.bytes);
     return result;
 }

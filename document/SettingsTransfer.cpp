@@ -2,6 +2,7 @@
 
 #include "link/TargetMap.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vantrel {
@@ -91,6 +92,10 @@ Task SettingsTransfer::Run() {
 
 TaskOf<bool> SettingsTransfer::WriteFlag(std::string value) {
     const WriteResult written = co_await link_.RSWrite(WriteThroughFlag, std::move(value));
+    for (const std::uint16_t byte : written.mayHaveReached) {
+        if (std::ranges::find(flagMayHaveReached_, byte) == flagMayHaveReached_.end())
+            flagMayHaveReached_.push_back(byte);
+    }
     co_return written.Confirmed();
 }
 

@@ -96,6 +96,8 @@ public:
     [[nodiscard]] const std::vector<std::size_t>& Unconfirmed() const { return unconfirmed_; }
     /// The writes of a download that were sent twice, ascending.
     [[nodiscard]] const std::vector<RepeatedWrite>& Repeated() const { return repeated_; }
+    /// Bytes that a half-sent write of the flag may have set to 255, ascending; see WriteResult.
+    [[nodiscard]] const std::vector<std::uint16_t>& FlagMayHaveReached() const { return flagMayHaveReached_; }
     /// The port was opened again in the middle: what was transferred before may be another board's, or lost.
     [[nodiscard]] bool Reconnected() const { return reconnected_; }
 
@@ -121,6 +123,7 @@ private:
     bool reconnected_ = false;
     std::vector<std::size_t> unconfirmed_;
     std::vector<RepeatedWrite> repeated_;
+    std::vector<std::uint16_t> flagMayHaveReached_;
 };
 
 /// One value that differs between a record and the board.

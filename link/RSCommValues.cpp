@@ -97,7 +97,8 @@ void RSComm::BeginOperation() {
 
 TaskOf<Reading> RSComm::ReadAndLook(std::string address) {
     Reading reading = co_await ReadOnceAndLook(address);
-    if (reading.What() == Reading::Kind::Doubtful) reading = co_await ReadOnceAndLook(address);
+    const bool named = ByteCount(ParseAddress(address).type) > 0;
+    if (named && reading.What() == Reading::Kind::Doubtful) reading = co_await ReadOnceAndLook(address);
     co_await turns_.Allowed();
     co_return reading;
 }

@@ -83,9 +83,9 @@ bool TurnQueue::SleepOnWait(MonotonicTime longest) {
     return true;
 }
 
-void TurnQueue::RunOrSleep() {
+void TurnQueue::RunOneOrSleep(MonotonicTime longest) {
     if (RunOne()) return;
-    if (SleepOnWait(LongestSleep())) return;
+    if (SleepOnWait(std::min(longest, LongestSleep()))) return;
     throw RuntimeError(ErrorNumber::InvalidProcedureCall, "A task waits for nothing.");
 }
 

@@ -91,6 +91,9 @@ public:
     /// Resumes one task whose wait is over, or the one that has waited longest for its turn; false when there is none.
     /// Lets the exception of a root task pass.
     bool RunOne();
+    /// The same, and sleeps (at most so long) while all wait for a byte. Throws RuntimeError 5 when nobody waits for
+    /// anything that could come.
+    void RunOneOrSleep(MonotonicTime longest = MonotonicTime::max());
     /// How many tasks wait for a turn.
     [[nodiscard]] std::size_t Waiting() const { return turns_.size(); }
     /// A task is being run by RunOne() at this moment (which a box inside it can show).
@@ -102,7 +105,7 @@ public:
         BeginTurn();
         task.Start();
         while (!task.Done())
-            RunOrSleep();
+            RunOneOrSleep();
         return task.TakeResult();
     }
     template <typename Result> Result RunToEnd(TaskOf<Result>&& task) { return RunToEnd(task); }
@@ -129,7 +132,6 @@ private:
     void Withdraw(const ByteWait& wait);
     void BeginTurn();
     void Resume(TaskPromise& waiting);
-    void RunOrSleep();
 
     Clock& clock_;
     std::deque<Turn*> turns_;

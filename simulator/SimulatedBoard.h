@@ -41,6 +41,10 @@ public:
     /// Adds a fault to what the board does wrong.
     void AddFault(const SimulatedFault& fault);
     void ClearFaults();
+    /// How many faults are still to strike; one that strikes at every byte stays for good.
+    [[nodiscard]] std::size_t FaultsLeft() const { return faults_.size(); }
+    /// How many bytes have reached the board, lost and spoiled ones too: what a fault's `afterBytes` counts.
+    [[nodiscard]] std::size_t ReceivedBytes() const { return receivedBytes_; }
     /// Makes another kind of board of it, memory and all; takes effect with the next byte.
     void SetHabits(BoardHabits habits);
 

@@ -15,7 +15,7 @@ protected:
     }
     void Tick(int times = 1) {
         for (int i = 0; i < times; ++i)
-            update.Tick(transferring);
+            turns.RunToEnd(update.Tick(transferring));
     }
     /// Bytes on the line while something happens.
     template <typename Happens> int Traffic(Happens happens) {
@@ -25,11 +25,15 @@ protected:
     }
 
     Program program{ProgramFolder(folder.Path(), folder.Path()), clock};
-    BackgroundUpdate update{program, link};
+    BackgroundUpdate update{program, link, clock};
     bool transferring = false;
+    std::size_t bytesOnLine = 0; ///< Since the board began.
 
 private:
-    void Exchanged(MonotonicTime, std::uint8_t, std::optional<std::uint8_t>) override { ++bytes_; }
+    void Exchanged(MonotonicTime, std::uint8_t, std::optional<std::uint8_t>) override {
+        ++bytes_;
+        ++bytesOnLine;
+    }
     void Surplus(MonotonicTime, std::uint8_t) override {}
     int bytes_ = 0;
 };
@@ -40,12 +44,11 @@ TEST_F(BackgroundUpdateTest, TheMessageFollowsTheModeAndTheLink) {
     Tick();
     EXPECT_EQ(update.PanelText(), "System Message:  Program is Currently OFFLINE");
     EXPECT_EQ(program.systemMessage, "Set-up Program is Currently OFFLINE");
-    link.OpenRSComm(port);
+    Open();
     Tick();
     EXPECT_EQ(update.PanelText(), "System Message:  All Faults Normal");
     EXPECT_EQ(program.systemMessage, Normal);
     board.AddFault({.kind = FaultKind::NoAnswer});
-    dialogs.whileShown = [&](const MessageBox&) { EXPECT_EQ(Traffic([&] { Tick(); }), 0); };
     Tick();
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(program.systemMessage, Normal);
@@ -54,16 +57,43 @@ TEST_F(BackgroundUpdateTest, TheMessageFollowsTheModeAndTheLink) {
     EXPECT_EQ(update.PanelText(), "System Message:  Comm Fault with Q6700");
 }
 
+TEST_F(BackgroundUpdateTest, NothingIsCalledNormalWhileTheBoardIsSilent) {
+    Open();
+    Tick();
+    board.AddFault({.kind = FaultKind::NoAnswer});
+    Task tick = update.Tick(false);
+    tick.Start();
+    while (clock.Now() < std::chrono::milliseconds(3500))
+        turns.RunOneOrSleep(std::chrono::milliseconds(100));
+    update.Wait();
+    EXPECT_EQ(update.PanelText(), "System Message:  Waiting for the board ... 3 s");
+    EXPECT_EQ(program.systemMessage.find("Normal"), std::string::npos);
+}
+
+TEST_F(BackgroundUpdateTest, ADoubtfulReadingRaisesNoAlarm) {
+    for (std::size_t at = 0; at < 8; ++at) {
+        SCOPED_TRACE(at);
+        Open();
+        Tick();
+        board.AddFault({.kind = FaultKind::DoubledByte, .firstTimeOnly = true, .afterBytes = bytesOnLine + at});
+        Tick(2);
+        EXPECT_EQ(program.alarms, AlarmFlags{});
+        EXPECT_EQ(update.PanelText(), "System Message:  All Faults Normal");
+        board.ClearFaults();
+    }
+}
+
 TEST_F(BackgroundUpdateTest, AlarmsAreReadWhenTheProgramGoesOnlineAndEveryTwentiethTick) {
     board.Poke(CurrentFaultByte, 0x45);
-    link.OpenRSComm(port);
+    Open();
     Tick();
     EXPECT_EQ(update.PanelText(), "System Message:  Faults Active in PLC");
     EXPECT_EQ(program.systemMessage, "***** SYSTEM ALARM *****\nTarget Board Fault\n\n");
     board.Poke(CurrentFaultByte, 0);
     board.Poke(CurrentCommErrorByte, 5);
     EXPECT_EQ(Traffic([&] { Tick(19); }), 19 * 2);
-    EXPECT_EQ(program.alarms, (AlarmFlags{true, false, false}));
+    EXPECT_EQ(program.alarms, (AlarmFlags{false, false, false}))
+        << "the fault that every tick reads is believed at once";
     EXPECT_EQ(Traffic([&] { Tick(); }), 2 * 2);
     EXPECT_EQ(program.systemMessage, "***** SYSTEM ALARM *****\nCommunication Error\n\n");
     EXPECT_FALSE(program.refreshTargetStatus);
@@ -73,7 +103,7 @@ TEST_F(BackgroundUpdateTest, TheCoCpuAlarmIsThatOfABoardThatHasOne) {
     program.document.FilePath = folder / "plant.sdt";
     WriteText(folder / "plant.trv", "2");
     board.Poke(CoCpuSlotByte, 3);
-    link.OpenRSComm(port);
+    Open();
     Tick();
     EXPECT_EQ(program.systemMessage, "***** SYSTEM ALARM *****\nCO-CPU Fault\n\n");
     program.document.FilePath = folder / "other.sdt";
@@ -83,7 +113,7 @@ TEST_F(BackgroundUpdateTest, TheCoCpuAlarmIsThatOfABoardThatHasOne) {
 
 TEST_F(BackgroundUpdateTest, ATransferHasTheLineToItself) {
     transferring = true;
-    link.OpenRSComm(port);
+    Open();
     EXPECT_EQ(Traffic([&] { Tick(25); }), 0);
     EXPECT_EQ(program.systemMessage, Normal);
     EXPECT_TRUE(program.refreshTargetStatus) << "as soon as the transfer is over";

@@ -46,6 +46,23 @@ TEST_F(ConsoleTest, ASimulatedBoardSaysWhereItIsAndTakesItsLinkAwayAgain) {
     EXPECT_FALSE(std::filesystem::is_symlink(link));
 }
 
+TEST_F(ConsoleTest, EveryFaultAndHabitIsInTheHelpAndBehindAnUnknownOne) {
+    const std::string help = Run({"simulate", "--help"}).out;
+    const Ended fault = Run({"simulate", "--fault", "spoilt"});
+    const Ended habit = Run({"simulate", "--habit", "idle=echo", "idle=loud"});
+    EXPECT_EQ(fault.code, 2);
+    EXPECT_EQ(habit.code, 2);
+    EXPECT_NE(habit.err.find("there is no habit \"idle=loud\""), std::string::npos) << habit.err;
+    for (const FaultName& each : FaultNames()) {
+        EXPECT_NE(help.find(each.sentence), std::string::npos) << each.name;
+        EXPECT_NE(fault.err.find(each.sentence), std::string::npos) << each.name;
+    }
+    for (const HabitName& each : HabitNames()) {
+        EXPECT_NE(help.find(each.sentence), std::string::npos) << each.name;
+        EXPECT_NE(habit.err.find(each.sentence), std::string::npos) << each.name;
+    }
+}
+
 TEST_F(ConsoleTest, ALinkReplacesOnlyWhatAnEarlierRunLeftBehind) {
     WriteText(File("file"), "precious");
     std::filesystem::create_symlink(folder / "file", folder / "link");

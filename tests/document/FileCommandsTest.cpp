@@ -54,7 +54,7 @@ protected:
     FileCommandsTest() { document.InitDefaults(); }
 
     void GoOnline() {
-        link.OpenRSComm(port);
+        turns.RunToEnd(link.OpenRSComm(port));
         ASSERT_TRUE(link.OnlineMode());
     }
     void Answer(std::deque<MessageAnswer> answers) {
@@ -75,7 +75,8 @@ protected:
     Person person;
     SimulatedBoard board;
     SimulatedPort port{board, clock, LinePacing::None};
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, person};
+    TurnQueue turns{clock};
+    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, person, turns};
     Document document{"VANTREL_R1.0.0", clock};
     bool fetchSucceeds = true;
     int fetches = 0;
@@ -125,7 +126,7 @@ TEST_F(FileCommandsTest, NewAndOpenAndExitObeyTheAnswerToTheSaveQuestion) {
             command();
             return person.trace;
         };
-        EXPECT_EQ(after([&] { files.New(false); }), one.trace + std::string(one.goesOn ? "[unnamed];" : ""));
+        EXPECT_EQ(after([&] { files.New(); }), one.trace + std::string(one.goesOn ? "[unnamed];" : ""));
         EXPECT_EQ(document.CurrentConfiguration.Value(1), one.goesOn ? 0 : 7);
         EXPECT_EQ(after([&] { files.Open(); }).find("open;") != std::string::npos, one.goesOn) << one.trace;
         EXPECT_EQ(after([&] { EXPECT_EQ(files.MayClose(), one.ends); }), one.trace);
@@ -145,7 +146,8 @@ TEST_F(FileCommandsTest, TheStackAddressIsAskedForByNewAndWrittenThroughWhileOnl
     GoOnline();
     board.PokeWord(6400, 77);
     person.answer = "v500";
-    files.New(true);
+    files.New();
+    turns.RunToEnd(files.AskStatusStackAddress());
     EXPECT_EQ(person.trace, "[unnamed];TI Status Stack Address;");
     EXPECT_EQ(dates, "-\n");
     EXPECT_EQ(person.initial, "V77") << "what the board holds";
@@ -160,22 +162,22 @@ TEST_F(FileCommandsTest, TheStackAddressIsAskedForByNewAndWrittenThroughWhileOnl
 
     board.AddFault({.kind = FaultKind::WrongEcho});
     person.answer = "V500";
-    files.AskStatusStackAddress();
+    turns.RunToEnd(files.AskStatusStackAddress());
     EXPECT_TRUE(LastText().starts_with("The board did not confirm the address V500")) << LastText();
     board.ClearFaults();
 
-    link.CloseRSComm();
+    turns.RunToEnd(link.CloseRSComm());
     for (const char* refused : {"0", "34464", "X5", "V", "12.5", "1e3", "-5", "5V", " ", "99999999999"}) {
         Answer({});
         person.answer = refused;
-        files.AskStatusStackAddress();
+        turns.RunToEnd(files.AskStatusStackAddress());
         EXPECT_EQ(person.initial, "V500") << "OFFLINE the record's own";
         EXPECT_EQ(person.trace, "TI Status Stack Address;TI Status Stack Address;") << refused;
         EXPECT_EQ(LastText(), "Only a V Memory Space Address Between 1 and 34463 can be Entered");
     }
     Answer({});
     person.answer = "";
-    files.AskStatusStackAddress();
+    turns.RunToEnd(files.AskStatusStackAddress());
     EXPECT_TRUE(person.boxes.shown.empty());
     EXPECT_EQ(StackAddressIn(" 34463 "), 34463);
     EXPECT_EQ(StackAddressIn("V 1"), 1);
@@ -293,7 +295,7 @@ TEST_F(FileCommandsTest, TheFirstSaveWhileOnlineStoresWhatTheBoardHoldsOrNothing
         EXPECT_TRUE(document.IsUnnamed);
     }
     Answer({MessageAnswer::Yes});
-    EXPECT_EQ(files.New(false), Outcome::Failed) << "changes are not thrown away for a board that does not answer";
+    EXPECT_EQ(files.New(), Outcome::Failed) << "changes are not thrown away for a board that does not answer";
 
     fetchSucceeds = true;
     for (int i = 0; i < 2; ++i) {

@@ -35,7 +35,7 @@ protected:
     TransferTest() : BoardLink(LinePacing::LineSpeed) {
         for (std::size_t i = 0; i < ValueCount; ++i)
             record.SetValue(i, static_cast<std::int32_t>(1000 + i));
-        link.OpenRSComm(port);
+        Open();
         link.SetTrafficLog(&traffic);
     }
     SettingsTransfer Transfer(TransferMode mode) { return {mode, record, link, dialogs, turns, display}; }
@@ -50,7 +50,6 @@ protected:
     }
     [[nodiscard]] int Flag() const { return board.Peek(105, clock.Now()); }
 
-    TurnQueue turns;
     Display display;
     SentBytes traffic;
     Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
@@ -60,7 +59,7 @@ TEST_F(TransferTest, ADownloadWritesTheFlagThenEveryValueInOrderThenTheFlag) {
     record = DefaultRecord("VANTREL_R1.0.0", {});
     SettingsTransfer transfer = Transfer(TransferMode::DownloadData);
     transfer.Load();
-    EXPECT_EQ(Flag(), 1);
+    display.onProgress = [&](std::size_t) { EXPECT_EQ(Flag(), 1); };
     EXPECT_EQ(display.label, "Downloading Data, Please Standby...");
     Task task = transfer.Run();
     turns.RunToEnd(task);
@@ -79,6 +78,7 @@ TEST_F(TransferTest, ADownloadWritesTheFlagThenEveryValueInOrderThenTheFlag) {
     EXPECT_EQ(Flag(), 0);
     EXPECT_TRUE(transfer.Complete());
     EXPECT_TRUE(transfer.Unconfirmed().empty());
+    EXPECT_TRUE(transfer.Repeated().empty());
     EXPECT_EQ(display.done, ValueCount);
     EXPECT_TRUE(dialogs.shown.empty());
 }
@@ -141,12 +141,31 @@ TEST_F(TransferTest, CancelStopsBeforeTheNextValueAndResetsTheFlag) {
     EXPECT_TRUE(dialogs.shown.empty());
 }
 
+TEST_F(TransferTest, CancelGivesUpASilentBoardAtOnce) {
+    SettingsTransfer transfer = Transfer(TransferMode::DownloadData);
+    transfer.Load();
+    Task task = transfer.Run();
+    board.AddFault({.kind = FaultKind::NoAnswer, .afterBytes = 300});
+    task.Start();
+    while (clock.Now() < std::chrono::seconds(1) && !task.Done())
+        turns.RunOneOrSleep();
+    const MonotonicTime cancelled = clock.Now();
+    transfer.Cancel();
+    while (!task.Done())
+        turns.RunOneOrSleep();
+    EXPECT_LT(clock.Now() - cancelled, std::chrono::milliseconds(100));
+    EXPECT_TRUE(transfer.GaveUp());
+    EXPECT_TRUE(link.LinkFailed());
+    EXPECT_TRUE(dialogs.shown.empty()) << "no warning for somebody who has just given up";
+    EXPECT_EQ(Flag(), 1);
+}
+
 TEST_F(TransferTest, ALineThatDiesEndsTheTransferWithItsMessageAndLeavesTheFlag) {
     for (const TransferMode mode : {TransferMode::DownloadData, TransferMode::UploadData}) {
         SCOPED_TRACE(TransferLabel(mode));
         dialogs.shown.clear();
         port.MendLine();
-        link.OpenRSComm(port);
+        Open();
         SettingsTransfer download = Transfer(TransferMode::DownloadData);
         Finish(download, turns);
         board.Poke(105, 1, clock.Now());
@@ -184,6 +203,11 @@ TEST_F(TransferTest, ValuesThatDidNotArriveAreNamedAndTheRestGoesOn) {
     record.SetValue(9, 1);
     Finish(again, turns);
     EXPECT_TRUE(again.Unconfirmed().empty()) << "one wrong echo is mended by the repeat";
+    EXPECT_EQ(again.FlagMayHaveReached(), (std::vector<std::uint16_t>{0x00FF, 0xFFFF}));
+    board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true, .afterBytes = traffic.bytes.size() + 20});
+    SettingsTransfer third = Transfer(TransferMode::DownloadData);
+    Finish(third, turns);
+    ASSERT_EQ(third.Repeated().size(), 1U);
     EXPECT_EQ(OnBoard(9), 1);
 }
 

@@ -4,7 +4,7 @@
 namespace vantrel {
 
 struct RSCommPeer {
-    static bool PLSReady(RSComm& link) { return link.PLSReady(); }
+    static TaskOf<bool> PLSReady(RSComm& link) { return link.PLSReady(); }
 };
 
 namespace {
@@ -20,19 +20,19 @@ TEST_F(IdentityTest, BoardTypesAreCharacterCodes) {
 }
 
 TEST_F(IdentityTest, TheRevisionIsReadOnlyOverALinkThatStands) {
-    EXPECT_EQ(link.FirmwareRev(), 0);
+    EXPECT_EQ(turns.RunToEnd(link.FirmwareRev()), 0);
     EXPECT_FALSE(link.LinkFailed());
     GoOnline();
     PutInMode(1);
     port.script.insert(port.script.end(), {{0x1F, 0x1F}, {0xDF, 23}, {0x1F, 0x1F}, {0xF0, 0x45}});
-    EXPECT_EQ(link.FirmwareRev(), 23);
-    EXPECT_EQ(link.FaultCode(), 0x45);
+    EXPECT_EQ(turns.RunToEnd(link.FirmwareRev()), 23);
+    EXPECT_EQ(turns.RunToEnd(link.FaultCode()), 0x45);
     EXPECT_EQ(port.unexpected, 0);
     port.Expect({});
-    EXPECT_EQ(link.FaultCode(), 0);
+    EXPECT_EQ(turns.RunToEnd(link.FaultCode()), 0);
     EXPECT_TRUE(link.LinkFailed());
     const std::size_t traffic = port.sent.size();
-    EXPECT_EQ(link.FirmwareRev(), 0);
+    EXPECT_EQ(turns.RunToEnd(link.FirmwareRev()), 0);
     EXPECT_EQ(port.sent.size(), traffic);
 }
 
@@ -57,7 +57,7 @@ TEST_F(IdentityTest, FaultsAreDescribedByTheFirstRecordOfTheFile) {
 TEST_F(IdentityTest, TheReadyCheckGoesOnUntilTheBoardIsReadyOrTheUserGivesUp) {
     GoOnline();
     port.Expect({{0x38, 0x00}, {0x38, 0x55}, {0x55, 0x55}, {0x38, 0x55}, {0x55, 0x12}, {0x38, 0x55}, {0x55, 0x00}});
-    EXPECT_TRUE(RSCommPeer::PLSReady(link));
+    EXPECT_TRUE(turns.RunToEnd(RSCommPeer::PLSReady(link)));
     EXPECT_EQ(port.unexpected, 0);
     EXPECT_EQ(port.sent.size(), 8U);
     EXPECT_EQ(port.sent.back(), 0x55);
@@ -65,7 +65,7 @@ TEST_F(IdentityTest, TheReadyCheckGoesOnUntilTheBoardIsReadyOrTheUserGivesUp) {
     port.otherwise = 0x55;
     dialogs.answers = {MessageAnswer::Retry, MessageAnswer::Cancel};
     const double start = Seconds();
-    EXPECT_FALSE(RSCommPeer::PLSReady(link));
+    EXPECT_FALSE(turns.RunToEnd(RSCommPeer::PLSReady(link)));
     EXPECT_TRUE(link.LinkFailed());
     EXPECT_NEAR(Seconds() - start, 3.0 + 2.0, 0.02);
     EXPECT_EQ(Shown(1), "WARNING - Communication Error!|Cannot Determine PLS READY Mode Within Target Board.");

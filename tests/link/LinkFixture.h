@@ -16,9 +16,23 @@ protected:
     /// Opens the link; the probe is answered.
     void GoOnline() {
         port.Expect({{0xFF, 0x55}});
-        link.OpenRSComm(port);
+        Open();
         ASSERT_TRUE(link.OnlineMode());
         port.Expect({});
+    }
+    void Open() { turns.RunToEnd(link.OpenRSComm(port)); }
+    void Close() { turns.RunToEnd(link.CloseRSComm()); }
+    Reading Read(const std::string& address) { return turns.RunToEnd(link.Read(address)); }
+    /// The judged value as text, "doubtful: " and what was heard, or "failed".
+    std::string Told(const std::string& address) {
+        const Reading reading = Read(address);
+        if (reading.HasLinkFailed()) return "failed";
+        if (reading.IsValue()) return reading.TextOr("");
+        const auto heard = reading.NumberEvenIfDoubtful();
+        return "doubtful" + (heard ? ": " + std::to_string(*heard) : "");
+    }
+    WriteResult Write(const std::string& address, const std::string& value) {
+        return turns.RunToEnd(link.RSWrite(address, value));
     }
     void PutInMode(std::uint8_t mode) { port.script.insert(port.script.begin(), {{0xFF, 0x55}, {mode, 0x55}}); }
     [[nodiscard]] double Seconds() const { return std::chrono::duration<double>(clock.Now()).count(); }
@@ -30,7 +44,8 @@ protected:
     VirtualClock clock;
     ScriptedDialogs dialogs;
     ScriptedPort port{clock};
-    RSComm link{folder / "Support" / "RSPort.cfg", {1, 4}, clock, dialogs};
+    TurnQueue turns{clock};
+    RSComm link{folder / "Support" / "RSPort.cfg", {1, 4}, clock, dialogs, turns};
 };
 
 inline constexpr const char* CableWarning = "WARNING - Communication Error!|Cannot Communicate with Target Board.\n"

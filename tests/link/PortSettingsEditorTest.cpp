@@ -42,7 +42,7 @@ TEST_F(PortSettingsEditorTest, TakesOnlyWholeNumbersOfTheRange) {
         EXPECT_EQ(dialogs.shown.at(0).icon, MessageIcon::Information);
         EXPECT_EQ(dialog.DeviceLine(text), "");
     }
-    EXPECT_FALSE(dialog.Save("5", "9600"));
+    EXPECT_FALSE(turns.RunToEnd(dialog.Save("5", "9600")));
     EXPECT_FALSE(fs::exists(settingsFile));
     EXPECT_EQ(dialog.Stepped("3", 1) + dialog.Stepped("4", 1) + dialog.Stepped("1", -1) + dialog.Stepped("x", 1) +
                   dialog.Stepped("2147483647", 1),
@@ -55,8 +55,8 @@ TEST_F(PortSettingsEditorTest, SavingWritesTheSettingsAndTheFilesOfTheToolsThatA
     WriteText(folder / "TRV51", "no folder");
     WriteText(folder / "TRP51" / "torvik.sfg", "the old line, which was longer\r\n");
     PortSettingsEditor dialog = Dialog();
-    EXPECT_TRUE(dialog.Save(" 3", "19200"));
-    dialog.Finish();
+    EXPECT_TRUE(turns.RunToEnd(dialog.Save(" 3", "19200")));
+    turns.RunToEnd(dialog.Finish());
     EXPECT_EQ(FileText(settingsFile), "3,19200\r\n");
     EXPECT_EQ(FileText(folder / "trv96" / "TORVIK.SFG"), "2\r\n");
     EXPECT_EQ(FileText(folder / "TRP51" / "torvik.sfg"), "2\r\n");
@@ -69,14 +69,14 @@ TEST_F(PortSettingsEditorTest, SavingClosesAnOpenPortAndOpensItWithTheNewSetting
     GoOnline();
     PortSettingsEditor dialog = Dialog();
     port.Expect({{0xFF, 0x00}, {0xFF, 0x55}});
-    EXPECT_TRUE(dialog.Save("2", "19200"));
+    EXPECT_TRUE(turns.RunToEnd(dialog.Save("2", "19200")));
     EXPECT_FALSE(port.IsOpen() || link.OnlineMode());
     EXPECT_EQ(port.sent.size(), 1U) << "the goodbye";
-    dialog.Finish();
+    turns.RunToEnd(dialog.Finish());
     EXPECT_TRUE(port.IsOpen() && link.OnlineMode());
     EXPECT_EQ(port.number, 2);
     EXPECT_EQ(port.settings, "19200,n,8,1");
-    dialog.Finish();
+    turns.RunToEnd(dialog.Finish());
     EXPECT_EQ(port.opened, 2) << "once is enough";
 }
 
@@ -86,16 +86,16 @@ TEST_F(PortSettingsEditorTest, AFileThatCannotBeWrittenIsReportedAndThePortComes
     fs::create_directory(settingsFile);
     PortSettingsEditor dialog = Dialog();
     port.otherwise = 0x55;
-    EXPECT_FALSE(dialog.Save("2", "9600")) << "the dialog stays";
+    EXPECT_FALSE(turns.RunToEnd(dialog.Save("2", "9600"))) << "the dialog stays";
     EXPECT_EQ(Shown().substr(0, 28), "SetupComm|Error Number = 75\n");
     fs::remove(settingsFile);
     WriteText(settingsFile, "1,9600\r\n");
-    dialog.Finish();
+    turns.RunToEnd(dialog.Finish());
     EXPECT_TRUE(link.OnlineMode());
 
     fs::create_directories(folder / "TRV51" / "TORVIK.SFG");
     PortSettingsEditor other = Dialog();
-    EXPECT_TRUE(other.Save("2", "9600")) << "the program's own settings are saved";
+    EXPECT_TRUE(turns.RunToEnd(other.Save("2", "9600"))) << "the program's own settings are saved";
     EXPECT_EQ(Shown(1).substr(0, 28), "SetupComm|Error Number = 75\n");
 }
 

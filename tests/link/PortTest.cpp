@@ -53,7 +53,7 @@ TEST_F(LinkTest, AnOverrideReplacesTheStoredSettingsAndMayLeaveTheFileAlone) {
 TEST_F(LinkTest, SettingsThatCannotBeReadKeepThePortClosed) {
     GoOnline();
     WriteText(folder / "Support" / "RSPort.cfg", "99999,9600");
-    link.OpenRSComm(port);
+    Open();
     EXPECT_TRUE(link.InitFailed());
     EXPECT_FALSE(link.OnlineMode());
     EXPECT_FALSE(port.IsOpen());
@@ -67,19 +67,19 @@ TEST_F(LinkTest, SettingsThatCannotBeReadKeepThePortClosed) {
 TEST_F(LinkTest, APortThatCannotBeOpenedIsReportedAndLeavesTheProgramOffline) {
     port.openError.emplace(ErrorNumber::PermissionDenied, "not yours", "COM1");
     link.SetOnlineMode(true);
-    link.OpenRSComm(port);
+    Open();
     EXPECT_FALSE(link.OnlineMode());
     EXPECT_EQ(link.TargetMode(), 0);
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(Shown(), "Comm Port Error|Error Number = 70\nError Source = COM1\n\nnot yours");
     // A port that is not open fails silently.
-    EXPECT_EQ(link.RSRead("W6400"), "0");
+    EXPECT_EQ(Told("W6400"), "failed");
     EXPECT_TRUE(link.LinkFailed());
     EXPECT_EQ(dialogs.shown.size(), 1U);
 }
 
 TEST_F(LinkTest, AProbeWithoutAnswerLeavesTheProgramOffline) {
-    link.OpenRSComm(port);
+    Open();
     EXPECT_EQ(Shown(), CableWarning);
     EXPECT_FALSE(link.OnlineMode());
     EXPECT_TRUE(link.LinkFailed());
@@ -88,10 +88,18 @@ TEST_F(LinkTest, AProbeWithoutAnswerLeavesTheProgramOffline) {
 TEST_F(LinkTest, ClosingSaysGoodbye) {
     GoOnline();
     port.Expect({{0xFF, 0x00}});
-    link.CloseRSComm();
+    Close();
     EXPECT_EQ(port.sent, (std::vector<std::uint8_t>{0xFF}));
     EXPECT_FALSE(port.IsOpen());
     EXPECT_FALSE(link.OnlineMode());
+
+    GoOnline();
+    port.Expect({{0xFF, std::nullopt}});
+    const double start = Seconds();
+    Close();
+    EXPECT_NEAR(Seconds() - start, 1.0, 0.01) << "a board that does not answer is not waited for longer";
+    EXPECT_TRUE(dialogs.shown.empty());
+    EXPECT_FALSE(port.IsOpen());
 }
 
 } // namespace

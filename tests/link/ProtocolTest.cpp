@@ -1,6 +1,7 @@
 // The bytes on the wire, the times of silence and what is left after each failure.
 #include "tests/link/LinkFixture.h"
 
+#include <initializer_list>
 #include <sstream>
 
 namespace vantrel {
@@ -38,8 +39,7 @@ TEST_F(LinkTest, AReadIsHighByteEchoedThenLowByteAnsweredByTheData) {
         SCOPED_TRACE(one.address);
         port.Expect(one.frames);
         if (link.TargetMode() != 1) PutInMode(1);
-        EXPECT_EQ(link.RSRead(one.address), one.value);
-        EXPECT_FALSE(link.ReadFailed());
+        EXPECT_EQ(Told(one.address), one.value);
         EXPECT_EQ(port.unexpected, 0);
         EXPECT_TRUE(port.script.empty());
         EXPECT_EQ(link.TargetMode(), 1);
@@ -69,7 +69,7 @@ TEST_F(LinkTest, AWriteIsHighByteLowByteDataEachEchoed) {
         for (const std::uint8_t byte : one.bytes)
             port.script.push_back({byte, byte});
         if (link.TargetMode() != 2) PutInMode(2);
-        EXPECT_EQ(link.RSWrite(one.address, one.value), WriteOutcome::Written);
+        EXPECT_EQ(Write(one.address, one.value).outcome, WriteOutcome::Written);
         EXPECT_EQ(port.unexpected, 0);
         EXPECT_TRUE(port.script.empty());
         EXPECT_EQ(link.TargetMode(), 2);
@@ -96,32 +96,59 @@ TEST_F(LinkTest, ABitWriteReadsFirstAndChangesOnlyItsBit) {
                      {0x00, 0x00},
                      {0x69, 0x69},
                      {after, after}});
-        EXPECT_EQ(link.RSWrite(one.address, one.value), WriteOutcome::Written);
+        EXPECT_EQ(Write(one.address, one.value).outcome, WriteOutcome::Written);
         EXPECT_EQ(port.unexpected, 0);
         EXPECT_TRUE(port.script.empty());
     }
     port.Expect({});
     port.otherwise = 0x00;
-    EXPECT_EQ(link.RSWrite("B105.3", "2"), WriteOutcome::Refused);
+    EXPECT_EQ(Write("B105.3", "2").outcome, WriteOutcome::Refused);
     EXPECT_EQ(Shown(), "ENTRY ALERT|Error:\nEnter 0 or 1 Only.");
     EXPECT_TRUE(port.sent.empty());
 }
 
+/// Sync, mode, then the address and what a read gives.
+Script ReadFrames(std::uint8_t high, std::uint8_t low, std::uint8_t echo, std::uint8_t data) {
+    Script frames{{0xFF, 0x55}, {0x01, 0x55}, {high, echo}};
+    if (echo == high) frames.push_back({low, data});
+    return frames;
+}
+
+Script Joined(std::initializer_list<Script> parts) {
+    Script all;
+    for (const Script& part : parts)
+        all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
 TEST_F(LinkTest, ABitWhoseByteCannotBeReadIsNotWritten) {
     GoOnline();
-    // The answers are one byte late: what looks like the byte is the echo before it.
-    port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x69, 0x00}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x77}});
-    port.surplusAfter = 4;
-    EXPECT_EQ(link.RSWrite("B105.3", "1"), WriteOutcome::NotConfirmed);
-    EXPECT_EQ(std::count(port.sent.begin(), port.sent.end(), 0x02), 0) << "nothing was written";
-    port.surplusAfter.reset();
-    dialogs.shown.clear();
-    port.otherwise.reset();
-    GoOnline();
-    port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x77}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x77}});
-    EXPECT_EQ(link.RSWrite("B105.3", "1"), WriteOutcome::NotConfirmed);
+    const Script garbled = ReadFrames(0x00, 0x69, 0x77, 0);
+    port.Expect(Joined({garbled, garbled}));
+    EXPECT_EQ(Write("B105.3", "1").outcome, WriteOutcome::NotConfirmed);
     EXPECT_TRUE(port.script.empty());
-    EXPECT_EQ(port.sent.size(), 6U);
+    EXPECT_EQ(std::count(port.sent.begin(), port.sent.end(), 0x02), 0) << "nothing was written";
+    // The answers are one byte late: what looks like the byte is the echo before it. The second look tells the truth.
+    port.surplusAfter = 4;
+    port.Expect(Joined({ReadFrames(0x00, 0x69, 0x00, 0x00),
+                        ReadFrames(0x00, 0x69, 0x00, 0xA0),
+                        {{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x69, 0x69}, {0xA8, 0xA8}}}));
+    EXPECT_EQ(Write("B105.3", "1").outcome, WriteOutcome::Written);
+    EXPECT_EQ(port.unexpected, 0);
+}
+
+TEST_F(LinkTest, TheRepeatOfABitWriteSendsTheByteOfTheFirstGoodRead) {
+    GoOnline();
+    // The echo of the low byte is lost; the sync byte that asks again lands as data.
+    port.Expect(Joined({ReadFrames(0x00, 0x21, 0x00, 0xFF),
+                        {{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x21, Silence}, {0xFF, 0xFF}},
+                        {{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x21, 0x21}, {0xDF, 0xDF}}}));
+    const WriteResult result = Write("F13", "0");
+    EXPECT_EQ(result.outcome, WriteOutcome::Written);
+    EXPECT_TRUE(result.repeated);
+    EXPECT_EQ(result.mayHaveReached, (std::vector<std::uint16_t>{0x00FF}));
+    EXPECT_EQ(port.unexpected, 0);
+    EXPECT_TRUE(port.script.empty());
 }
 
 TEST_F(LinkTest, ValuesThatCannotBeWrittenAreRefusedAndSendNothing) {
@@ -141,22 +168,22 @@ TEST_F(LinkTest, ValuesThatCannotBeWrittenAreRefusedAndSendNothing) {
     };
     GoOnline();
     port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x20, 0x07}, {0x00, 0x00}, {0x21, 0x00}});
-    EXPECT_EQ(link.RSRead("W32"), "7");
+    EXPECT_EQ(Told("W32"), "7");
     port.Expect({});
     for (const Case& one : cases) {
         SCOPED_TRACE(std::string(one.address) + " = " + one.value);
         dialogs.shown.clear();
-        EXPECT_EQ(link.RSWrite(one.address, one.value), WriteOutcome::Refused);
+        EXPECT_EQ(Write(one.address, one.value).outcome, WriteOutcome::Refused);
         ASSERT_EQ(dialogs.shown.size(), 1U);
         EXPECT_EQ(Shown(), "ENTRY ALERT|Error:\n" + std::string(one.text));
         EXPECT_EQ(dialogs.shown[0].icon, one.icon);
     }
-    EXPECT_EQ(link.RSWrite("", "1"), WriteOutcome::Refused);
+    EXPECT_EQ(Write("", "1").outcome, WriteOutcome::Refused);
     EXPECT_EQ(dialogs.shown.size(), 1U);
     EXPECT_TRUE(port.sent.empty());
     // The address read last is still the one that is remembered, and the board still in read mode.
     port.Expect({{0x00, 0x00}, {0x20, 0x08}, {0x00, 0x00}, {0x21, 0x00}});
-    EXPECT_EQ(link.RSRead("w32"), "8");
+    EXPECT_EQ(Told("w32"), "8");
     EXPECT_EQ(port.unexpected, 0);
 }
 
@@ -170,8 +197,7 @@ TEST_F(LinkTest, ASilentBoardIsAskedThreeTimesInFiveSecondsBeforeTheWarning) {
         EXPECT_TRUE(link.Busy());
         EXPECT_NEAR(Seconds() - start, 5.0, 0.01);
     };
-    EXPECT_EQ(link.RSRead("W6400"), "0");
-    EXPECT_TRUE(link.ReadFailed());
+    EXPECT_EQ(Told("W6400"), "failed");
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(Shown(), CableWarning);
     // What repeats an unanswered exchange is the sync byte, never the byte first sent.
@@ -182,9 +208,9 @@ TEST_F(LinkTest, ASilentBoardIsAskedThreeTimesInFiveSecondsBeforeTheWarning) {
 
     port.Expect({});
     const double cancelled = Seconds();
-    EXPECT_EQ(link.RSRead("W6400"), "0");
-    EXPECT_EQ(link.RSWrite("W6400", "1"), WriteOutcome::LinkFailed);
-    link.CloseRSComm();
+    EXPECT_EQ(Told("W6400"), "failed");
+    EXPECT_EQ(Write("W6400", "1").outcome, WriteOutcome::LinkFailed);
+    Close();
     EXPECT_TRUE(port.sent.empty());
     EXPECT_EQ(Seconds(), cancelled);
     EXPECT_EQ(dialogs.shown.size(), 1U);
@@ -199,25 +225,26 @@ TEST_F(LinkTest, ASilentBoardIsAskedThreeTimesInFiveSecondsBeforeTheWarning) {
 TEST_F(LinkTest, RetryAllowsThreeMoreAttemptsAndClearsTheFailure) {
     GoOnline();
     dialogs.answers = {MessageAnswer::Retry};
-    // The board answers the second of the attempts that the retry allows.
-    port.Expect({{0xFF, 0x55},
-                 {0x01, 0x55},
-                 {0x00, Silence},
-                 {0xFF, Silence},
-                 {0xFF, Silence},
-                 {0xFF, Silence},
-                 {0xFF, 0x00},
-                 {0x28, 0x2A}});
-    EXPECT_EQ(link.RSRead("B40"), "42");
+    // The board answers the second of the attempts that the retry allows; then the value is read once more.
+    port.Expect(Joined({{{0xFF, 0x55},
+                         {0x01, 0x55},
+                         {0x00, Silence},
+                         {0xFF, Silence},
+                         {0xFF, Silence},
+                         {0xFF, Silence},
+                         {0xFF, 0x00},
+                         {0x28, 0x11}},
+                        ReadFrames(0x00, 0x28, 0x00, 0x2A)}));
+    EXPECT_EQ(Told("B40"), "42");
     EXPECT_FALSE(link.LinkFailed());
-    EXPECT_EQ(link.TargetMode(), 0);
     EXPECT_EQ(dialogs.shown.size(), 1U);
 
     // An answer that came while the box was up is taken, and nothing is sent again.
     dialogs.answers = {MessageAnswer::Retry};
     dialogs.whileShown = [&](const MessageBox&) { port.PutReceived(0x00); };
-    port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, Silence}, {0xFF, Silence}, {0xFF, Silence}, {0x28, 0x07}});
-    EXPECT_EQ(link.RSRead("B40"), "7");
+    port.Expect(Joined(
+        {{{0x00, Silence}, {0xFF, Silence}, {0xFF, Silence}, {0x28, 0x07}}, ReadFrames(0x00, 0x28, 0x00, 0x07)}));
+    EXPECT_EQ(Told("B40"), "7");
     EXPECT_FALSE(link.LinkFailed());
     EXPECT_EQ(port.unexpected, 0);
     dialogs.whileShown = nullptr;
@@ -227,7 +254,7 @@ TEST_F(LinkTest, RetryAllowsThreeMoreAttemptsAndClearsTheFailure) {
     dialogs.answers = {MessageAnswer::Retry, MessageAnswer::Cancel};
     const double start = Seconds();
     port.Expect({});
-    EXPECT_EQ(link.RSRead("B40"), "0");
+    EXPECT_EQ(Told("B40"), "failed");
     EXPECT_EQ(dialogs.shown.size(), 2U);
     // Three attempts, then the wait that was already running when the box came up, then two more.
     EXPECT_EQ(port.sent.size(), 5U);
@@ -241,7 +268,7 @@ TEST_F(LinkTest, ABoardThatNeverAcknowledgesBringsTheModeWarningAfterTwoSeconds)
     std::vector<double> asked;
     dialogs.whileShown = [&](const MessageBox&) { asked.push_back(Seconds() - start); };
     dialogs.answers = {MessageAnswer::Retry, MessageAnswer::Cancel};
-    EXPECT_EQ(link.RSWrite("W32", "1"), WriteOutcome::LinkFailed);
+    EXPECT_EQ(Write("W32", "1").outcome, WriteOutcome::LinkFailed);
     ASSERT_EQ(asked.size(), 2U);
     EXPECT_NEAR(asked[0], 2.0, 0.01);
     EXPECT_NEAR(asked[1], 4.0, 0.02);
@@ -255,16 +282,17 @@ TEST_F(LinkTest, ABoardThatNeverAcknowledgesBringsTheModeWarningAfterTwoSeconds)
 TEST_F(LinkTest, AModeByteThatIsNotAcknowledgedStartsOverWithSync) {
     GoOnline();
     port.Expect({{0xFF, 0x12}, {0xFF, 0x55}, {0x01, 0x00}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, 0x05}});
-    EXPECT_EQ(link.RSRead("B40"), "5");
+    EXPECT_EQ(Told("B40"), "5");
     EXPECT_EQ(port.unexpected, 0);
     EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(LinkTest, AMismatchedEchoFailsAReadQuietlyAndRepeatsAWriteOnce) {
+TEST_F(LinkTest, AMismatchedEchoRepeatsAReadOrAWriteOnceAndQuietly) {
     GoOnline();
-    port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x01}});
-    EXPECT_EQ(link.RSRead("W32"), "0");
-    EXPECT_TRUE(link.ReadFailed());
+    const Script garbled = ReadFrames(0x00, 0x20, 0x01, 0);
+    port.Expect(Joined({garbled, garbled}));
+    EXPECT_EQ(Told("W32"), "doubtful");
+    EXPECT_TRUE(port.script.empty()) << "what is doubtful is read once more";
     EXPECT_EQ(link.TargetMode(), 0);
 
     port.Expect({{0xFF, 0x55},
@@ -277,19 +305,19 @@ TEST_F(LinkTest, AMismatchedEchoFailsAReadQuietlyAndRepeatsAWriteOnce) {
                  {0x00, 0x00},
                  {0x28, 0x28},
                  {0x07, 0x07}});
-    EXPECT_EQ(link.RSWrite("B40", "7"), WriteOutcome::Written);
+    EXPECT_EQ(Write("B40", "7").outcome, WriteOutcome::Written);
     EXPECT_TRUE(port.script.empty());
 
     port.otherwise = 0x55;
     port.Expect({});
-    EXPECT_EQ(link.RSWrite("B40", "7"), WriteOutcome::NotConfirmed);
+    EXPECT_EQ(Write("B40", "7").outcome, WriteOutcome::NotConfirmed);
     // Still in write mode: high byte; after the mismatch sync, mode and high byte once more, and then no more.
     EXPECT_EQ(port.sent, (std::vector<std::uint8_t>{0x00, 0xFF, 0x02, 0x00}));
     EXPECT_EQ(link.TargetMode(), 0);
     EXPECT_FALSE(link.LinkFailed());
     EXPECT_FALSE(link.Busy());
     port.Expect({{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x28, 0x28}, {0x09, 0x09}});
-    EXPECT_EQ(link.RSWrite("B40", "9"), WriteOutcome::Written);
+    EXPECT_EQ(Write("B40", "9").outcome, WriteOutcome::Written);
     EXPECT_EQ(port.sent.size(), 5U) << "an earlier mismatch makes no later write go out twice";
     EXPECT_TRUE(dialogs.shown.empty());
     EXPECT_EQ(port.unexpected, 0);
@@ -302,7 +330,7 @@ TEST_F(LinkTest, WhatLiesInTheReceiverIsNeverTakenForAnAnswer) {
     link.SetTrafficLog(&log);
     port.PutReceived(0x12);
     port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, 0x05}});
-    EXPECT_EQ(link.RSRead("B40"), "5");
+    EXPECT_EQ(Told("B40"), "5");
     EXPECT_EQ(port.unexpected, 0);
     EXPECT_NE(text.str().find("  --  12\n"), std::string::npos) << "what is thrown away is traced";
     link.SetTrafficLog(nullptr);
@@ -312,46 +340,94 @@ TEST_F(LinkTest, WhatLiesInTheReceiverIsNeverTakenForAnAnswer) {
     dialogs.whileShown = [&](const MessageBox&) {
         port.lostAfter.reset();
         port.noiseAtOpen = 0x42;
-        port.script = {{0xFF, 0x00}, {0x28, 0x05}};
+        port.script = {{0xFF, 0x00}, {0x28, 0x11}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, 0x05}};
     };
     port.lostAfter = 1;
     port.Expect({});
-    EXPECT_EQ(link.RSRead("B40"), "5");
-    EXPECT_TRUE(link.ReadFailed()) << "the answer was one to a repeated sync byte";
+    EXPECT_EQ(Told("B40"), "5") << "read anew behind the answer to a repeated sync byte";
+    EXPECT_EQ(port.unexpected, 0);
 }
 
-TEST_F(LinkTest, AValueWithASilenceInItIsNotReliedOn) {
+TEST_F(LinkTest, AValueWithASilenceInItBeginsAnew) {
     GoOnline();
-    port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, Silence}, {0xFF, 0x55}});
-    EXPECT_EQ(link.RSRead("B40"), "85") << "the text is what the protocol makes of it";
-    EXPECT_TRUE(link.ReadFailed());
-    port.Expect({{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x28, 0x28}, {0x55, Silence}, {0xFF, 0x55}});
-    EXPECT_EQ(link.RSWrite("B40", "85"), WriteOutcome::NotConfirmed);
+    const Script silent{{0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, Silence}, {0xFF, 0x55}};
+    port.Expect(Joined({silent, silent}));
+    EXPECT_EQ(Told("B40"), "doubtful: 85") << "the answers to repeated sync bytes are none";
+    const Script write{{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x28, 0x28}};
+    port.Expect(Joined({write, {{0x55, Silence}, {0xFF, 0x55}}, write, {{0x55, Silence}, {0xFF, 0x55}}}));
+    EXPECT_EQ(Write("B40", "85").outcome, WriteOutcome::NotConfirmed);
+    EXPECT_EQ(port.unexpected, 0);
     EXPECT_TRUE(port.script.empty());
-    port.Expect({{0xFF, 0x55},
-                 {0x01, 0x55},
-                 {0x00, 0x00},
-                 {0x28, Silence},
-                 {0xFF, 0x55},
-                 {0xFF, 0x55},
-                 {0x01, 0x55},
-                 {0x00, 0x00},
-                 {0x28, 0x50},
-                 {0xFF, 0x55},
-                 {0x02, 0x55},
-                 {0x00, 0x00},
-                 {0x28, 0x28},
-                 {0x51, 0x51}});
-    EXPECT_EQ(link.RSWrite("B40.0", "1"), WriteOutcome::Written);
+}
+
+TEST_F(LinkTest, NeitherAcknowledgementCountsFromARepeatedExchange) {
+    GoOnline();
+    // Whether the mode byte or the answer to it was lost, the 0x55 answers the sync byte.
+    const Script read = ReadFrames(0x00, 0x28, 0x00, 0x05);
+    port.Expect(Joined({{{0xFF, 0x55}, {0x01, Silence}, {0xFF, 0x55}}, read}));
+    EXPECT_EQ(Told("B40"), "5");
+    EXPECT_EQ(port.unexpected, 0);
+    const Script write{{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x28, 0x28}, {0x07, 0x07}};
+    port.Expect(Joined({{{0xFF, Silence}, {0xFF, 0x55}}, write}));
+    EXPECT_EQ(Write("B40", "7").outcome, WriteOutcome::Written);
+    EXPECT_EQ(port.unexpected, 0);
+    // Silences that use up the two seconds leave one clean try before the box.
+    port.Expect(Joined({{{0xFF, Silence}, {0xFF, Silence}, {0xFF, 0x55}}, read}));
+    EXPECT_EQ(Told("B40"), "5");
+    EXPECT_TRUE(dialogs.shown.empty());
+    port.Expect({{0xFF, Silence}, {0xFF, Silence}, {0xFF, 0x55}, {0xFF, Silence}, {0xFF, 0x55}});
+    EXPECT_EQ(Write("B40", "7").outcome, WriteOutcome::LinkFailed);
+    EXPECT_EQ(Shown(), ModeWarning);
+}
+
+TEST_F(LinkTest, AGapInsideAValueMakesItBeginAnew) {
+    GoOnline();
+    const Script write{{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x28, 0x28}, {0x07, 0x07}};
+    for (const std::size_t at : {std::size_t{3}, std::size_t{4}}) {
+        SCOPED_TRACE(at);
+        Close();
+        GoOnline();
+        port.pauseBefore = {at, std::chrono::milliseconds(60)};
+        const Script first(write.begin(), write.begin() + static_cast<std::ptrdiff_t>(at) + 1);
+        port.Expect(Joined({first, write}));
+        const WriteResult result = Write("B40", "7");
+        EXPECT_EQ(result.outcome, WriteOutcome::Written);
+        EXPECT_TRUE(result.repeated);
+        EXPECT_EQ(port.unexpected, 0);
+        EXPECT_TRUE(port.script.empty());
+    }
+    Close();
+    GoOnline();
+    port.pauseBefore = {3, std::chrono::minutes(10)};
+    const Script read = ReadFrames(0x00, 0x28, 0x00, 0x05);
+    port.Expect(Joined({read, read}));
+    EXPECT_EQ(Told("B40"), "5");
+    EXPECT_TRUE(port.script.empty());
+    // On a line that is slow throughout, slow is no gap.
+    Close();
+    port.answerTime = std::chrono::milliseconds(60);
+    GoOnline();
+    port.Expect(write);
+    EXPECT_FALSE(Write("B40", "7").repeated);
+    EXPECT_TRUE(port.script.empty());
+}
+
+TEST_F(LinkTest, AfterALongRestTheModeIsSetAnew) {
+    GoOnline();
+    const Script read = ReadFrames(0x00, 0x28, 0x00, 0x05);
+    port.Expect(Joined({read, read}));
+    EXPECT_EQ(Told("B40"), "5");
+    clock.Advance(std::chrono::minutes(2));
+    EXPECT_EQ(Told("B40"), "5");
+    EXPECT_TRUE(port.script.empty());
     EXPECT_EQ(port.unexpected, 0);
 }
 
 TEST_F(LinkTest, AnEmptyAddressReadsAsEmptyAndTheNextReadIsInOrderAgain) {
     GoOnline();
     port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, 0x05}});
-    EXPECT_EQ(link.RSRead(""), "0");
-    EXPECT_TRUE(link.ReadFailed());
-    EXPECT_EQ(link.RSRead("B40"), "5");
+    EXPECT_EQ(Told(""), "doubtful");
+    EXPECT_EQ(Told("B40"), "5");
     EXPECT_EQ(port.unexpected, 0);
 }
 
@@ -362,14 +438,14 @@ TEST_F(LinkTest, ALostPortWarnsOnceAndRetryOpensItAgain) {
     dialogs.answers = {MessageAnswer::Retry};
     dialogs.whileShown = [&](const MessageBox&) {
         port.lostAfter.reset();
-        port.script = {{0xFF, 0x00}, {0x28, 0x05}};
+        port.script = {{0xFF, 0x00}, {0x28, 0x11}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, 0x05}};
     };
     port.Expect({{0xFF, 0x55}, {0x01, 0x55}});
-    EXPECT_EQ(link.RSRead("B40"), "5");
+    EXPECT_EQ(Told("B40"), "5");
     EXPECT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(Shown(), CableWarning);
     EXPECT_EQ(port.opened, 2);
-    EXPECT_NEAR(Seconds() - start, 0.0, 0.01) << "a line that has gone is not waited for";
+    EXPECT_NEAR(Seconds() - start, 0.05, 0.02) << "a line that has gone is not waited for";
 
     dialogs.answers = {MessageAnswer::Retry};
     dialogs.shown.clear();
@@ -378,7 +454,7 @@ TEST_F(LinkTest, ALostPortWarnsOnceAndRetryOpensItAgain) {
     port.Expect({});
     port.lostAfter = 1;
     EXPECT_EQ(link.Reopened(), 1);
-    EXPECT_EQ(link.RSRead("B40"), "0");
+    EXPECT_EQ(Told("B40"), "failed");
     ASSERT_EQ(dialogs.shown.size(), 2U) << "a retry that cannot open the port counts as Cancel";
     EXPECT_EQ(Shown(1), "Comm Port Error|Error Number = 53\nError Source = VANTREL\n\ngone") << "and says why";
     EXPECT_TRUE(link.LinkFailed());
@@ -389,14 +465,15 @@ TEST_F(LinkTest, EveryByteIsToldToTheTrafficLog) {
     std::ostringstream text;
     TextTrafficLog log(text);
     link.SetTrafficLog(&log);
-    port.Expect({{0xFF, 0x55}, {0x01, 0x55}, {0x00, Silence}, {0xFF, 0x00}, {0x28, 0x2A}});
-    EXPECT_EQ(link.RSRead("B40"), "42");
+    port.Expect({{0xFF, 0x55}, {0x02, 0x55}, {0x00, Silence}, {0xFF, Silence}});
+    dialogs.answers = {MessageAnswer::Cancel};
+    EXPECT_EQ(Write("B40", "1").outcome, WriteOutcome::LinkFailed);
     EXPECT_EQ(text.str(), "# seconds  sent  received\n"
                           " 0.000000  FF  55\n"
-                          " 0.001000  01  55\n"
+                          " 0.001000  02  55\n"
                           " 0.002000  00  --\n"
-                          " 1.002000  FF  00\n"
-                          " 1.003000  28  2A\n");
+                          " 1.002000  FF  --\n"
+                          " 3.002000  FF  --\n");
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 #include "platform/RuntimeError.h"
 #include "platform/TurnQueue.h"
 
+#include "tests/support/VirtualClock.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -35,7 +37,8 @@ Task Outer(TurnQueue& turns, std::string& trace) {
 }
 
 TEST(Task, DoesNothingUntilStartedAndThenTakesTurns) {
-    TurnQueue turns;
+    VirtualClock clock;
+    TurnQueue turns(clock);
     std::string trace;
     Task a = Count(turns, trace, 'a', 3);
     Task b = Count(turns, trace, 'b', 2);
@@ -50,7 +53,8 @@ TEST(Task, DoesNothingUntilStartedAndThenTakesTurns) {
 }
 
 TEST(Task, AwaitsAnInnerTaskToItsEnd) {
-    TurnQueue turns;
+    VirtualClock clock;
+    TurnQueue turns(clock);
     std::string trace;
     Task task = Outer(turns, trace);
     turns.RunToEnd(task);
@@ -58,7 +62,8 @@ TEST(Task, AwaitsAnInnerTaskToItsEnd) {
 }
 
 TEST(Task, StoppingUnwindsInnerTasksAndWithdrawsTheirTurn) {
-    TurnQueue turns;
+    VirtualClock clock;
+    TurnQueue turns(clock);
     std::string trace;
     {
         Task task = Outer(turns, trace);
@@ -70,7 +75,8 @@ TEST(Task, StoppingUnwindsInnerTasksAndWithdrawsTheirTurn) {
 }
 
 TEST(Task, ReplacingARunningTaskEndsItBeforeTheNextOneBegins) {
-    TurnQueue turns;
+    VirtualClock clock;
+    TurnQueue turns(clock);
     std::string trace;
     Task pass;
     for (const char name : {'a', 'b', 'c'}) {
@@ -100,7 +106,8 @@ Task FailInside(TurnQueue& turns, std::string& trace, bool trap) {
 
 TEST(Task, AnErrorReachesWhoAwaitsAndAtLastWhoRunsTheQueue) {
     for (const bool trap : {true, false}) {
-        TurnQueue turns;
+        VirtualClock clock;
+        TurnQueue turns(clock);
         std::string trace;
         Task task = FailInside(turns, trace, trap);
         if (trap) {
@@ -117,7 +124,8 @@ TEST(Task, AnErrorReachesWhoAwaitsAndAtLastWhoRunsTheQueue) {
 Task WaitForNothing() { co_await std::suspend_always{}; }
 
 TEST(Task, ATaskThatNobodyWillResumeIsAnErrorNotAHang) {
-    TurnQueue turns;
+    VirtualClock clock;
+    TurnQueue turns(clock);
     Task task = WaitForNothing();
     EXPECT_THROW(turns.RunToEnd(task), RuntimeError);
 }

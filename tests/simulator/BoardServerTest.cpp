@@ -40,6 +40,12 @@ public:
             bytes.push_back(byte);
         return bytes;
     }
+    void SetSpeed(speed_t speed) const {
+        termios settings{};
+        ASSERT_EQ(tcgetattr(file_, &settings), 0);
+        cfsetspeed(&settings, speed);
+        ASSERT_EQ(tcsetattr(file_, TCSANOW, &settings), 0);
+    }
     [[nodiscard]] int File() const { return file_; }
 
 private:
@@ -99,6 +105,24 @@ TEST_F(Server, PacesOnAnAbsoluteSchedule) {
     EXPECT_EQ(clock.Now(), 200 * 1041666ns);
 }
 
+TEST_F(Server, UnderstandsItsOwnSpeedOnly) {
+    Start(19200);
+    const Client client(Device());
+    for (const auto& [speed, answer] : {std::pair<speed_t, int>{B9600, 0xF8}, {B19200, 0x55}}) {
+        client.SetSpeed(speed);
+        client.Send({0xFF});
+        EXPECT_EQ(client.Receive(1), std::vector<int>{answer});
+    }
+}
+
+TEST_F(Server, TakesAnySpeedWhenItHasNone) {
+    Start(0);
+    const Client client(Device());
+    client.SetSpeed(B9600);
+    client.Send({0xFF});
+    EXPECT_EQ(client.Receive(1), std::vector<int>{0x55});
+}
+
 TEST_F(Server, LetsTheClientSeeAHangUp) {
     board.AddFault({FaultKind::HangUp, true, 1});
     Start();
@@ -124,6 +148,9 @@ TEST(PseudoTerminalDevice, IsFreshForTheNextClient) {
         settings.c_lflag |= ICANON;
         ASSERT_EQ(tcsetattr(first.File(), TCSANOW, &settings), 0);
         ASSERT_EQ(ioctl(first.File(), TIOCEXCL), 0);
+        EXPECT_EQ(terminal->Speed(), std::nullopt);
+        first.SetSpeed(B19200);
+        EXPECT_EQ(terminal->Speed(), 19200);
         terminal->Write(stale);
         first.Send({7});
     }
@@ -134,6 +161,7 @@ TEST(PseudoTerminalDevice, IsFreshForTheNextClient) {
     terminal->Write(stale);
 
     const Client second(terminal->Device());
+    EXPECT_EQ(terminal->Speed(), std::nullopt);
     int exclusive = 1;
     ASSERT_EQ(ioctl(second.File(), TIOCGEXCL, &exclusive), 0);
     EXPECT_EQ(exclusive, 0);

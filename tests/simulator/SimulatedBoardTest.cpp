@@ -12,14 +12,14 @@ namespace {
 using namespace std::chrono_literals;
 
 /// Sends hexadecimal bytes one millisecond apart and writes down the answers: "." for silence, "X" for a hang-up, two
-/// bytes without a blank for a doubled one. In between, "long" lets 500 ms pass between two bytes, "short" 499.
+/// bytes without a blank for a doubled one. In between, "500ms" lets so much time pass between two bytes.
 std::string Talk(SimulatedBoard& board, const std::string& sent) {
     std::istringstream words(sent);
     std::string heard;
     MonotonicTime now{0};
     for (std::string word; words >> word;) {
-        if (word == "long" || word == "short") {
-            now += word == "long" ? 499ms : 498ms;
+        if (word.ends_with("ms")) {
+            now += std::chrono::milliseconds(std::stoi(word) - 1);
             continue;
         }
         const BoardAnswer answer = board.Receive(static_cast<std::uint8_t>(std::stoi(word, nullptr, 16)), now += 1ms);
@@ -46,14 +46,24 @@ struct Conversation {
     const char* sent;
     const char* heard;
     int at2005 = 0; ///< What address 0x2005 holds afterwards.
+    const char* habits = "";
 };
 
 void PrintTo(const Conversation& conversation, std::ostream* out) { *out << conversation.what; }
 
 class Conversations : public testing::TestWithParam<Conversation> {};
 
+BoardHabits HabitsOf(const char* texts) {
+    BoardHabits habits;
+    std::istringstream words(texts);
+    for (std::string word; words >> word;)
+        habits = WithHabit(habits, word).value();
+    return habits;
+}
+
 TEST_P(Conversations, GoAsWritten) {
     SimulatedBoard board = PreparedBoard();
+    board.SetHabits(HabitsOf(GetParam().habits));
     if (*GetParam().fault) board.AddFault(ParseFault(GetParam().fault).value());
     EXPECT_EQ(Talk(board, GetParam().sent), GetParam().heard);
     EXPECT_EQ(board.Peek(0x2005), GetParam().at2005);
@@ -66,10 +76,10 @@ const Conversation ProtocolTable[] = {
     {"write", "", "FF 02 20 05 AB 20 05 AC", "55 55 20 05 AB 20 05 AC", 0xAC},
     {"read page 0xFF", "", "FF 01 FF 10", "55 55 FF 77"},
     {"write page 0xFF", "", "FF 02 FF 10 12 FF FF 01 FF 10", "55 55 FF 10 12 FF 55 55 FF 12"},
-    {"half-sent read", "", "FF 01 20 long FF 01 20 00", "55 55 20 55 55 20 34"},
-    {"half-sent write", "", "FF 02 20 05 long FF", "55 55 20 05 55"},
-    {"slow write of 0xFF", "", "FF 02 20 short 05 short FF", "55 55 20 05 FF", 0xFF},
-    {"a mode outlasts a pause", "", "FF 01 20 00 long 20 01", "55 55 20 34 20 12"},
+    {"half-sent read", "", "FF 01 20 500ms FF 01 20 00", "55 55 20 55 55 20 34"},
+    {"half-sent write", "", "FF 02 20 05 500ms FF", "55 55 20 05 55"},
+    {"slow write of 0xFF", "", "FF 02 20 499ms 05 499ms FF", "55 55 20 05 FF", 0xFF},
+    {"a mode outlasts a pause", "", "FF 01 20 00 500ms 20 01", "55 55 20 34 20 12"},
 };
 INSTANTIATE_TEST_SUITE_P(Protocol, Conversations, testing::ValuesIn(ProtocolTable));
 
@@ -83,14 +93,55 @@ const Conversation FaultTable[] = {
     {"lost byte", "lost-byte:once@2", "FF 01 20 20 00", "55 55 . 20 34"},
     {"doubled bytes", "doubled-byte@1", "FF 01 20", "55 5555 2020"},
     {"hang-up", "hang-up@1", "FF 01", "55 X"},
+    {"every answer spoiled, the board goes on", "spoiled-answer", "FF 02 20 05 AB", "AA AA DF FA 54", 0xAB},
+    {"one bit of an echo", "spoiled-answer:once@2:01H", "FF 02 20 05 AB", "55 55 21 05 AB", 0xAB},
+    {"an echo spoiled, and the sync is data", "spoiled-answer:once@3", "FF 02 20 05 FF FF FF", "55 55 20 FA FF FF 55",
+     0xFF},
+    {"an address spoiled", "spoiled-byte:once@2", "FF 02 20 05 AB", "55 55 DF 05 AB"},
+    {"data spoiled", "spoiled-byte:once@4:80H", "FF 02 20 05 AB", "55 55 20 05 2B", 0x2B},
+    {"a read becomes a write", "spoiled-byte:03H:once@1", "FF 01 20 05 AB", "55 55 20 05 AB", 0xAB},
 };
 INSTANTIATE_TEST_SUITE_P(Faults, Conversations, testing::ValuesIn(FaultTable));
 
-TEST(SimulatedFaults, LateAnswerIsLateByOneAndAHalfSeconds) {
+const Conversation HabitTable[] = {
+    {"40 ms keep", "", "FF 02 20 39ms 05 39ms AB", "55 55 20 05 AB", 0xAB, "half-sent=40ms"},
+    {"40 ms forget", "", "FF 02 20 05 40ms FF", "55 55 20 05 55", 0, "half-sent=40ms"},
+    {"kept for ever", "", "FF 02 20 600000ms 05 600000ms FF FF FF", "55 55 20 05 FF FF 55", 0xFF, "half-sent=forever"},
+    {"a write mode stays", "", "FF 02 33 500ms 20 05 60ms AB", "55 55 33 20 05 AB", 0xAB, "after-half-sent=mode"},
+    {"a write mode stays behind a low address", "", "FF 02 33 05 500ms 20 05 AB", "55 55 33 05 20 05 AB", 0xAB,
+     "after-half-sent=mode"},
+    {"a read mode stays", "", "FF 01 33 500ms 20 00", "55 55 33 20 34", 0, "after-half-sent=mode"},
+    {"the first FF is a sync", "", "FF 02 FF 01 20 00", "55 55 55 55 20 34", 0, "sync-in-mode=first"},
+    {"no FF is a sync", "", "FF 02 FF FF AB FF 500ms FF", "55 55 FF FF AB FF 55", 0, "sync-in-mode=never"},
+    {"echoing while idle", "", "01 20 FF 03 20 FF 01", "01 20 55 03 20 55 55", 0, "idle=echo"},
+    {"refused", "", "FF 02 20 05 AB", "55 55 20 05 AB", 0, "refuse=W8196"},
+    {"refused range", "", "FF 02 20 05 AB", "55 55 20 05 AB", 0, "refuse=B1 refuse=B8190-2005H"},
+    {"refused beside it", "", "FF 02 20 05 AB", "55 55 20 05 AB", 0xAB, "refuse=W8195 refuse=B8198-B9000"},
+};
+INSTANTIATE_TEST_SUITE_P(Habits, Conversations, testing::ValuesIn(HabitTable));
+
+TEST(BoardHabits, NothingElseIsAHabit) {
+    for (const HabitName& each : HabitNames()) {
+        for (const char* value : {"", "=", "=x", "=0", "=12m"})
+            EXPECT_FALSE(WithHabit({}, std::string(each.name) + value)) << each.name << value;
+    }
+    for (const char* text : {"", "=echo", "idel=echo", "half-sent=-1ms", "half-sent=999999999s", "refuse=B5-B4",
+                             "refuse=B65536", "refuse=B5-"}) {
+        EXPECT_FALSE(WithHabit({}, text)) << text;
+    }
+    EXPECT_EQ(WithHabit(WithHabit({}, "idle=echo").value(), "idle=zero"), BoardHabits{});
+}
+
+TEST(SimulatedFaults, LateAnswerIsLateByOneAndAHalfSecondsOrAsSaid) {
     SimulatedBoard board;
-    board.AddFault({FaultKind::LateAnswer, true, 0});
+    for (const char* text : {"late-answer:once", "late-answer:60ms:once", "late-answer@2:once:3s"})
+        board.AddFault(ParseFault(text).value());
     EXPECT_EQ(board.Receive(0xFF, 0s).delay, 1500ms);
-    EXPECT_EQ(board.Receive(0xFF, 2s).delay, 0s);
+    EXPECT_EQ(board.Receive(0xFF, 2s).delay, 60ms);
+    EXPECT_EQ(board.FaultsLeft(), 1U);
+    EXPECT_EQ(board.Receive(0xFF, 4s).delay, 3s);
+    EXPECT_EQ(board.Receive(0xFF, 6s).delay, 0s);
+    EXPECT_EQ(board.ReceivedBytes(), 4U);
 }
 
 TEST(SimulatedFaults, AreParsedByNameAndNothingElseIs) {
@@ -108,7 +159,8 @@ TEST(SimulatedFaults, AreParsedByNameAndNothingElseIs) {
         }
     }
     for (const char* text : {"", "hang", "hang-up@", "hang-up@x", "hang-up@-1", "hang-up@1x", "hang-up:once@1:once",
-                             "hang-up:twice", ":once", "hang-up@99999999999999999999"}) {
+                             "hang-up:twice", ":once", "hang-up@99999999999999999999", "hang-up:60ms", "late-answer:60",
+                             "late-answer:1ms:2ms", "spoiled-byte:00H", "spoiled-byte:100H", "spoiled-answer:1"}) {
         EXPECT_FALSE(ParseFault(text)) << text;
     }
 }

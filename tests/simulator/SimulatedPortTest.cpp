@@ -1,6 +1,7 @@
 // The paced line in the same process: exact times on the virtual clock.
 #include "simulator/SimulatedPort.h"
 #include "platform/RuntimeError.h"
+#include "simulator/WrongSpeed.h"
 #include "tests/support/VirtualClock.h"
 
 #include <gtest/gtest.h>
@@ -123,6 +124,54 @@ TEST_F(Port, IsLostUntilTheLineIsMendedAndThePortOpenedAgain) {
     port.Close();
     Send({0xFF});
     EXPECT_EQ(port.WaitForByte(5s), PortWait::Lost);
+}
+
+TEST_F(Port, APauseOfTheHostCountsAsSilenceOnTheLine) {
+    struct Pause {
+        MonotonicTime time;
+        std::optional<MonotonicTime> limit;
+        int stored;
+    };
+    for (const Pause& pause : {Pause{30ms, 40ms, 0xAB}, Pause{60ms, 40ms, 0}, Pause{60ms, 500ms, 0xAB},
+                               Pause{10min, 500ms, 0}, Pause{10min, std::nullopt, 0xAB}}) {
+        BoardHabits habits;
+        habits.halfSentLimit = pause.limit;
+        board = SimulatedBoard({}, habits);
+        port.Open();
+        Send({0xFF, 0x02, 0x20, 0x05});
+        clock.Advance(4 * Byte9600 + pause.time);
+        EXPECT_EQ(port.ReceivedCount(), 4U);
+        Send({0xAB});
+        EXPECT_EQ(board.Peek(0x2005), pause.stored) << pause.time.count();
+        EXPECT_EQ(port.WaitForByte(0s), PortWait::ByteReceived) << "what came during the pause is there";
+        clock.Advance(1s);
+    }
+}
+
+TEST_F(Port, ABoardOfAnotherSpeedIsNotUnderstood) {
+    port.SetBoardSpeed(19200);
+    port.Open();
+    Send({0xFF});
+    EXPECT_EQ(ByteAt(2 * Byte9600), 0xF8) << "it heard FE, and answered 00";
+    port.SetSettings("19200,n,8,1");
+    port.Open();
+    const MonotonicTime start = clock.Now();
+    Send({0xFF});
+    EXPECT_EQ(ByteAt(start + 2 * 520833ns), 0x55);
+}
+
+TEST(WrongSpeed, MakesGarbageOrNothingOfAByte) {
+    using Bytes = std::vector<std::uint8_t>;
+    EXPECT_EQ(HeardAtSpeed(0xFF, 9600, 19200), Bytes{0xFE});
+    EXPECT_EQ(HeardAtSpeed(0x00, 19200, 9600), Bytes{0xF8});
+    EXPECT_EQ(HeardAtSpeed(0xFF, 19200, 9600), Bytes{});
+    EXPECT_EQ(HeardAtSpeed(0xF0, 1200, 9600), Bytes{}) << "a byte without a stop bit is none";
+    EXPECT_EQ(HeardAtSpeed(0x55, 1200, 9600), Bytes(5, 0x80));
+    for (int byte = 0; byte <= 0xFF; ++byte) {
+        const auto sent = static_cast<std::uint8_t>(byte);
+        EXPECT_EQ(HeardAtSpeed(sent, 9600, 9700), Bytes{sent}) << "clocks are never quite equal";
+        EXPECT_EQ(HeardAtSpeed(sent, 9600, 9500), Bytes{sent});
+    }
 }
 
 TEST_F(Port, RefusesACutLineAndNonsensicalSettings) {

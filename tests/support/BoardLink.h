@@ -16,12 +16,16 @@ template <typename Person = ScriptedDialogs> class BoardLink : public testing::T
 protected:
     explicit BoardLink(LinePacing pacing = LinePacing::None) : port(board, clock, pacing) {}
 
+    void Open() { turns.RunToEnd(link.OpenRSComm(port)); }
+    void Close() { turns.RunToEnd(link.CloseRSComm()); }
+
     TemporaryFolder folder;
     VirtualClock clock;
     Person dialogs;
     SimulatedBoard board;
     SimulatedPort port;
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs};
+    TurnQueue turns{clock};
+    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs, turns};
 };
 
 } // namespace vantrel

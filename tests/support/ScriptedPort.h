@@ -6,6 +6,7 @@
 #include "tests/support/VirtualClock.h"
 
 #include <deque>
+#include <limits>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -30,6 +31,9 @@ public:
     std::optional<RuntimeError> openError;
     std::optional<std::size_t> lostAfter; ///< The device goes when so many bytes have been sent.
     std::optional<std::size_t> surplusAfter; ///< With the answer to so many bytes comes one byte too many.
+    /// The host pauses for so long before the byte that so many came before, once.
+    std::pair<std::size_t, MonotonicTime> pauseBefore{std::numeric_limits<std::size_t>::max(), {}};
+    MonotonicTime answerTime = std::chrono::milliseconds(1);
     std::optional<std::uint8_t> noiseAtOpen; ///< Lies in the receiver as soon as the port is open.
     int opened = 0;
     int number = 0;
@@ -83,6 +87,10 @@ public:
 
 private:
     void Take(std::uint8_t byte) {
+        if (sent.size() == pauseBefore.first) {
+            clock_.Advance(pauseBefore.second);
+            pauseBefore.first = std::numeric_limits<std::size_t>::max();
+        }
         sent.push_back(byte);
         if (lostAfter && sent.size() >= *lostAfter) lost_ = true;
         if (lost_) return;
@@ -92,7 +100,7 @@ private:
             answer = script.front().answer;
             script.pop_front();
         }
-        if (answer) received_.emplace_back(clock_.Now() + std::chrono::milliseconds(1), *answer);
+        if (answer) received_.emplace_back(clock_.Now() + answerTime, *answer);
         if (answer && sent.size() == surplusAfter) {
             received_.emplace_back(clock_.Now() + std::chrono::milliseconds(2), *answer);
         }
