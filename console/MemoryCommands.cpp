@@ -104,7 +104,7 @@ void ReportWrite(CommandContext& context, const LinkSession& session, const Writ
                     value + " at " + address + "." + unknown);
         break;
     }
-    if (!result.mayHaveReached.empty()) context.Say(ReachedBesideText(result.mayHaveReached));
+    if (!result.mayHaveReached.empty()) context.Say(CutOffText(address, result.mayHaveReached));
 }
 
 } // namespace

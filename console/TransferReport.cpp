@@ -61,8 +61,8 @@ std::string RepeatedText(const std::string& what, const std::vector<std::uint16_
            (mayHaveReached.empty() ? "." : "; the first attempt, cut off, " + MayHaveSet(mayHaveReached));
 }
 
-std::string ReachedBesideText(const std::vector<std::uint16_t>& mayHaveReached) {
-    return "What was sent of it " + MayHaveSet(mayHaveReached);
+std::string CutOffText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached) {
+    return what + ": the part that was sent " + MayHaveSet(mayHaveReached);
 }
 
 } // namespace vantrel

@@ -21,7 +21,7 @@ namespace vantrel {
 
 /// That `what` had to be sent twice, and which bytes its first, half-sent attempt may have set to 255.
 [[nodiscard]] std::string RepeatedText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached);
-/// The same of a value of which nothing else is known.
-[[nodiscard]] std::string ReachedBesideText(const std::vector<std::uint16_t>& mayHaveReached);
+/// Which bytes the part of `what` that was sent may have set to 255.
+[[nodiscard]] std::string CutOffText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached);
 
 } // namespace vantrel

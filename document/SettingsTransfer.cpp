@@ -110,9 +110,9 @@ Task SettingsTransfer::Download() {
         if (!MayGoOn()) co_return;
         const WriteResult written =
             co_await link_.RSWrite(record_.TargetAddress(index), SignedText(record_.Value(index)));
+        if (written.repeated || !written.mayHaveReached.empty()) repeated_.push_back({index, written.mayHaveReached});
         if (link_.LinkFailed()) co_return;
         if (!written.Confirmed()) unconfirmed_.push_back(index);
-        if (written.repeated) repeated_.push_back({index, written.mayHaveReached});
         Advance(index + 1);
     }
 }
