@@ -114,7 +114,8 @@ void LinkSession::Open() {
     if (context_.arguments.trace) trace_.WriteTo(*context_.arguments.trace);
     link_.SetTrafficLog(&trace_);
     interrupted_ = &context_.host.catchInterrupts();
-    turns_.HeedInterrupts(*interrupted_, [this] { BeginToCancel(); }, [this] { GiveUpSilence(); });
+    turns_.HeedInterrupts(
+        *interrupted_, [this] { BeginToCancel(); }, [this] { GiveUpSilence(); });
     context_.dialogs.HeedInterrupts(*interrupted_, [this] { turns_.Look(); });
     open_ = true;
     Run(link_.OpenRSComm(*port_.port));

@@ -38,8 +38,8 @@ void NameRepeated(CommandContext& context, const SettingsTransfer& transfer) {
     for (const RepeatedWrite& repeated : transfer.Repeated()) {
         const std::string name = ValueName(repeated.index);
         const bool twice = repeated.index < transfer.Walked();
-        context.Say("Note: " + (twice ? RepeatedText(name, repeated.mayHaveReached)
-                                      : CutOffText(name, repeated.mayHaveReached)));
+        context.Say("Note: " +
+                    (twice ? RepeatedText(name, repeated.mayHaveReached) : CutOffText(name, repeated.mayHaveReached)));
     }
     if (!transfer.FlagMayHaveReached().empty())
         context.Say("Note: " + CutOffText(WriteThroughFlag, transfer.FlagMayHaveReached()));
@@ -65,8 +65,9 @@ void NameFlagLeft(CommandContext& context, const LinkSession& session) {
     const Arguments& arguments = context.arguments;
     if (!session.Failed() || arguments.port.empty()) return;
     const std::string flag = WriteThroughFlag;
-    context.Say(flag + " may have been left at 1: the board may still expect a download. Download again, or end it "
-                       "with\n  vantrelctl write " +
+    context.Say(flag +
+                " may have been left at 1: the board may still expect a download. Download again, or end it "
+                "with\n  vantrelctl write " +
                 flag + " 0 --port " + arguments.port + (arguments.speed ? " --speed " + *arguments.speed : ""));
 }
 
@@ -120,8 +121,8 @@ std::string ConfirmedText(const SettingsTransfer& transfer) {
 } // namespace
 
 ExitCode SendDocument(CommandContext& context, LinkSession& session) {
-    SettingsTransfer transfer(TransferMode::DownloadData, context.program.document.CurrentConfiguration,
-                              session.Link(), context.dialogs, session.Turns(), context.progress);
+    SettingsTransfer transfer(TransferMode::DownloadData, context.program.document.CurrentConfiguration, session.Link(),
+                              context.dialogs, session.Turns(), context.progress);
     transfer.Load();
     session.Turns().RunJob(transfer);
     context.progress.EndLine();
