@@ -119,30 +119,37 @@ public:
 
 private:
     using Codes = std::array<std::optional<int>, BoardCodeCount>; ///< Nothing for a doubtful one.
-    using Files = std::array<BoardCode, 2>; ///< The two codes of one description file.
+    using Take = std::function<void(const JudgedReading&)>;
 
     /// A link that went OFFLINE under the pass is as good as failed.
     [[nodiscard]] bool LinkDown() const { return link_.LinkFailed() || !link_.OnlineMode(); }
     [[nodiscard]] bool MayRead() const { return display_.Active() && !LinkDown(); }
-    /// Reads bytes one after another, each in a turn of its own, and gives each reading to `take`, under its index.
-    /// False when that ended early.
-    [[nodiscard]] TaskOf<bool> ReadAll(std::vector<int> bytes, std::function<void(const JudgedReading&)> take);
+    /// False when the pass has to end; see ReadInTurns().
+    [[nodiscard]] TaskOf<bool> ReadAll(std::vector<int> bytes, Take take);
     [[nodiscard]] TaskOf<bool> ShowWhatTheBoardSays();
     [[nodiscard]] TaskOf<bool> ReadCodes();
     [[nodiscard]] TaskOf<bool> ReadSlotAgain();
     [[nodiscard]] TaskOf<bool> ReadRevision();
     void BeginShowing();
+    void ForgetShown();
     void SetAlarms();
     void ShowCodes();
-    /// `report`: an error of a description file is shown in a box, too.
+    /// Whether an error of a description file is shown in a box, too.
     enum class Errors { Report, Keep };
     void ShowDescriptions(Errors errors);
-    void ShowDescriptionsFrom(const std::filesystem::path& file, const Files& codes, Errors errors);
+    void ShowDescriptionsFrom(const std::filesystem::path& file, std::array<BoardCode, 2> codes, Errors errors);
     void ShowInDescriptions(const std::string& text);
     void ShowAdvice();
     void ShowDeadLink();
-    using ClockPart = std::pair<std::size_t, int (*)(std::chrono::local_seconds)>;
-    [[nodiscard]] TaskOf<WriteOutcome> SetClock(std::array<ClockPart, 3> parts);
+
+    // Writes (BoardWrites.cpp)
+    struct ClockPart {
+        std::size_t field;
+        int (*of)(std::chrono::local_seconds);
+    };
+    using ClockParts = std::array<ClockPart, 3>;
+    [[nodiscard]] TaskOf<WriteOutcome> SetClock(ClockParts parts);
+    [[nodiscard]] TaskOf<Reading> ReadBack(RSComm::Line& line, std::size_t field);
 
     RSComm& link_;
     TurnQueue& turns_;
@@ -156,7 +163,6 @@ private:
     Codes codes_;
     int opened_ = -1; ///< How often the port had been when the last first pass began.
     bool revisionKnown_ = false;
-    bool offlineTextShown_ = false; ///< Stands in the description boxes.
 };
 
 } // namespace vantrel

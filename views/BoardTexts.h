@@ -97,7 +97,7 @@ inline constexpr std::array<SetupField, SetupFieldCount> SetupFields{{
 
 /// `onBoard`: what the field reads as now.
 [[nodiscard]] MessageBox SetupNotConfirmed(std::size_t field, std::string_view value, std::string_view onBoard);
-/// `what`: "time" or "date".
+/// `what`: "Time" or "Date".
 [[nodiscard]] MessageBox ClockNotConfirmed(std::string_view what);
 [[nodiscard]] MessageBox ResetNotConfirmed();
 /// The reset was confirmed, but the board holds a code again.
