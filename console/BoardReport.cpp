@@ -41,7 +41,7 @@ std::string Mark(std::size_t field, const std::string& value) {
     std::string name(SetupFields.at(field).description);
     std::transform(name.begin(), name.end(), name.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return " (" + value + " is not a valid " + name + ")";
+    return " (" + (field == NetworkAddressField ? "" : value + " is ") + "not a valid " + name + ")";
 }
 
 std::string ModelText(const UserProgram& onDisk) {

@@ -45,20 +45,24 @@ Task ReadAll(LinkSession& session, const std::vector<std::string>& addresses, st
     Keep(readings, addresses, last);
 }
 
-/// Prints the values, and says which there are none of. True when all have been read.
-bool Report(CommandContext& context, const std::vector<NamedReading>& readings) {
-    if (context.arguments.json) context.host.out << ReadingsJson(readings);
-    bool allRead = true;
-    for (const NamedReading& read : readings) {
-        if (const auto number = read.reading.Number()) {
-            if (!context.arguments.json) context.host.out << read.address << ' ' << *number << '\n';
-            continue;
-        }
-        allRead = false;
-        context.Say(read.address + (read.reading.HasLinkFailed() ? " could not be read: the link to the board failed."
-                                                                 : " was not read reliably, twice. Read it again."));
+std::string UnreadText(const NamedReading& read) {
+    return read.address + (read.reading.HasLinkFailed() ? " could not be read: the link to the board failed."
+                                                        : " was not read reliably, also when it was read again.");
+}
+
+/// Prints the values, and says which there are none of. True when all `addresses` have been read.
+bool Report(CommandContext& context, const LinkSession& session, const std::vector<NamedReading>& readings,
+            std::size_t addresses) {
+    const bool json = context.arguments.json;
+    if (json) context.host.out << ReadingsJson(readings);
+    std::size_t read = 0;
+    for (const NamedReading& each : readings) {
+        const auto number = each.reading.Number();
+        if (number && !json) context.host.out << each.address << ' ' << *number << '\n';
+        if (number) ++read;
+        if (!number && !(session.Interrupted() && each.reading.HasLinkFailed())) context.Say(UnreadText(each));
     }
-    return allRead;
+    return read == addresses;
 }
 
 /// The number that the digits of an accepted value make.
@@ -120,7 +124,7 @@ ExitCode ReadCommand(CommandContext& context) {
         readings.clear();
         session.Run(ReadAll(session, addresses, readings));
     });
-    const bool allRead = Report(context, readings);
+    const bool allRead = Report(context, session, readings, addresses.size());
     if (session.Interrupted()) context.Say("Cancelled.");
     return session.Close(allRead && !session.Interrupted() ? ExitCode::Done : ExitCode::Refused);
 }

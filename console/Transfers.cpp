@@ -73,7 +73,8 @@ void NameFlagLeft(CommandContext& context, const LinkSession& session) {
 
 void ReportUnfinishedDownload(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer) {
     if (transfer.Complete() && !session.Failed()) return;
-    if (transfer.Cancelled()) context.Say(transfer.GaveUp() ? "Cancelled while the board was silent." : "Cancelled.");
+    if (transfer.Cancelled())
+        context.Say(transfer.GaveUp() ? "Cancelled. The board gave no proper answer any more." : "Cancelled.");
     context.Say(ReachedText(transfer.Walked(), transfer.Unconfirmed().size()));
     NameFlagLeft(context, session);
 }
@@ -90,7 +91,8 @@ void Run(CommandContext& context, LinkSession& session, BoardComparison& compari
     session.Turns().RunJob(comparison);
     context.progress.EndLine();
     for (const std::size_t index : comparison.Unread())
-        context.Say(ValueName(index) + ": could not be read reliably");
+        context.Say(ValueName(index) + ": not read reliably");
+    if (!comparison.Unread().empty()) context.Say(CountOfAll(comparison.Unread().size()) + " were not read reliably.");
     if (comparison.Complete()) return;
     context.Say(std::string(session.Interrupted() ? "Cancelled" : "The link to the board failed") + " after " +
                 CountOfAll(comparison.Compared()) + " had been compared.");

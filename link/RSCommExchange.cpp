@@ -170,15 +170,17 @@ TaskOf<bool> RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {
     bool silent =
         false; ///< In the try before; it may have used the time up, so that one clean try comes before the box.
     bool triedClean = false;
+    bool tried = false;
     while (targetMode_ != mode) {
         const bool late = clock_.Now() >= deadline;
-        if (late && (triedClean || !silent)) {
+        if ((late && (triedClean || !silent)) || (tried && givenUp_)) {
             const bool retry = co_await AskAfterNoMode();
             if (!retry) co_return false;
             deadline = clock_.Now() + ModeTime;
         }
         triedClean = late && silent && !triedClean;
         silent = false;
+        tried = true;
         if (unsettled_) co_await SettleLine();
         const Handshake sync = co_await Shake(SyncByte, Receiver::FlushFirst);
         if (sync.answer == NoAnswer) co_return false;
@@ -209,6 +211,8 @@ Task RSComm::SettleLine() {
     const MonotonicTime end = clock_.Now() + LongestSettling;
     while (clock_.Now() < end) {
         const PortWait wait = co_await turns_.WaitForByte(*port_, clock_.Now() + QuietTime);
+        // Whoever gives up wants the rest to be in step all the same.
+        if (wait == PortWait::GivenUp) continue;
         if (wait != PortWait::ByteReceived) break;
         DiscardReceived();
     }
