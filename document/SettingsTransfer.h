@@ -95,7 +95,8 @@ public:
     [[nodiscard]] bool GaveUp() const { return cancelled_ && link_.LinkFailed(); }
     /// Indices, ascending, of walked values that cannot be relied on: writes refused or not confirmed, doubtful reads.
     [[nodiscard]] const std::vector<std::size_t>& Unconfirmed() const { return unconfirmed_; }
-    /// The writes of a download that were sent twice, ascending.
+    /// The writes of a download that were sent twice, ascending; behind them the one at which the link failed, when it
+    /// may have reached more than its own bytes.
     [[nodiscard]] const std::vector<RepeatedWrite>& Repeated() const { return repeated_; }
     /// Bytes that all of it may have set to 255 by the way, ascending; see RSComm::TakeMayHaveReached.
     [[nodiscard]] const std::vector<std::uint16_t>& MayHaveReached() const { return mayHaveReached_; }

@@ -175,9 +175,10 @@ TaskOf<bool> RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {
     // The try before took long and may have used the time up; a clean one comes before the box.
     bool held = false;
     bool extended = false;
+    bool tried = false;
     while (targetMode_ != mode) {
         const bool late = clock_.Now() >= deadline;
-        if (late && (extended || !held)) {
+        if ((late && (extended || !held)) || (tried && givenUp_)) {
             const bool retry = co_await AskAfterNoMode();
             if (!retry) co_return false;
             deadline = clock_.Now() + ModeTime;
@@ -186,6 +187,7 @@ TaskOf<bool> RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {
             deadline = clock_.Now() + CleanTryTime;
             extended = true;
         }
+        tried = true;
         if (unsettled_) co_await SettleLine();
         const MonotonicTime began = clock_.Now();
         const Handshake sync = co_await Shake(SyncByte, Receiver::FlushFirst);
@@ -227,6 +229,8 @@ Task RSComm::SettleLine() {
     const MonotonicTime end = clock_.Now() + LongestSettling;
     while (clock_.Now() < end) {
         const PortWait wait = co_await turns_.WaitForByte(*port_, clock_.Now() + QuietTime);
+        // Whoever gives up wants the rest to be in step all the same.
+        if (wait == PortWait::GivenUp) continue;
         if (wait != PortWait::ByteReceived) break;
         DiscardReceived();
     }
