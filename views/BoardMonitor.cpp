@@ -1,13 +1,15 @@
-// The passes as the plain loops that they are, and the writes between them.
+// The passes over the codes, the revision and the set-up fields, and what they show.
 #include "views/BoardMonitor.h"
 
 #include "link/FaultFiles.h"
 #include "platform/RuntimeError.h"
 #include "text/AsciiCase.h"
-#include "text/NumberText.h"
+#include "text/PathText.h"
 #include "text/Windows1252.h"
+#include "views/ReadingPass.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vantrel {
 
@@ -15,41 +17,13 @@ namespace {
 
 constexpr int IdentLength = 8;
 
-int Number(const std::string& value) { return static_cast<int>(LeadingInteger(value).value_or(0)); }
-
 /// The character of an ident; what cannot be shown is a blank.
-std::string IdentCharacter(const std::string& value) {
-    constexpr int firstShown = 0x20;
-    const int code = Number(value);
+std::string IdentCharacter(std::uint32_t code) {
+    constexpr std::uint32_t firstShown = 0x20;
     return code < firstShown ? " " : Utf8FromWindows1252(std::string(1, static_cast<char>(code)));
 }
 
-/// What the user must know of several writes: the worst of them.
-WriteOutcome Worse(WriteOutcome one, WriteOutcome other) {
-    const auto rank = [](WriteOutcome outcome) {
-        switch (outcome) {
-        case WriteOutcome::Written:
-            return 0;
-        case WriteOutcome::NotConfirmed:
-            return 1;
-        case WriteOutcome::Refused:
-            return 2;
-        case WriteOutcome::LinkFailed:
-            break;
-        }
-        return 3;
-    };
-    return rank(one) < rank(other) ? other : one;
-}
-
-std::chrono::hh_mm_ss<std::chrono::seconds> TimeOf(const Clock& clock) {
-    const auto now = clock.LocalNow();
-    return std::chrono::hh_mm_ss<std::chrono::seconds>(now - std::chrono::floor<std::chrono::days>(now));
-}
-
-std::chrono::year_month_day DateOf(const Clock& clock) {
-    return std::chrono::year_month_day(std::chrono::floor<std::chrono::days>(clock.LocalNow()));
-}
+std::string FileName(const std::filesystem::path& file) { return Utf8FromPath(file.filename()); }
 
 } // namespace
 
@@ -57,27 +31,21 @@ BoardFiles BoardFilesOf(const ProgramFolder& folder) {
     return {folder.File("Support", "FaultErrCodes.txt"), folder.File("Support", "CommErrCodes.txt")};
 }
 
-Task BoardMonitor::ReadByte(int byte) {
-    constexpr int attempts = 2;
-    value_.reset();
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        co_await turns_.Next();
-        if (!display_.Active() || LinkDown()) co_return;
-        const std::string read = link_.RSRead(ByteAddress(byte));
-        // The warning of a failed link is a box of its own: the display may have been closed under it.
-        if (!display_.Active() || LinkDown()) co_return;
-        value_ = read;
-        if (!link_.ReadFailed()) co_return;
-    }
-    reliable_ = false;
+TaskOf<bool> BoardMonitor::ReadAll(std::vector<int> bytes, Take take) {
+    std::vector<std::string> addresses;
+    for (const int byte : bytes)
+        addresses.push_back(ByteAddress(byte));
+    const std::function<bool()> mayRead = [this] { return MayRead(); };
+    co_return co_await ReadInTurns(link_, turns_, std::move(addresses), mayRead, std::move(take));
 }
 
 Task BoardMonitor::ShowBoardOnline() {
-    reliable_ = true;
-    display_.EnableReset(false);
-    display_.EnableOnline(HasBoardClock(boardType_));
-    co_await ReadCodes();
-    if (display_.Active() && !LinkDown()) co_await ShowWhatIsKnown();
+    bool shown = false;
+    do {
+        BeginShowing();
+        shown = co_await ShowWhatTheBoardSays();
+        // Still there although it ended early: the port was opened again.
+    } while (!shown && MayRead());
     if (!display_.Active()) co_return;
     if (LinkDown()) {
         ShowDeadLink();
@@ -86,30 +54,87 @@ Task BoardMonitor::ShowBoardOnline() {
     }
 }
 
-Task BoardMonitor::ShowWhatIsKnown() {
-    ShowCodes();
-    ShowDescriptions();
-    co_await ReadSlotAgain();
-    if (!display_.Active()) co_return;
-    ShowAdvice();
-    co_await ReadRevision();
+void BoardMonitor::BeginShowing() {
+    display_.EnableReset(false);
+    display_.EnableOnline(HasBoardClock(boardType_));
+    if (Outdated()) ForgetShown();
+    opened_ = link_.Opened();
 }
 
-Task BoardMonitor::ReadCodes() {
-    std::array<int, BoardCodeCount> values{};
-    for (std::size_t i = 0; i < BoardCodeCount; ++i) {
-        co_await ReadByte(FaultAddresses[i]);
-        if (!display_.Active()) co_return;
-        values[i] = value_ ? Number(*value_) : 0;
-        faultCodes_[i] = value_ ? CodeText(values[i]) : std::string(DeadLinkCode);
-        if (i != IndexOf(BoardCode::CoCpuSlot) && values[i] > 0) display_.EnableReset(true);
+void BoardMonitor::ForgetShown() {
+    codes_ = {};
+    faultCodes_.fill(std::string(UnreadCode));
+    ShowCodes();
+    ShowInDescriptions("");
+    ShowAdvice();
+    for (std::size_t i = 0; i < SetupFieldCount; ++i) {
+        if (display_.SetupWanted(i)) display_.ShowSetup(i, std::string(UnreadValue));
     }
+}
+
+TaskOf<bool> BoardMonitor::ShowWhatTheBoardSays() {
+    const bool codesRead = co_await ReadCodes();
+    if (!codesRead) co_return false;
+    ShowCodes();
+    ShowDescriptions(Errors::Report);
+    display_.EnableReset(AnyCode());
+    const bool slotRead = co_await ReadSlotAgain();
+    if (!slotRead) co_return false;
+    ShowAdvice();
+    co_return co_await ReadRevision();
+}
+
+Task BoardMonitor::RefreshCodes() {
+    const auto before = faultCodes_;
+    const bool read = co_await ReadCodes();
+    if (!read) co_return;
+    if (faultCodes_ != before) {
+        ShowCodes();
+        ShowDescriptions(Errors::Keep);
+        ShowAdvice();
+        display_.EnableReset(AnyCode());
+    }
+    if (!revisionKnown_) (void)co_await ReadRevision();
+}
+
+TaskOf<bool> BoardMonitor::ReadCodes() {
+    Codes codes{};
+    const Take take = [&codes](const JudgedReading& judged) {
+        if (const auto number = judged.reading.Number()) codes.at(judged.tag) = static_cast<int>(*number);
+    };
+    const std::vector<int> bytes(FaultAddresses.begin(), FaultAddresses.end());
+    const bool read = co_await ReadAll(bytes, take);
+    if (!read) co_return false;
+    codes_ = codes;
+    for (std::size_t i = 0; i < BoardCodeCount; ++i)
+        faultCodes_[i] = codes[i] ? CodeText(*codes[i]) : std::string(UnreadCode);
+    SetAlarms();
+    co_return true;
+}
+
+void BoardMonitor::SetAlarms() {
+    constexpr std::array<BoardCode, AlarmCount> behind{BoardCode::CurrentFault, BoardCode::CurrentCommError,
+                                                       BoardCode::CoCpuSlot};
+    const auto code = [this](BoardCode which) { return codes_[IndexOf(which)]; };
+    const AlarmFlags told = AlarmsOf({.currentFault = code(behind[0]).value_or(0),
+                                      .currentCommError = code(behind[1]).value_or(0),
+                                      .coCpuSlot = code(behind[2]).value_or(0)},
+                                     HasCoCpu(boardType_));
     // What was not told says nothing about the board.
-    if (LinkDown() || !reliable_) co_return;
-    alarms_ = AlarmsOf({.currentFault = values[IndexOf(BoardCode::CurrentFault)],
-                        .currentCommError = values[IndexOf(BoardCode::CurrentCommError)],
-                        .coCpuSlot = values[IndexOf(BoardCode::CoCpuSlot)]},
-                       HasCoCpu(boardType_));
+    for (std::size_t i = 0; i < AlarmCount; ++i) {
+        if (code(behind[i])) alarms_[i] = told[i];
+    }
+}
+
+bool BoardMonitor::AnyCode() const {
+    for (std::size_t i = 0; i < BoardCodeCount; ++i) {
+        if (i != IndexOf(BoardCode::CoCpuSlot) && codes_[i].value_or(0) > 0) return true;
+    }
+    return false;
+}
+
+bool BoardMonitor::Reliable() const {
+    return revisionKnown_ && std::all_of(codes_.begin(), codes_.end(), [](const auto& code) { return code; });
 }
 
 void BoardMonitor::ShowCodes() {
@@ -120,15 +145,32 @@ void BoardMonitor::ShowCodes() {
     }
 }
 
-void BoardMonitor::ShowDescriptions() {
-    // That the board cannot be reached is no longer true, whatever the files say.
-    if (offlineTextShown_) ShowInDescriptions("");
-    offlineTextShown_ = false;
+void BoardMonitor::ShowDescriptions(Errors errors) {
+    ShowDescriptionsFrom(files_.faults, {BoardCode::CurrentFault, BoardCode::LastFault}, errors);
+    ShowDescriptionsFrom(files_.commErrors, {BoardCode::CurrentCommError, BoardCode::LastCommError}, errors);
+}
+
+void BoardMonitor::ShowDescriptionsFrom(const std::filesystem::path& file, std::array<BoardCode, 2> codes,
+                                        Errors errors) {
+    const auto showInstead = [&](const std::string& text) {
+        for (const BoardCode which : codes)
+            display_.ShowDescription(which, text);
+    };
     try {
-        ShowDescriptionsFrom(files_.faults, BoardCode::CurrentFault, BoardCode::LastFault);
-        ShowDescriptionsFrom(files_.commErrors, BoardCode::CurrentCommError, BoardCode::LastCommError);
+        const auto records = ReadFaultFile(file);
+        if (!records) showInstead(FileName(file) + " was not found.");
+        for (const BoardCode which : codes) {
+            if (!records) break;
+            // A code without a record must not stand beside the description of another.
+            std::string description;
+            for (const FaultRecord& record : *records) {
+                if (SameIgnoringCase(record.code, faultCodes_[IndexOf(which)])) description = record.description;
+            }
+            display_.ShowDescription(which, description);
+        }
     } catch (const RuntimeError& error) {
-        ReportRuntimeError(dialogs_, "TargetBoard FirstPass", error);
+        showInstead(FileName(file) + " could not be read.");
+        if (errors == Errors::Report) ReportRuntimeError(dialogs_, "TargetBoard FirstPass", error);
     }
 }
 
@@ -139,96 +181,66 @@ void BoardMonitor::ShowInDescriptions(const std::string& text) {
     }
 }
 
-void BoardMonitor::ShowDescriptionsFrom(const std::filesystem::path& file, BoardCode current, BoardCode last) {
-    const auto records = ReadFaultFile(file);
-    if (!records) return;
-    for (const BoardCode which : {current, last}) {
-        // A code without a record must not stand beside the description of another.
-        std::string description;
-        for (const FaultRecord& record : *records) {
-            if (SameIgnoringCase(record.code, faultCodes_[IndexOf(which)])) description = record.description;
-        }
-        display_.ShowDescription(which, description);
-    }
-}
-
-Task BoardMonitor::ReadSlotAgain() {
-    if (!HasCoCpu(boardType_) || LinkDown()) co_return;
-    co_await ReadByte(CoCpuSlotByte);
-    if (value_) display_.ShowCaption(BoardCode::CoCpuSlot, SlotCaption(*value_));
+TaskOf<bool> BoardMonitor::ReadSlotAgain() {
+    if (!HasCoCpu(boardType_)) co_return true;
+    const Take take = [this](const JudgedReading& judged) {
+        display_.ShowCaption(BoardCode::CoCpuSlot, SlotCaption(judged.reading.TextOr(std::string(UnreadCode))));
+    };
+    const std::vector<int> bytes{CoCpuSlotByte};
+    co_return co_await ReadAll(bytes, take);
 }
 
 void BoardMonitor::ShowAdvice() {
     display_.ShowDescription(BoardCode::Advice, AdviceText(faultCodes_[IndexOf(BoardCode::Advice)]));
 }
 
-Task BoardMonitor::ReadRevision() {
+TaskOf<bool> BoardMonitor::ReadRevision() {
+    std::vector<int> bytes;
+    for (int i = 0; i < IdentLength + 2; ++i)
+        bytes.push_back(i < IdentLength ? RevisionIdentBase + i : RevisionNumberBase + i - IdentLength);
     std::string ident;
-    for (int i = 0; i < IdentLength; ++i) {
-        co_await ReadByte(RevisionIdentBase + i);
-        if (!value_) co_return;
-        ident += IdentCharacter(*value_);
-        display_.ShowRevision(0, ident);
-    }
-    for (const std::size_t label : {std::size_t{2}, std::size_t{1}}) {
-        co_await ReadByte(label == 2 ? RevisionNumberBase : RevisionNumberBase + 1);
-        if (!value_) co_return;
-        display_.ShowRevision(label, *value_);
-    }
+    bool known = true;
+    const Take take = [&](const JudgedReading& judged) {
+        const auto number = judged.reading.Number();
+        known = known && number;
+        if (std::cmp_less(judged.tag, IdentLength)) {
+            if (number) ident += IdentCharacter(*number);
+            display_.ShowRevision(0, known ? ident : std::string(UnreadValue));
+            return;
+        }
+        const bool last = std::cmp_greater(judged.tag, IdentLength);
+        revisionKnown_ = last && known;
+        display_.ShowRevision(last ? 1 : 2, judged.reading.TextOr(std::string(UnreadValue)));
+    };
+    revisionKnown_ = false;
+    co_return co_await ReadAll(std::move(bytes), take);
 }
 
 void BoardMonitor::ShowDeadLink() {
+    codes_ = {};
     faultCodes_.fill(std::string(DeadLinkCode));
     display_.EnableReset(false);
     ShowCodes();
-    ShowDescriptions();
+    ShowDescriptions(Errors::Keep);
     ShowAdvice();
 }
 
 Task BoardMonitor::RefreshSetupFields() {
-    for (std::size_t i = 0; i < SetupFieldCount; ++i) {
-        co_await turns_.Next();
-        if (!display_.Active() || LinkDown()) co_return;
-        const std::string value = link_.RSRead(ByteAddress(SetupFields[i].byte));
-        if (!display_.Active() || LinkDown()) co_return;
-        if (!link_.ReadFailed() && display_.SetupWanted(i)) display_.ShowSetup(i, value);
-    }
+    std::vector<int> bytes;
+    for (const SetupField& field : SetupFields)
+        bytes.push_back(field.byte);
+    const Take take = [this](const JudgedReading& judged) {
+        if (display_.SetupWanted(judged.tag))
+            display_.ShowSetup(judged.tag, judged.reading.TextOr(std::string(UnreadValue)));
+    };
+    (void)co_await ReadAll(std::move(bytes), take);
 }
 
 void BoardMonitor::ShowBoardOffline() {
-    offlineTextShown_ = true;
+    // What follows is another opening, whoever counts it.
+    opened_ = -1;
     ShowInDescriptions(std::string(NoBoardText));
     display_.ShowGoOnline(true);
-}
-
-WriteOutcome BoardMonitor::Write(int byte, const std::string& value) {
-    return LinkDown() ? WriteOutcome::LinkFailed : link_.RSWrite(ByteAddress(byte), value);
-}
-
-WriteOutcome BoardMonitor::ResetFaultCodes() {
-    display_.EnableReset(false);
-    WriteOutcome outcome = WriteOutcome::Written;
-    for (const int byte : {LastCommErrorByte, CurrentCommErrorByte, LastFaultByte, CurrentFaultByte})
-        outcome = Worse(outcome, Write(byte, "0"));
-    return outcome;
-}
-
-WriteOutcome BoardMonitor::SetToCurrTime() {
-    WriteOutcome outcome = Write(ClockHourByte, std::to_string(TimeOf(clock_).hours().count()));
-    outcome = Worse(outcome, Write(ClockMinuteByte, std::to_string(TimeOf(clock_).minutes().count())));
-    return Worse(outcome, Write(ClockSecondByte, std::to_string(TimeOf(clock_).seconds().count())));
-}
-
-WriteOutcome BoardMonitor::SetToCurrDate() {
-    constexpr int century = 100;
-    WriteOutcome outcome = Write(ClockMonthByte, std::to_string(static_cast<unsigned>(DateOf(clock_).month())));
-    outcome = Worse(outcome, Write(ClockDayByte, std::to_string(static_cast<unsigned>(DateOf(clock_).day()))));
-    const int year = static_cast<int>(DateOf(clock_).year()) % century;
-    return Worse(outcome, Write(ClockYearByte, std::to_string(year)));
-}
-
-WriteOutcome BoardMonitor::WriteSetup(std::size_t field, const std::string& value) {
-    return Write(SetupFields.at(field).byte, value);
 }
 
 } // namespace vantrel

@@ -4,6 +4,7 @@
 
 #include "link/Alarms.h"
 #include "link/RSComm.h"
+#include "link/Reading.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/Folders.h"
@@ -13,11 +14,14 @@
 #include "views/UserProgram.h"
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace vantrel {
 
@@ -43,9 +47,10 @@ public:
     virtual void ShowCaption(BoardCode which, const std::string& text) = 0;
     /// The description of a fault or error, or the advice (never the slot).
     virtual void ShowDescription(BoardCode which, const std::string& text) = 0;
-    /// `field`: 0..7. `value`: whole, in decimal; TwoDigits() of it are to be shown.
+    /// `field`: 0..7. `value`: whole, in decimal; "-" when it cannot be relied on. A box shows SetupBoxText() of it.
     virtual void ShowSetup(std::size_t field, const std::string& value) = 0;
-    /// What the board holds: label 0 the ident, as it grows character by character, 1 and 2 the revision numbers.
+    /// What the board holds: label 0 the ident, as it grows character by character, 1 and 2 the revision numbers; "-"
+    /// for what is not known.
     virtual void ShowRevision(std::size_t label, const std::string& text) = 0;
     /// The button that goes ONLINE again.
     virtual void ShowGoOnline(bool visible) = 0;
@@ -59,10 +64,12 @@ struct BoardFiles {
 [[nodiscard]] BoardFiles BoardFilesOf(const ProgramFolder& folder);
 
 /// Everything handed in must outlive the monitor, and the monitor its passes. A pass yields before every single read
-/// and then looks whether it may go on: the display active, the link ONLINE and not failed.
+/// and then looks whether it may go on: the display active, the link ONLINE and not failed. A code that stays doubtful
+/// reads "--" and has no description; another value reads "-". When the port is opened again in the middle,
+/// ShowBoardOnline() begins anew, and the other passes end.
 class BoardMonitor {
 public:
-    /// `alarms` are set by the first pass, from what the board reported.
+    /// `alarms` are set by every pass over the codes, from what the board reported.
     BoardMonitor(RSComm& link, TurnQueue& turns, const Clock& clock, Dialogs& dialogs, AlarmFlags& alarms,
                  BoardFiles files, BoardDisplay& display)
         : link_(link), turns_(turns), clock_(clock), dialogs_(dialogs), alarms_(alarms), files_(std::move(files)),
@@ -72,50 +79,77 @@ public:
     void SetBoardType(std::int16_t boardType) { boardType_ = boardType; }
 
     /// The first pass after going ONLINE, and again after a reset: the six codes with captions, descriptions and
-    /// advice, then the revision that the board holds. When the link has failed by its end, all codes read "42" and
-    /// none enables the reset. An error of the description files is shown as "TargetBoard FirstPass".
+    /// advice, then the revision that the board holds. What was shown of a board before the port was opened again goes
+    /// first. When the link has failed by its end, all codes read "42" and none enables the reset. A description file
+    /// that cannot be read is shown as "TargetBoard FirstPass"; its own two boxes say so, too.
     [[nodiscard]] Task ShowBoardOnline();
-    /// One pass over the eight set-up fields, in their order. A value that cannot be relied on is not shown; the next
-    /// pass brings it.
+    /// One pass over the six codes: captions, descriptions, advice and the reset follow when a code has changed. A
+    /// revision of which a part was doubtful is read once more.
+    [[nodiscard]] Task RefreshCodes();
+    /// One pass over the eight set-up fields, in their order.
     [[nodiscard]] Task RefreshSetupFields();
     /// The OFFLINE text in the four description boxes, and the button; everything else keeps its contents.
     void ShowBoardOffline();
 
-    /// Whether the board's answers to the last first pass can be relied on. What was not read leaves the alarms as they
-    /// were.
-    [[nodiscard]] bool Reliable() const { return reliable_; }
+    /// The port has been opened again since the last first pass began: what is shown may be another board's.
+    [[nodiscard]] bool Outdated() const { return opened_ != link_.Opened(); }
+    /// Every code that was read last is reliable, and so is the whole revision. What is not leaves its alarm as it was.
+    [[nodiscard]] bool Reliable() const;
+    /// All of the revision has been read reliably.
+    [[nodiscard]] bool RevisionKnown() const { return revisionKnown_; }
+    /// A fault or error code other than 0 was read last (the slot is none).
+    [[nodiscard]] bool AnyCode() const;
     /// The code texts last read, in the order of `FaultAddresses`.
     [[nodiscard]] const std::array<std::string, BoardCodeCount>& FaultCodes() const { return faultCodes_; }
 
-    // Writes, at once and in one go, for use between the passes' turns. None is sent while OFFLINE or when the link has
+    // Writes, for use between the passes' turns, each in one go. None is sent while OFFLINE or when the link has
     // failed, and the rest is dropped as soon as it fails. They tell the worst that became of their values.
 
     /// "0" to the communication error codes, then to the fault codes. Ask with ResetQuestion() first, and show the
-    /// board again afterwards unless the link has failed.
-    WriteOutcome ResetFaultCodes();
+    /// board again afterwards unless the link has failed. The board may raise a code again at once, so that none is
+    /// read back here.
+    [[nodiscard]] TaskOf<WriteOutcome> ResetFaultCodes();
+    // What follows is read back and shown; NotConfirmed as well when the board holds something else.
+
     /// The computer's time or date, each value as it is at the moment of its own write.
-    WriteOutcome SetToCurrTime();
-    WriteOutcome SetToCurrDate();
+    [[nodiscard]] TaskOf<WriteOutcome> SetToCurrTime();
+    [[nodiscard]] TaskOf<WriteOutcome> SetToCurrDate();
     /// `value`: as SetupEntry has let it pass.
-    WriteOutcome WriteSetup(std::size_t field, const std::string& value);
+    [[nodiscard]] TaskOf<WriteOutcome> WriteSetup(std::size_t field, std::string value);
 
 private:
+    using Codes = std::array<std::optional<int>, BoardCodeCount>; ///< Nothing for a doubtful one.
+    using Take = std::function<void(const JudgedReading&)>;
+
     /// A link that went OFFLINE under the pass is as good as failed.
     [[nodiscard]] bool LinkDown() const { return link_.LinkFailed() || !link_.OnlineMode(); }
-    /// Yields, then reads one byte into `value_`; a second time when the first answer cannot be relied on. Leaves
-    /// nothing there when the display is closed or the link down.
-    [[nodiscard]] Task ReadByte(int byte);
-    [[nodiscard]] Task ReadCodes();
-    [[nodiscard]] Task ShowWhatIsKnown();
-    [[nodiscard]] Task ReadSlotAgain();
-    [[nodiscard]] Task ReadRevision();
+    [[nodiscard]] bool MayRead() const { return display_.Active() && !LinkDown(); }
+    /// False when the pass has to end; see ReadInTurns().
+    [[nodiscard]] TaskOf<bool> ReadAll(std::vector<int> bytes, Take take);
+    [[nodiscard]] TaskOf<bool> ShowWhatTheBoardSays();
+    [[nodiscard]] TaskOf<bool> ReadCodes();
+    [[nodiscard]] TaskOf<bool> ReadSlotAgain();
+    [[nodiscard]] TaskOf<bool> ReadRevision();
+    void BeginShowing();
+    void ForgetShown();
+    void SetAlarms();
     void ShowCodes();
-    void ShowDescriptions();
+    /// Whether an error of a description file is shown in a box, too.
+    enum class Errors { Report, Keep };
+    void ShowDescriptions(Errors errors);
+    void ShowDescriptionsFrom(const std::filesystem::path& file, std::array<BoardCode, 2> codes, Errors errors);
     void ShowInDescriptions(const std::string& text);
-    void ShowDescriptionsFrom(const std::filesystem::path& file, BoardCode current, BoardCode last);
     void ShowAdvice();
     void ShowDeadLink();
-    WriteOutcome Write(int byte, const std::string& value);
+
+    // Writes (BoardWrites.cpp)
+    struct ClockPart {
+        std::size_t field;
+        int (*of)(std::chrono::local_seconds);
+    };
+    using ClockParts = std::array<ClockPart, 3>;
+    [[nodiscard]] TaskOf<WriteOutcome> SetClock(ClockParts parts);
+    [[nodiscard]] TaskOf<Reading> ReadBack(RSComm::Line& line, std::size_t field);
 
     RSComm& link_;
     TurnQueue& turns_;
@@ -126,9 +160,9 @@ private:
     BoardDisplay& display_;
     std::int16_t boardType_ = 0;
     std::array<std::string, BoardCodeCount> faultCodes_;
-    std::optional<std::string> value_;
-    bool reliable_ = true;
-    bool offlineTextShown_ = false; ///< Stands in the description boxes.
+    Codes codes_;
+    int opened_ = -1; ///< How often the port had been when the last first pass began.
+    bool revisionKnown_ = false;
 };
 
 } // namespace vantrel

@@ -7,6 +7,7 @@
 #include <charconv>
 #include <iomanip>
 #include <sstream>
+#include <utility>
 
 namespace vantrel {
 
@@ -48,6 +49,13 @@ std::string Joined(const char* separator, int first, int second, int third, int 
     return text.str();
 }
 
+MessageBox NotConfirmed(std::string title, std::string text) {
+    return {.title = std::move(title),
+            .text = std::move(text),
+            .icon = MessageIcon::Exclamation,
+            .buttons = MessageButtons::Ok};
+}
+
 } // namespace
 
 std::string CodeText(int value) { return HexText(static_cast<std::uint32_t>(value), 2); }
@@ -62,7 +70,7 @@ std::string CodeCaption(BoardCode which, std::string_view code) {
     case BoardCode::LastFault:
         return caption("Last Fault");
     case BoardCode::CoCpuSlot:
-        return SlotCaption(std::to_string(HexNumber(code)));
+        return SlotCaption(code == UnreadCode ? std::string(code) : std::to_string(HexNumber(code)));
     case BoardCode::Advice:
         return {};
     case BoardCode::CurrentCommError:
@@ -74,6 +82,7 @@ std::string CodeCaption(BoardCode which, std::string_view code) {
 }
 
 std::string AdviceText(std::string_view code) {
+    if (code == UnreadCode) return {};
     const int fault = HexNumber(code);
     if (fault <= 0 || fault > HighestFault) return "None";
     if (fault <= HighestCoCpuFault) return ReplaceCoCpu;
@@ -100,6 +109,16 @@ std::string ByteAddress(int byte) { return "B" + std::to_string(byte); }
 std::string TwoDigits(std::string_view value) {
     const std::string padded = "00" + std::string(value);
     return padded.substr(padded.size() - 2);
+}
+
+std::string SetupBoxText(std::string_view value) {
+    return value == UnreadValue ? std::string(value) : TwoDigits(value);
+}
+
+std::string SetupMark(std::size_t field, std::string_view value) {
+    if (value.empty() || value == UnreadValue) return {};
+    if (!SetupEntry(field, value)) return "! " + std::string(value) + " is not possible";
+    return value.size() > 2 ? "= " + std::string(value) : std::string();
 }
 
 std::optional<std::string> SetupEntry(std::size_t field, std::string_view entry) {
@@ -130,6 +149,29 @@ MessageBox ResetQuestion() {
             .text = "Target Board will be reinitialized.\n\nDo you wish to continue?",
             .icon = MessageIcon::Critical,
             .buttons = MessageButtons::YesNoCancel};
+}
+
+MessageBox SetupNotConfirmed(std::size_t field, std::string_view value, std::string_view onBoard) {
+    const std::string name(SetupFields.at(field).description);
+    const std::string now =
+        onBoard == UnreadValue ? "What it holds now could not be read." : "It holds " + std::string(onBoard) + " now.";
+    return NotConfirmed(name + " Set-up",
+                        "The board did not confirm the value " + std::string(value) + " (" + name + ").\n" + now);
+}
+
+MessageBox ClockNotConfirmed(std::string_view what) {
+    return NotConfirmed("Set to Current " + std::string(what),
+                        "The board did not confirm all of it.\nThe boxes show what it holds now.");
+}
+
+MessageBox ResetNotConfirmed() {
+    return NotConfirmed("Reset Fault Codes", "The board did not confirm the reset of all fault and error codes.\n"
+                                             "The view shows the codes that it holds.");
+}
+
+MessageBox CodesAfterReset() {
+    return NotConfirmed("Reset Fault Codes",
+                        "The board confirmed the reset, but it holds a fault or error code again.");
 }
 
 std::string ComputerTimeText(std::chrono::local_seconds now) {

@@ -39,11 +39,14 @@ inline constexpr std::array<int, BoardCodeCount> FaultAddresses{
 [[nodiscard]] std::string CodeText(int value);
 /// What every code reads as when the link has failed.
 inline constexpr std::string_view DeadLinkCode = "42";
+/// What a code reads as that the board did not tell clearly, and any other value of it.
+inline constexpr std::string_view UnreadCode = "--";
+inline constexpr std::string_view UnreadValue = "-";
 
 /// "Current Fault: Code = 0AH" and its kin; the slot is the code in decimal. Empty for the advice, which has none.
 [[nodiscard]] std::string CodeCaption(BoardCode which, std::string_view code);
 [[nodiscard]] std::string SlotCaption(std::string_view slot);
-/// What to do about the last fault, whose code is `code` (hexadecimal).
+/// What to do about the last fault, whose code is `code` (hexadecimal); empty for a code that is not known.
 [[nodiscard]] std::string AdviceText(std::string_view code);
 /// Stands in the description boxes while OFFLINE.
 inline constexpr std::string_view NoBoardText = "Cannot Communicate with Target Board.";
@@ -75,6 +78,11 @@ inline constexpr std::array<SetupField, SetupFieldCount> SetupFields{{
 [[nodiscard]] std::string ByteAddress(int byte);
 /// The last two characters of "00" + the value.
 [[nodiscard]] std::string TwoDigits(std::string_view value);
+/// What the box of a set-up field shows of its value: two digits, or "-" for one that is not known.
+[[nodiscard]] std::string SetupBoxText(std::string_view value);
+/// What stands beside the box: the whole of a value that the two digits cut, and a mark at one that is outside of the
+/// field's limits. Empty when the box tells everything.
+[[nodiscard]] std::string SetupMark(std::size_t field, std::string_view value);
 /// What an entry means for field `field`: the value to write as decimal text; nothing when it is to be refused.
 [[nodiscard]] std::optional<std::string> SetupEntry(std::size_t field, std::string_view entry);
 /// The box that refuses it, titled with the field's description and "Set-up".
@@ -84,6 +92,16 @@ inline constexpr std::array<SetupField, SetupFieldCount> SetupFields{{
 
 /// The warning before the fault codes are reset; only Yes goes on.
 [[nodiscard]] MessageBox ResetQuestion();
+
+// What became of a write that the board did not confirm, or that reads back otherwise.
+
+/// `onBoard`: what the field reads as now.
+[[nodiscard]] MessageBox SetupNotConfirmed(std::size_t field, std::string_view value, std::string_view onBoard);
+/// `what`: "Time" or "Date".
+[[nodiscard]] MessageBox ClockNotConfirmed(std::string_view what);
+[[nodiscard]] MessageBox ResetNotConfirmed();
+/// The reset was confirmed, but the board holds a code again.
+[[nodiscard]] MessageBox CodesAfterReset();
 
 /// "09 : 05 : 07" and "03 - 14 - 2021".
 [[nodiscard]] std::string ComputerTimeText(std::chrono::local_seconds now);

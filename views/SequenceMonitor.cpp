@@ -1,12 +1,17 @@
-// The passes as the plain loops that they are, and the texts that they show.
+// The passes over one sequence, and the texts that they show.
 #include "views/SequenceMonitor.h"
 
 #include "document/ValueDisplay.h"
+#include "link/ReadingWalk.h"
 #include "link/TargetMap.h"
 #include "text/NumberText.h"
+#include "views/ReadingPass.h"
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <utility>
+#include <vector>
 
 namespace vantrel {
 
@@ -17,28 +22,49 @@ std::optional<double> NumberOf(std::string_view text) {
     return IsNumeric(text) && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
+constexpr const char* Unread = "-";
+
+/// The tags of the data pass; a row's words follow each other.
+constexpr std::size_t StatusTag = 0;
+constexpr std::size_t DataTag(int row, DataDirection column) {
+    return 2 * static_cast<std::size_t>(row) + (column == DataDirection::Send ? 0 : 1);
+}
+
 } // namespace
 
-bool SequenceMonitor::MayRead() const { return display_.Active() && link_.OnlineMode() && !link_.LinkFailed(); }
+bool SequenceMonitor::Outdated() const {
+    return shown_ && *shown_ != Shown{SettingsBaseOf(selectedSequence_), link_.Opened()};
+}
 
-std::optional<std::string> SequenceMonitor::Read(const std::string& address) {
-    const std::string text = link_.RSRead(address);
-    return MayRead() && !link_.ReadFailed() ? std::optional(text) : std::nullopt;
+void SequenceMonitor::BeginSettings(std::int16_t settingsBase) {
+    const Shown now{settingsBase, link_.Opened()};
+    if (std::exchange(shown_, now) == now) return;
+    display_.ShowStatus(Unread);
+    for (const FieldDescription& one : FieldTable())
+        ShowSetting(one.field, Unread);
+    display_.ClearData();
 }
 
 Task SequenceMonitor::RefreshSettings(std::int16_t settingsBase) {
     const std::string description = record_.NodeDescription(Sequence());
-    display_.ShowDescription(description.empty() ? "-" : description);
-    for (const FieldDescription& one : FieldTable()) {
-        co_await turns_.Next();
-        if (!MayRead()) co_return;
-        const std::size_t index = static_cast<std::size_t>(settingsBase) + static_cast<std::size_t>(one.field);
-        const auto text = Read(record_.TargetAddress(index));
-        if (!MayRead()) co_return;
-        // No later pass would replace a wrong value, or what stands there for another sequence.
-        const bool reliable = text && !link_.SurplusFollows();
-        ShowSetting(one.field, reliable ? SettingDisplay(one.field, *text, record_.AddressType(index)) : "-");
-    }
+    display_.ShowDescription(description.empty() ? Unread : description);
+    std::vector<std::string> addresses;
+    for (std::size_t i = 0; i < FieldCount; ++i)
+        addresses.push_back(record_.TargetAddress(static_cast<std::size_t>(settingsBase) + i));
+    const std::function<bool()> mayRead = [this, settingsBase] {
+        return MayRead() && SettingsBaseOf(selectedSequence_) == settingsBase;
+    };
+    const std::function<void(const JudgedReading&)> take = [this, settingsBase](const JudgedReading& judged) {
+        const auto field = static_cast<SequenceField>(judged.tag);
+        const std::string type = record_.AddressType(static_cast<std::size_t>(settingsBase) + judged.tag);
+        ShowSetting(field, judged.reading.IsValue() ? SettingDisplay(field, judged.reading.TextOr(Unread), type)
+                                                    : std::string(Unread));
+    };
+    bool complete = false;
+    do {
+        BeginSettings(settingsBase);
+        complete = co_await ReadInTurns(link_, turns_, addresses, mayRead, take);
+    } while (!complete && mayRead());
 }
 
 void SequenceMonitor::ShowSetting(SequenceField field, const std::string& text) {
@@ -52,17 +78,33 @@ void SequenceMonitor::ShowSetting(SequenceField field, const std::string& text) 
 }
 
 Task SequenceMonitor::RefreshStatusAndData() {
+    const std::size_t sequence = Sequence();
+    ReadingWalk walk(link_);
+    const auto mayGoOn = [&] { return MayRead() && Sequence() == sequence && !walk.Reconnected(); };
     co_await turns_.Next();
-    if (!MayRead()) co_return;
-    if (const auto status = Read(StatusWordAddress(Sequence()))) display_.ShowStatus(StatusDisplay(*status));
+    if (!mayGoOn()) co_return;
+    (void)co_await walk.Read(StatusWordAddress(sequence), StatusTag);
     for (int row = 1; row <= DataWordCount; ++row) {
         for (const DataDirection column : {DataDirection::Send, DataDirection::Receive}) {
             co_await turns_.Next();
-            if (!MayRead()) co_return;
+            if (!mayGoOn()) co_return;
             if (!display_.RowVisible(row)) break;
-            if (const auto text = Read(DataWordAddress(Sequence(), column, row)))
-                display_.ShowDataWord(row, column, *text);
+            const auto before = co_await walk.Read(DataWordAddress(sequence, column, row), DataTag(row, column));
+            if (!mayGoOn()) co_return;
+            if (before) ShowWord(*before);
         }
+    }
+    const auto last = co_await walk.End();
+    if (last && mayGoOn()) ShowWord(*last);
+}
+
+void SequenceMonitor::ShowWord(const JudgedReading& judged) {
+    const std::string text = judged.reading.TextOr(Unread);
+    if (judged.tag == StatusTag) {
+        display_.ShowStatus(judged.reading.IsValue() ? StatusDisplay(text) : text);
+    } else {
+        const auto column = judged.tag % 2 == 0 ? DataDirection::Send : DataDirection::Receive;
+        display_.ShowDataWord(static_cast<int>(judged.tag / 2), column, text);
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include "document/Configuration.h"
 #include "link/RSComm.h"
+#include "link/Reading.h"
 #include "link/StatusText.h"
 #include "platform/Task.h"
 #include "platform/TurnQueue.h"
@@ -39,12 +40,14 @@ public:
     virtual void ShowStatus(const std::string& text) = 0;
     /// `row`: 1..120, the number of the word.
     virtual void ShowDataWord(int row, DataDirection column, const std::string& text) = 0;
+    /// The data words that stand there are another sequence's, or another board's.
+    virtual void ClearData() = 0;
 };
 
 /// Reads `selectedSequence` (0..30), whatever it is at that moment. Everything handed in must outlive the monitor, and
 /// the monitor its passes. A pass yields before every single read and then looks whether it may go on: the display
-/// active, the link ONLINE and not failed. A value that cannot be relied on is not shown: the next pass brings a status
-/// or a data word, and a setting reads "-".
+/// active, the link ONLINE and not failed, the selection as it was when the pass began. A value that stays doubtful
+/// reads "-".
 class SequenceMonitor {
 public:
     SequenceMonitor(const Configuration& record, RSComm& link, TurnQueue& turns, const std::int16_t& selectedSequence,
@@ -52,23 +55,38 @@ public:
         : record_(record), link_(link), turns_(turns), selectedSequence_(selectedSequence), display_(display) {}
 
     /// The description, which needs no board, and then the seven settings that stand at `settingsBase` (the index of
-    /// the sequence's node number) and behind it, as the board holds them.
+    /// the sequence's node number) and behind it, as the board holds them. What is shown of another sequence, or of a
+    /// board before the port was opened again, becomes dashes first; when the port is opened again in the middle, the
+    /// pass begins anew.
     [[nodiscard]] Task RefreshSettings(std::int16_t settingsBase);
-    /// The status, then the data words of the visible rows; row by row, the sent word before the received one.
+    /// The status, then the data words of the visible rows; row by row, the sent word before the received one. Ends
+    /// when the port is opened again.
     [[nodiscard]] Task RefreshStatusAndData();
 
+    /// What RefreshSettings() has shown is of another sequence than the selected one, or was read before the port was
+    /// opened again: it has to run again.
+    [[nodiscard]] bool Outdated() const;
+
 private:
-    [[nodiscard]] bool MayRead() const;
+    /// What the display shows, or is about to.
+    struct Shown {
+        std::int16_t settingsBase;
+        int opened; ///< How often the port had been, by then.
+        bool operator==(const Shown&) const = default;
+    };
+
+    [[nodiscard]] bool MayRead() const { return display_.Active() && link_.OnlineMode() && !link_.LinkFailed(); }
     [[nodiscard]] std::size_t Sequence() const { return static_cast<std::size_t>(selectedSequence_); }
-    /// The value; nothing when it cannot be relied on or the pass is over.
-    std::optional<std::string> Read(const std::string& address);
+    void BeginSettings(std::int16_t settingsBase);
     void ShowSetting(SequenceField field, const std::string& text);
+    void ShowWord(const JudgedReading& judged);
 
     const Configuration& record_;
     RSComm& link_;
     TurnQueue& turns_;
     const std::int16_t& selectedSequence_;
     SequenceDisplay& display_;
+    std::optional<Shown> shown_;
 };
 
 /// How the value `text` of a field, as read from the board, is shown in the notation `type`: counts as they are, a
