@@ -160,7 +160,7 @@ private:
     void ShowLanded(const LandedEdit& landed);
     void TellLanded(const LandedEdit& landed);
     void ComeBack(const LandedEdit& landed);
-    void TypeAgain();
+    void TypeAgain(const std::vector<std::unique_ptr<QKeyEvent>>& typed);
 
     // Keys, clicks, focus (frmMainKeys.cpp); each filter answers whether the event ends there
     bool EntryEvent(QEvent& event);

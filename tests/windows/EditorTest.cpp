@@ -22,6 +22,10 @@ constexpr const char* CallError = "VANTREL|Error Number = 5";
 class EditorTest : public FrameTest {
 protected:
     EditorTest() { Begin(); }
+    EditorTest(const EditorTest&) = delete;
+    EditorTest& operator=(const EditorTest&) = delete;
+    /// The frame says goodbye to the board when it goes, after the log.
+    ~EditorTest() override { frame->Link().SetTrafficLog(nullptr); }
     void Begin() {
         Start();
         editor = dynamic_cast<frmMain*>(frame->findChild<QWidget*>(QStringLiteral("frmMain")));
@@ -269,12 +273,15 @@ TEST_F(EditorTest, AnEntryOnItsWayStaysOnItsCellAndIsWrittenOnce) {
     Strike(Qt::Key_Return);
     Type("V77");
     Strike(Qt::Key_Tab);
+    Type("40");
+    Strike(Qt::Key_Return);
     EXPECT_EQ(Seen(), "2,2:12");
     Settle();
     EXPECT_EQ(words, (std::vector{0, 12}));
     EXPECT_FALSE(Marked(2, 2));
-    EXPECT_EQ(Value(10), 77) << "typed ahead for the next cell";
-    EXPECT_EQ(Open(), "2,4:W32");
+    EXPECT_EQ(Value(10), 77) << "typed ahead for the next cells";
+    EXPECT_EQ(Value(11), 40);
+    EXPECT_EQ(Open(), "2,5:0");
 }
 
 TEST_F(EditorTest, NothingStandsStillWhileAnEntryIsOnItsWay) {
