@@ -65,7 +65,7 @@ const std::vector<Case>& Cases() {
          {}},
         {"doubled-byte@9", "status", 1, {"    1       -  -\n", "Run the command again."}, {}},
         {"wrong-echo:once@3 wrong-echo:once@6", "status", 1, {"    0       -  00: Comm Disabled\n"}, {}},
-        {"wrong-echo:once@7 wrong-echo:once@10", "status", 1, {"    0       0  -\n"}, {}},
+        {"wrong-echo:once@9 wrong-echo:once@12", "status", 1, {"    0       0  -\n"}, {}},
         {"hang-up@25", "status", 3, {"before everything was read."}, {"Cancel"}},
         {"doubled-byte:once@3", "board", 0, {"Current Fault: Code = 00H"}, {"1FH"}},
         {"doubled-byte@3", "board", 1, {"Current Fault: Code = --", "Run the command again."}, {"1FH", "None"}},
