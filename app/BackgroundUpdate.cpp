@@ -34,11 +34,12 @@ Task BackgroundUpdate::Tick(bool transferring) {
 
 void BackgroundUpdate::Wait() {
     const auto since = link_.AwaitingSince();
-    if (!since || !link_.OnlineMode()) return;
+    if (!since) return;
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(clock_.Now() - *since);
     // A board that is only slow answers before this.
     if (seconds < ShortestSilence) return;
-    program_.systemMessage = "Set-up Program is Currently ONLINE\nWaiting for the board ...";
+    // OFFLINE it is the port being opened that waits.
+    if (link_.OnlineMode()) program_.systemMessage = "Set-up Program is Currently ONLINE\nWaiting for the board ...";
     panelText_ = Panel("Waiting for the board ... " + std::to_string(seconds.count()) + " s");
 }
 
@@ -51,6 +52,7 @@ void BackgroundUpdate::TickOffline() {
 Task BackgroundUpdate::TickOnline(bool transferring) {
     if (!wasOnline_) {
         onlineTicks_ = 0;
+        reached_.clear();
         // The file may have come or changed since.
         LookForUserProgram();
     }
@@ -98,6 +100,16 @@ void BackgroundUpdate::LookForUserProgram() {
     }
 }
 
+std::string BackgroundUpdate::ReachedText() {
+    for (const std::uint16_t byte : link_.TakeMayHaveReached())
+        reached_.insert(byte);
+    if (reached_.empty()) return {};
+    std::string text = "\nA value had to be sent again. The board may have set to 255:";
+    for (const std::uint16_t byte : reached_)
+        text += " B" + std::to_string(byte);
+    return text;
+}
+
 void BackgroundUpdate::ShowAlarms() {
     std::string alarmText;
     for (std::size_t i = 0; i < AlarmCount; ++i) {
@@ -105,6 +117,7 @@ void BackgroundUpdate::ShowAlarms() {
     }
     const bool normal = alarmText.empty();
     program_.systemMessage = normal ? "Set-up Program is Currently ONLINE\n-- System Normal --" : alarmText;
+    program_.systemMessage += ReachedText();
     panelText_ = Panel(normal ? "All Faults Normal" : "Faults Active in PLC");
 }
 

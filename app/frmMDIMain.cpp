@@ -1,4 +1,4 @@
-// The main frame's start-up, mode and shut-down.
+// The main frame's start-up, and what it shows of the document and the time.
 #include "app/frmMDIMain.h"
 
 #include "app/frmHelp.h"
@@ -8,7 +8,6 @@
 #include "widgets/QtIcons.h"
 
 #include <QApplication>
-#include <QCloseEvent>
 #include <QDateTime>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -54,13 +53,14 @@ void TakeAsCopy(QDropEvent& event) {
 
 frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std::string fixedDevice)
     : clock_(clock), port_(port), program_(std::move(folder), clock),
-      link_(program_.CommSettingsFile(), PortRangeOf(program_.folder.SupportFolder()), clock, dialogs_),
-      turns_([this] { return !link_.Busy() && !dialogs_.BoxUp(); }, [this] { ShowUntrappedError(); }),
+      turns_(
+          clock, [this] { return !dialogs_.BoxUp(); }, [this] { ShowUntrappedError(); }),
+      link_(program_.CommSettingsFile(), PortRangeOf(program_.folder.SupportFolder()), clock, dialogs_, turns_),
       files_(program_.document, link_, dialogs_, clock,
              {.uploadData = [this] { return TransferInWindow(TransferMode::UploadData); },
               .showDocumentDate = [this] { ShowDocumentDate(); },
               .showCaption = [this] { ShowCaption(); }}),
-      background_(program_, link_), fixedDevice_(std::move(fixedDevice)) {
+      background_(program_, link_, clock), fixedDevice_(std::move(fixedDevice)) {
     setObjectName(QStringLiteral("frmMDIMain"));
     setWindowIcon(IconOf(ProgramIcon::Program));
     setAcceptDrops(true);
@@ -77,6 +77,7 @@ frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std
 }
 
 frmMDIMain::~frmMDIMain() {
+    SayGoodbye();
     // The children hold tasks, which have to withdraw from the queue while there is one.
     delete children_;
 }
@@ -92,7 +93,7 @@ void frmMDIMain::StartUp() {
     captionPrefix_ = QString::fromLatin1(FrameCaption);
     ShowChild(0);
     program_.InitDefaults();
-    files_.New(false);
+    files_.New();
     AfterFileCommand();
     ShowMode(false);
     RefreshOfflineEditing();
@@ -122,65 +123,6 @@ void frmMDIMain::ShowChild(int index) {
     if (index == currentChild_) return;
     currentChild_ = index;
     childWindows_.at(static_cast<std::size_t>(index))->show();
-}
-
-void frmMDIMain::ApplyMode() {
-    if (link_.OnlineMode()) {
-        FindPorts();
-        link_.OpenRSComm(port_);
-        program_.refreshTargetStatus = true;
-    }
-    // Also when opening failed: OFFLINE the port is free for other programs.
-    if (!link_.OnlineMode()) link_.CloseRSComm();
-    ShowMode(link_.OnlineMode());
-}
-
-PortRange frmMDIMain::FindPorts() {
-    const PortRange range = PortRangeOf(program_.folder.SupportFolder());
-    link_.SetPortRange(range);
-    return range;
-}
-
-void frmMDIMain::ShowMode(bool online) {
-    shownOnline_ = online;
-    sbrMainPanels[1]->setText(online ? QStringLiteral("ONLINE") : QStringLiteral("OFFLINE"));
-    mnuViewOnline->setChecked(online);
-    mnuViewOffline->setChecked(!online);
-    mnuViewCommStatus->setEnabled(online);
-    mnuEditStackAdd->setEnabled(online || program_.offlineEditing);
-    if (!online) editor_->ShowOffline();
-    if (modeChanged_) modeChanged_();
-    turns_.Poke();
-}
-
-bool frmMDIMain::Idle() const { return !link_.Busy() && !dialogs_.BoxUp() && !transferring_; }
-
-void frmMDIMain::FollowLink() {
-    if (!Idle()) return;
-    if (link_.LinkFailed() && link_.OnlineMode()) link_.SetOnlineMode(false);
-    if (link_.OnlineMode() == shownOnline_) return;
-    // The port dialog opens the port by itself.
-    if (link_.OnlineMode() && port_.IsOpen()) {
-        ShowMode(true);
-    } else {
-        ApplyMode();
-    }
-}
-
-void frmMDIMain::Tick() {
-    ShowDateAndTime();
-    FollowLink();
-    editor_->RefillIfAsked();
-    // A box that is up keeps its place; the link's own warning would take it.
-    if (!dialogs_.BoxUp()) background_.Tick(transferring_);
-    ShowSystemMessage();
-    FollowLink();
-    if (closeWanted_ && Idle()) close();
-}
-
-void frmMDIMain::ShowSystemMessage() {
-    editor_->SetSystemMessage(program_.systemMessage);
-    if (clock_.Now() >= noticeUntil_) sbrMainPanels[0]->setText(QString::fromStdString(background_.PanelText()));
 }
 
 void frmMDIMain::Notice(const QString& text) {
@@ -213,23 +155,6 @@ void frmMDIMain::ShowUntrappedError() {
     } catch (const std::exception& error) {
         ReportRuntimeError(dialogs_, "VANTREL", RuntimeError(ErrorNumber::InvalidProcedureCall, error.what()));
     }
-}
-
-void frmMDIMain::closeEvent(QCloseEvent* event) {
-    closeWanted_ = false;
-    if (closing_) return;
-    event->ignore();
-    if (!Idle()) {
-        closeWanted_ = true;
-        return;
-    }
-    if (!editor_->FinishEntry() || !files_.MayClose()) return;
-    link_.CloseRSComm();
-    closing_ = true;
-    SavePlace();
-    tmrBackgroungUpdate.stop();
-    QApplication::closeAllWindows();
-    event->accept();
 }
 
 void frmMDIMain::changeEvent(QEvent* event) {

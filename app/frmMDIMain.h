@@ -4,11 +4,14 @@
 
 #include "app/BackgroundUpdate.h"
 #include "app/Program.h"
+#include "app/frmProcessing.h"
 #include "document/FileCommands.h"
+#include "link/PortSettingsEditor.h"
 #include "link/RSComm.h"
 #include "platform/Printer.h"
 #include "platform/QtDialogs.h"
 #include "platform/QtTurnQueue.h"
+#include "platform/Task.h"
 
 #include <QAction>
 #include <QLabel>
@@ -25,8 +28,8 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace vantrel {
 
@@ -49,6 +52,7 @@ public:
     [[nodiscard]] RSComm& Link() { return link_; }
     [[nodiscard]] Program& State() { return program_; }
     [[nodiscard]] const TurnQueue& Turns() const { return turns_; }
+    [[nodiscard]] QtDialogs& Boxes() { return dialogs_; }
 
     // Controls, by their names.
     QMenu* mnuFile = nullptr;
@@ -95,24 +99,35 @@ private:
     void BuildToolbar();
     void BuildStatusBar();
 
-    // Start-up, mode, shut-down (frmMDIMain.cpp)
+    // Start-up and what is shown (frmMDIMain.cpp)
     void StartUp();
     void ShowChild(int index);
     void FitToChild();
-    void ApplyMode();
-    /// Devices come and go with their plugs.
-    PortRange FindPorts();
-    void ShowMode(bool online);
-    /// The one place that falls back to OFFLINE: the look and the link are brought to agree, when nothing runs.
-    void FollowLink();
-    void Tick();
-    void ShowSystemMessage();
     /// A passing word to the user in the first panel, which the system message gives way to for a while.
     void Notice(const QString& text);
-    [[nodiscard]] bool Idle() const;
     void ShowCaption();
     void ShowDocumentDate();
     void ShowDateAndTime();
+
+    // Mode, tick, shut-down (frmMDIMainMode.cpp)
+    /// Begins to bring port and look to the link's `OnlineMode`. OFFLINE is shown at once; ONLINE, and the link's
+    /// `OnlineMode` with it, when the board has answered.
+    void ApplyMode();
+    Task SwitchMode();
+    /// Devices come and go with their plugs.
+    PortRange FindPorts();
+    void ShowMode(bool online);
+    /// Which commands can be given now: one that waits for the board is not begun a second time.
+    void ShowCommands();
+    /// The one place that falls back to OFFLINE: the look and the link are brought to agree, when nothing runs.
+    void FollowLink();
+    void Tick();
+    Task TickTask();
+    void ShowSystemMessage();
+    /// No code of a task and no box is on the stack. A task may wait for the board all the same.
+    [[nodiscard]] bool Idle() const;
+    /// Says goodbye to the board, if it answers, without showing anything any more.
+    void SayGoodbye() noexcept;
 
     // The report (frmMDIMainReport.cpp)
     /// Where there is no printer: a PDF file of the user's choice; none when the user cancelled.
@@ -152,20 +167,27 @@ private:
     void HelpAbout();
     void AfterFileCommand();
     void RefreshOfflineEditing();
-    /// The questions and steps around a transfer.
+    void AskStackAddress();
+    Task StackAddressTask();
+    Task FinishPortChange();
+
+    // Transfers (frmMDIMainTransfer.cpp)
+    /// The questions and steps around a transfer. OFFLINE it begins when the board has answered, or has not.
     void RunTransfer(TransferMode mode);
+    void StartPendingTransfer();
+    void Transfer(TransferMode mode);
     /// The progress window itself; true when every value was transferred and can be relied on.
     bool TransferInWindow(TransferMode mode);
     [[nodiscard]] bool CanStartTransfer() const;
-    void ShowReopened();
-    void ShowUnconfirmed(TransferMode mode, const std::vector<std::size_t>& indices);
+    void ShowResult(TransferMode mode, const frmProcessing::Result& result);
+    void Warn(const std::string& text);
 
     Clock& clock_;
     SerialPort& port_;
     Program program_;
     QtDialogs dialogs_;
-    RSComm link_;
     QtTurnQueue turns_;
+    RSComm link_;
     FileCommands files_;
     BackgroundUpdate background_;
     std::string fixedDevice_;
@@ -178,9 +200,18 @@ private:
     std::function<void()> modeChanged_; ///< Of the view that is open.
     MonotonicTime noticeUntil_{};
     bool shownOnline_ = false;
+    bool wantOnline_ = false; ///< What the mode is on its way to.
     bool transferring_ = false;
+    std::optional<TransferMode> pendingTransfer_; ///< Begins when the mode has been applied.
+    bool askingStackAddress_ = false;
+    bool changingPort_ = false;
     bool closeWanted_ = false;
     bool closing_ = false;
+    std::unique_ptr<PortSettingsEditor> portEditor_; ///< Of the port dialog, and of what is left to do behind it.
+    Task mode_;
+    Task tick_;
+    Task stackAddress_;
+    Task portChange_;
 };
 
 } // namespace vantrel

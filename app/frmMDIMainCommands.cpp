@@ -1,7 +1,6 @@
 // The main frame's menu commands.
 #include "app/frmMDIMain.h"
 
-#include "app/frmProcessing.h"
 #include "document/frmMain.h"
 #include "link/frmSetupComm.h"
 #include "views/UserProgram.h"
@@ -16,16 +15,23 @@ namespace vantrel {
 
 namespace {
 
-/// Marks a transfer as running for as long as it lives, however the transfer ends.
-class Transferring {
+/// Marks a command as under way for as long as this lives, however it ends.
+class UnderWay {
 public:
-    explicit Transferring(bool& running) : running_(running) { running_ = true; }
-    Transferring(const Transferring&) = delete;
-    Transferring& operator=(const Transferring&) = delete;
-    ~Transferring() { running_ = false; }
+    UnderWay(bool& running, std::function<void()> changed) : running_(running), changed_(std::move(changed)) {
+        running_ = true;
+        changed_();
+    }
+    UnderWay(const UnderWay&) = delete;
+    UnderWay& operator=(const UnderWay&) = delete;
+    ~UnderWay() {
+        running_ = false;
+        changed_();
+    }
 
 private:
     bool& running_;
+    std::function<void()> changed_;
 };
 
 /// A view hears of the mode for as long as this lives, however its showing ends.
@@ -45,9 +51,11 @@ private:
 } // namespace
 
 void frmMDIMain::OpenFile(const std::filesystem::path& path) {
-    if (QApplication::activeModalWidget() || !Idle()) {
+    if (QApplication::activeModalWidget() || !Idle() || pendingTransfer_) {
         QApplication::beep();
-        Notice(QStringLiteral("System Message:  Close the open window first, then drop the file again"));
+        Notice(pendingTransfer_
+                   ? QStringLiteral("System Message:  The transfer comes first, then drop the file again")
+                   : QStringLiteral("System Message:  Close the open window first, then drop the file again"));
         return;
     }
     if (!editor_->FinishEntry()) return;
@@ -57,8 +65,9 @@ void frmMDIMain::OpenFile(const std::filesystem::path& path) {
 
 void frmMDIMain::FileNew() {
     if (!editor_->FinishEntry()) return;
-    files_.New(true);
+    const FileCommands::Outcome outcome = files_.New();
     AfterFileCommand();
+    if (outcome == FileCommands::Outcome::Done) AskStackAddress();
 }
 
 void frmMDIMain::FileOpen() {
@@ -87,70 +96,6 @@ void frmMDIMain::AfterFileCommand() {
     editor_->RefillIfAsked();
 }
 
-void frmMDIMain::FileUpload() {
-    if (!editor_->FinishEntry()) return;
-    if (dialogs_.Show(UploadQuestion()) == MessageAnswer::Yes) RunTransfer(TransferMode::UploadData);
-}
-
-void frmMDIMain::FileDownload() {
-    if (!editor_->FinishEntry()) return;
-    if (dialogs_.Show(DownloadQuestion()) != MessageAnswer::Yes) return;
-    RunTransfer(TransferMode::DownloadData);
-    program_.refreshTargetStatus = true;
-}
-
-void frmMDIMain::RunTransfer(TransferMode mode) {
-    if (!link_.OnlineMode()) {
-        if (dialogs_.Show(OfflineQuestion()) != MessageAnswer::Yes) return;
-        ViewOnline();
-    }
-    TransferInWindow(mode);
-}
-
-bool frmMDIMain::CanStartTransfer() const { return link_.OnlineMode() && !link_.LinkFailed(); }
-
-bool frmMDIMain::TransferInWindow(TransferMode mode) {
-    program_.transferMode = mode;
-    Configuration& record = program_.document.CurrentConfiguration;
-    if (mode == TransferMode::UploadData && CanStartTransfer()) {
-        record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
-        program_.document.FromBoard = true;
-        ShowDocumentDate();
-    }
-    const int reopened = link_.Reopened();
-    const frmProcessing::Result result = [&] {
-        const Transferring transferring(transferring_);
-        frmProcessing window(mode, record, link_, dialogs_, turns_, this);
-        return window.RunModal();
-    }();
-    FollowLink();
-    program_.document.ReloadDisplay = true;
-    editor_->RefillIfAsked();
-    // Not every window manager finds the way back when two windows go at once.
-    activateWindow();
-    ShowUnconfirmed(mode, result.unconfirmed);
-    if (link_.Reopened() != reopened) ShowReopened();
-    return result.complete && result.unconfirmed.empty() && link_.Reopened() == reopened;
-}
-
-void frmMDIMain::ShowUnconfirmed(TransferMode mode, const std::vector<std::size_t>& indices) {
-    if (indices.empty()) return;
-    const std::string what = mode == TransferMode::UploadData ? "were not read reliably. Upload again:\n"
-                                                              : "were not confirmed by the board. Download again:\n";
-    dialogs_.Show({.title = "VANTREL",
-                   .text = "These values " + what + ValueList(indices, [](std::size_t) { return std::string(); }),
-                   .icon = MessageIcon::Exclamation,
-                   .buttons = MessageButtons::Ok});
-}
-
-void frmMDIMain::ShowReopened() {
-    dialogs_.Show({.title = "VANTREL",
-                   .text = "The link was lost and taken up again in the middle of the transfer. What the board lost in "
-                           "between is unknown.\nTransfer again.",
-                   .icon = MessageIcon::Exclamation,
-                   .buttons = MessageButtons::Ok});
-}
-
 void frmMDIMain::FileDownloadProgram() {
     link_.DumpProgram();
     program_.refreshTargetStatus = true;
@@ -165,35 +110,39 @@ void frmMDIMain::EditOfflineEditing() {
 
 void frmMDIMain::RefreshOfflineEditing() {
     mnuEditOfflineEditing->setChecked(program_.offlineEditing);
-    mnuEditStackAdd->setEnabled(shownOnline_ || program_.offlineEditing);
+    ShowCommands();
 }
 
 void frmMDIMain::EditCommPort() {
-    frmSetupComm window(link_, port_, program_.folder, FindPorts(), dialogs_, this, fixedDevice_);
+    portEditor_ =
+        std::make_unique<PortSettingsEditor>(link_, port_, program_.folder, FindPorts(), dialogs_, fixedDevice_);
+    frmSetupComm window(*portEditor_, this);
     window.exec();
+    portChange_ = FinishPortChange();
+    portChange_.Start();
+}
+
+Task frmMDIMain::FinishPortChange() {
+    const UnderWay changing(changingPort_, [this] { ShowCommands(); });
+    co_await portEditor_->Finish();
+    // OFFLINE the port is free for other programs, unless somebody is about to open it.
+    if (!link_.OnlineMode() && mode_.Done()) co_await link_.CloseRSComm();
     FollowLink();
 }
 
 void frmMDIMain::EditStackAdd() {
-    if (!editor_->FinishEntry()) return;
-    files_.AskStatusStackAddress();
+    if (editor_->FinishEntry()) AskStackAddress();
+}
+
+void frmMDIMain::AskStackAddress() {
+    stackAddress_ = StackAddressTask();
+    stackAddress_.Start();
+}
+
+Task frmMDIMain::StackAddressTask() {
+    const UnderWay asking(askingStackAddress_, [this] { ShowCommands(); });
+    co_await files_.AskStatusStackAddress();
     FollowLink();
-}
-
-void frmMDIMain::ViewOnline() {
-    link_.SetOnlineMode(true);
-    ApplyMode();
-}
-
-void frmMDIMain::ViewOffline() {
-    link_.SetOnlineMode(false);
-    ApplyMode();
-}
-
-void frmMDIMain::ToggleMode() {
-    if (!Idle()) return;
-    link_.SetOnlineMode(!link_.OnlineMode());
-    ApplyMode();
 }
 
 template <typename View, typename Show> void frmMDIMain::ShowView(View& view, Show show) {

@@ -14,7 +14,7 @@ constexpr int BarTwips = 4800;
 
 frmProcessing::frmProcessing(TransferMode mode, Configuration& record, RSComm& link, Dialogs& dialogs, TurnQueue& turns,
                              QWidget* parent)
-    : QtTaskDialog(turns, parent), link_(link), transfer_(mode, record, link, dialogs, turns, *this) {
+    : QtTaskDialog(turns, parent), link_(link), mode_(mode), transfer_(mode, record, link, dialogs, turns, *this) {
     setObjectName(QStringLiteral("frmProcessing"));
     setWindowTitle(tr("Processing"));
     BuildControls();
@@ -49,20 +49,21 @@ void frmProcessing::LayOutControls() {
 
 frmProcessing::Result frmProcessing::RunModal() {
     transfer_.Load();
+    const bool linkStood = !link_.LinkFailed();
     const bool ended = RunTask(transfer_.Run());
     Result result;
-    result.failed = !ended || link_.LinkFailed();
-    result.cancelled = !result.failed && transfer_.Cancelled() && !transfer_.Complete();
+    result.failed = !ended || (link_.LinkFailed() && !transfer_.GaveUp());
+    result.cancelled = !result.failed && transfer_.Cancelled() && (transfer_.GaveUp() || !transfer_.Complete());
     result.complete = !result.failed && !result.cancelled;
+    result.flagLeft = mode_ == TransferMode::DownloadData && linkStood && !transfer_.FlagCleared();
+    result.reconnected = transfer_.Reconnected();
     result.unconfirmed = transfer_.Unconfirmed();
+    result.repeated = transfer_.Repeated();
     return result;
 }
 
-void frmProcessing::CloseAsked() {
-    cancelled_ = true;
-    cmdCancel->setEnabled(false);
-    transfer_.Cancel();
-}
+// The button stays enabled: a board that falls silent later is given up by another press.
+void frmProcessing::CloseAsked() { transfer_.Cancel(); }
 
 void frmProcessing::ShowLabel(std::string_view label) {
     lblProcessing->setText(QString::fromUtf8(label.data(), static_cast<qsizetype>(label.size())));
@@ -71,8 +72,6 @@ void frmProcessing::ShowLabel(std::string_view label) {
 void frmProcessing::ShowProgress(std::size_t done, std::size_t total) {
     prgProcessing->setMaximum(static_cast<int>(total));
     prgProcessing->setValue(static_cast<int>(done));
-    // The transfer clears its own flag when it starts; a Cancel just before that counts too.
-    if (cancelled_) transfer_.Cancel();
 }
 
 } // namespace vantrel

@@ -20,9 +20,13 @@ public:
     /// How the transfer ended; one of the first three is true.
     struct Result {
         bool complete = false; ///< Every value was walked (a mode without work: at once), and the link stands.
-        bool cancelled = false; ///< By the user, before the last value.
+        bool cancelled = false; ///< By the user, before the last value; or a silent board was given up.
         bool failed = false; ///< The link has failed, or an unexpected error or the program's end stopped it.
-        std::vector<std::size_t> unconfirmed; ///< Indices of walked values that did not arrive.
+        /// The board has not confirmed that the flag of a download ("B105") is 0 again.
+        bool flagLeft = false;
+        bool reconnected = false; ///< The port was opened again in the middle.
+        std::vector<std::size_t> unconfirmed{}; ///< Indices of walked values that cannot be relied on.
+        std::vector<RepeatedWrite> repeated{}; ///< Writes that were sent twice.
     };
 
     /// `record`, `link`, `dialogs` and `turns` must outlive the window.
@@ -45,8 +49,8 @@ private:
     void ShowProgress(std::size_t done, std::size_t total) override;
 
     RSComm& link_;
+    TransferMode mode_;
     SettingsTransfer transfer_;
-    bool cancelled_ = false; ///< The cancel flag.
 };
 
 } // namespace vantrel

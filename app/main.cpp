@@ -5,7 +5,6 @@
 #include "app/frmMDIMain.h"
 #include "platform/AsioSerialPort.h"
 #include "platform/QtPrinter.h"
-#include "platform/QtSerialPort.h"
 #include "platform/SystemClock.h"
 #include "platform/Terminal.h"
 #include "simulator/SimulatedPort.h"
@@ -116,17 +115,16 @@ int main(int argc, char** argv) {
     SystemClock clock;
     const ProgramFolder folder = FolderFor(options);
     SimulatedBoard board(BoardStart(clock));
-    std::unique_ptr<SerialPort> line;
+    std::unique_ptr<SerialPort> port;
     if (options.simulatedBoard) {
-        line = std::make_unique<SimulatedPort>(board, clock, LinePacing::LineSpeed);
+        port = std::make_unique<SimulatedPort>(board, clock, LinePacing::LineSpeed);
     } else {
-        line = std::make_unique<AsioSerialPort>(clock, folder.SupportFolder());
+        port = std::make_unique<AsioSerialPort>(clock, folder.SupportFolder());
     }
-    QtSerialPort port(*line, clock);
     std::ofstream traceFile;
     TextTrafficLog trace(traceFile);
 
-    frmMDIMain frame(folder, clock, port, options.simulatedBoard ? "the simulated board" : "");
+    frmMDIMain frame(folder, clock, *port, options.simulatedBoard ? "the simulated board" : "");
     application.SetFrame(&frame);
     if (!options.trace.empty()) {
         if (HoldsSomethingElse(PathFromUtf8(options.trace))) {

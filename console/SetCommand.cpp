@@ -2,13 +2,12 @@
 #include "console/Commands.h"
 #include "console/PrintableText.h"
 #include "console/SetupFiles.h"
-#include "document/EntryRules.h"
+#include "document/SequenceEditor.h"
 #include "document/ValueDisplay.h"
 #include "platform/Dialogs.h"
 #include "platform/RuntimeError.h"
-#include "text/Windows1252.h"
+#include "text/AsciiCase.h"
 
-#include <algorithm>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -20,28 +19,24 @@ namespace {
 
 constexpr const char* Description = "NodeDescription"; ///< The only field of a sequence that is no value.
 
-bool IsSameName(std::string_view one, std::string_view other) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [&](char a, char b) { return lower(a) == lower(b); });
-}
-
 /// Nothing for the description.
 std::optional<SequenceField> FieldNamed(const std::string& name) {
-    if (IsSameName(name, Description)) return std::nullopt;
+    if (SameIgnoringCase(name, Description)) return std::nullopt;
     std::string known;
     for (const FieldDescription& field : FieldTable()) {
-        if (IsSameName(name, field.name)) return field.field;
+        if (SameIgnoringCase(name, field.name)) return field.field;
         known += std::string(field.name) + ", ";
     }
     throw UsageError("There is no field \"" + name + "\". The fields are " + known + "and " + Description + ".");
 }
 
-/// The entry as the editor would store it; nothing when it refuses, which the user is told.
-std::optional<AcceptedEntry> Accepted(CommandContext& context, SequenceField field) {
+/// The edit that the entry comes to, in the document; nothing when it is refused, which the user is told.
+std::optional<Edit> Entered(CommandContext& context, const EditPlace& place) {
+    const std::string& given = context.arguments.value;
     try {
-        const EntryAnswer answer = CheckEntry(field, context.arguments.value);
-        if (const auto* accepted = std::get_if<AcceptedEntry>(&answer)) return *accepted;
+        SequenceEditor editor(context.program.document.CurrentConfiguration);
+        const EditAnswer answer = editor.Enter(place, place.field ? given : PrintableText(given, Layout::Drop));
+        if (const auto* edit = std::get_if<Edit>(&answer)) return *edit;
         context.dialogs.Show({.title = EntryRefusalTitle,
                               .text = std::get<RefusedEntry>(answer).text,
                               .icon = MessageIcon::Exclamation});
@@ -58,34 +53,29 @@ bool MayOverwrite(CommandContext& context) {
     return document.SaveTarget() == document.FilePath || NameSetupFile(context, context.arguments.file);
 }
 
-std::string StoreValue(Configuration& record, std::size_t index, const AcceptedEntry& entry) {
-    record.SetValue(index, entry.value);
-    record.SetAddressType(index, std::string(1, entry.notation));
-    return ValueName(index) + ": " + DisplayValue(record, index);
-}
-
-std::string StoreDescription(CommandContext& context, std::size_t sequence) {
-    const std::string& given = context.arguments.value;
-    const std::string text = Utf8FromWindows1252(Windows1252FromUtf8(PrintableText(given, Layout::Drop)));
-    if (text != given) context.Say("Note: characters that a set-up file cannot hold became \"?\".");
-    context.program.document.CurrentConfiguration.SetNodeDescription(sequence, text);
-    return "sequence " + std::to_string(sequence) + ", " + Description + ": " + text;
+std::string Stored(CommandContext& context, const Edit& edit) {
+    if (const auto* value = std::get_if<ValueEdit>(&edit)) {
+        return ValueName(value->index) + ": " +
+               DisplayValue(context.program.document.CurrentConfiguration, value->index);
+    }
+    const auto& description = std::get<DescriptionEdit>(edit);
+    if (description.after != context.arguments.value) {
+        context.Say("Note: characters that a set-up file cannot hold became \"?\".");
+    }
+    return "sequence " + std::to_string(description.sequence) + ", " + Description + ": " + description.after;
 }
 
 } // namespace
 
 ExitCode SetCommand(CommandContext& context) {
     constexpr const char* nothing = "Nothing was stored.";
-    const std::size_t sequence = SequenceNumber(context.arguments.sequence.value_or(""));
-    const std::optional<SequenceField> field = FieldNamed(context.arguments.field);
-    const auto entry = field ? Accepted(context, *field) : std::nullopt;
-    if (field && !entry) return Refuse(context, nothing);
-    if (!OpenSetupFile(context, SetupFileNamed(context.arguments.file), OtherVersion::Ask) || !MayOverwrite(context)) {
+    const EditPlace place{SequenceNumber(context.arguments.sequence.value_or("")), FieldNamed(context.arguments.field)};
+    if (!OpenSetupFile(context, SetupFileNamed(context.arguments.file), OtherVersion::Ask)) {
         return Refuse(context, nothing);
     }
-    const std::string stored =
-        field ? StoreValue(context.program.document.CurrentConfiguration, ValueIndex(sequence, *field), *entry)
-              : StoreDescription(context, sequence);
+    const std::optional<Edit> edit = Entered(context, place);
+    if (!edit || !MayOverwrite(context)) return Refuse(context, nothing);
+    const std::string stored = Stored(context, *edit);
     SaveSetupFile(context);
     context.host.out << PrintableText(stored, Layout::Drop) << '\n';
     return ExitCode::Done;

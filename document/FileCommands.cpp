@@ -209,7 +209,10 @@ bool FileCommands::MayClose() {
 }
 
 Task FileCommands::AskStatusStackAddress() {
+    const bool online = link_.OnlineMode();
     const std::string shown = co_await StackAddressToShow();
+    // Who has gone OFFLINE while the board was silent wants it no more.
+    if (online && !link_.OnlineMode()) co_return;
     const auto answer = dialogs_.AskText(StackTitle, StackPrompt, shown);
     if (!answer || answer->empty()) co_return;
     const std::optional<std::int32_t> address = StackAddressIn(*answer);

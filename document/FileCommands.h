@@ -40,7 +40,7 @@ public:
 
     // New and Open save first when the user wants that. They go on when the save was cancelled, not when it failed.
 
-    /// Ask for the status stack address afterwards, but not at start-up.
+    /// The status stack address is to be asked for afterwards, but not at start-up.
     Outcome New();
     /// The file dialog begins at the document's path. A file that cannot be read leaves everything as it was; one of
     /// another program version that the user declines leaves the document, but moves its path and title.

@@ -19,10 +19,13 @@ std::string DisplayValue(std::int32_t value, std::string_view type) {
     return std::to_string(value);
 }
 
-std::string DisplayValue(const Configuration& record, std::size_t index) {
+std::string DisplayValue(std::size_t index, std::int32_t value, std::string_view type) {
     const char usual = DefaultNotation(index);
-    const bool hexadecimal = usual == 'W' && IsHexadecimal(record.AddressType(index));
-    return DisplayValue(record.Value(index), std::string(1, hexadecimal ? 'H' : usual));
+    return DisplayValue(value, usual == 'W' && IsHexadecimal(type) ? "H" : std::string(1, usual));
+}
+
+std::string DisplayValue(const Configuration& record, std::size_t index) {
+    return DisplayValue(index, record.Value(index), record.AddressType(index));
 }
 
 } // namespace vantrel

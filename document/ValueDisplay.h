@@ -14,8 +14,10 @@ namespace vantrel {
 /// hexadecimal), plain decimal for "#" and everything else.
 [[nodiscard]] std::string DisplayValue(std::int32_t value, std::string_view type);
 
-/// Value `index` of a record as the editor's grid shows it: an address in node memory by the record's type letter, "W"
-/// unless that is "H"; every other value in the notation that its field always has, whatever a file's letter says.
+/// A number in the place of value `index`, as the editor's grid shows it: an address in node memory by its type letter,
+/// "W" unless that is "H"; every other value in the notation that its field always has, whatever a file's letter says.
+[[nodiscard]] std::string DisplayValue(std::size_t index, std::int32_t value, std::string_view type);
+/// Value `index` of a record likewise.
 [[nodiscard]] std::string DisplayValue(const Configuration& record, std::size_t index);
 
 } // namespace vantrel

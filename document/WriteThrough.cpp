@@ -12,9 +12,12 @@ bool WriteThroughResult::Holds(std::int32_t value) const {
 
 TaskOf<WriteThroughResult> WriteThrough(RSComm& link, std::string address, std::int32_t value) {
     RSComm::Line line = co_await link.TakeLine();
+    const int opened = link.Opened();
     WriteThroughResult result;
+    (void)link.TakeMayHaveReached();
     result.written.outcome = WriteOutcome::LinkFailed;
     if (!link.LinkFailed()) {
+        result.begun = true;
         const WriteResult raised = co_await line.RSWrite(WriteThroughFlag, "1");
         result.flagRaised = raised.Confirmed();
     }
@@ -24,6 +27,8 @@ TaskOf<WriteThroughResult> WriteThrough(RSComm& link, std::string address, std::
         result.flagLowered = lowered.Confirmed();
     }
     if (!link.LinkFailed()) result.onBoard = co_await line.Read(address);
+    result.mayHaveReached = link.TakeMayHaveReached();
+    result.reconnected = link.Opened() != opened;
     co_return result;
 }
 

@@ -41,7 +41,8 @@ std::array<QWidget*, 4> PartsOf(QtFormatGrid& grid) {
 frmMain::frmMain(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs, std::int16_t& selectedSequence,
                  QWidget* parent)
     : QWidget(parent), document_(document), link_(link), turns_(turns), dialogs_(dialogs),
-      selectedSequence_(selectedSequence), grids_(new QStackedLayout) {
+      selectedSequence_(selectedSequence), grids_(new QStackedLayout),
+      edits_(document.CurrentConfiguration, link, turns, [this](const LandedEdit& landed) { Landed(landed); }) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Main Display"));
     BuildTabs();
@@ -54,6 +55,8 @@ frmMain::frmMain(Document& document, RSComm& link, TurnQueue& turns, Dialogs& di
     tmrStatusTab.setSingleShot(true);
     tmrStatusTab.callOnTimeout(this, [this] { periodOver_.Raise(); });
     ChangeTab();
+    // Who starts the program is in the grid; no cell is the current one yet.
+    VisibleGrid().setFocus(Qt::ActiveWindowFocusReason);
 }
 
 frmMain::~frmMain() {
@@ -147,7 +150,7 @@ void frmMain::BuildEntryBox() {
     txtEntry.setFocusPolicy(Qt::ClickFocus);
     txtEntry.hide();
     txtEntry.installEventFilter(this);
-    connect(&txtEntry, &QLineEdit::textEdited, this, [this] { EntryChanged = !std::exchange(keptUnchanged_, false); });
+    connect(&txtEntry, &QLineEdit::textEdited, this, [this] { EntryChanged = true; });
 }
 
 void frmMain::LayOutWindow() {

@@ -1,10 +1,10 @@
 // The sequence editor, the frame's first child: 31 sequences in three grids on three tabs, an entry box over the cell
-// being edited, and the system messages. Edits the document's working copy; borrows document, link, dialogs and turns.
+// being edited, and the system messages. Carries texts to SequenceEditor, which edits the document's working copy.
 #pragma once
 
 #include "document/Document.h"
-#include "document/EntryRules.h"
 #include "document/GridTexts.h"
+#include "document/SequenceEditor.h"
 #include "document/StatusTab.h"
 #include "link/RSComm.h"
 #include "platform/Dialogs.h"
@@ -14,6 +14,7 @@
 #include "widgets/QtFormatGrid.h"
 
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -27,7 +28,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vantrel {
 
@@ -42,18 +47,22 @@ public:
     ~frmMain() override;
 
     /// Rebuilds the display when the document asks for it (`ReloadDisplay`), which is thereby answered; an open box is
-    /// closed unstored. Costs nothing when it does not: call it after every command and on every tick, so that no
-    /// command can forget it.
+    /// closed unstored. Called inside a task or behind a box it does so in the next turn. Costs nothing when the
+    /// document does not ask: call it after every command and on every tick, so that no command can forget it.
     void RefillIfAsked();
     /// Call after every change of the mode: while OFFLINE the status tab shows dashes only.
     void ShowOffline();
     /// Written only when it has changed, so that reading, selecting and scrolling are left in peace.
     void SetSystemMessage(const std::string& text);
 
-    /// Checks and stores what is in the box, and closes it. Call before every command that reads the document or leaves
-    /// the editor; true also when nothing was open. False when the entry is refused (the user has been told, or will
-    /// be by the last handler): the box stays open with the focus, and the command must not run.
+    /// Ends what is in the box as leaving it does, and closes it: a changed text is checked and stored at once and,
+    /// ONLINE, on its way to the board before whatever asks for the link next. Call before every command that reads the
+    /// document or leaves the editor; true also when nothing was open. False when the entry is refused (the user has
+    /// been told, or will be by the last handler): the box stays open with the focus, and the command must not run.
     [[nodiscard]] bool FinishEntry();
+    /// An entry is on its way to the board. What must know its end first (the end of the program) awaits Written().
+    [[nodiscard]] bool Writing() const { return edits_.Writing(); }
+    [[nodiscard]] Task Written() { return edits_.Written(); }
     /// Scrolls to the row of the selected sequence and selects it; call when another window has changed the number.
     void ShowSelectedSequence();
 
@@ -72,7 +81,7 @@ public:
     std::int16_t EditCol = 0;
     std::int16_t EditIndex = 0; ///< Of that cell in the record's value arrays; on the configuration tab.
     QString SavedCellText; ///< Of that cell when the box was opened.
-    bool EntryOpen = false;
+    [[nodiscard]] bool EntryOpen() const { return entry_ != EntryState::Shut; }
     bool EntryChanged = false; ///< The user has typed since the box was opened or put back.
     bool ArrowMove = false; ///< The validation under way was started by the Up or Down key.
     std::int16_t SequenceRowHeight = 0; ///< Pixels.
@@ -103,10 +112,13 @@ private:
     void NoteSelection(const QtFormatGrid& grid);
     /// Where the keyboard starts in a grid without a current cell.
     void SelectSequenceInView();
+    void Refill();
+    Task RefillInTurn();
     /// Rebuilds the visible grid and keeps it live; replaces what still runs for the one before.
     void StartFill();
     Task FillAndFollow();
     void FillRow(int row);
+    void ShowCell(int row, int column, const std::string& text);
     /// Brings the rest at once: what an entry starts from is never older than the record.
     void FinishFill();
     [[nodiscard]] bool StatusWanted() const override;
@@ -115,34 +127,58 @@ private:
     void ShowStatus(int row, const std::string& text) override;
 
     // The entry box (frmMainEntry.cpp)
+    /// What leaves the box, and where to it goes on then.
+    enum class EntryEnd { Elsewhere, Enter, Up, Down, NextCell, CellBefore };
     /// Over the grid's current cell, if that can be edited, with its text selected.
     void OpenEntryBox();
     void PlaceEntryBox();
     void TakeFocus();
+    void SetEntry(EntryState state);
     /// Without a check: nothing is stored.
     void CloseEntryBox();
-    /// Checks, stores, shows and sends the entry; moves on when it was ended by Enter. False when it was refused.
+    /// Validates what a key has ended, and goes on from there: at once, or when the board has answered.
+    void EndBy(EntryEnd end);
+    /// Checks, stores, shows and sends the entry, if it is one. False when it was refused.
     bool txtEntry_Validate();
     /// The same; an unexpected error counts as refused and goes to the last handler.
     bool Validate();
     [[nodiscard]] bool StoreEntry();
-    void StoreValue(const AcceptedEntry& entry);
-    void StoreDescription();
+    [[nodiscard]] EditPlace PlaceOfEntry() const;
     void ShowRefusal(const RefusedEntry& refusal);
     void MoveOn();
+    void MoveByRow(int rows);
+    struct Cell {
+        int row;
+        int column;
+    };
+    /// The cell before or behind the current one, line by line; none at the ends of the grid.
+    [[nodiscard]] std::optional<Cell> CellBeside(int step) const;
     Task PassOn(std::exception_ptr error);
+
+    // Back from the board (frmMainLanding.cpp)
+    void Landed(const LandedEdit& landed);
+    void ShowLanded(const LandedEdit& landed);
+    void TellLanded(const LandedEdit& landed);
+    void ComeBack(const LandedEdit& landed);
+    void TypeAgain();
 
     // Keys, clicks, focus (frmMainKeys.cpp); each filter answers whether the event ends there
     bool EntryEvent(QEvent& event);
     bool EntryKey(QKeyEvent& key);
-    void CharactersTyped(const QString& text);
+    void ComeIntoSight(const QString& text);
+    bool CharacterTyped(const QString& text);
+    /// While the entry is on its way.
+    void KeyMeanwhile(const QKeyEvent& key);
     void EntryEscape();
-    void MoveByArrow(int rows);
-    void LeaveByTab(QKeyEvent& key);
+    void ShutByEscape();
+    void EntryTab(const QKeyEvent& key);
+    /// Out of the grid, to the control behind or before it.
+    void LeaveGrid(bool forward);
     void ScrollPage(bool down);
     bool EntryLosesFocus(Qt::FocusReason reason);
     bool GridEvent(QEvent& event);
     bool GridKey(QKeyEvent& key);
+    bool GridTab(const QKeyEvent& key);
     bool CellsEvent(QEvent& event);
     void CellClicked(QtFormatGrid& grid);
     bool TabsEvent(QEvent& event);
@@ -156,14 +192,17 @@ private:
     QStackedLayout* grids_; ///< Qt's, as a part of the window's layout.
     QLabel heading_;
     QLabel hint_;
-    bool endedByEnter_ = false;
-    bool validating_ = false;
-    bool keptUnchanged_ = false; ///< The character being typed does not count as a change.
+    EntryState entry_ = EntryState::Shut;
+    EntryEnd endedBy_ = EntryEnd::Elsewhere;
+    std::vector<std::unique_ptr<QKeyEvent>> typedAhead_; ///< While the entry is on its way.
+    std::string untold_; ///< Of entries whose board was lost; told with the last of them.
     bool pressRefused_ = false; ///< The mouse button that is down belongs to a click that must not count.
     int nextRowToFill_ = EditorRowCount;
     Signal periodOver_{turns_};
     Task fill_;
+    Task refill_;
     Task untrapped_;
+    SequenceEditor edits_;
 };
 
 } // namespace vantrel

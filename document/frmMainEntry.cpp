@@ -2,12 +2,7 @@
 // moving on.
 #include "document/frmMain.h"
 
-#include "document/ValueDisplay.h"
-#include "document/WriteThrough.h"
-#include "text/Windows1252.h"
-
-#include <QScopedValueRollback>
-
+#include <algorithm>
 #include <utility>
 #include <variant>
 
@@ -32,7 +27,7 @@ void frmMain::OpenEntryBox() {
     SavedCellText = grid.Text(row, column);
     if (CurrentTab == EditorTab::Configuration)
         EditIndex = static_cast<std::int16_t>(static_cast<int>(FieldCount) * (row - 1) + column);
-    EntryOpen = true;
+    SetEntry(EntryState::Open);
     EntryChanged = false;
     ArrowMove = false;
     if (txtEntry.parentWidget() != grid.viewport()) txtEntry.setParent(grid.viewport());
@@ -48,7 +43,7 @@ void frmMain::OpenEntryBox() {
 }
 
 void frmMain::PlaceEntryBox() {
-    if (!EntryOpen) return;
+    if (!EntryOpen()) return;
     const QtFormatGrid& grid = VisibleGrid();
     QRect place = grid.CellRect(EditRow, EditCol).translated(-grid.viewport()->pos());
     // The first row of cells stands one row height below the top of the grid, under the headings; of 15 rows that show
@@ -65,30 +60,50 @@ void frmMain::TakeFocus() {
     txtEntry.selectAll();
 }
 
+void frmMain::SetEntry(EntryState state) {
+    entry_ = state;
+    const bool onItsWay = state == EntryState::OnItsWay;
+    txtEntry.setReadOnly(onItsWay);
+    txtEntry.setAccessibleDescription(onItsWay ? QStringLiteral("On its way to the board") : QString());
+    QFont font = VisibleGrid().font();
+    font.setItalic(onItsWay);
+    txtEntry.setFont(font);
+}
+
 void frmMain::CloseEntryBox() {
-    if (!EntryOpen) return;
-    EntryOpen = false;
+    if (!EntryOpen()) return;
+    SetEntry(EntryState::Shut);
     EntryChanged = false;
+    endedBy_ = EntryEnd::Elsewhere;
+    typedAhead_.clear();
     VisibleGrid().setFocusProxy(nullptr);
     if (window()->focusWidget() == &txtEntry) cmdDefault.setFocus();
     txtEntry.hide();
 }
 
 bool frmMain::FinishEntry() {
-    if (!EntryOpen) return true;
-    if (!Validate()) return false;
+    if (!EntryOpen()) return true;
+    // One that is on its way has been checked and stored; what becomes of it is told when it is known.
+    if (entry_ != EntryState::OnItsWay) {
+        endedBy_ = EntryEnd::Elsewhere;
+        if (!Validate()) return false;
+    }
     CloseEntryBox();
     return true;
 }
 
+void frmMain::EndBy(EntryEnd end) {
+    endedBy_ = end;
+    ArrowMove = end == EntryEnd::Up || end == EntryEnd::Down;
+    if (Validate() && entry_ != EntryState::OnItsWay) MoveOn();
+}
+
 bool frmMain::Validate() {
-    if (validating_) return false;
-    const QScopedValueRollback<bool> validating(validating_, true);
     try {
         return txtEntry_Validate();
     } catch (...) {
         ArrowMove = false;
-        endedByEnter_ = false;
+        SetEntry(EntryState::Refused);
         TakeFocus();
         untrapped_ = PassOn(std::current_exception());
         untrapped_.Start();
@@ -103,70 +118,75 @@ Task frmMain::PassOn(std::exception_ptr error) {
 }
 
 bool frmMain::txtEntry_Validate() {
-    const bool byEnter = std::exchange(endedByEnter_, false);
-    const bool stored = StoreEntry();
-    const bool byArrow = std::exchange(ArrowMove, false);
-    if (stored && byEnter && !byArrow) MoveOn();
-    return stored;
+    // Looking is not writing: a text that is the cell's own is an entry only when the user says so.
+    const bool isEntry = endedBy_ == EntryEnd::Enter || txtEntry.text() != SavedCellText;
+    const bool accepted = !isEntry || StoreEntry();
+    ArrowMove = false;
+    return accepted;
+}
+
+EditPlace frmMain::PlaceOfEntry() const {
+    const std::size_t sequence = static_cast<std::size_t>(EditRow) - 1;
+    if (CurrentTab == EditorTab::Descriptions) return {sequence, std::nullopt};
+    return {sequence, static_cast<SequenceField>(EditCol - 1)};
 }
 
 bool frmMain::StoreEntry() {
-    if (CurrentTab == EditorTab::Descriptions) {
-        StoreDescription();
-        return true;
-    }
-    const auto field = static_cast<SequenceField>(FieldOf(static_cast<std::size_t>(EditIndex)));
-    const EntryAnswer answer = CheckEntry(field, txtEntry.text().toStdString());
+    const EditAnswer answer = edits_.Enter(PlaceOfEntry(), txtEntry.text().toStdString());
     if (const auto* refusal = std::get_if<RefusedEntry>(&answer)) {
         ShowRefusal(*refusal);
         return false;
     }
-    StoreValue(std::get<AcceptedEntry>(answer));
+    const auto texts = EditorRowTexts(document_.CurrentConfiguration, CurrentTab, PlaceOfEntry().sequence);
+    ShowCell(EditRow, EditCol, texts.at(static_cast<std::size_t>(EditCol)));
+    const bool sent = std::holds_alternative<ValueEdit>(std::get<Edit>(answer)) &&
+                      edits_.OnItsWay(static_cast<std::size_t>(EditIndex));
+    SetEntry(sent ? EntryState::OnItsWay : EntryState::Open);
     return true;
 }
 
-void frmMain::StoreValue(const AcceptedEntry& entry) {
-    const auto index = static_cast<std::size_t>(EditIndex);
-    const std::string notation(1, entry.notation);
-    Configuration& record = document_.CurrentConfiguration;
-    record.SetValue(index, entry.value);
-    record.SetAddressType(index, notation);
-    const int row = EditRow;
-    const int column = EditCol;
-    std::int32_t shown = entry.value;
-    if (link_.OnlineMode()) shown = WriteThrough(link_, record.TargetAddress(index), entry.value).value_or(shown);
-    VisibleGrid().SetText(row, column, QString::fromStdString(DisplayValue(shown, notation)));
-}
-
-void frmMain::StoreDescription() {
-    // What the file cannot hold is replaced here, where the user sees it.
-    const std::string text = Utf8FromWindows1252(Windows1252FromUtf8(txtEntry.text().toStdString()));
-    document_.CurrentConfiguration.SetNodeDescription(static_cast<std::size_t>(EditRow) - 1, text);
-    VisibleGrid().SetText(EditRow, EditCol, QString::fromStdString(text));
-}
-
 void frmMain::ShowRefusal(const RefusedEntry& refusal) {
+    SetEntry(EntryState::Refused);
     dialogs_.Show({.title = EntryRefusalTitle,
                    .text = refusal.text,
                    .icon = MessageIcon::Exclamation,
                    .buttons = MessageButtons::Ok});
+    if (!EntryOpen()) return;
     VisibleGrid().SetCurrentCell(EditRow, EditCol);
     TakeFocus();
 }
 
 void frmMain::MoveOn() {
-    QtFormatGrid& grid = VisibleGrid();
-    const int row = grid.CurrentRow();
-    const int column = grid.CurrentColumn();
-    if (column < grid.ColumnCount() - 1) {
-        grid.SetCurrentCell(row, column + 1);
-    } else if (row < grid.RowCount() - 1) {
-        grid.SetCurrentCell(row + 1, FirstColumn());
-    } else {
-        CloseEntryBox();
+    const EntryEnd end = std::exchange(endedBy_, EntryEnd::Elsewhere);
+    if (end == EntryEnd::Elsewhere) return;
+    if (end == EntryEnd::Up || end == EntryEnd::Down) {
+        MoveByRow(end == EntryEnd::Up ? -1 : 1);
         return;
     }
+    const int step = end == EntryEnd::CellBefore ? -1 : 1;
+    if (const auto cell = CellBeside(step)) {
+        VisibleGrid().SetCurrentCell(cell->row, cell->column);
+        OpenEntryBox();
+        return;
+    }
+    CloseEntryBox();
+    if (end != EntryEnd::Enter) LeaveGrid(step > 0);
+}
+
+void frmMain::MoveByRow(int rows) {
+    QtFormatGrid& grid = VisibleGrid();
+    const int target = grid.CurrentRow() + rows;
+    if (target >= 1 && target < grid.RowCount()) grid.SetCurrentCell(target, grid.CurrentColumn());
     OpenEntryBox();
+}
+
+std::optional<frmMain::Cell> frmMain::CellBeside(int step) const {
+    const QtFormatGrid& grid = VisibleGrid();
+    const int first = FirstColumn();
+    const int columns = grid.ColumnCount() - first;
+    const int cell = (grid.CurrentRow() - 1) * columns + std::max(grid.CurrentColumn() - first, 0) + step;
+    if (cell < 0 || cell >= (grid.RowCount() - 1) * columns) return std::nullopt;
+    return Cell{cell / columns + 1, cell % columns + first};
 }
 
 } // namespace vantrel

@@ -46,7 +46,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     const bool isKey = event->type() == QEvent::KeyPress;
     bool ends = false;
     if (watched == &txtEntry) {
-        ends = EntryOpen && EntryEvent(*event);
+        ends = EntryOpen() && EntryEvent(*event);
     } else if (watched == &tbsComm) {
         ends = TabsEvent(*event);
     } else if (watched == &cmdDefault) {
@@ -65,7 +65,7 @@ bool frmMain::EntryEvent(QEvent& event) {
     case QEvent::KeyPress:
         return EntryKey(static_cast<QKeyEvent&>(event));
     case QEvent::InputMethod:
-        CharactersTyped(static_cast<QInputMethodEvent&>(event).commitString());
+        ComeIntoSight(static_cast<QInputMethodEvent&>(event).commitString());
         return false;
     case QEvent::FocusIn:
         // Back from a menu: what the user has not begun to change is replaced by typing, as before.
@@ -79,24 +79,27 @@ bool frmMain::EntryEvent(QEvent& event) {
 }
 
 bool frmMain::EntryKey(QKeyEvent& key) {
+    if (entry_ == EntryState::OnItsWay) {
+        KeyMeanwhile(key);
+        return true;
+    }
     switch (key.key()) {
     case Qt::Key_Up:
-        MoveByArrow(-1);
+        EndBy(EntryEnd::Up);
         return true;
     case Qt::Key_Down:
-        MoveByArrow(1);
+        EndBy(EntryEnd::Down);
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        endedByEnter_ = true;
-        Validate();
+        EndBy(EntryEnd::Enter);
         return true;
     case Qt::Key_Escape:
         EntryEscape();
         return true;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
-        LeaveByTab(key);
+        EntryTab(key);
         return true;
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
@@ -104,45 +107,64 @@ bool frmMain::EntryKey(QKeyEvent& key) {
         return true;
     default:
         EntryChanged = true;
-        CharactersTyped(key.text());
-        return false;
+        return CharacterTyped(key.text());
     }
 }
 
-void frmMain::CharactersTyped(const QString& text) {
-    keptUnchanged_ = false;
-    if (text.isEmpty()) return;
+void frmMain::KeyMeanwhile(const QKeyEvent& key) {
+    if (key.key() == Qt::Key_Escape) {
+        ShutByEscape();
+    } else if (key.key() == Qt::Key_PageUp || key.key() == Qt::Key_PageDown) {
+        ScrollPage(key.key() == Qt::Key_PageDown);
+    } else if (Types(key) || !typedAhead_.empty()) {
+        // For the cell that comes next. Enter once more is not meant for it.
+        typedAhead_.emplace_back(key.clone());
+    }
+}
+
+void frmMain::ComeIntoSight(const QString& text) {
     // Nobody types blindly: the cell comes back into sight.
-    VisibleGrid().scrollTo(VisibleGrid().currentIndex());
-    keptUnchanged_ = HasArrowCode(text.back());
-    EntryChanged = !keptUnchanged_;
+    if (!text.isEmpty()) VisibleGrid().scrollTo(VisibleGrid().currentIndex());
+}
+
+bool frmMain::CharacterTyped(const QString& text) {
+    ComeIntoSight(text);
+    if (text.isEmpty() || !HasArrowCode(text.back())) return false;
+    // Not by way of the box, for which everything typed is a change.
+    txtEntry.insert(text);
+    EntryChanged = false;
+    return true;
 }
 
 void frmMain::EntryEscape() {
-    if (EntryChanged) {
-        txtEntry.setText(SavedCellText);
-        EntryChanged = false;
-        txtEntry.selectAll();
+    if (!EntryChanged) {
+        ShutByEscape();
         return;
     }
+    txtEntry.setText(SavedCellText);
+    SetEntry(EntryState::Open);
+    EntryChanged = false;
+    txtEntry.selectAll();
+}
+
+void frmMain::ShutByEscape() {
     CloseEntryBox();
     VisibleGrid().SetCurrentCell(0, 0);
     cmdDefault.setFocus();
 }
 
-void frmMain::MoveByArrow(int rows) {
-    ArrowMove = true;
-    if (!Validate()) return;
-    QtFormatGrid& grid = VisibleGrid();
-    const int target = grid.CurrentRow() + rows;
-    if (target >= 1 && target < grid.RowCount()) grid.SetCurrentCell(target, grid.CurrentColumn());
-    OpenEntryBox();
+void frmMain::EntryTab(const QKeyEvent& key) {
+    const bool forward = key.key() == Qt::Key_Tab;
+    if (!key.modifiers().testFlag(Qt::ControlModifier)) {
+        EndBy(forward ? EntryEnd::NextCell : EntryEnd::CellBefore);
+    } else if (FinishEntry()) {
+        LeaveGrid(forward);
+    }
 }
 
-void frmMain::LeaveByTab(QKeyEvent& key) {
-    if (!FinishEntry()) return;
-    VisibleGrid().setFocus();
-    QCoreApplication::sendEvent(&VisibleGrid(), &key);
+void frmMain::LeaveGrid(bool forward) {
+    VisibleGrid().setFocus(Qt::ActiveWindowFocusReason);
+    focusNextPrevChild(forward);
 }
 
 void frmMain::ScrollPage(bool down) {
@@ -155,7 +177,7 @@ bool frmMain::EntryLosesFocus(Qt::FocusReason reason) {
     const QWidget* next = QApplication::focusWidget();
     const bool forAWhile = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
                            reason == Qt::MenuBarFocusReason || !next || next->window() != window();
-    if (forAWhile || validating_) return false;
+    if (forAWhile) return false;
     // The box that keeps the focus never lost it: it would drop its selection.
     if (!next->isAncestorOf(&txtEntry)) return !FinishEntry();
     // A click on the empty parts of a window.
@@ -174,15 +196,33 @@ bool frmMain::GridEvent(QEvent& event) {
 }
 
 bool frmMain::GridKey(QKeyEvent& key) {
-    if (EntryOpen) {
+    if (EntryOpen()) {
         // Left over by the box; it must not move the current cell from under it.
         key.ignore();
         return true;
     }
+    if (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) return GridTab(key);
     const bool opens = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_F2;
-    if (!opens && !Types(key)) return false;
+    if (!opens && !Types(key)) {
+        // The keyboard starts at the sequence in view.
+        if (VisibleGrid().CurrentRow() == 0 && Navigates(key)) SelectSequenceInView();
+        return false;
+    }
     OpenEntryBox();
-    if (EntryOpen && !opens) QCoreApplication::sendEvent(&txtEntry, &key);
+    if (EntryOpen() && !opens) QCoreApplication::sendEvent(&txtEntry, &key);
+    return true;
+}
+
+bool frmMain::GridTab(const QKeyEvent& key) {
+    const bool forward = key.key() == Qt::Key_Tab;
+    const bool cells = !key.modifiers().testFlag(Qt::ControlModifier);
+    if (cells && forward && VisibleGrid().CurrentRow() == 0) {
+        SelectSequenceInView();
+    } else if (const auto cell = CellBeside(forward ? 1 : -1); cells && cell && VisibleGrid().CurrentRow() > 0) {
+        VisibleGrid().SetCurrentCell(cell->row, cell->column);
+    } else {
+        LeaveGrid(forward);
+    }
     return true;
 }
 
@@ -204,11 +244,11 @@ bool frmMain::CellsEvent(QEvent& event) {
 
 void frmMain::CellClicked(QtFormatGrid& grid) {
     // A range has been selected to be copied, not to be edited.
-    if (!EntryOpen && &grid == &VisibleGrid() && grid.selectionModel()->selectedIndexes().size() == 1) OpenEntryBox();
+    if (!EntryOpen() && &grid == &VisibleGrid() && grid.selectionModel()->selectedIndexes().size() == 1) OpenEntryBox();
 }
 
 bool frmMain::TabsEvent(QEvent& event) {
-    if (!EntryOpen) return false;
+    if (!EntryOpen()) return false;
     switch (event.type()) {
     case QEvent::MouseButtonPress: {
         const int tab = tbsComm.tabAt(static_cast<QMouseEvent&>(event).position().toPoint());

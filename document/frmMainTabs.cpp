@@ -2,6 +2,7 @@
 #include "document/frmMain.h"
 
 #include <QApplication>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -15,12 +16,17 @@ int frmMain::FirstColumn() const { return CurrentTab == EditorTab::Descriptions 
 
 void frmMain::ChangeTab() {
     CloseEntryBox();
+    const bool hadFocus = VisibleGrid().hasFocus() || cmdDefault.hasFocus();
+    const int top = VisibleGrid().verticalScrollBar()->value();
     // Hiding a grid that has the focus would give it to whatever comes next.
-    if (VisibleGrid().hasFocus()) cmdDefault.setFocus();
+    if (hadFocus) cmdDefault.setFocus();
     CurrentTab = EditorTabs.at(static_cast<std::size_t>(tbsComm.currentIndex()));
     for (QtFormatGrid& grid : fgComm)
         grid.SetCurrentCell(0, 0);
     grids_->setCurrentWidget(&VisibleGrid());
+    VisibleGrid().verticalScrollBar()->setValue(top);
+    // Without a current cell, which comes with the first key.
+    if (hadFocus) VisibleGrid().setFocus(Qt::ActiveWindowFocusReason);
     hint_.setText(QString::fromStdString(EditorTabHint(CurrentTab)));
     StartFill();
 }
@@ -41,9 +47,24 @@ void frmMain::ShowSelectedSequence() {
 }
 
 void frmMain::RefillIfAsked() {
-    // Inside an exchange the task that reads the status may be the caller; the next tick comes soon.
-    if (!document_.ReloadDisplay || link_.Busy() || validating_) return;
+    if (!document_.ReloadDisplay) return;
+    if (!turns_.Running()) {
+        Refill();
+    } else if (refill_.Done()) {
+        // The task that runs may be the one that a refill replaces, with a box of the link's inside it.
+        refill_ = RefillInTurn();
+        refill_.Start();
+    }
+}
+
+Task frmMain::RefillInTurn() {
+    co_await turns_.Next();
+    if (document_.ReloadDisplay) Refill();
+}
+
+void frmMain::Refill() {
     document_.ReloadDisplay = false;
+    edits_.ForgetUnconfirmed();
     CloseEntryBox();
     StartFill();
 }
@@ -59,21 +80,36 @@ void frmMain::StartFill() {
 }
 
 Task frmMain::FillAndFollow() {
-    while (nextRowToFill_ < EditorRowCount) {
-        co_await turns_.Next();
-        if (nextRowToFill_ < EditorRowCount) FillRow(nextRowToFill_++);
-    }
-    while (CurrentTab == EditorTab::CommStatus) {
-        co_await RefreshStatusTab(*this, NodeNumberAddresses, StatusWordAddresses, link_, turns_);
-        tmrStatusTab.start();
-        co_await periodOver_.Raised();
+    for (;;) {
+        // What was read before the port was opened again may be another board's.
+        const int opened = link_.Opened();
+        while (nextRowToFill_ < EditorRowCount) {
+            co_await turns_.Next();
+            if (nextRowToFill_ < EditorRowCount) FillRow(nextRowToFill_++);
+        }
+        while (CurrentTab == EditorTab::CommStatus && link_.Opened() == opened) {
+            co_await RefreshStatusTab(*this, NodeNumberAddresses, StatusWordAddresses, link_, turns_);
+            tmrStatusTab.start();
+            co_await periodOver_.Raised();
+        }
+        if (CurrentTab != EditorTab::CommStatus) co_return;
+        nextRowToFill_ = 1;
     }
 }
 
 void frmMain::FillRow(int row) {
     const auto texts = EditorRowTexts(document_.CurrentConfiguration, CurrentTab, static_cast<std::size_t>(row) - 1);
     for (std::size_t column = 0; column < texts.size(); ++column)
-        VisibleGrid().SetText(row, static_cast<int>(column), QString::fromStdString(texts[column]));
+        ShowCell(row, static_cast<int>(column), texts[column]);
+}
+
+void frmMain::ShowCell(int row, int column, const std::string& text) {
+    QtFormatGrid& grid = VisibleGrid();
+    grid.SetText(row, column, QString::fromStdString(text));
+    if (CurrentTab != EditorTab::Configuration || column < 1) return;
+    const std::size_t index = ValueIndex(static_cast<std::size_t>(row) - 1, static_cast<SequenceField>(column - 1));
+    grid.SetItalic(row, column, edits_.OnItsWay(index));
+    grid.SetTextColor(row, column, edits_.Unconfirmed(index) ? QColor(Qt::red) : QColor());
 }
 
 void frmMain::FinishFill() {

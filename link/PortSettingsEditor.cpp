@@ -95,6 +95,8 @@ TaskOf<bool> PortSettingsEditor::Save(std::string text, std::string speed) {
     if (!AcceptsPort(text)) co_return false;
     const PortSettings settings{.number = WholeNumber(text).value_or(range_.minimum), .speed = speed};
     reopen_ = reopen_ || port_.IsOpen();
+    // Whatever still waits for a board on the old port is not waited for.
+    link_.GiveUp();
     co_await link_.CloseRSComm();
     try {
         WritePortSettings(PathFromUtf8(link_.CommSettingsFile()), settings);

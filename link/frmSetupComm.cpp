@@ -9,7 +9,7 @@
 #include <QShowEvent>
 #include <QVBoxLayout>
 
-#include <utility>
+#include <initializer_list>
 
 namespace vantrel {
 
@@ -30,9 +30,7 @@ template <typename Control> Control* Named(Control* control, const char* name) {
 
 } // namespace
 
-frmSetupComm::frmSetupComm(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range,
-                           DocumentDialogs& dialogs, QWidget* parent, std::string fixedDevice)
-    : QDialog(parent), decides_(link, port, folder, range, dialogs, std::move(fixedDevice)) {
+frmSetupComm::frmSetupComm(PortSettingsEditor& decides, QWidget* parent) : QDialog(parent), decides_(decides) {
     setObjectName(QStringLiteral("frmSetupComm"));
     setWindowTitle(QStringLiteral("Comm Port Settings"));
     BuildPortFrame();
@@ -173,18 +171,40 @@ void frmSetupComm::BackToPort() {
 }
 
 void frmSetupComm::Save() {
-    if (decides_.Save(PortText(), Speeds[optPortSpeed[1]->isChecked() ? 1 : 0])) {
+    if (saving_) return;
+    save_ = SaveTask();
+    save_.Start();
+}
+
+Task frmSetupComm::SaveTask() {
+    EnableControls(false);
+    const std::string speed = Speeds[optPortSpeed[1]->isChecked() ? 1 : 0];
+    bool saved = false;
+    try {
+        saved = co_await decides_.Save(PortText(), speed);
+    } catch (...) {
+        EnableControls(true);
+        throw;
+    }
+    EnableControls(true);
+    if (saved) {
         accept();
     } else {
         BackToPort();
     }
 }
 
+void frmSetupComm::EnableControls(bool enabled) {
+    saving_ = !enabled;
+    for (QWidget* one : std::initializer_list<QWidget*>{fraCommPort, fraPortSpeed, cmdSave, cmdCancel})
+        one->setEnabled(enabled);
+}
+
 void frmSetupComm::done(int result) {
+    if (saving_) return;
     deviceTimer_.stop();
     checkTimer_.stop();
     QDialog::done(result);
-    decides_.Finish();
 }
 
 std::string frmSetupComm::PortText() const { return txtCommPort->text().toStdString(); }

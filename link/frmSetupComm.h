@@ -2,7 +2,7 @@
 #pragma once
 
 #include "link/PortSettingsEditor.h"
-#include "platform/DocumentDialogs.h"
+#include "platform/Task.h"
 #include "widgets/QtUpDown.h"
 
 #include <QDialog>
@@ -19,13 +19,13 @@ namespace vantrel {
 
 class frmSetupComm final : public QDialog {
 public:
-    /// Modal; show it with exec(). An open port is closed by Save and opened again when the dialog has gone from the
-    /// screen. `fixedDevice`: see PortSettingsEditor.
-    frmSetupComm(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range, DocumentDialogs& dialogs,
-                 QWidget* parent = nullptr, std::string fixedDevice = {});
+    /// Modal; show it with exec(). `decides` must outlive it; whoever owns that finishes what Save has begun when the
+    /// dialog has gone from the screen.
+    explicit frmSetupComm(PortSettingsEditor& decides, QWidget* parent = nullptr);
 
     ~frmSetupComm() override;
 
+    /// While Save is at work, which takes a second at the most, the dialog stays.
     void done(int result) override;
 
     // Controls, by their names.
@@ -53,11 +53,15 @@ private:
     void CheckPort();
     void BackToPort();
     void Save();
+    Task SaveTask();
+    void EnableControls(bool enabled);
     [[nodiscard]] std::string PortText() const;
 
-    PortSettingsEditor decides_;
+    PortSettingsEditor& decides_;
     QTimer deviceTimer_; ///< Until the device of a changed number is looked at.
     QTimer checkTimer_; ///< Until the number that the focus has left is checked.
+    bool saving_ = false;
+    Task save_;
 };
 
 } // namespace vantrel

@@ -161,4 +161,8 @@ PortWait AsioSerialPort::WaitForByte(MonotonicTime deadline) {
     return PortWait::ByteReceived;
 }
 
+int AsioSerialPort::WatchedDescriptor() const {
+    return line_ ? serial::WatchedDescriptor(line_->device.native_handle()) : -1;
+}
+
 } // namespace vantrel

@@ -30,6 +30,7 @@ public:
     [[nodiscard]] std::uint8_t ReadByte() override;
     void ClearReceived() override;
     [[nodiscard]] PortWait WaitForByte(MonotonicTime deadline) override;
+    [[nodiscard]] int WatchedDescriptor() const override;
 
     /// The device that Open() opens, or has opened.
     [[nodiscard]] std::string Device() const;

@@ -4,9 +4,13 @@
 #include "text/PathText.h"
 
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
+#include <QElapsedTimer>
+#include <QEvent>
 #include <QFileDialog>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -14,6 +18,9 @@
 #include <QString>
 #include <QStringList>
 #include <QVBoxLayout>
+#include <QWindow>
+
+#include <optional>
 
 namespace vantrel {
 
@@ -97,6 +104,49 @@ void GiveAccessKeys(const QList<QAbstractButton*>& buttons) {
     }
 }
 
+/// Keeps keys and clicks that were meant for something else from a box that comes up under the user's hands. A key that
+/// is held down never counts.
+class QuietAtFirst final : public QObject {
+public:
+    QuietAtFirst(QWidget& box, std::chrono::milliseconds quiet) : box_(box), quiet_(quiet) {
+        QCoreApplication::instance()->installEventFilter(this);
+        since_.start();
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        switch (event->type()) {
+        case QEvent::Show:
+            if (watched == &box_) since_.start();
+            return false;
+        case QEvent::KeyPress:
+        case QEvent::ShortcutOverride:
+            return OfBox(watched) && (static_cast<QKeyEvent*>(event)->isAutoRepeat() || TooEarly());
+        case QEvent::Shortcut:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            return TooEarly() && OfBox(watched);
+        case QEvent::Close:
+            if (!TooEarly() || !OfBox(watched)) return false;
+            event->ignore();
+            return true;
+        default:
+            return false;
+        }
+    }
+
+private:
+    [[nodiscard]] bool TooEarly() const { return since_.elapsed() < quiet_.count(); }
+    [[nodiscard]] bool OfBox(const QObject* watched) const {
+        const auto* widget = qobject_cast<const QWidget*>(watched);
+        const QObject* window = box_.windowHandle();
+        return widget ? widget->window() == &box_ : watched == window;
+    }
+
+    QWidget& box_;
+    std::chrono::milliseconds quiet_;
+    QElapsedTimer since_;
+};
+
 } // namespace
 
 /// Counts a box as open for as long as it lives.
@@ -114,6 +164,7 @@ private:
 };
 
 MessageAnswer QtDialogs::Show(const MessageBox& box) {
+    if (silent_) return AnswerOf(QMessageBox::NoButton, box.buttons);
     const Up up(*this);
     QMessageBox window(IconOf(box.icon), Text(box.title), Text(box.text), ButtonsOf(box.buttons), owner_);
     // A "<" in a file's name is a "<".
@@ -122,11 +173,14 @@ MessageAnswer QtDialogs::Show(const MessageBox& box) {
     GiveAccessKeys(window.buttons());
     // The first one, whatever the desktop's habits: what Enter does must not depend on where the program runs.
     window.setDefaultButton(DefaultOf(box.buttons));
+    std::optional<QuietAtFirst> quiet;
+    if (box.unasked && quietTime_.count() > 0) quiet.emplace(window, quietTime_);
     return AnswerOf(window.exec(), box.buttons);
 }
 
 std::optional<std::string> QtDialogs::AskText(const std::string& title, const std::string& prompt,
                                               const std::string& initial) {
+    if (silent_) return std::nullopt;
     const Up up(*this);
     QDialog window(owner_);
     window.setWindowTitle(Text(title));
@@ -157,6 +211,7 @@ std::optional<FileChoice> QtDialogs::OpenFile(const FileQuestion& question) { re
 std::optional<FileChoice> QtDialogs::SaveFile(const FileQuestion& question) { return AskFile(question, true); }
 
 std::optional<FileChoice> QtDialogs::AskFile(const FileQuestion& question, bool saving) {
+    if (silent_) return std::nullopt;
     const Up up(*this);
     QFileDialog window(owner_, saving ? QObject::tr("Save As") : QObject::tr("Open"));
     if (!question.title.empty()) window.setWindowTitle(Text(question.title));

@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <utility>
@@ -24,6 +25,10 @@ public:
     [[nodiscard]] const std::filesystem::path& LastFolder() const { return lastFolder_; }
     /// A box of the program is on the screen.
     [[nodiscard]] bool BoxUp() const { return open_ > 0; }
+    /// How long a box that nobody has asked for takes no key and no click, in real time.
+    void SetQuietTime(std::chrono::milliseconds quiet) { quietTime_ = quiet; }
+    /// From now on nothing is shown: every question is answered as if it had been closed. For the end of the program.
+    void Silence() { silent_ = true; }
 
     MessageAnswer Show(const MessageBox& box) override;
     std::optional<std::string> AskText(const std::string& title, const std::string& prompt,
@@ -38,6 +43,8 @@ private:
     QWidget* owner_ = nullptr;
     std::function<void()> onClosed_;
     std::filesystem::path lastFolder_;
+    std::chrono::milliseconds quietTime_{300};
+    bool silent_ = false;
     int open_ = 0;
 };
 

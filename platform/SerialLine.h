@@ -22,6 +22,8 @@ void GiveBack(NativeHandle handle);
 void AskForLowLatency(NativeHandle handle);
 /// Throws away what the host has received but not handed over.
 void DiscardReceived(NativeHandle handle);
+/// What an event loop can watch for received bytes; -1 where the host has no such thing.
+[[nodiscard]] int WatchedDescriptor(NativeHandle handle);
 /// Why a device cannot be opened, as an error whose description tells the user what to do.
 [[nodiscard]] RuntimeError OpenFailure(const std::string& device, const std::error_code& why);
 

@@ -55,6 +55,8 @@ void AskForLowLatency(NativeHandle handle) {
 
 void DiscardReceived(NativeHandle handle) { tcflush(handle, TCIFLUSH); }
 
+int WatchedDescriptor(NativeHandle handle) { return handle; }
+
 RuntimeError OpenFailure(const std::string& device, const std::error_code& why) {
     if (why == std::errc::no_such_file_or_directory) {
         // A link that leads nowhere is there itself: the adapter that it stands for is not.

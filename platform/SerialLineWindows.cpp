@@ -21,6 +21,8 @@ void AskForLowLatency(NativeHandle handle) {
 
 void DiscardReceived(NativeHandle handle) { PurgeComm(handle, PURGE_RXCLEAR); }
 
+int WatchedDescriptor(NativeHandle /*handle*/) { return -1; }
+
 RuntimeError OpenFailure(const std::string& device, const std::error_code& why) {
     switch (why.value()) {
     case ERROR_FILE_NOT_FOUND:

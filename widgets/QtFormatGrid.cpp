@@ -87,12 +87,20 @@ public:
         At(row, column).color = color;
         Changed(row, column);
     }
+    void SetItalic(int row, int column, bool italic) {
+        if (At(row, column).italic == italic) return;
+        At(row, column).italic = italic;
+        Changed(row, column);
+    }
     [[nodiscard]] QVariant Role(int row, int column, int role) const {
         const Cell& cell = At(row, column);
         if (role == Qt::DisplayRole) return cell.text;
         if (role == Qt::TextAlignmentRole) return columns_.at(static_cast<std::size_t>(column)).alignment.toInt();
         if (role == Qt::ForegroundRole && cell.color.isValid()) return cell.color;
-        return {};
+        if (role != Qt::FontRole || !cell.italic) return {};
+        QFont slanted;
+        slanted.setItalic(true);
+        return slanted;
     }
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {
@@ -112,6 +120,7 @@ private:
     struct Cell {
         QString text;
         QColor color;
+        bool italic = false;
     };
 
     [[nodiscard]] const Cell& At(int row, int column) const {
@@ -222,6 +231,8 @@ void QtFormatGrid::SetTextColor(int row, int column, const QColor& color) {
     cells_->SetColor(row, column, color);
     if (row == 0 && column == 0 && corner_) corner_->update();
 }
+
+void QtFormatGrid::SetItalic(int row, int column, bool italic) { cells_->SetItalic(row, column, italic); }
 
 void QtFormatGrid::SetCurrentCell(int row, int column) {
     const QModelIndex cell = cells_->index(row - 1, column - 1);

@@ -52,6 +52,7 @@ public:
     [[nodiscard]] Qt::Alignment Alignment(int column) const;
     /// An invalid colour gives the cell back to the theme.
     void SetTextColor(int row, int column, const QColor& color);
+    void SetItalic(int row, int column, bool italic);
 
     /// 0 while no cell is the current one.
     [[nodiscard]] int CurrentRow() const { return currentIndex().row() + 1; }

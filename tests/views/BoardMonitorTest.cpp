@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace vantrel {
@@ -15,8 +16,8 @@ namespace {
 class BoardMonitorTest : public BoardLink<>, public BoardDisplay, private TrafficLog {
 protected:
     BoardMonitorTest() {
-        link.OpenRSComm(port);
-        static_cast<void>(link.RSRead("B0")); // the link is in the read mode from now on
+        Open();
+        (void)turns.RunToEnd(link.RSRead("B0")); // the link is in the read mode from now on
         link.SetTrafficLog(this);
         WriteText(folder / "faults.txt", "0A,Early\n45,User\n0a,\"Watchdog, late\"\n42,Dead\n");
         WriteText(folder / "errors.txt", "05,No answer\n");
@@ -31,7 +32,14 @@ protected:
         return reads;
     }
     std::vector<int> FirstPass() { return Run(monitor.ShowBoardOnline()); }
-    void DieAfter(std::size_t bytes) { board.AddFault({.kind = FaultKind::NoAnswer, .afterBytes = received_ + bytes}); }
+    void DieAfter(std::size_t bytes) {
+        board.AddFault({.kind = FaultKind::NoAnswer, .afterBytes = board.ReceivedBytes() + bytes});
+    }
+    /// Faults that strike one after another.
+    void Spoil(FaultKind kind, int times, std::size_t afterBytes = 0) {
+        for (; times > 0; --times)
+            board.AddFault({.kind = kind, .firstTimeOnly = true, .afterBytes = board.ReceivedBytes() + afterBytes});
+    }
 
     [[nodiscard]] bool Active() const override { return active; }
     [[nodiscard]] bool SetupWanted(std::size_t field) const override { return field != edited; }
@@ -43,7 +51,6 @@ protected:
     void ShowRevision(std::size_t label, const std::string& text) override { revision[label] = text; }
     void ShowGoOnline(bool visible) override { goOnline = visible; }
 
-    TurnQueue turns;
     AlarmFlags alarms{true, true, true};
     BoardMonitor monitor{link, turns, clock, dialogs, alarms, {folder / "faults.txt", folder / "errors.txt"}, *this};
     bool active = true;
@@ -56,12 +63,10 @@ protected:
 private:
     void Exchanged(MonotonicTime, std::uint8_t sent, std::optional<std::uint8_t>) override {
         sent_.push_back(sent);
-        ++received_;
         if (onByte) onByte();
     }
     void Surplus(MonotonicTime, std::uint8_t) override {}
     std::vector<int> sent_;
-    std::size_t received_ = 5; // of the constructor
 };
 
 TEST_F(BoardMonitorTest, TheFirstPassShowsCodesDescriptionsAndRevision) {
@@ -97,7 +102,7 @@ TEST_F(BoardMonitorTest, ALinkThatFailsInThePassMakesEveryCode42) {
     for (const std::size_t bytes : {0U, 3U, 20U}) {
         SCOPED_TRACE(bytes);
         board.ClearFaults();
-        link.OpenRSComm(port);
+        Open();
         captions.clear();
         DieAfter(bytes);
         static_cast<void>(FirstPass());
@@ -110,14 +115,130 @@ TEST_F(BoardMonitorTest, ALinkThatFailsInThePassMakesEveryCode42) {
     }
 }
 
-TEST_F(BoardMonitorTest, AFileThatCannotBeReadIsReportedAndTheOfflineTextGoes) {
+TEST_F(BoardMonitorTest, AFileThatIsMissingOrCannotBeReadSaysSoInItsOwnBoxes) {
     monitor.ShowBoardOffline();
     EXPECT_EQ(descriptions[BoardCode::LastCommError], "Cannot Communicate with Target Board.");
+    board.Poke(CurrentFaultByte, 0x45);
     std::filesystem::remove(folder / "errors.txt");
     std::filesystem::create_directory(folder / "errors.txt");
     static_cast<void>(FirstPass());
-    EXPECT_EQ(descriptions[BoardCode::LastCommError], "");
-    EXPECT_EQ(dialogs.shown.at(0).title, "TargetBoard FirstPass");
+    EXPECT_EQ(descriptions[BoardCode::LastCommError], "errors.txt could not be read.");
+    EXPECT_EQ(descriptions[BoardCode::CurrentFault], "User");
+    ASSERT_EQ(dialogs.shown.size(), 1U);
+    EXPECT_EQ(dialogs.shown[0].title, "TargetBoard FirstPass");
+    std::filesystem::remove_all(folder / "errors.txt");
+    WriteText(folder / "errors.txt", "00,Fine\n");
+    std::filesystem::remove(folder / "faults.txt");
+    board.Poke(CurrentFaultByte, 0x5C);
+    Run(monitor.RefreshCodes());
+    EXPECT_EQ(descriptions[BoardCode::CurrentFault], "faults.txt was not found.") << "and not the code before";
+    EXPECT_EQ(descriptions[BoardCode::LastFault], "faults.txt was not found.");
+    EXPECT_EQ(descriptions[BoardCode::LastCommError], "Fine");
+    EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+TEST_F(BoardMonitorTest, TheCodesFollowTheBoardAndWhatHasNotChangedIsLeftAlone) {
+    static_cast<void>(FirstPass());
+    EXPECT_EQ(resetEnabled, false);
+    const auto forget = [&] {
+        captions.clear();
+        descriptions.clear();
+        resetEnabled.reset();
+    };
+    forget();
+    EXPECT_EQ(Run(monitor.RefreshCodes()), (std::vector<int>{8176, 8177, 8175, 8177, 8179, 8178}));
+    EXPECT_TRUE(captions.empty() && descriptions.empty() && !resetEnabled);
+    board.Poke(LastFaultByte, 0x45);
+    Run(monitor.RefreshCodes());
+    EXPECT_EQ(captions[BoardCode::LastFault] + descriptions[BoardCode::LastFault], "Last Fault: Code = 45HUser");
+    EXPECT_TRUE(descriptions[BoardCode::Advice].starts_with("User program"));
+    EXPECT_EQ(resetEnabled, true);
+    EXPECT_EQ(alarms, AlarmFlags{}) << "a last fault is none";
+    board.Poke(CurrentFaultByte, 0x0A);
+    Run(monitor.RefreshCodes());
+    board.Poke(CurrentFaultByte, 0x45);
+    Run(monitor.RefreshCodes());
+    EXPECT_EQ(descriptions[BoardCode::CurrentFault], "User");
+    EXPECT_EQ(alarms, (AlarmFlags{true, false, false}));
+}
+
+TEST_F(BoardMonitorTest, ASpoiledCodeIsReadAgainAndOneThatStaysSoIsTwoDashes) {
+    monitor.SetBoardType('2');
+    // Each byte of the pass over the codes, doubled: its successor would pass for a code.
+    for (std::size_t byte = 0; byte < 14; ++byte) {
+        SCOPED_TRACE(byte);
+        Spoil(FaultKind::DoubledByte, 1, byte);
+        static_cast<void>(FirstPass());
+        EXPECT_EQ(captions[BoardCode::CurrentFault], "Current Fault: Code = 00H");
+        EXPECT_EQ(captions[BoardCode::CoCpuSlot], "CO-CPU Slot: 0");
+        EXPECT_EQ(alarms, AlarmFlags{});
+        EXPECT_TRUE(monitor.Reliable());
+        board.ClearFaults();
+    }
+    alarms = {true, false, true};
+    Spoil(FaultKind::WrongEcho, 2);
+    Run(monitor.RefreshCodes());
+    EXPECT_EQ(captions[BoardCode::CurrentFault] + descriptions[BoardCode::CurrentFault], "Current Fault: Code = --H");
+    EXPECT_EQ(captions[BoardCode::LastFault], "Last Fault: Code = 00H");
+    EXPECT_EQ(alarms, (AlarmFlags{true, false, false})) << "what was not told says nothing";
+    EXPECT_FALSE(monitor.Reliable());
+    Spoil(FaultKind::WrongEcho, 8);
+    Run(monitor.RefreshCodes());
+    EXPECT_EQ(captions[BoardCode::CoCpuSlot] + descriptions[BoardCode::Advice], "CO-CPU Slot: --");
+}
+
+TEST_F(BoardMonitorTest, ARevisionThatWasDoubtfulIsADashUntilItIsReadAgain) {
+    const std::map<std::size_t, std::string> whole{{0, "K5216505"}, {1, "1"}, {2, "4"}};
+    struct Case {
+        std::size_t value; ///< Its place in the pass.
+        int times;
+        std::set<std::size_t> dashes;
+    };
+    // A wrong echo makes the value before it doubtful as well, but for the first of a pass.
+    for (const Case& one : {Case{6, 2, {0}}, Case{15, 2, {2}}, Case{15, 3, {1, 2}}}) {
+        Spoil(FaultKind::WrongEcho, one.times, 2 * one.value);
+        static_cast<void>(FirstPass());
+        auto expected = whole;
+        for (const std::size_t label : one.dashes)
+            expected[label] = "-";
+        EXPECT_EQ(revision, expected);
+        EXPECT_FALSE(monitor.RevisionKnown());
+        EXPECT_EQ(captions[BoardCode::LastFault], "Last Fault: Code = 00H");
+        Run(monitor.RefreshCodes());
+        EXPECT_TRUE(monitor.RevisionKnown());
+        EXPECT_EQ(revision, whole);
+        EXPECT_EQ(Run(monitor.RefreshCodes()).size(), BoardCodeCount);
+    }
+}
+
+TEST_F(BoardMonitorTest, AfterAReconnectionEverythingIsReadAnew) {
+    board.Poke(CurrentFaultByte, 0x0A);
+    board.Poke(NetworkAddressByte, 7);
+    int bytes = 0;
+    const auto changeBoardsAt = [&](int at) {
+        bytes = 0;
+        dialogs.answers = {MessageAnswer::Retry};
+        onByte = [&, at] {
+            if (++bytes != at) return;
+            board.Poke(CurrentFaultByte, 0x45);
+            port.CutLine();
+            port.MendLine();
+        };
+    };
+    changeBoardsAt(8);
+    static_cast<void>(FirstPass());
+    EXPECT_EQ(captions[BoardCode::CurrentFault] + descriptions[BoardCode::CurrentFault],
+              "Current Fault: Code = 45HUser");
+    EXPECT_FALSE(monitor.Outdated());
+    changeBoardsAt(8);
+    setup.clear();
+    Run(monitor.RefreshSetupFields());
+    EXPECT_TRUE(monitor.Outdated());
+    EXPECT_LT(setup.size(), SetupFieldCount) << "the pass has ended";
+    active = false;
+    static_cast<void>(FirstPass());
+    EXPECT_EQ(captions[BoardCode::CurrentFault] + descriptions[BoardCode::CurrentFault] + setup[0],
+              "Current Fault: Code = --H-");
 }
 
 TEST_F(BoardMonitorTest, TheFieldsAreReadInOrderAndAnEditedOneIsLeftAlone) {
@@ -129,22 +250,56 @@ TEST_F(BoardMonitorTest, TheFieldsAreReadInOrderAndAnEditedOneIsLeftAlone) {
     EXPECT_EQ(setup.size(), 7U);
     setup.clear();
     onByte = [&] { active = setup.size() < 2; };
-    EXPECT_EQ(Run(monitor.RefreshSetupFields()).size(), 4U) << "closed while the fourth value was on its way";
+    EXPECT_EQ(Run(monitor.RefreshSetupFields()).size(), 5U) << "closed while the fifth value was on its way";
 }
 
 TEST_F(BoardMonitorTest, EachValueOfTheClockIsThatOfItsOwnWrite) {
     clock.Advance(std::chrono::seconds(54 * 60 + 52)); // 09:59:59
     onByte = [&] { clock.Advance(std::chrono::milliseconds(250)); };
-    EXPECT_EQ(monitor.SetToCurrTime(), WriteOutcome::Written);
+    EXPECT_EQ(turns.RunToEnd(monitor.SetToCurrTime()), WriteOutcome::Written);
     EXPECT_EQ(board.Peek(ClockHourByte, clock.Now()), 9);
     EXPECT_EQ(board.Peek(ClockMinuteByte, clock.Now()), 0);
+}
+
+TEST_F(BoardMonitorTest, AWriteIsDoneWhenTheBoardHoldsIt) {
+    struct Case {
+        std::size_t field;
+        const char* value;
+        WriteOutcome outcome;
+        const char* shown;
+        std::optional<FaultKind> fault{};
+    };
+    BoardHabits habits;
+    habits.refused = {{SerialSetupByte, SerialSetupByte}, {ClockYearByte, ClockYearByte}};
+    board.SetHabits(habits);
+    board.Poke(SerialSetupByte, 200);
+    for (const Case& one : {Case{NetworkAddressField, "9", WriteOutcome::Written, "9"},
+                            Case{NetworkAddressField, "10", WriteOutcome::Written, "10", FaultKind::WrongEcho},
+                            Case{SerialSetupField, "5", WriteOutcome::NotConfirmed, "200"}}) {
+        if (one.fault) Spoil(*one.fault, 1);
+        EXPECT_EQ(turns.RunToEnd(monitor.WriteSetup(one.field, one.value)), one.outcome) << one.value;
+        EXPECT_EQ(setup[one.field], one.shown);
+    }
+    board.ClearFaults();
+    Spoil(FaultKind::WrongEcho, 2);
+    EXPECT_EQ(turns.RunToEnd(monitor.WriteSetup(0, "11")), WriteOutcome::NotConfirmed);
+    EXPECT_EQ(setup[0], "10");
+    // The board's clock goes on between a write and its look.
+    onByte = [&] { clock.Advance(std::chrono::milliseconds(15)); };
+    for (int i = 0; i < 8; ++i)
+        EXPECT_EQ(turns.RunToEnd(monitor.WriteSetup(FirstClockField + 2, "59")), WriteOutcome::Written);
+    EXPECT_EQ(turns.RunToEnd(monitor.SetToCurrTime()), WriteOutcome::Written);
+    EXPECT_EQ(turns.RunToEnd(monitor.SetToCurrDate()), WriteOutcome::NotConfirmed) << "the year is not stored";
+    EXPECT_EQ(setup[5] + setup[6], "314");
+    DieAfter(4);
+    EXPECT_EQ(turns.RunToEnd(monitor.WriteSetup(0, "12")), WriteOutcome::LinkFailed);
 }
 
 TEST_F(BoardMonitorTest, AResetEndsWithTheLink) {
     for (const int byte : FaultAddresses)
         board.Poke(static_cast<std::uint16_t>(byte), 5);
     DieAfter(2 + 2 * 3); // mode, two values
-    EXPECT_EQ(monitor.ResetFaultCodes(), WriteOutcome::LinkFailed);
+    EXPECT_EQ(turns.RunToEnd(monitor.ResetFaultCodes()), WriteOutcome::LinkFailed);
     EXPECT_EQ(board.Peek(LastCommErrorByte) + board.Peek(CurrentCommErrorByte), 0);
     EXPECT_EQ(board.Peek(CurrentFaultByte), 5);
 }
@@ -159,6 +314,23 @@ TEST(BoardTexts, AdviceAndEntriesFollowTheirTables) {
         EXPECT_FALSE(SetupEntry(i, std::to_string(SetupFields[i].lowest - 1)));
         EXPECT_FALSE(SetupEntry(i, "1.5"));
     }
+}
+
+TEST(BoardTexts, ABoxOfTwoDigitsHasTheWholeValueBesideItWhereItNeedsOne) {
+    struct Case {
+        std::size_t field;
+        const char *value, *box, *mark;
+    };
+    for (const Case& one :
+         {Case{0, "7", "07", ""}, Case{0, "55", "55", "! 55 is not possible"},
+          Case{0, "255", "55", "! 255 is not possible"}, Case{1, "200", "00", "= 200"},
+          Case{2, "25", "25", "! 25 is not possible"}, Case{5, "0", "00", "! 0 is not possible"},
+          Case{7, "200", "00", "! 200 is not possible"}, Case{5, "12", "12", ""}, Case{4, "-", "-", ""}}) {
+        EXPECT_EQ(SetupBoxText(one.value), one.box);
+        EXPECT_EQ(SetupMark(one.field, one.value), one.mark) << one.field;
+    }
+    EXPECT_EQ(SetupNotConfirmed(0, "7", "1").text,
+              "The board did not confirm the value 7 (Network Address).\nIt holds 1 now.");
 }
 
 TEST(UserProgram, IsFoundBesideTheSetUpFileAndReadWithItsRevision) {

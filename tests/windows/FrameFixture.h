@@ -100,6 +100,7 @@ protected:
         user.whileShown = nullptr;
         frame = std::make_unique<frmMDIMain>(ProgramFolder(folder.Path(), folder / "user"), clock, port);
         frame->Link().SetTrafficLog(this);
+        frame->Boxes().SetQuietTime(std::chrono::milliseconds(0));
         frame->show();
         Forget();
     }
@@ -122,18 +123,29 @@ protected:
         QTest::keyClick(frame->windowHandle(), menu, Qt::AltModifier);
         ASSERT_TRUE(QApplication::activePopupWidget()) << "no menu opens";
         QTest::keyClick(frame->windowHandle(), entry);
-        QCoreApplication::processEvents();
+        Settle();
     }
     void Ctrl(Qt::Key key) {
         Activate();
         QTest::keyClick(frame->windowHandle(), key, Qt::ControlModifier);
+        Settle();
+    }
+    /// Until nobody waits for the board or for a turn.
+    void Settle() {
+        for (int round = 0; round < 3 || frame->Link().Busy() || frame->Turns().Waiting() > 0; ++round) {
+            ASSERT_LT(round, 100'000) << "comes to no end";
+            QCoreApplication::processEvents();
+        }
     }
     /// As a window manager does when a dialog has gone.
     void Activate() {
         frame->activateWindow();
         QCoreApplication::processEvents();
     }
-    void ClickButton(QAction* entry) { QTest::mouseClick(frame->Toolbar1->widgetForAction(entry), Qt::LeftButton); }
+    void ClickButton(QAction* entry) {
+        QTest::mouseClick(frame->Toolbar1->widgetForAction(entry), Qt::LeftButton);
+        Settle();
+    }
     void ClickPanel(std::size_t index) { QTest::mouseClick(frame->sbrMainPanels.at(index), Qt::LeftButton); }
     void GoOnline() {
         Menu(Qt::Key_V, Qt::Key_N);
@@ -156,6 +168,7 @@ protected:
     }
     void Tick() {
         QMetaObject::invokeMethod(&frame->tmrBackgroungUpdate, "timeout");
+        QCoreApplication::processEvents();
         QCoreApplication::processEvents();
     }
 

@@ -5,11 +5,17 @@
 #include "platform/QtDialogs.h"
 #include "platform/QtTurnQueue.h"
 #include "platform/RuntimeError.h"
-#include "tests/support/BoardLink.h"
+#include "simulator/SimulatedPort.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/VirtualClock.h"
 #include "tests/windows/BoxAnswerer.h"
+
+#include <gtest/gtest.h>
 
 namespace vantrel {
 namespace {
+
+using namespace std::chrono_literals;
 
 class Traffic final : public TrafficLog {
 public:
@@ -22,15 +28,38 @@ public:
     std::function<void()> onByte;
 };
 
-class ProcessingTest : public BoardLink<QtDialogs> {
+/// Does something from the event loop, once, as soon as the board has been silent for a while.
+class WhenSilent {
+public:
+    WhenSilent(const RSComm& link, const Clock& clock, std::function<void()> act) : act_(std::move(act)) {
+        timer_.callOnTimeout([this, &link, &clock] {
+            const auto since = link.AwaitingSince();
+            if (since && clock.Now() > *since + 300ms && act_) std::exchange(act_, nullptr)();
+        });
+        timer_.start(0);
+    }
+    [[nodiscard]] bool Happened() const { return !act_; }
+
+private:
+    std::function<void()> act_;
+    QTimer timer_;
+};
+
+class ProcessingTest : public testing::Test {
 protected:
-    ProcessingTest() : BoardLink(LinePacing::LineSpeed) {
+    ProcessingTest() {
         for (std::size_t i = 0; i < ValueCount; ++i)
             record.SetValue(i, static_cast<std::int32_t>(1000 + i));
-        link.OpenRSComm(port);
-        link.SetTrafficLog(&traffic);
+        dialogs.SetQuietTime(0ms);
         dialogs.SetOnClosed([this] { turns.Poke(); });
+        Open();
+        link.SetTrafficLog(&traffic);
     }
+    void Open() {
+        beforeTurn = nullptr;
+        turns.RunToEnd(link.OpenRSComm(port));
+    }
+    void FallSilent() { board.AddFault({.kind = FaultKind::NoAnswer}); }
     /// The values from index 0 on that have reached the board.
     [[nodiscard]] std::size_t OnBoard() const {
         std::size_t count = 0;
@@ -42,29 +71,38 @@ protected:
     }
     [[nodiscard]] int Flag() const { return board.Peek(105, clock.Now()); }
 
+    TemporaryFolder folder;
+    VirtualClock clock;
+    QtDialogs dialogs;
+    SimulatedBoard board;
+    SimulatedPort port{board, clock, LinePacing::LineSpeed};
     BoxAnswerer user;
     Traffic traffic;
     std::function<void()> beforeTurn;
     int errors = 0;
-    QtTurnQueue turns{[this] {
+    QtTurnQueue turns{clock,
+                      [this] {
                           if (beforeTurn) beforeTurn();
-                          return !link.Busy() && !dialogs.BoxUp();
+                          return !dialogs.BoxUp();
                       },
                       [this] { ++errors; }};
+    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs, turns};
     Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
     frmProcessing window{TransferMode::DownloadData, record, link, dialogs, turns, nullptr};
 };
 
 TEST_F(ProcessingTest, RunsOnceShownToTheEndAndCloses) {
     bool beforeShown = false;
+    int flagInBetween = 0;
     beforeTurn = [&] {
         beforeShown = beforeShown || !window.isVisible();
-        EXPECT_EQ(Flag(), 1);
+        flagInBetween = window.prgProcessing->value() == 100 ? Flag() : flagInBetween;
     };
     const frmProcessing::Result result = window.RunModal();
     EXPECT_TRUE(result.complete && !result.cancelled && !result.failed);
-    EXPECT_TRUE(result.unconfirmed.empty());
+    EXPECT_TRUE(result.unconfirmed.empty() && result.repeated.empty() && !result.flagLeft && !result.reconnected);
     EXPECT_FALSE(beforeShown);
+    EXPECT_EQ(flagInBetween, 1);
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(window.lblProcessing->text().toStdString(), "Downloading Data, Please Standby...");
     EXPECT_EQ(window.prgProcessing->maximum(), 218);
@@ -81,14 +119,14 @@ TEST_F(ProcessingTest, CancelEscapeAndTheCloseButtonStopBeforeTheNextValue) {
                           Way([](frmProcessing& to) { QTest::keyClick(&to, Qt::Key_Escape); }),
                           Way([](frmProcessing& to) { to.close(); })}) {
         board = SimulatedBoard();
-        link.OpenRSComm(port);
+        Open();
         frmProcessing cancelled(TransferMode::DownloadData, record, link, dialogs, turns, nullptr);
         bool stayed = false;
         beforeTurn = [&] {
             if (cancelled.prgProcessing->value() != 100) return;
             way(cancelled);
             way(cancelled);
-            stayed = cancelled.isVisible() && !cancelled.cmdCancel->isEnabled();
+            stayed = cancelled.isVisible() && cancelled.cmdCancel->isEnabled();
         };
         const frmProcessing::Result result = cancelled.RunModal();
         EXPECT_TRUE(result.cancelled && !result.complete && !result.failed);
@@ -123,7 +161,7 @@ TEST_F(ProcessingTest, ACutLineEndsInOneWarningAndOneMessageAndTheWindowCloses) 
     for (const int cutAt : {0, 57}) {
         SCOPED_TRACE(cutAt);
         port.MendLine();
-        link.OpenRSComm(port);
+        Open();
         user.shown.clear();
         frmProcessing cut(TransferMode::DownloadData, record, link, dialogs, turns, nullptr);
         if (cutAt == 0) port.CutLine();
@@ -131,10 +169,7 @@ TEST_F(ProcessingTest, ACutLineEndsInOneWarningAndOneMessageAndTheWindowCloses) 
             if (cut.prgProcessing->value() == cutAt) port.CutLine();
         };
         bool alive = true;
-        user.whileShown = [&] {
-            cut.close();
-            alive = alive && (cut.isVisible() || cutAt == 0);
-        };
+        user.whileShown = [&] { alive = alive && cut.isVisible(); };
         const frmProcessing::Result result = cut.RunModal();
         EXPECT_TRUE(result.failed && !result.complete && !result.cancelled);
         EXPECT_TRUE(alive);
@@ -144,7 +179,49 @@ TEST_F(ProcessingTest, ACutLineEndsInOneWarningAndOneMessageAndTheWindowCloses) 
     }
 }
 
-TEST_F(ProcessingTest, ACancelWhileTheLinkAsksTakesEffectAfterTheExchange) {
+TEST_F(ProcessingTest, ACancelGivesUpASilentBoardAtOnceAndWithoutABox) {
+    for (const TransferMode mode : {TransferMode::DownloadData, TransferMode::UploadData}) {
+        for (const int silentAt : {0, 57}) {
+            SCOPED_TRACE(testing::Message() << static_cast<int>(mode) << " at " << silentAt);
+            board = SimulatedBoard();
+            Open();
+            frmProcessing silent(mode, record, link, dialogs, turns, nullptr);
+            beforeTurn = [&] {
+                if (silent.prgProcessing->value() != silentAt) return;
+                FallSilent();
+                beforeTurn = nullptr;
+            };
+            MonotonicTime cancelled{};
+            const WhenSilent cancel(link, clock, [&] {
+                cancelled = clock.Now();
+                QTest::mouseClick(silent.cmdCancel, Qt::LeftButton);
+            });
+            const frmProcessing::Result result = silent.RunModal();
+            EXPECT_LE(clock.Now() - cancelled, 100ms);
+            EXPECT_TRUE(cancel.Happened() && result.cancelled && !result.complete && !result.failed);
+            EXPECT_EQ(result.flagLeft, mode == TransferMode::DownloadData);
+            EXPECT_TRUE(link.LinkFailed());
+            EXPECT_TRUE(user.shown.empty());
+        }
+    }
+}
+
+TEST_F(ProcessingTest, ABoardThatFallsSilentAfterTheCancelIsGivenUpByAnotherOne) {
+    beforeTurn = [&] {
+        if (window.prgProcessing->value() != 100) return;
+        window.close();
+        // What is left to do is to lower the flag.
+        FallSilent();
+        beforeTurn = nullptr;
+    };
+    const WhenSilent again(link, clock, [&] { QTest::keyClick(&window, Qt::Key_Escape); });
+    const frmProcessing::Result result = window.RunModal();
+    EXPECT_TRUE(again.Happened() && result.cancelled && result.flagLeft);
+    EXPECT_EQ(OnBoard(), 100U);
+    EXPECT_TRUE(user.shown.empty());
+}
+
+TEST_F(ProcessingTest, ACancelWhileTheLinkAsksEndsTheTransferWhateverIsAnswered) {
     beforeTurn = [&] {
         if (window.prgProcessing->value() == 57) port.CutLine();
     };
@@ -156,9 +233,21 @@ TEST_F(ProcessingTest, ACancelWhileTheLinkAsksTakesEffectAfterTheExchange) {
         EXPECT_TRUE(link.Busy() && window.isVisible());
     };
     EXPECT_TRUE(window.RunModal().cancelled);
-    EXPECT_EQ(user.shown.size(), 1U);
-    EXPECT_EQ(window.prgProcessing->value(), 58);
-    EXPECT_EQ(Flag(), 0);
+    EXPECT_EQ(user.shown, (std::vector<std::string>{CableWarning}));
+    EXPECT_EQ(window.prgProcessing->value(), 57);
+}
+
+TEST_F(ProcessingTest, AWriteThatWasSentTwiceIsNamedAlthoughItWasConfirmed) {
+    traffic.onByte = [&] {
+        if (window.prgProcessing->value() != 57) return;
+        board.AddFault({.kind = FaultKind::LostByte, .firstTimeOnly = true});
+        traffic.onByte = nullptr;
+    };
+    const frmProcessing::Result result = window.RunModal();
+    EXPECT_TRUE(result.complete && result.unconfirmed.empty());
+    ASSERT_EQ(result.repeated.size(), 1U);
+    EXPECT_EQ(result.repeated[0].index, 57U);
+    EXPECT_EQ(OnBoard(), ValueCount);
 }
 
 TEST_F(ProcessingTest, AModeWithoutWorkShowsItsLabelAndClosesAtOnce) {

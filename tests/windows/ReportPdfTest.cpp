@@ -32,7 +32,9 @@ ReportContents Defaults() {
 
 TEST(ReportPdf, IsPrintedInTheWaitWindowAndIsNoFileBeforeItIsComplete) {
     const TemporaryFolder folder;
-    QtTurnQueue turns([] { return true; }, [] { FAIL(); });
+    VirtualClock clock;
+    QtTurnQueue turns(
+        clock, [] { return true; }, [] { FAIL(); });
     std::unique_ptr<Printer> printer = PdfPrinter(folder / "plant.pdf", "VANTREL Report: [plant.sdt]");
     std::string label;
     frmWaitDisplay window(

@@ -1,0 +1,168 @@
+// The main frame's mode, ONLINE or OFFLINE, its tick, and its shut-down. What needs the board waits in tasks.
+#include "app/frmMDIMain.h"
+#include "document/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+/// An exchange that is given up, and the goodbye behind it.
+constexpr MonotonicTime GoodbyeTime = std::chrono::milliseconds(1200);
+
+} // namespace
+
+void frmMDIMain::ApplyMode() {
+    wantOnline_ = link_.OnlineMode();
+    if (!shownOnline_) link_.SetOnlineMode(false);
+    if (!wantOnline_) ShowMode(false);
+    // One that is under way goes on to whatever is wanted by then.
+    if (!mode_.Done()) return;
+    mode_ = SwitchMode();
+    mode_.Start();
+}
+
+Task frmMDIMain::SwitchMode() {
+    do {
+        if (wantOnline_) {
+            FindPorts();
+            co_await link_.OpenRSComm(port_);
+            program_.refreshTargetStatus = true;
+            wantOnline_ = wantOnline_ && link_.OnlineMode();
+        }
+        // Also when opening failed: OFFLINE the port is free for other programs.
+        if (!wantOnline_) co_await link_.CloseRSComm();
+    } while (wantOnline_ && !link_.OnlineMode());
+    ShowMode(link_.OnlineMode());
+    // From the event loop: the progress window must not open inside a task.
+    if (pendingTransfer_) QTimer::singleShot(0, this, [this] { StartPendingTransfer(); });
+}
+
+PortRange frmMDIMain::FindPorts() {
+    const PortRange range = PortRangeOf(program_.folder.SupportFolder());
+    link_.SetPortRange(range);
+    return range;
+}
+
+void frmMDIMain::ShowMode(bool online) {
+    shownOnline_ = online;
+    sbrMainPanels[1]->setText(online ? QStringLiteral("ONLINE") : QStringLiteral("OFFLINE"));
+    mnuViewCommStatus->setEnabled(online);
+    ShowCommands();
+    if (!online) editor_->ShowOffline();
+    if (modeChanged_) modeChanged_();
+}
+
+void frmMDIMain::ShowCommands() {
+    // A click on an entry has toggled its mark.
+    mnuViewOnline->setChecked(shownOnline_);
+    mnuViewOffline->setChecked(!shownOnline_);
+    const bool transferWaits = pendingTransfer_.has_value();
+    for (QAction* entry : {mnuFileUpload, mnuFileDownload, mnuFileOpen})
+        entry->setEnabled(!transferWaits);
+    mnuFileNew->setEnabled(!transferWaits && !askingStackAddress_);
+    mnuEditCommPort->setEnabled(!changingPort_);
+    mnuEditStackAdd->setEnabled(!askingStackAddress_ && (shownOnline_ || program_.offlineEditing));
+}
+
+void frmMDIMain::ViewOnline() {
+    link_.SetOnlineMode(true);
+    ApplyMode();
+    ShowCommands();
+}
+
+void frmMDIMain::ViewOffline() {
+    pendingTransfer_.reset();
+    link_.GiveUp();
+    link_.SetOnlineMode(false);
+    ApplyMode();
+}
+
+void frmMDIMain::ToggleMode() {
+    if (!Idle()) return;
+    if (wantOnline_) {
+        ViewOffline();
+    } else {
+        ViewOnline();
+    }
+}
+
+bool frmMDIMain::Idle() const { return !turns_.Running() && !dialogs_.BoxUp() && !transferring_; }
+
+void frmMDIMain::FollowLink() {
+    if (!mode_.Done() || link_.Busy() || dialogs_.BoxUp() || transferring_) return;
+    if (link_.LinkFailed()) link_.SetOnlineMode(false);
+    if (link_.OnlineMode() == shownOnline_) return;
+    if (link_.OnlineMode() && port_.IsOpen()) {
+        // Opened by the port dialog.
+        wantOnline_ = true;
+        ShowMode(true);
+    } else {
+        ApplyMode();
+    }
+}
+
+void frmMDIMain::Tick() {
+    ShowDateAndTime();
+    FollowLink();
+    editor_->RefillIfAsked();
+    if (tick_.Done() && !dialogs_.BoxUp()) {
+        tick_ = TickTask();
+        tick_.Start();
+    }
+    // Whatever the tick has found: of a board that is silent now nothing more is said.
+    background_.Wait();
+    ShowSystemMessage();
+    FollowLink();
+    StartPendingTransfer();
+    if (closeWanted_ && Idle()) close();
+}
+
+Task frmMDIMain::TickTask() {
+    co_await background_.Tick(transferring_);
+    background_.Wait();
+    ShowSystemMessage();
+}
+
+void frmMDIMain::ShowSystemMessage() {
+    editor_->SetSystemMessage(program_.systemMessage);
+    if (clock_.Now() >= noticeUntil_) sbrMainPanels[0]->setText(QString::fromStdString(background_.PanelText()));
+}
+
+void frmMDIMain::closeEvent(QCloseEvent* event) {
+    closeWanted_ = false;
+    if (closing_) return;
+    event->ignore();
+    if (!Idle()) {
+        closeWanted_ = true;
+        return;
+    }
+    if (!editor_->FinishEntry() || !files_.MayClose()) return;
+    closing_ = true;
+    link_.GiveUp();
+    dialogs_.Silence();
+    tmrBackgroungUpdate.stop();
+    SavePlace();
+    QApplication::closeAllWindows();
+    event->accept();
+}
+
+void frmMDIMain::SayGoodbye() noexcept {
+    try {
+        hide();
+        dialogs_.Silence();
+        link_.GiveUp();
+        Task goodbye = link_.CloseRSComm();
+        goodbye.Start();
+        turns_.RunWithoutEvents(goodbye, GoodbyeTime);
+    } catch (...) {
+        // The port is closed with the program, and nobody is there to be told.
+        return;
+    }
+}
+
+} // namespace vantrel

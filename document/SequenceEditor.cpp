@@ -1,0 +1,150 @@
+// From a text to an edit, from an edit to the record and the board, and what the user has to know of its landing.
+#include "document/SequenceEditor.h"
+
+#include "document/ValueDisplay.h"
+#include "link/TargetMap.h"
+#include "text/Windows1252.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+std::string TextOf(std::size_t index, const NotedValue& value) {
+    return DisplayValue(index, value.value, value.notation);
+}
+
+/// "B255, B1023".
+std::string ByteList(const std::vector<std::uint16_t>& bytes) {
+    std::string list;
+    for (const std::uint16_t byte : bytes)
+        list += (list.empty() ? "B" : ", B") + std::to_string(byte);
+    return list;
+}
+
+} // namespace
+
+Edit TurnedAround(Edit edit) {
+    std::visit([](auto& one) { std::swap(one.before, one.after); }, edit);
+    return edit;
+}
+
+EditAnswer EditOf(const Configuration& record, const EditPlace& place, const std::string& text) {
+    if (!place.field) {
+        return DescriptionEdit{place.sequence, record.NodeDescription(place.sequence),
+                               Utf8FromWindows1252(Windows1252FromUtf8(text))};
+    }
+    const EntryAnswer answer = CheckEntry(*place.field, text);
+    if (const auto* refused = std::get_if<RefusedEntry>(&answer)) return *refused;
+    const auto& accepted = std::get<AcceptedEntry>(answer);
+    const std::size_t index = ValueIndex(place.sequence, *place.field);
+    return ValueEdit{
+        index, {record.Value(index), record.AddressType(index)}, {accepted.value, std::string(1, accepted.notation)}};
+}
+
+bool LandedEdit::Confirmed() const {
+    return result.Holds(edit.after.value) && result.flagRaised && result.flagLowered && !result.reconnected;
+}
+
+bool LandedEdit::HasLinkFailed() const { return result.onBoard.HasLinkFailed(); }
+
+std::string LandedEdit::CellText() const {
+    NotedValue shown = edit.after;
+    if (const auto held = result.onBoard.Number()) shown.value = static_cast<std::int32_t>(*held);
+    return TextOf(edit.index, shown);
+}
+
+std::string LandedEdit::Message() const {
+    std::string text = Verdict();
+    if (text.empty()) return text;
+    if (result.reconnected) text += "\nThe link was lost and taken up again in the middle of it.";
+    if (result.begun && !result.flagLowered) text += "\nIts " + std::string(WriteThroughFlag) + " may be left at 1.";
+    if (!result.mayHaveReached.empty()) {
+        text += "\nWhat was half sent may have set " + ByteList(result.mayHaveReached) + " to 255.";
+    }
+    if (!Confirmed()) text += HasLinkFailed() ? "\nEnter it once more when ONLINE again." : "\nEnter it once more.";
+    return text;
+}
+
+std::string LandedEdit::Verdict() const {
+    const std::string entered = TextOf(edit.index, edit.after) + " for " + ValueName(edit.index);
+    const std::string holds = "holds " + CellText() + " now.";
+    const std::string unclear = "hat it holds now could not be read clearly.";
+    const bool clear = result.onBoard.IsValue();
+    if (HasLinkFailed()) return "The link failed before the board had confirmed " + entered + ".";
+    if (!result.written.Confirmed()) {
+        return "The board did not confirm " + entered + ".\n" + (clear ? "It " + holds : "W" + unclear);
+    }
+    if (!result.Holds(edit.after.value)) {
+        return "The board confirmed " + entered + ", but " + (clear ? holds : "w" + unclear);
+    }
+    if (!Confirmed()) return "The board holds " + entered + ", but did not confirm all steps of the entry.";
+    if (!result.mayHaveReached.empty()) return "The board holds " + entered + ", but it had to be sent twice.";
+    return {};
+}
+
+SequenceEditor::SequenceEditor(Configuration& record, RSComm& link, TurnQueue& turns, Landed landed) : record_(record) {
+    board_.emplace(link, turns, std::move(landed));
+}
+
+EditAnswer SequenceEditor::Enter(const EditPlace& place, const std::string& text) {
+    EditAnswer answer = EditOf(record_, place, text);
+    if (const auto* edit = std::get_if<Edit>(&answer)) Apply(*edit);
+    return answer;
+}
+
+void SequenceEditor::Apply(const Edit& edit) {
+    if (const auto* description = std::get_if<DescriptionEdit>(&edit)) {
+        record_.SetNodeDescription(description->sequence, description->after);
+        return;
+    }
+    const auto& value = std::get<ValueEdit>(edit);
+    record_.SetValue(value.index, value.after.value);
+    record_.SetAddressType(value.index, value.after.notation);
+    unconfirmed_.erase(value.index);
+    // Also when the link has failed: the user may be about to choose Retry, and hears of it if not.
+    if (board_ && board_->link.OnlineMode()) Send(value);
+}
+
+void SequenceEditor::Send(const ValueEdit& edit) {
+    std::erase_if(sends_, [](const Task& send) { return send.Done(); });
+    onTheirWay_.push_back(edit.index);
+    // Started at once, so that it has its place in the line before whatever asks for the link next.
+    sends_.push_back(WriteAndTell(edit, record_.TargetAddress(edit.index)));
+    sends_.back().Start();
+}
+
+Task SequenceEditor::WriteAndTell(ValueEdit edit, std::string address) {
+    LandedEdit landed;
+    landed.result = co_await WriteThrough(board_->link, std::move(address), edit.after.value);
+    landed.edit = std::move(edit);
+    // Never inside the call that sent it, nor behind a box of the user's.
+    co_await board_->turns.Next();
+    Land(landed);
+}
+
+void SequenceEditor::Land(const LandedEdit& landed) {
+    const std::size_t index = landed.edit.index;
+    onTheirWay_.erase(std::find(onTheirWay_.begin(), onTheirWay_.end(), index));
+    board_->ended.Raise();
+    if (OnItsWay(index)) return;
+    if (!landed.Confirmed() && Stands(landed.edit)) unconfirmed_.insert(index);
+    board_->landed(landed);
+}
+
+bool SequenceEditor::OnItsWay(std::size_t index) const {
+    return std::find(onTheirWay_.begin(), onTheirWay_.end(), index) != onTheirWay_.end();
+}
+
+Task SequenceEditor::Written() {
+    while (Writing())
+        co_await board_->ended.Raised();
+}
+
+bool SequenceEditor::Stands(const ValueEdit& edit) const {
+    return NotedValue{record_.Value(edit.index), record_.AddressType(edit.index)} == edit.after;
+}
+
+} // namespace vantrel

@@ -1,0 +1,174 @@
+// Edits and what becomes of them, against the simulated board: what is stored, what is written, what is told.
+#include "document/SequenceEditor.h"
+
+#include "simulator/SimulatedFaults.h"
+#include "tests/support/BoardLink.h"
+
+#include <functional>
+
+namespace vantrel {
+namespace {
+
+using enum SequenceField;
+using Texts = std::vector<std::string>;
+
+constexpr std::uint16_t SendToNodeOf1 = 16384 + 512 + 6;
+
+class SequenceEditorTest : public BoardLink<>, private TrafficLog {
+protected:
+    SequenceEditorTest() { link.SetTrafficLog(this); }
+    void Begin() {
+        board = SimulatedBoard();
+        record = DefaultRecord("VANTREL_R1.0.0", {});
+        landed.clear();
+        dialogs.shown.clear();
+        onByte = nullptr;
+        port.Close();
+        port.MendLine();
+        Open();
+    }
+    void Wait() { turns.RunToEnd(editor.Written()); }
+    /// Enters a text at a place and waits for its landing.
+    LandedEdit Land(const std::string& text) {
+        editor.Enter({1, SendToNode}, text);
+        EXPECT_TRUE(editor.OnItsWay(11));
+        EXPECT_TRUE(landed.empty()) << "in a turn of its own";
+        Wait();
+        EXPECT_EQ(landed.size(), 1U);
+        return landed.empty() ? LandedEdit{} : landed.front();
+    }
+    [[nodiscard]] int Flag() const { return board.Peek(105, clock.Now()); }
+    [[nodiscard]] int Word() const { return board.PeekWord(SendToNodeOf1, clock.Now()); }
+
+    Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
+    std::vector<LandedEdit> landed;
+    std::function<void()> onByte;
+    SequenceEditor editor{record, link, turns, [this](const LandedEdit& edit) { landed.push_back(edit); }};
+
+private:
+    void Exchanged(MonotonicTime /*at*/, std::uint8_t /*sent*/, std::optional<std::uint8_t> /*answer*/) override {
+        if (onByte) onByte();
+    }
+    void Surplus(MonotonicTime /*at*/, std::uint8_t /*byte*/) override {}
+};
+
+TEST_F(SequenceEditorTest, AnEditIsStoredKeptAndTurnedAround) {
+    const EditAnswer value = editor.Enter({1, SendToNode}, "1a0h");
+    EXPECT_EQ(record.Value(11), 416);
+    EXPECT_EQ(record.AddressType(11), "H");
+    const EditAnswer description = editor.Enter({30, std::nullopt}, "M\u00FChle \u4E2D");
+    EXPECT_EQ(record.NodeDescription(30), "M\u00FChle ?");
+    const auto refused = editor.Enter({1, SendToNode}, "33");
+    EXPECT_EQ(std::get<RefusedEntry>(refused).text, "Only an Even Value Between W32 and W8174 can be Entered");
+    EXPECT_EQ(record.Value(11), 416);
+    for (const EditAnswer& answer : {value, description})
+        editor.Apply(TurnedAround(std::get<Edit>(answer)));
+    EXPECT_EQ(record.Value(11), 32);
+    EXPECT_EQ(record.AddressType(11), "W");
+    EXPECT_EQ(record.NodeDescription(30), "");
+    EXPECT_FALSE(editor.Writing()) << "OFFLINE";
+}
+
+TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged) {
+    struct Case {
+        const char* what;
+        std::function<void()> onByte;
+        const char* cell;
+        const char* told;
+        bool linkFailed = false;
+    };
+    const auto once = [](auto act) { return [act, done = false]() mutable { done = done || act(); }; };
+    const std::vector<Case> cases = {
+        {"a healthy board", nullptr, "1A0H", ""},
+        {"a board that makes its own of the value",
+         [this] {
+             if (Flag() == 0 && Word() == 416) board.PokeWord(SendToNodeOf1, 418, clock.Now());
+         },
+         "1A2H", "The board confirmed 1A0H for sequence 1, SendToNode, but holds 1A2H now.\nEnter it once more."},
+        {"a board that spoils an echo of the value twice", once([this] {
+             for (int i = 0; Flag() == 1 && i < 2; ++i)
+                 board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
+             return Flag() == 1;
+         }),
+         "20H", "The board did not confirm 1A0H for sequence 1, SendToNode.\nIt holds 20H now."},
+        {"a board that answers twice from the value on", once([this] {
+             if (Word() == 416) board.AddFault({.kind = FaultKind::DoubledByte});
+             return Word() == 416;
+         }),
+         "1A0H", "could not be read clearly.\nIts B105 may be left at 1."},
+        {"a link that dies between the flags", once([this] {
+             if (Flag() == 1) port.CutLine();
+             return Flag() == 1;
+         }),
+         "1A0H",
+         "The link failed before the board had confirmed 1A0H for sequence 1, SendToNode.\nIts B105 may be left at 1.",
+         true},
+    };
+    for (const Case& one : cases) {
+        Begin();
+        onByte = one.onByte;
+        const LandedEdit edit = Land("1a0h");
+        EXPECT_EQ(record.Value(11), 416) << one.what;
+        EXPECT_TRUE(edit.CellText().ends_with(one.cell)) << one.what << edit.CellText();
+        EXPECT_NE(edit.Message().find(one.told), std::string::npos) << one.what << edit.Message();
+        EXPECT_EQ(edit.Message().empty(), edit.Confirmed()) << one.what;
+        EXPECT_EQ(editor.Unconfirmed(11), !edit.Confirmed()) << one.what;
+        EXPECT_EQ(edit.HasLinkFailed(), one.linkFailed) << one.what;
+        EXPECT_EQ(dialogs.shown.size(), one.linkFailed ? 1U : 0U) << "the editor's messages are its owner's to show";
+    }
+    EXPECT_EQ(Flag(), 1);
+}
+
+TEST_F(SequenceEditorTest, OneFaultAtAnyByteMakesNoWrongStatement) {
+    for (const FaultKind kind : {FaultKind::NoAnswer, FaultKind::WrongEcho, FaultKind::LateAnswer, FaultKind::LostByte,
+                                 FaultKind::DoubledByte}) {
+        for (std::size_t at = 0; at < 40; ++at) {
+            Begin();
+            board = SimulatedBoard();
+            board.AddFault({.kind = kind, .firstTimeOnly = true, .afterBytes = at});
+            const LandedEdit edit = Land("1a0h");
+            const auto& fault = FaultNames().at(static_cast<std::size_t>(kind));
+            const auto held = edit.result.onBoard.Number();
+            EXPECT_TRUE(!edit.Confirmed() || (Word() == 416 && Flag() == 0)) << fault.name << at;
+            EXPECT_TRUE(!held || static_cast<int>(*held) == Word()) << fault.name << at;
+            EXPECT_TRUE(Flag() == 0 || edit.Message().find("B105") != std::string::npos) << fault.name << at;
+        }
+    }
+}
+
+TEST_F(SequenceEditorTest, WritesReachTheLinkInTheirOrderAndBeforeWhatAsksForItLater) {
+    Begin();
+    std::vector<int> words;
+    onByte = [&] {
+        if (Flag() == 0 && (words.empty() || words.back() != Word())) words.push_back(Word());
+    };
+    for (const char* text : {"40", "42", "44"})
+        editor.Enter({1, SendToNode}, text);
+    EXPECT_EQ(turns.RunToEnd(link.RSRead("W" + std::to_string(SendToNodeOf1))), "44");
+    Wait();
+    EXPECT_EQ(words, (std::vector{32, 40, 42, 44}));
+    ASSERT_EQ(landed.size(), 1U) << "what was entered again meanwhile is past";
+    EXPECT_EQ(landed.front().edit.after.value, 44);
+}
+
+TEST_F(SequenceEditorTest, AnotherDocumentIsNotMarked) {
+    Begin();
+    onByte = [this] {
+        if (Flag() == 1) port.CutLine();
+    };
+    editor.Enter({1, SendToNode}, "40");
+    editor.Enter({2, SendToNode}, "42");
+    record = DefaultRecord("VANTREL_R1.0.0", {});
+    Wait();
+    EXPECT_FALSE(editor.Unconfirmed(11));
+    ASSERT_EQ(landed.size(), 2U);
+    EXPECT_FALSE(editor.Stands(landed.front().edit));
+    EXPECT_EQ(landed.back().Message(),
+              "The link failed before the board had confirmed W42 for sequence 2, SendToNode.\n"
+              "Enter it once more when ONLINE again.")
+        << "nothing of it was sent";
+    EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+} // namespace
+} // namespace vantrel
