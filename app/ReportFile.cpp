@@ -54,7 +54,7 @@ void Write(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
     Document document(ProgramVersion(), clock);
     Open(document, job.setupFile, err);
     const auto printer = job.makePrinter(job.reportFile, ReportTitle(document.BracketName));
-    TurnQueue turns;
+    TurnQueue turns(const_cast<Clock&>(clock)); // SCRATCH
     Task task = PrintReport({.record = document.CurrentConfiguration,
                              .name = document.BracketName,
                              .generalDate = [&] { return job.generalDate(clock.LocalNow()); }},

@@ -141,7 +141,14 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
         closeWanted_ = true;
         return;
     }
-    if (!editor_->FinishEntry() || !files_.MayClose()) return;
+    if (!editor_->FinishEntry()) return;
+    if (editor_->Writing()) {
+        link_.GiveUp();
+        written_ = CloseWhenWritten();
+        written_.Start();
+        return;
+    }
+    if (!files_.MayClose()) return;
     closing_ = true;
     link_.GiveUp();
     dialogs_.Silence();
@@ -149,6 +156,12 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
     SavePlace();
     QApplication::closeAllWindows();
     event->accept();
+}
+
+Task frmMDIMain::CloseWhenWritten() {
+    // What became of the entry is told before the program ends.
+    co_await editor_->Written();
+    QTimer::singleShot(0, this, [this] { close(); });
 }
 
 void frmMDIMain::SayGoodbye() noexcept {
