@@ -5,6 +5,7 @@
 #include "console/CommandHelp.h"
 #include "console/Commands.h"
 #include "console/PrintableText.h"
+#include "platform/SerialDevices.h"
 
 #include <CLI/CLI.hpp>
 
@@ -73,8 +74,10 @@ void AddPort(CLI::App& command, Arguments& arguments) {
         .add_option("--port", arguments.port,
                     "Where the board is (required):\n"
                     "  3             a port number; its settings are kept in RSPort.cfg\n"
-                    "  /dev/ttyUSB0  a device; RSPort.cfg is left alone\n"
-                    "  simulated     a simulated board in this program, new each time")
+                    "  " +
+                        SerialDeviceExample() + std::string(14 - SerialDeviceExample().size(), ' ') +
+                        "a device; RSPort.cfg is left alone\n"
+                        "  simulated     a simulated board in this program, new each time")
         ->required()
         ->type_name("P")
         ->check(ForgottenValue)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace vantrel {
@@ -9,6 +10,13 @@ namespace vantrel {
 /// The device that a port number stands for: on Windows `\\.\COMn`; elsewhere `COMn` in `supportFolder` when there is
 /// such a link, else "/dev/ttyS(n-1)".
 [[nodiscard]] std::string SerialDeviceOf(int portNumber, const std::filesystem::path& supportFolder);
+
+/// The device that a name stands for which is no path but what people there call it: on Windows "com7" is `\\.\COM7`.
+/// Nothing for every other name, and elsewhere.
+[[nodiscard]] std::optional<std::string> SerialDeviceNamed(const std::string& name);
+
+/// What a device's name looks like on this host, for a help text.
+[[nodiscard]] std::string SerialDeviceExample();
 
 /// The highest port number that really exists on this machine (0: none), counting the links of `supportFolder`.
 [[nodiscard]] int HighestSerialPort(const std::filesystem::path& supportFolder);

@@ -41,6 +41,10 @@ std::string SerialDeviceOf(int portNumber, const std::filesystem::path& supportF
     return "/dev/ttyS" + std::to_string(portNumber - 1);
 }
 
+std::optional<std::string> SerialDeviceNamed(const std::string&) { return std::nullopt; }
+
+std::string SerialDeviceExample() { return "/dev/ttyUSB0"; }
+
 int HighestSerialPort(const std::filesystem::path& supportFolder) {
     int highest = 0;
     std::error_code error;

@@ -1,6 +1,7 @@
 #include "platform/SerialDevices.h"
 
 #include "platform/SerialLine.h"
+#include "text/AsciiCase.h"
 #include "text/PathText.h"
 
 #include <windows.h>
@@ -10,6 +11,17 @@ namespace vantrel {
 std::string SerialDeviceOf(int portNumber, const std::filesystem::path&) {
     return "\\\\.\\COM" + std::to_string(portNumber);
 }
+
+std::optional<std::string> SerialDeviceNamed(const std::string& name) {
+    constexpr std::size_t letters = 3;
+    constexpr std::size_t mostDigits = 3;
+    const bool digits = name.find_first_not_of("0123456789", letters) == std::string::npos;
+    if (name.size() <= letters || name.size() > letters + mostDigits || !digits) return std::nullopt;
+    if (!SameIgnoringCase(name.substr(0, letters), "COM")) return std::nullopt;
+    return "\\\\.\\COM" + name.substr(letters);
+}
+
+std::string SerialDeviceExample() { return "COM7"; }
 
 int HighestSerialPort(const std::filesystem::path&) {
     constexpr int highestPossible = 256;
