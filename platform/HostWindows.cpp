@@ -47,6 +47,12 @@ std::filesystem::path UserDataFolder() {
     return data.empty() ? ExecutableFolder() : data / "VANTREL";
 }
 
+std::filesystem::path FolderFromVariable(const std::string& name) {
+    // What the narrow function answers is in the code page, which need not hold the name.
+    const wchar_t* value = _wgetenv(PathFromUtf8(name).c_str());
+    return value ? std::filesystem::path(value) : std::filesystem::path();
+}
+
 bool FolderIsWritable(const std::filesystem::path& folder) {
     // Access lists cannot be judged by attributes: only trying tells.
     const std::filesystem::path probe = folder / (L"~vantrel" + std::to_wstring(GetCurrentProcessId()) + L".tmp");
