@@ -45,6 +45,7 @@ std::filesystem::path UserDataFolder() {
 bool FolderIsWritable(const std::filesystem::path& folder) { return access(folder.c_str(), W_OK | X_OK) == 0; }
 
 bool StandardInputIsTerminal() { return isatty(STDIN_FILENO) != 0; }
+bool JoinTerminal() { return true; }
 bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 const std::atomic<bool>& CatchInterrupts() {
