@@ -189,6 +189,10 @@ void AddBoard(CLI::App& command, Arguments& arguments) {
     AddYes(command, arguments, YesToBoard);
 }
 
+void AddPorts(CLI::App& command, Arguments& arguments) {
+    command.add_flag("--json", arguments.json, "As JSON, for other programs");
+}
+
 void AddSimulate(CLI::App& command, Arguments& arguments) {
     command.add_option("--link", arguments.link, "Make a symbolic link to the device at this path")
         ->check(ForgottenValue)
@@ -216,7 +220,7 @@ struct Command {
     ExitCode (*run)(CommandContext&);
 };
 
-constexpr std::array<Command, 14> Commands = {{
+constexpr std::array<Command, 15> Commands = {{
     {"new", "Write a set-up file with the defaults: status stack at V1, no sequence used", AddNew, NoFurtherHelp,
      "  vantrelctl new plant.sdt\n", NewCommand},
     {"show", "Show what is in a set-up file", AddShow, NoFurtherHelp,
@@ -254,6 +258,8 @@ constexpr std::array<Command, 14> Commands = {{
      "  vantrelctl board --port 1\n"
      "  vantrelctl board --port 1 --reset-faults --set-clock\n",
      BoardCommand},
+    {"ports", "List the serial ports of this computer, and what they are", AddPorts, NoFurtherHelp,
+     "  vantrelctl ports\n", PortsCommand},
     {"simulate", "Be a board: a simulated one at a serial device of its own, until interrupted", AddSimulate, FaultHelp,
      "  vantrelctl simulate --link /tmp/board\n"
      "  vantrelctl download plant.sdt --port /tmp/board     (at another terminal)\n"

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -20,6 +21,19 @@ namespace vantrel {
 
 /// The highest port number that really exists on this machine (0: none), counting the links of `supportFolder`.
 [[nodiscard]] int HighestSerialPort(const std::filesystem::path& supportFolder);
+
+/// A serial device that is there now.
+struct SerialDevice {
+    int number = 0; ///< The port number that stands for it; 0 when none does.
+    std::string device; ///< What opens it, whatever numbers stand for.
+    std::string description; ///< What the host knows it as ("USB Serial Port"); empty when it knows nothing.
+};
+
+/// All that are there, those with a port number first, in its order. Opens none of them.
+[[nodiscard]] std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supportFolder);
+
+/// What the host knows the device as; empty when it knows nothing.
+[[nodiscard]] std::string SerialDeviceDescription(const std::string& device);
 
 /// What keeps this program from opening the device now, as a sentence that tells the user what to do (plug it in, close
 /// the other program, join a group); empty when nothing does. Opens the device for a moment and changes nothing of it.

@@ -69,6 +69,15 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
     EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), 100);
 }
 
+#ifdef __unix__
+TEST_F(ConsoleTest, ThePortsOfTheComputerAreListedWithWhatStandsBehindTheirNumbers) {
+    std::filesystem::create_directory(folder / "Support");
+    std::filesystem::create_symlink("/dev/null", folder / "Support" / "COM14");
+    EXPECT_NE(Run({"ports"}).out.find("COM14  /dev/null\n"), std::string::npos);
+    EXPECT_NE(Run({"ports", "--json"}).out.find("\"port\": \"14\""), std::string::npos);
+}
+#endif
+
 TEST_F(ConsoleTest, AMissingProgramFolderIsWrongUsage) {
     std::filesystem::remove_all(folder);
     EXPECT_EQ(Run({"read", "W1", "--port", "1"}).code, 2);

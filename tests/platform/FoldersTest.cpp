@@ -1,5 +1,6 @@
 // What the host says: where the program finds its files and keeps its settings, its serial devices, its clock.
 #include "platform/Folders.h"
+#include "platform/Registry.h"
 #include "platform/SerialDevices.h"
 #include "platform/SystemClock.h"
 #include "tests/support/TemporaryFolder.h"
@@ -52,6 +53,27 @@ TEST(SerialDevice, IsTheLinkOfTheSupportFolderBeforeTheMachinesOwn) {
     std::filesystem::create_symlink("/dev/not-plugged-in", support / "COM12");
     EXPECT_EQ(SerialDeviceOf(3, support.Path()), (support / "COM3").string());
     EXPECT_EQ(HighestSerialPort(support.Path()), std::max(machine, 12));
+
+    std::filesystem::create_symlink("/dev/null", support / "COM14");
+    const auto present = PresentSerialDevices(support.Path());
+    const auto is = [](int number) { return [=](const SerialDevice& device) { return device.number == number; }; };
+    const auto linked = std::find_if(present.begin(), present.end(), is(14));
+    ASSERT_NE(linked, present.end());
+    EXPECT_EQ(linked->device, "/dev/null");
+    EXPECT_TRUE(std::none_of(present.begin(), present.end(), is(3)))
+        << "an adapter that is not plugged in is not there";
+}
+#endif
+
+#ifdef _WIN32
+TEST(Host, TellsWhatItsRegistryAndTheUsersFolderHold) {
+    const std::string key = R"(SOFTWARE\Microsoft\Windows NT\CurrentVersion)";
+    EXPECT_NE(GetKeyValue(RegistryRoot::LocalMachine, key, "CurrentVersion").value_or(""), "");
+    EXPECT_EQ(GetKeyValue(RegistryRoot::LocalMachine, key, "No such value"), std::nullopt);
+    EXPECT_EQ(GetKeyValue(RegistryRoot::CurrentUser, R"(Software\No such key)", ""), std::nullopt);
+    EXPECT_EQ(UserDataFolder().filename(), "VANTREL");
+    EXPECT_TRUE(FolderIsWritable(UserDataFolder().parent_path()));
+    EXPECT_FALSE(FolderIsWritable(UserDataFolder() / "no such folder"));
 }
 #endif
 
