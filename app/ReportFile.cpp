@@ -3,7 +3,7 @@
 
 #include "app/Program.h"
 #include "document/Document.h"
-#include "document/FileQuestions.h"
+#include "document/DocumentFiles.h"
 #include "platform/RuntimeError.h"
 #include "platform/TurnQueue.h"
 #include "report/Report.h"

@@ -2,6 +2,7 @@
 #include "console/SetupFiles.h"
 
 #include "console/TransferReport.h"
+#include "document/DocumentFiles.h"
 #include "document/FileQuestions.h"
 #include "text/PathText.h"
 
