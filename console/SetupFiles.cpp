@@ -26,13 +26,6 @@ std::string ForcedFileName(const std::filesystem::path& file) {
     return ForceSetupExtension(Utf8FromPath(file.filename()));
 }
 
-bool Agreed(CommandContext& context, const std::string& note) {
-    return context.dialogs.Show({.title = "Save",
-                                 .text = note + "\nDo you want to write it there?",
-                                 .icon = MessageIcon::Question,
-                                 .buttons = MessageButtons::YesNo}) == MessageAnswer::Yes;
-}
-
 void WarnOfUnholdableValues(CommandContext& context) {
     const Configuration& record = context.program.document.CurrentConfiguration;
     for (const std::size_t index : ValuesNoWordCanHold(record)) {
@@ -89,9 +82,7 @@ bool NameSetupFile(CommandContext& context, const std::string& name) {
     RequireFilePart(name);
     document.NameFile(PathFromUtf8(name));
     const std::filesystem::path target = document.SaveTarget();
-    if (const auto note = OtherFolderNote(document)) {
-        if (!Agreed(context, *note)) return false;
-    } else if (document.FilePath.has_extension() && document.FilePath != target) {
+    if (document.FilePath.has_extension() && document.FilePath != target) {
         context.Say("Note: the extension is .sdt always, so the file is " + QuotedPath(target) + ".");
     }
     return !Exists(target) || context.dialogs.Show(ReplaceQuestion(target)) == MessageAnswer::Yes;

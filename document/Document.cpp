@@ -106,7 +106,10 @@ void Document::NameFile(const std::filesystem::path& path) {
     IsUnnamed = false;
 }
 
-std::filesystem::path Document::SaveTarget() const { return PathFromUtf8(SetupName(Utf8FromPath(FilePath))); }
+std::filesystem::path Document::SaveTarget() const {
+    if (FileNamedBy == NamesFrom::Dialog) return PathFromUtf8(SetupName(Utf8FromPath(FilePath)));
+    return FilePath.parent_path() / PathFromUtf8(SetupName(Utf8FromPath(FilePath.filename())));
+}
 
 void Document::Save(const SafeFileWarning& warn) {
     // Stamped in a copy: the stamp alone would make a document that could not be written count as unchanged.

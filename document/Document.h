@@ -11,6 +11,12 @@
 
 namespace vantrel {
 
+/// Where names of files come from, and so where the forced extension looks for the point that it begins at.
+enum class NamesFrom {
+    Dialog, ///< A file dialog gives full paths: the last point of the whole path.
+    User, ///< Typed, folder and all: the last point of the name's own last part. The folder is never left.
+};
+
 class Document {
 public:
     /// `programVersion`: "VANTREL_R" + major.minor.revision, the stamp of what this program saves.
@@ -25,6 +31,7 @@ public:
     bool FromBoard = false; ///< Values have been uploaded into the document since it was new.
     bool UploadedBeforeSave = false; ///< Save has fetched the settings from the board since New or Open.
 
+    NamesFrom FileNamedBy = NamesFrom::Dialog; ///< Of FilePath; whoever gives the name says so.
     std::filesystem::path FilePath; ///< Full path of the current file.
     /// The file that the document was opened from or saved to; empty for a new or imported one. Not always FilePath,
     /// which a declined file moves as well.

@@ -17,16 +17,14 @@ TEST_F(ConsoleTest, NewWritesTheDefaultsAndPrintsTheFullPathOfTheFileThatItWrote
     EXPECT_EQ(record.Value(StatusStackIndex), 1);
 }
 
-TEST_F(ConsoleTest, TheUserIsAskedWhenTheForcedExtensionLeadsIntoAnotherFolder) {
+TEST_F(ConsoleTest, TwoNamesInAFolderWithAPointStayTwoFilesInThatFolder) {
     std::filesystem::create_directory(folder / "my.dir");
-    const Ended refused = Run({"new", File("my.dir/plant")});
-    EXPECT_EQ(refused.code, 1);
-    EXPECT_NE(refused.err.find("Do you want to write it there?"), std::string::npos) << refused.err;
+    for (const std::string& name : {File("my.dir/lineA"), File("my.dir/lineB")}) {
+        EXPECT_EQ(Run({"new", name, "--yes"}).out, name + ".sdt\n");
+        EXPECT_EQ(Run({"upload", name + "-up", "--port", "1", "--yes"}).out, name + "-up.sdt\n");
+        EXPECT_NE(Run({"show", name}).out.find(name + ".sdt"), std::string::npos);
+    }
     EXPECT_FALSE(std::filesystem::exists(File("my.sdt")));
-    EXPECT_EQ(Run({"new", File("my.dir/plant"), "--yes"}).out, File("my.sdt") + "\n");
-    EXPECT_EQ(Run({"show", File("my.dir/plant")}).code, 4) << "a file elsewhere is never taken for it";
-    Imported("my.dir/plant.sdt", TwoSequences);
-    EXPECT_NE(Run({"show", File("my.dir/plant")}).out.find(File("my.dir/plant.sdt")), std::string::npos);
 }
 
 TEST_F(ConsoleTest, AFileIsFoundByTheNameThatItWasWrittenUnder) {
