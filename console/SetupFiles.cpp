@@ -61,8 +61,8 @@ bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, O
     ReadSetupFileByName(document, file, "If it is a text file of the older format, import makes a set-up file of it.");
     if (document.LoadedByOtherVersion()) {
         if (otherVersion == OtherVersion::Note) {
-            context.Say("Note: " + QuotedPath(file) + " was saved by " + document.LoadedConfiguration.CreatorVersion +
-                        ", this is " + document.ProgramVersion() + ".");
+            context.Say("Note: " + QuotedPath(file) + " was saved by " + document.LoadedVersion() + ", this is " +
+                        document.ProgramVersion() + ".");
         } else if (context.dialogs.Show(OtherVersionQuestion(document)) != MessageAnswer::Yes) {
             return false;
         }

@@ -8,6 +8,7 @@
 #include "text/AsciiCase.h"
 #include "text/PathText.h"
 #include "text/SequentialText.h"
+#include "text/Windows1252.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -23,10 +24,13 @@ RuntimeError Named(const std::filesystem::path& path, const RuntimeError& error,
     return {static_cast<ErrorNumber>(error.Number()), QuotedPath(path) + ": " + error.Description() + advice};
 }
 
-/// Text of any code page: no control characters but those that lay it out, and the classic end mark.
+constexpr std::uint8_t ControlZ = 0x1A;
+
+/// Text of any code page: no control characters but those that lay it out, up to the classic end mark.
 bool LooksLikeText(std::span<const std::uint8_t> bytes) {
-    constexpr std::string_view layout("\t\n\f\r\x1A");
-    return !bytes.empty() && std::none_of(bytes.begin(), bytes.end(), [&](std::uint8_t byte) {
+    constexpr std::string_view layout("\t\n\f\r");
+    const auto end = std::find(bytes.begin(), bytes.end(), ControlZ);
+    return !bytes.empty() && std::none_of(bytes.begin(), end, [&](std::uint8_t byte) {
         return byte < ' ' && layout.find(static_cast<char>(byte)) == std::string_view::npos;
     });
 }
@@ -35,18 +39,15 @@ bool BeginsWithDigitBehind(char prefix, std::string_view item) {
     return item.size() > 1 && item[0] == prefix && item[1] >= '0' && item[1] <= '9';
 }
 
-/// What keeps a text from being one of the older format; empty for none. Reading it would not tell: the format takes
+/// What keeps a text from being one of the older format; empty for nothing. Reading it would not tell: the format takes
 /// anything for an item, and a first sequence for a header.
-std::string MissingPart(std::string_view bytes) {
-    constexpr std::size_t statusStackItem = 3;
-    SequentialText text(bytes);
+std::string MissingPart(const std::string& bytes) {
+    const std::string utf8 = Utf8FromAnyEditor(bytes);
+    SequentialText text(utf8);
     if (text.AtEnd()) return "it is empty";
-    std::vector<std::string> header;
-    while (header.size() <= statusStackItem && !text.AtEnd())
-        header.push_back(text.NextItem());
-    const bool sequence = header.size() > 1 && BeginsWithDigitBehind('N', header[0]) && header[1].starts_with('D');
-    const bool number = header.size() > statusStackItem && header[statusStackItem].find_first_of("0123456789&+-.") == 0;
-    return sequence || !number ? "it does not begin with a header whose fourth item is a number" : "";
+    const std::string first = text.NextItem();
+    const bool sequence = BeginsWithDigitBehind('N', first) && text.NextItem().starts_with('D');
+    return sequence ? "it begins with a sequence instead of a header" : "";
 }
 
 void RequireTextFormat(const std::filesystem::path& path, std::span<const std::uint8_t> bytes) {
@@ -77,21 +78,30 @@ bool HasExtension(const std::filesystem::path& file, std::string_view extension)
 bool MeansTextFile(const std::filesystem::path& file) { return HasExtension(file, ".vtl"); }
 
 void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice) {
+    TakeSetupFileByName(document, ReadWholeFile(path), path, advice);
+}
+
+void TakeSetupFileByName(Document& document, std::span<const std::uint8_t> bytes, const std::filesystem::path& path,
+                         const std::string& advice) {
     try {
-        document.ReadSetupFile(path);
+        document.TakeSetupFile(bytes, path);
     } catch (const BadSetupFile& error) {
-        throw Named(path, error, LooksLikeText(ReadWholeFile(path)) ? "\n" + advice : "");
+        throw Named(path, error, LooksLikeText(bytes) ? "\n" + advice : "");
     }
 }
 
 void ImportTextFileByName(Document& document, const std::filesystem::path& path, const std::string& advice) {
-    const std::vector<std::uint8_t> bytes = ReadWholeFile(path);
+    TakeTextFileByName(document, ReadWholeFile(path), path, advice);
+}
+
+void TakeTextFileByName(Document& document, std::span<const std::uint8_t> bytes, const std::filesystem::path& path,
+                        const std::string& advice) {
     if (IsSetupFile(bytes)) {
         throw RuntimeError(ErrorNumber::BadFileFormat, QuotedPath(path) + " is a set-up file already. " + advice);
     }
     RequireTextFormat(path, bytes);
     try {
-        document.ImportTextFile(path);
+        document.TakeTextFile(bytes, path);
     } catch (const BadImportFile& error) {
         throw Named(path, error, "");
     }

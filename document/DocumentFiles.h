@@ -4,7 +4,9 @@
 
 #include "document/Document.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -18,12 +20,20 @@ namespace vantrel {
 /// Whether a file is meant as text of the older format (.vtl, in any case) rather than as a set-up file.
 [[nodiscard]] bool MeansTextFile(const std::filesystem::path& file);
 
-/// Document::ReadSetupFile, whose errors then name the file. `advice`: the sentence that ends them when the file is no
-/// set-up file, but some text.
+/// Makes a file's record LoadedConfiguration, as Document::TakeSetupFile does. Throws RuntimeError, with the file's
+/// name in it. `advice`: the sentence that ends the error when the file is no set-up file, but some text.
 void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);
-/// Document::ImportTextFile likewise. Throws RuntimeError 321 also for files from which the forgiving text format would
-/// take over nonsense: a set-up file (`advice` ends that error), bytes that are no text, an empty file, one without the
-/// header or without a single sequence.
+/// The same for bytes that are there already; `path` only names them.
+void TakeSetupFileByName(Document& document, std::span<const std::uint8_t> bytes, const std::filesystem::path& path,
+                         const std::string& advice);
+
+/// Makes a text file of the older format the document, as Document::TakeTextFile does. Throws RuntimeError, with the
+/// file's name in it; 321 also for files from which the forgiving format would take over nonsense: a set-up file
+/// (`advice` ends that error), bytes that are no text, an empty file, one that lacks the header. What stands behind a
+/// Ctrl-Z is not looked at.
 void ImportTextFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);
+/// The same for bytes that are there already; `path` only names them.
+void TakeTextFileByName(Document& document, std::span<const std::uint8_t> bytes, const std::filesystem::path& path,
+                        const std::string& advice);
 
 } // namespace vantrel

@@ -81,6 +81,12 @@ TEST_F(ConsoleTest, TextsOfAFileCannotSteerTheTerminal) {
     EXPECT_NE(shown.err.find("saved by v?]0;x?,"), std::string::npos) << shown.err;
     const Ended asked = Run({"download", File("plant.sdt"), "--port", "1"});
     EXPECT_NE(asked.err.find("version: v?]0;x?\n"), std::string::npos) << asked.err;
+    record.CreatorVersion = "\r\nAll confirmed.\n" + std::string(65000, 'x');
+    WriteRecord(File("plant.sdt"), record);
+    for (const Ended& told : {Run({"show", File("plant.sdt")}), Run({"download", File("plant.sdt"), "--port", "1"})}) {
+        EXPECT_NE(told.err.find("??All confirmed.?xxx"), std::string::npos);
+        EXPECT_LT(told.err.size(), 600U) << "no message of tens of thousands of characters";
+    }
     EXPECT_EQ(Run({"show", "a\x1B\xC2\x9B\x9B\xC3\xBC"}).err.find_first_of("\x1B\x9B"), std::string::npos);
     EXPECT_NE(Run({"show", "a\xC3\xBC"}).err.find("a\xC3\xBC"), std::string::npos) << "letters stay";
 }
