@@ -1,10 +1,12 @@
 #include "app/HelpFile.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 #include "text/PathText.h"
+#include "text/Windows1252.h"
 
 #include <algorithm>
-#include <fstream>
+#include <cstdint>
 #include <iterator>
 #include <sstream>
 #include <utility>
@@ -51,18 +53,21 @@ HelpFile::HelpFile(std::string_view text) {
 }
 
 HelpFile HelpFile::Read(const std::filesystem::path& path) {
+    const std::string named = "The help file \"" + Utf8FromPath(path) + "\" ";
     std::error_code error;
     if (!std::filesystem::exists(path, error)) {
-        throw RuntimeError(ErrorNumber::FileNotFound, "The help file \"" + Utf8FromPath(path) +
-                                                          "\" is missing. Install the program again to have it back.");
+        throw RuntimeError(ErrorNumber::FileNotFound, named + "is missing. Install the program again to have it back.");
     }
-    std::ifstream file(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!file)
-        throw RuntimeError(ErrorNumber::PathFileAccess, "The help file \"" + Utf8FromPath(path) + "\" cannot be read.");
-    HelpFile help(text);
-    if (help.topics_.empty())
-        throw RuntimeError(ErrorNumber::BadFileFormat, "The help file \"" + Utf8FromPath(path) + "\" holds no topic.");
+    const std::vector<std::uint8_t> bytes = [&] {
+        try {
+            return ReadWholeFile(path);
+        } catch (const RuntimeError& failed) {
+            throw RuntimeError(static_cast<ErrorNumber>(failed.Number()),
+                               named + "cannot be read. " + failed.Description());
+        }
+    }();
+    HelpFile help(Utf8FromAnyEditor(std::string(bytes.begin(), bytes.end())));
+    if (help.topics_.empty()) throw RuntimeError(ErrorNumber::BadFileFormat, named + "holds no topic.");
     return help;
 }
 

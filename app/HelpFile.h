@@ -20,7 +20,8 @@ class HelpFile {
 public:
     /// `text`: UTF-8. What stands before the first topic belongs to nobody and is left out.
     explicit HelpFile(std::string_view text);
-    /// Throws RuntimeError when the file is missing (53), cannot be read (75) or holds no topic (321).
+    /// Throws RuntimeError when the file is missing (53), cannot be read (as ReadWholeFile) or holds no
+    /// topic (321).
     [[nodiscard]] static HelpFile Read(const std::filesystem::path& path);
 
     /// In the order of the file.

@@ -41,6 +41,8 @@ TEST(HelpFile, AFileThatIsMissingOrNoHelpIsNamed) {
     WriteText(folder / "empty.hlp", "no heading\n");
     EXPECT_EQ(error("missing.hlp"), 53);
     EXPECT_EQ(error("empty.hlp"), 321);
+    std::filesystem::create_directory(folder / "folder.hlp");
+    EXPECT_EQ(error("folder.hlp"), 75) << "read like every other file: pipes and devices are refused as well";
 }
 
 TEST(SystemInfo, ThePathComesFirstThenTheFolderIfTheToolIsThere) {
