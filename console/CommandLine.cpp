@@ -344,7 +344,7 @@ void AddCommonOptions(CLI::App& app, Arguments& arguments) {
 void DescribeCommands(CLI::App& app, Arguments& arguments) {
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     AddCommonOptions(app, arguments);
-    app.set_version_flag("--version", ProgramVersion());
+    app.set_version_flag("--version", std::string(ProgramName) + " " + VersionNumber());
     app.footer(OverallHelp() + ExitCodesHelp());
     app.require_subcommand(1);
     for (const Command& command : Commands) {
