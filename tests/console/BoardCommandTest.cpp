@@ -59,7 +59,7 @@ TEST_F(BoardCommandTest, NothingIsSentForWhatIsRefused) {
 TEST_F(BoardCommandTest, AnInterruptAndAFailedLinkEndInGoodOrder) {
     clock.interruptAt = std::chrono::milliseconds(25);
     const Ended cancelled = Board({});
-    EXPECT_EQ(cancelled.code, 1);
+    EXPECT_EQ(cancelled.code, 130);
     EXPECT_EQ(cancelled.out, "");
     EXPECT_NE(cancelled.err.find("Cancelled."), std::string::npos);
     clock.interrupted = false;

@@ -76,7 +76,7 @@ TEST_F(ConsoleTest, StatusShowsTheBoardAsTheWindowsDo) {
 TEST_F(ConsoleTest, StatusEndsInGoodOrder) {
     clock.interruptAt = clock.Now() + std::chrono::milliseconds(200);
     const Ended cancelled = Run({"status", "--port", "1"});
-    EXPECT_EQ(cancelled.code, 1);
+    EXPECT_EQ(cancelled.code, 130);
     EXPECT_EQ(cancelled.err, "Cancelled.\n");
     EXPECT_GT(CountOf(cancelled.out, "Comm Disabled"), 0U);
     EXPECT_LT(CountOf(cancelled.out, "\n"), 32U);

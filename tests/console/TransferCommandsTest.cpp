@@ -137,7 +137,7 @@ TEST_F(ConsoleTest, AnInterruptCancelsADownloadInGoodOrder) {
     const std::string file = Imported("plant.sdt", TwoSequences);
     clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
     const Ended cancelled = Run({"download", file, "--port", "simulated", "--yes", "--verify"});
-    EXPECT_EQ(cancelled.code, 1);
+    EXPECT_EQ(cancelled.code, 130);
     EXPECT_NE(cancelled.err.find("Cancelling...\nCancelled.\nReached the board: the status stack address, sequence"),
               std::string::npos)
         << cancelled.err;
@@ -147,6 +147,7 @@ TEST_F(ConsoleTest, AnInterruptCancelsADownloadInGoodOrder) {
     EXPECT_EQ(board.PeekWord(31756), 1);
     EXPECT_EQ(board.Peek(WriteThrough), 0);
     EXPECT_FALSE(port->IsOpen());
+    EXPECT_NE(lastWords.find("vantrelctl write B105 0 --port simulated"), std::string::npos) << "of a second interrupt";
 }
 
 TEST_F(ConsoleTest, AnInterruptedUploadOrComparisonChangesNoFileAndIsNoSuccess) {
@@ -154,14 +155,14 @@ TEST_F(ConsoleTest, AnInterruptedUploadOrComparisonChangesNoFileAndIsNoSuccess) 
     const std::string before = TextOf(file);
     clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
     const Ended upload = Run({"upload", file, "--port", "simulated", "--yes"});
-    EXPECT_EQ(upload.code, 1);
+    EXPECT_EQ(upload.code, 130);
     EXPECT_NE(upload.err.find("of 218 values had been read"), std::string::npos) << upload.err;
     EXPECT_EQ(TextOf(file), before);
     clock.interrupted = false;
     ASSERT_EQ(Run({"download", file, "--port", "simulated", "--yes"}).code, 0);
     clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
     const Ended compared = Run({"compare", file, "--port", "simulated"});
-    EXPECT_EQ(compared.code, 1);
+    EXPECT_EQ(compared.code, 130);
     EXPECT_NE(compared.err.find("Cancelled after "), std::string::npos) << compared.err;
     EXPECT_EQ(compared.out, "");
 }
