@@ -55,7 +55,8 @@ std::string ExitCodesHelp() {
            "  1  refused, cancelled, or something differs\n"
            "  2  wrong usage\n"
            "  3  the link to the board failed\n"
-           "  4  a file could not be read or written\n";
+           "  4  a file could not be read or written\n"
+           "  130  interrupted (Ctrl+C)\n";
 }
 
 std::string NoFurtherHelp() { return {}; }

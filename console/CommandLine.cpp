@@ -39,7 +39,7 @@ void AddFile(CLI::App& command, Arguments& arguments, const std::string& what) {
 
 constexpr const char* YesToTransfers = "Answer Yes to the confirmations: a transfer, replacing a file, a\n"
                                        "file of another program version";
-constexpr const char* YesToFile = "Answer Yes to the confirmations: replacing a file, another folder";
+constexpr const char* YesToFile = "Answer Yes when a file is about to be replaced";
 constexpr const char* YesToBoard = "Answer Yes to the confirmations: the reset, replacing a file by the trace";
 constexpr const char* YesToReport = "Answer Yes when the report is about to replace a file";
 constexpr const char* YesToSet = "Answer Yes to the confirmations: a file of another program version,\n"
@@ -369,7 +369,7 @@ void AddCommonOptions(CLI::App& app, Arguments& arguments) {
 void DescribeCommands(CLI::App& app, Arguments& arguments) {
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     AddCommonOptions(app, arguments);
-    app.set_version_flag("--version", ProgramVersion());
+    app.set_version_flag("--version", std::string(ProgramName) + " " + VersionNumber());
     app.footer(OverallHelp() + ExitCodesHelp());
     app.require_subcommand(1);
     for (const Command& command : Commands) {

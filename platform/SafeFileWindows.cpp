@@ -110,6 +110,7 @@ std::errc OutputFile::Write(std::span<const std::uint8_t> bytes) {
             return LastError();
         }
         bytes = bytes.subspan(written);
+        written_ += written;
     }
     return {};
 }
@@ -122,6 +123,9 @@ std::errc OutputFile::FlushAndClose() {
     handle_ = -1;
     return flushed == std::errc{} ? Answer(closed) : flushed;
 }
+
+// A file that is still open for writing is shared with nobody, so that the host refuses.
+void RemoveAbandoned(const std::filesystem::path& path) { DeleteFileW(path.c_str()); }
 
 std::errc ReadProblem(const std::filesystem::path& path) {
     const std::errc error = TryToOpen(path, GENERIC_READ, WithEverybody);

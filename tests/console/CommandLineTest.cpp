@@ -1,4 +1,5 @@
 // The command line: exit codes, help, and what is said about what cannot be.
+#include "app/Program.h"
 #include "tests/console/ConsoleFixture.h"
 
 namespace vantrel {
@@ -103,6 +104,7 @@ TEST_F(ConsoleTest, HelpOfEveryCommandHasExamplesAndExitCodes) {
         }
     }
     EXPECT_EQ(Run({"help"}).out, overall.out);
+    EXPECT_EQ(Run({"--version"}).out, "vantrelctl " + VersionNumber() + "\n");
     EXPECT_NE(Run({"help", "simulate"}).out.find("late-answer"), std::string::npos);
 }
 
