@@ -11,6 +11,7 @@
 #include <random>
 #include <span>
 #include <sstream>
+#include <utility>
 
 namespace vantrel::proof {
 namespace {
@@ -21,7 +22,7 @@ struct Trouble {
     const char* name;
     SimulatedFault fault;
     MonotonicTime pause{0};
-    bool giveUp = false; ///< The user gives up a board that has fallen silent.
+    MonotonicTime giveUpAfter{0}; ///< The user gives up a board that has been silent for so long.
     bool mend = false; ///< The line is mended while the warning is up.
 };
 
@@ -50,10 +51,12 @@ const std::vector<Trouble>& Troubles() {
         {"host pauses 60 ms", {.afterBytes = 1U << 30U}, 60ms},
         {"host sleeps 10 min", {.afterBytes = 1U << 30U}, 10min},
         {"silent from here on", {.kind = FaultKind::NoAnswer}},
-        {"silent, given up", {.kind = FaultKind::NoAnswer}, 0ms, true},
+        {"silent, given up", {.kind = FaultKind::NoAnswer}, 0ms, 100ms},
+        {"silent, given up early", {.kind = FaultKind::NoAnswer}, 0ms, 30ms},
+        {"wrong echo from here on", {.kind = FaultKind::WrongEcho}},
         {"wrong from here on", {.kind = FaultKind::SpoiledAnswer}},
         {"hangs up", {.kind = FaultKind::HangUp}},
-        {"hangs up, mended", {.kind = FaultKind::HangUp, .firstTimeOnly = true}, 0ms, false, true},
+        {"hangs up, mended", {.kind = FaultKind::HangUp, .firstTimeOnly = true}, 0ms, 0ms, true},
     };
     return all;
 }
@@ -100,19 +103,19 @@ public:
         Prepare();
         const std::vector<std::uint8_t> before = world_.Memory();
         RunOperation();
-        // Named by the tick's message, or by the console as it ends.
-        const std::vector<std::uint16_t> reached = world_.link.TakeMayHaveReached();
-        world_.said.mayHaveReached.insert(reached.begin(), reached.end());
+        HearWhatWasReached();
         LookAtWhatWasSaid();
         LookAtMemory(before);
         LookAtBoxes();
         OpenAgain();
+        HearWhatWasReached();
         LookAtMemory(before);
         unseen = !wrong_.str().empty() && Unseeable();
         return unseen ? std::string() : wrong_.str();
     }
 
 private:
+    [[nodiscard]] bool GivesUp() const { return case_.trouble->giveUpAfter > 0ms; }
     [[nodiscard]] bool Permanent() const {
         return !case_.trouble->fault.firstTimeOnly && case_.trouble->fault.afterBytes == 0;
     }
@@ -131,6 +134,8 @@ private:
         };
     }
     void RunOperation() {
+        bool given = false;
+        MonotonicTime givenUpAt{0};
         Task task = case_.operation->run(world_);
         task.Start();
         for (int i = 0; !task.Done(); ++i) {
@@ -139,9 +144,19 @@ private:
                 return;
             }
             const auto since = world_.link.AwaitingSince();
-            if (case_.trouble->giveUp && since && world_.clock.Now() - *since > 100ms) world_.cancel();
-            world_.turns.RunOneOrSleep(case_.trouble->giveUp ? MonotonicTime(50ms) : MonotonicTime::max());
+            const bool enough = GivesUp() && since && world_.clock.Now() - *since >= case_.trouble->giveUpAfter;
+            if (enough && !std::exchange(given, true)) {
+                givenUpAt = world_.clock.Now();
+                world_.cancel();
+            }
+            world_.turns.RunOneOrSleep(GivesUp() ? MonotonicTime(10ms) : MonotonicTime::max());
         }
+        if (given && world_.clock.Now() - givenUpAt > 100ms) wrong_ << "goes on after it was given up; ";
+    }
+    /// Named by the tick's message, or by the console as it ends.
+    void HearWhatWasReached() {
+        const std::vector<std::uint16_t> reached = world_.link.TakeMayHaveReached();
+        world_.said.mayHaveReached.insert(reached.begin(), reached.end());
     }
     void LookAtWhatWasSaid() {
         for (const auto& [byte, value] : world_.said.shown) {
@@ -180,11 +195,11 @@ private:
         for (const MessageBox& box : world_.dialogs.shown)
             warnings += box.title.starts_with("WARNING") ? 1 : 0;
         const bool lost = case_.trouble->fault.kind == FaultKind::HangUp;
-        const std::size_t most = case_.trouble->giveUp ? 0 : Permanent() || lost ? (case_.retry ? 2U : 1U) : 0;
+        const std::size_t most = GivesUp() ? 0 : Permanent() || lost ? (case_.retry ? 2U : 1U) : 0;
         if (warnings > most) wrong_ << warnings << " warnings; ";
         const std::size_t others = world_.dialogs.shown.size() - warnings;
         if (others > (most > 0 ? 2U : 0U)) wrong_ << others << " other boxes; ";
-        if (most == 0 && !case_.trouble->giveUp && world_.link.LinkFailed()) wrong_ << "the link failed; ";
+        if (most == 0 && !GivesUp() && world_.link.LinkFailed()) wrong_ << "the link failed; ";
     }
     void OpenAgain() {
         world_.board.ClearFaults();
