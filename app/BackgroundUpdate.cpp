@@ -52,6 +52,7 @@ void BackgroundUpdate::TickOffline() {
 Task BackgroundUpdate::TickOnline(bool transferring) {
     if (!wasOnline_) {
         onlineTicks_ = 0;
+        reached_.clear();
         // The file may have come or changed since.
         LookForUserProgram();
     }
@@ -99,6 +100,16 @@ void BackgroundUpdate::LookForUserProgram() {
     }
 }
 
+std::string BackgroundUpdate::ReachedText() {
+    for (const std::uint16_t byte : link_.TakeMayHaveReached())
+        reached_.insert(byte);
+    if (reached_.empty()) return {};
+    std::string text = "\nA value had to be sent again. The board may have set to 255:";
+    for (const std::uint16_t byte : reached_)
+        text += " B" + std::to_string(byte);
+    return text;
+}
+
 void BackgroundUpdate::ShowAlarms() {
     std::string alarmText;
     for (std::size_t i = 0; i < AlarmCount; ++i) {
@@ -106,6 +117,7 @@ void BackgroundUpdate::ShowAlarms() {
     }
     const bool normal = alarmText.empty();
     program_.systemMessage = normal ? "Set-up Program is Currently ONLINE\n-- System Normal --" : alarmText;
+    program_.systemMessage += ReachedText();
     panelText_ = Panel(normal ? "All Faults Normal" : "Faults Active in PLC");
 }
 

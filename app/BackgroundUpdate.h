@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace vantrel {
@@ -43,6 +44,8 @@ private:
     [[nodiscard]] TaskOf<std::optional<int>> Read(int byte);
     void LookForUserProgram();
     void ShowAlarms();
+    /// What half-sent writes may have done to the board since it came ONLINE, for the user; empty when nothing.
+    [[nodiscard]] std::string ReachedText();
 
     Program& program_;
     RSComm& link_;
@@ -50,6 +53,7 @@ private:
     std::string panelText_;
     bool wasOnline_ = false;
     int onlineTicks_ = 0;
+    std::set<std::uint16_t> reached_; ///< Bytes; kept in sight while ONLINE.
     /// The set-up file whose user program `boardType_` was taken from.
     std::optional<std::filesystem::path> typeOf_;
     std::int16_t boardType_ = 0;

@@ -45,7 +45,7 @@ void Open(Document& document, const fs::path& file, std::ostream& err) {
     document.ApplyLoadedFile();
 }
 
-void Write(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
+void Write(const ReportFileJob& job, Clock& clock, std::ostream& err) {
     if (!MayBeReplaced(job.reportFile)) {
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            QuotedPath(job.reportFile) +
@@ -54,7 +54,7 @@ void Write(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
     Document document(ProgramVersion(), clock);
     Open(document, job.setupFile, err);
     const auto printer = job.makePrinter(job.reportFile, ReportTitle(document.BracketName));
-    TurnQueue turns(const_cast<Clock&>(clock)); // SCRATCH
+    TurnQueue turns(clock);
     Task task = PrintReport({.record = document.CurrentConfiguration,
                              .name = document.BracketName,
                              .generalDate = [&] { return job.generalDate(clock.LocalNow()); }},
@@ -64,7 +64,7 @@ void Write(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
 
 } // namespace
 
-int WriteReportFile(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
+int WriteReportFile(const ReportFileJob& job, Clock& clock, std::ostream& err) {
     try {
         Write(job, clock, err);
         return 0;

@@ -92,7 +92,7 @@ int PrintReportOf(const Options& options, int argc, char** argv) {
     }
     PrintWithoutScreen();
     const QApplication application(argc, argv);
-    const SystemClock clock;
+    SystemClock clock;
     return WriteReportFile({.setupFile = PathFromUtf8(options.file),
                             .reportFile = PathFromUtf8(options.report),
                             .makePrinter = PdfPrinter,

@@ -62,6 +62,13 @@ std::string AddressHelp() {
            "\n";
 }
 
+std::string ReadHelp() {
+    return AddressHelp() + "A range, W16384-W16396, is all words from the first to the second; likewise bytes, double\n"
+                           "words, flags, and bits of a byte. A value that the board did not give clearly, twice, is\n"
+                           "not printed, but named as not read reliably.\n"
+                           "\n";
+}
+
 std::string FieldHelp() {
     const auto limits = [](const FieldDescription& field, char notation, std::int32_t maximum) {
         const std::string_view type(&notation, 1);

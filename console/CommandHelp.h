@@ -18,6 +18,7 @@ namespace vantrel {
 
 [[nodiscard]] std::string NoFurtherHelp();
 [[nodiscard]] std::string AddressHelp();
+[[nodiscard]] std::string ReadHelp();
 [[nodiscard]] std::string FieldHelp();
 [[nodiscard]] std::string SimulateHelp();
 

@@ -88,6 +88,10 @@ void AddPort(CLI::App& command, Arguments& arguments) {
     AddTrace(command, arguments);
 }
 
+void AddJson(CLI::App& command, Arguments& arguments, const char* what) {
+    command.add_flag("--json", arguments.json, what);
+}
+
 void AddNew(CLI::App& command, Arguments& arguments) {
     AddFile(command, arguments, "The set-up file to write");
     AddYes(command, arguments, YesToFile);
@@ -96,7 +100,7 @@ void AddNew(CLI::App& command, Arguments& arguments) {
 void AddShow(CLI::App& command, Arguments& arguments) {
     AddFile(command, arguments, "The set-up file to show");
     command.add_flag("--all", arguments.all, "Show the unused sequences, too");
-    command.add_flag("--json", arguments.json, "The whole record as JSON, for other programs");
+    AddJson(command, arguments, "The whole record as JSON, for other programs");
 }
 
 void AddReport(CLI::App& command, Arguments& arguments) {
@@ -138,17 +142,22 @@ void AddDownload(CLI::App& command, Arguments& arguments) {
 void AddUpload(CLI::App& command, Arguments& arguments) {
     AddFile(command, arguments, "The set-up file to write; the descriptions of one that exists stay");
     AddPort(command, arguments);
+    command.add_flag("--verify", arguments.verify, "Read everything twice and name what differs");
     AddYes(command, arguments, YesToTransfers);
 }
 
 void AddCompare(CLI::App& command, Arguments& arguments) {
     AddFile(command, arguments, "The set-up file to compare with the board");
+    AddJson(command, arguments, "What differs as JSON, for other programs");
     AddPort(command, arguments);
     AddYes(command, arguments, YesToTrace);
 }
 
 void AddRead(CLI::App& command, Arguments& arguments) {
-    command.add_option("ADDRESS", arguments.addresses, "Addresses in the board's memory")->required()->type_name("");
+    command.add_option("ADDRESS", arguments.addresses, "Addresses in the board's memory, or ranges of them")
+        ->required()
+        ->type_name("");
+    AddJson(command, arguments, "The values as JSON, for other programs");
     AddPort(command, arguments);
     AddYes(command, arguments, YesToTrace);
 }
@@ -163,6 +172,7 @@ void AddStatus(CLI::App& command, Arguments& arguments) {
                     "in hexadecimal, from this set-up file")
         ->check(ForgottenValue)
         ->option_text("FILE");
+    AddJson(command, arguments, "The same as JSON, for other programs");
     AddPort(command, arguments);
     AddYes(command, arguments, YesToTrace);
 }
@@ -175,6 +185,7 @@ void AddWrite(CLI::App& command, Arguments& arguments) {
 }
 
 void AddBoard(CLI::App& command, Arguments& arguments) {
+    AddJson(command, arguments, "The same as JSON, for other programs");
     AddPort(command, arguments);
     command.add_flag("--reset-faults", arguments.resetFaults, "Set the fault and error codes back to 0 first");
     command.add_flag("--set-clock", arguments.setClock, "Set the board's time and date to the computer's first");
@@ -238,10 +249,12 @@ constexpr std::array<Command, 14> Commands = {{
      "  vantrelctl download plant.sdt --port /dev/ttyUSB0 --speed 19200 --yes\n",
      DownloadCommand},
     {"upload", "Read the settings of the board into a set-up file", AddUpload, NoFurtherHelp,
-     "  vantrelctl upload plant.sdt --port 1\n", UploadCommand},
+     "  vantrelctl upload plant.sdt --port 1 --verify\n", UploadCommand},
     {"compare", "Name what differs between a set-up file and the board; writes nothing to either", AddCompare,
      NoFurtherHelp, "  vantrelctl compare plant.sdt --port 1\n", CompareCommand},
-    {"read", "Read values from the board's memory", AddRead, AddressHelp, "  vantrelctl read W6400 B8176 --port 1\n",
+    {"read", "Read values from the board's memory", AddRead, ReadHelp,
+     "  vantrelctl read W6400 B8176 --port 1\n"
+     "  vantrelctl read W16384-W16396 --port 1 --json\n",
      ReadCommand},
     {"write", "Write one value to the board's memory", AddWrite, AddressHelp, "  vantrelctl write W6400 100 --port 1\n",
      WriteCommand},

@@ -75,7 +75,7 @@ MessageAnswer ConsoleDialogs::Ask(MessageButtons buttons) {
         return MessageAnswer::Yes;
     }
     std::string line;
-    while (host_.personPresent && !(interrupted_ && *interrupted_) && std::getline(host_.in, line)) {
+    while (host_.personPresent && !Interrupted() && std::getline(host_.in, line)) {
         if (const Choice* choice = ChoiceNamed(question, line)) return choice->answer;
         host_.err << question.prompt << std::flush;
     }
@@ -83,6 +83,7 @@ MessageAnswer ConsoleDialogs::Ask(MessageButtons buttons) {
               << (host_.personPresent ? "\n"
                   : mayAgree          ? " (no terminal to ask at; --yes answers yes)\n"
                                       : " (no terminal to ask at)\n");
+    if (Interrupted() && look_) look_();
     return question.Careful().answer;
 }
 

@@ -6,6 +6,8 @@
 #include "platform/Dialogs.h"
 
 #include <atomic>
+#include <functional>
+#include <utility>
 
 namespace vantrel {
 
@@ -17,16 +19,23 @@ public:
 
     MessageAnswer Show(const MessageBox& box) override;
 
-    /// Once this flag is up, questions get the careful answer without being asked.
-    void HeedInterrupts(const std::atomic<bool>& interrupted) { interrupted_ = &interrupted; }
+    /// Once this flag is up, questions get the careful answer without being asked; `look` is called when it has gone up
+    /// at a question.
+    void HeedInterrupts(const std::atomic<bool>& interrupted, std::function<void()> look) {
+        interrupted_ = &interrupted;
+        look_ = std::move(look);
+    }
+    void LookNoMore() { look_ = nullptr; }
 
 private:
     MessageAnswer Ask(MessageButtons buttons);
+    [[nodiscard]] bool Interrupted() const { return interrupted_ && *interrupted_; }
 
     ConsoleHost& host_;
     ProgressBar& progress_;
     bool answersYes_;
     const std::atomic<bool>* interrupted_ = nullptr;
+    std::function<void()> look_;
 };
 
 } // namespace vantrel

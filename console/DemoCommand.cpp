@@ -67,7 +67,7 @@ Round SendAndFetch(CommandContext& context, const fs::path& sent, const fs::path
     context.Say("Downloading to " + session.PortName() + " at " + DemonstrationSpeed + " baud.");
     SaveAs(document, sent);
     session.Open();
-    ExitCode end = SendDocument(context, session);
+    ExitCode end = session.Failed() ? ExitCode::LinkFailed : SendDocument(context, session);
     if (end == ExitCode::Done) {
         context.Say("Uploading into a second file, which has nothing but the descriptions and notations yet.");
         document.CurrentConfiguration.Values = document.DefaultConfiguration.Values;

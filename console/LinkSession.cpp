@@ -90,8 +90,8 @@ void RequireOwnTrace(const CommandContext& context) {
 } // namespace
 
 LinkSession::LinkSession(CommandContext& context)
-    : context_(context),
-      link_(context.program.CommSettingsFile(), AllowedPorts(context), context.host.clock, context.dialogs) {
+    : context_(context), turns_(context.host.clock),
+      link_(context.program.CommSettingsFile(), AllowedPorts(context), context.host.clock, context.dialogs, turns_) {
     const PortChoice choice = ChoiceFor(context);
     RequireOwnTrace(context);
     port_ = context.host.reachBoard(choice, SupportFolder(context));
@@ -99,8 +99,8 @@ LinkSession::LinkSession(CommandContext& context)
 }
 
 LinkSession::LinkSession(CommandContext& context, const PortChoice& choice, const std::string& speed)
-    : context_(context), port_(context.host.reachBoard(choice, SupportFolder(context))),
-      link_(context.program.CommSettingsFile(), AllowedPorts(context), context.host.clock, context.dialogs) {
+    : context_(context), port_(context.host.reachBoard(choice, SupportFolder(context))), turns_(context.host.clock),
+      link_(context.program.CommSettingsFile(), AllowedPorts(context), context.host.clock, context.dialogs, turns_) {
     link_.SetPortOverride({.number = {}, .speed = speed, .leaveFileAlone = true});
 }
 
@@ -114,25 +114,47 @@ void LinkSession::Open() {
     if (context_.arguments.trace) trace_.WriteTo(*context_.arguments.trace);
     link_.SetTrafficLog(&trace_);
     interrupted_ = &context_.host.catchInterrupts();
-    context_.dialogs.HeedInterrupts(*interrupted_);
+    turns_.HeedInterrupts(
+        *interrupted_, [this] { BeginToCancel(); }, [this] { GiveUpSilence(); });
+    context_.dialogs.HeedInterrupts(*interrupted_, [this] { turns_.Look(); });
     open_ = true;
-    link_.OpenRSComm(*port_.port);
+    Run(link_.OpenRSComm(*port_.port));
     cameOnline_ = link_.OnlineMode();
-    if (!cameOnline_) context_.Say(port_.name + ": there is no link to a board.");
+    if (cameOnline_) return;
+    context_.Say(Interrupted() ? "Cancelled before the board had answered."
+                               : port_.name + ": there is no link to a board.");
+}
+
+LinkSession::~LinkSession() {
+    CloseLink();
+    context_.dialogs.LookNoMore();
+}
+
+void LinkSession::BeginToCancel() {
+    context_.Say("Cancelling...");
+    link_.GiveUp();
+}
+
+void LinkSession::GiveUpSilence() {
+    // A wait for quiet is left alone: what comes behind it would be out of step.
+    if (link_.AwaitingSince()) link_.GiveUp();
 }
 
 ExitCode LinkSession::Close(ExitCode end) {
+    const bool failed = Failed();
     CloseLink();
     const std::string traceProblem = trace_.Finish();
     if (!traceProblem.empty()) context_.Say(traceProblem);
-    if (Failed()) return ExitCode::LinkFailed;
+    if (failed) return ExitCode::LinkFailed;
     return traceProblem.empty() ? end : ExitCode::FileError;
 }
 
 void LinkSession::CloseLink() {
     if (!open_) return;
     open_ = false;
-    link_.CloseRSComm();
+    // What there was to cancel has ended.
+    turns_.TellNoMore();
+    Run(link_.CloseRSComm());
 }
 
 } // namespace vantrel

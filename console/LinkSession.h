@@ -3,11 +3,13 @@
 
 #include "console/ByteTrace.h"
 #include "console/CommandContext.h"
+#include "console/ConsoleTurns.h"
 #include "link/RSComm.h"
 
 #include <atomic>
 #include <cstddef>
 #include <string>
+#include <utility>
 
 namespace vantrel {
 
@@ -20,20 +22,30 @@ public:
     LinkSession(CommandContext& context, const PortChoice& choice, const std::string& speed);
     LinkSession(const LinkSession&) = delete;
     LinkSession& operator=(const LinkSession&) = delete;
-    ~LinkSession() { CloseLink(); }
+    ~LinkSession();
 
     /// Asks before the trace replaces a file that is none. False when the user wants to keep it; then nothing may be
     /// opened.
     [[nodiscard]] bool TraceAccepted();
-    /// Opens the port and asks the board for a sign of life; from here on an interrupt ends the work in good order. The
-    /// link's own boxes, and a line that names the port, tell the user what went wrong. Throws RuntimeError when the
-    /// trace cannot be opened.
+    /// Opens the port and asks the board for a sign of life; from here on an interrupt ends the work in good order,
+    /// and a silent board is given up then. The link's own boxes, and a line that names the port, tell the user what
+    /// went wrong. Throws RuntimeError when the trace cannot be opened.
     void Open();
     /// Says goodbye to the board, closes the port and the trace. How the command ends that would have ended with `end`:
-    /// a failed link and a trace that could not be written, which the user is told, outrank it.
+    /// a link that had failed before the goodbye and a trace that could not be written, which the user is told, outrank
+    /// it. Whether the goodbye is answered makes no difference.
     [[nodiscard]] ExitCode Close(ExitCode end);
 
     [[nodiscard]] RSComm& Link() { return link_; }
+    [[nodiscard]] ConsoleTurns& Turns() { return turns_; }
+    /// Runs an operation of the link, or a pass over it, to its end.
+    template <typename Result> Result Run(TaskOf<Result> task) { return turns_.RunToEnd(task); }
+    /// Runs what `pass` does, and all of it again when the port was opened again meanwhile: what had been read before
+    /// may be another board's.
+    template <typename Pass> void RunWhole(const Pass& pass) {
+        while (RunsAnew(pass)) {
+        }
+    }
     [[nodiscard]] bool CameOnline() const { return cameOnline_; }
     /// The link never came up, or broke since.
     [[nodiscard]] bool Failed() const { return !cameOnline_ || link_.LinkFailed(); }
@@ -44,9 +56,17 @@ public:
 
 private:
     void CloseLink();
+    void BeginToCancel();
+    void GiveUpSilence();
+    template <typename Pass> bool RunsAnew(const Pass& pass) {
+        const int opened = link_.Opened();
+        pass();
+        return link_.Opened() != opened && !Failed() && !Interrupted();
+    }
 
     CommandContext& context_;
     BoardPort port_;
+    ConsoleTurns turns_;
     RSComm link_;
     ByteTrace trace_;
     const std::atomic<bool>* interrupted_ = nullptr;

@@ -1,11 +1,16 @@
 // The commands that read and write single values of the board's memory.
+#include "console/AddressList.h"
 #include "console/Commands.h"
 #include "console/LinkSession.h"
+#include "console/ResultJson.h"
+#include "console/TransferReport.h"
+#include "link/ReadingWalk.h"
 #include "link/TargetAddress.h"
 #include "text/NumberText.h"
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 namespace vantrel {
 
@@ -22,21 +27,42 @@ void RequireNumber(const std::string& value) {
     }
 }
 
-/// Prints the value, or says why there is none. False when there is none.
-bool ReadOne(CommandContext& context, LinkSession& session, const std::string& address) {
-    const std::string value = session.Link().RSRead(address);
-    if (!session.Link().ReadFailed()) {
-        // No next value's echo would show it.
-        if (session.Link().SurplusFollows()) {
-            context.Say(address + " was not read reliably: the board sent more than it was asked for. Read it again.");
-            return false;
-        }
-        context.host.out << address << ' ' << value << '\n' << std::flush;
-        return true;
+void Keep(std::vector<NamedReading>& readings, const std::vector<std::string>& addresses,
+          const std::optional<JudgedReading>& judged) {
+    if (judged) readings.push_back({addresses.at(judged->tag), judged->reading});
+}
+
+/// Reads one address after the other, until the link fails or the user has had enough.
+Task ReadAll(LinkSession& session, const std::vector<std::string>& addresses, std::vector<NamedReading>& readings) {
+    ReadingWalk walk(session.Link());
+    for (std::size_t i = 0; i < addresses.size(); ++i) {
+        co_await session.Turns().Next();
+        if (session.Failed() || session.Interrupted()) break;
+        const auto judged = co_await walk.Read(addresses[i], i);
+        Keep(readings, addresses, judged);
     }
-    context.Say(address + " could not be read: " +
-                (session.Link().LinkFailed() ? "the link to the board failed." : "the board's answer did not fit."));
-    return false;
+    const auto last = co_await walk.End();
+    Keep(readings, addresses, last);
+}
+
+std::string UnreadText(const NamedReading& read) {
+    return read.address + (read.reading.HasLinkFailed() ? " could not be read: the link to the board failed."
+                                                        : " was not read reliably, also when it was read again.");
+}
+
+/// Prints the values, and says which there are none of. True when all `addresses` have been read.
+bool Report(CommandContext& context, const LinkSession& session, const std::vector<NamedReading>& readings,
+            std::size_t addresses) {
+    const bool json = context.arguments.json;
+    if (json) context.host.out << ReadingsJson(readings);
+    std::size_t read = 0;
+    for (const NamedReading& each : readings) {
+        const auto number = each.reading.Number();
+        if (number && !json) context.host.out << each.address << ' ' << *number << '\n';
+        if (number) ++read;
+        if (!number && !(session.Interrupted() && each.reading.HasLinkFailed())) context.Say(UnreadText(each));
+    }
+    return read == addresses;
 }
 
 /// The number that the digits of an accepted value make.
@@ -60,41 +86,47 @@ ExitCode EndOf(WriteOutcome outcome) {
 
 std::string NothingWritten(const std::string& address) { return "Nothing was written to " + address + "."; }
 
-void ReportWrite(CommandContext& context, WriteOutcome outcome, const std::string& address) {
+void ReportWrite(CommandContext& context, const LinkSession& session, const WriteResult& result,
+                 const std::string& address) {
     const std::string& value = context.arguments.value;
-    switch (outcome) {
+    const std::string unknown = " What stands there now is not known; read " + address + " tells.";
+    switch (result.outcome) {
     case WriteOutcome::Written:
         context.host.out << address << ' ' << WrittenNumber(value) << '\n';
-        break;
+        if (result.repeated) context.Say("Note: " + RepeatedText(address, result.mayHaveReached));
+        return;
     case WriteOutcome::Refused:
         context.Say(NothingWritten(address));
-        break;
+        return;
     case WriteOutcome::NotConfirmed:
-        context.Say("The board did not confirm " + value + " at " + address +
-                    ", also when it was sent again. What stands there now is not known; read " + address + " tells.");
+        context.Say("The board did not confirm " + value + " at " + address + ", also when it was asked again." +
+                    unknown);
         break;
     case WriteOutcome::LinkFailed:
-        context.Say("The link to the board failed before it confirmed " + value + " at " + address + ".");
+        context.Say((session.Interrupted() ? "Cancelled before the board had confirmed "
+                                           : "The link to the board failed before it confirmed ") +
+                    value + " at " + address + "." + unknown);
         break;
     }
+    if (!result.mayHaveReached.empty()) context.Say(CutOffText(address, result.mayHaveReached));
 }
 
 } // namespace
 
 ExitCode ReadCommand(CommandContext& context) {
-    for (const std::string& address : context.arguments.addresses)
-        RequireAddress(address);
+    const std::vector<std::string> addresses = AddressesIn(context.arguments.addresses);
     LinkSession session(context);
     if (!session.TraceAccepted()) return Refuse(context, "Nothing was read.");
     session.Open();
-    bool allRead = true;
-    for (const std::string& address : context.arguments.addresses) {
-        if (session.Failed() || session.Interrupted()) break;
-        allRead = ReadOne(context, session, address) && allRead;
-    }
-    const bool cancelled = session.Interrupted();
-    if (cancelled) context.Say("Cancelled.");
-    return session.Close(allRead && !cancelled ? ExitCode::Done : ExitCode::Refused);
+    if (session.Failed()) return session.Close(ExitCode::LinkFailed);
+    std::vector<NamedReading> readings;
+    session.RunWhole([&] {
+        readings.clear();
+        session.Run(ReadAll(session, addresses, readings));
+    });
+    const bool allRead = Report(context, session, readings, addresses.size());
+    if (session.Interrupted()) context.Say("Cancelled.");
+    return session.Close(allRead && !session.Interrupted() ? ExitCode::Done : ExitCode::Refused);
 }
 
 ExitCode WriteCommand(CommandContext& context) {
@@ -105,9 +137,9 @@ ExitCode WriteCommand(CommandContext& context) {
     if (!session.TraceAccepted()) return Refuse(context, NothingWritten(address));
     session.Open();
     if (session.Failed()) return session.Close(ExitCode::Refused);
-    const WriteOutcome outcome = session.Link().RSWrite(address, context.arguments.value);
-    ReportWrite(context, outcome, address);
-    return session.Close(EndOf(outcome));
+    const WriteResult result = session.Run(session.Link().RSWrite(address, context.arguments.value));
+    ReportWrite(context, session, result, address);
+    return session.Close(EndOf(result.outcome));
 }
 
 } // namespace vantrel

@@ -35,7 +35,7 @@ std::string DateText(std::chrono::local_seconds time) {
 std::string ReportText(const CommandContext& context) {
     const Document& document = context.program.document;
     TextPrinter printer;
-    TurnQueue turns;
+    TurnQueue turns(context.host.clock);
     Task task = PrintReport({.record = document.CurrentConfiguration,
                              .name = document.BracketName,
                              .generalDate = [&] { return DateText(context.host.clock.LocalNow()); }},

@@ -3,6 +3,7 @@
 #include "console/Commands.h"
 #include "console/LinkSession.h"
 #include "console/PrintableText.h"
+#include "console/ResultJson.h"
 #include "console/SetupFiles.h"
 #include "document/StatusTab.h"
 #include "link/TargetMap.h"
@@ -12,8 +13,10 @@
 #include <algorithm>
 #include <array>
 #include <iomanip>
+#include <optional>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -24,38 +27,42 @@ constexpr const char* Unread = "-";
 /// Keeps the rows of the status tab until they are printed.
 class StatusTable final : public StatusTabDisplay {
 public:
-    explicit StatusTable(const LinkSession& session) : session_(session) {
-        nodes_.fill(Unread);
-        statuses_.fill("-- : -");
-    }
+    explicit StatusTable(const LinkSession& session) : session_(session) {}
 
     [[nodiscard]] bool StatusWanted() const override { return !session_.Interrupted(); }
     [[nodiscard]] bool RowVisible(int) const override { return true; }
-    void ShowNode(int row, const std::string& text) override { Show(nodes_, row, text); }
-    void ShowStatus(int row, const std::string& text) override { Show(statuses_, row, text); }
+    void ShowNode(int row, const std::string& text) override { RowOf(row).node = text; }
+    void ShowStatus(int row, const std::string& text) override { RowOf(row).status = text; }
 
     /// Whether both values of every sequence have been read.
-    [[nodiscard]] bool Complete() const { return shown_ == 2 * SequenceCount; }
-    /// The rows up to the last one of which something has been read.
-    void Print(std::ostream& out) const {
-        if (reached_ == 0) return;
+    [[nodiscard]] bool Complete() const {
+        return rows_.size() == SequenceCount && std::none_of(rows_.begin(), rows_.end(), [](const auto& row) {
+                   return row.node == Unread || row.status == Unread || row.status == NoStatus;
+               });
+    }
+    /// As JSON, or as a table; up to the last row of which something has been read.
+    void Print(std::ostream& out, bool json) const {
+        if (rows_.empty()) return;
+        if (json) {
+            out << StatusJson(rows_);
+            return;
+        }
         out << "Seq #  Node #  Communication Status\n";
-        for (std::size_t i = 0; i < reached_; ++i)
-            out << std::setw(5) << i << std::setw(8) << nodes_.at(i) << "  " << statuses_.at(i) << '\n';
+        for (std::size_t i = 0; i < rows_.size(); ++i)
+            out << std::setw(5) << i << std::setw(8) << rows_[i].node << "  " << rows_[i].status << '\n';
     }
 
 private:
-    void Show(SequenceAddresses& column, int row, const std::string& text) {
-        column.at(static_cast<std::size_t>(row) - 1) = text;
-        reached_ = static_cast<std::size_t>(row);
-        ++shown_;
+    static constexpr const char* NoStatus = "-- : -"; ///< As the tab begins.
+
+    SequenceStatus& RowOf(int row) {
+        while (rows_.size() < static_cast<std::size_t>(row))
+            rows_.push_back({Unread, NoStatus});
+        return rows_.at(static_cast<std::size_t>(row) - 1);
     }
 
     const LinkSession& session_;
-    std::array<std::string, SequenceCount> nodes_;
-    std::array<std::string, SequenceCount> statuses_;
-    std::size_t shown_ = 0;
-    std::size_t reached_ = 0;
+    std::vector<SequenceStatus> rows_;
 };
 
 /// Keeps what the communication view shows of one sequence until it is printed. Of the data words those count that the
@@ -65,60 +72,70 @@ public:
     explicit SequenceReport(const LinkSession& session) : session_(session) {}
 
     [[nodiscard]] bool Active() const override { return !session_.Interrupted(); }
-    [[nodiscard]] bool RowVisible(int row) const override { return row <= std::max(send_.Words(), receive_.Words()); }
+    [[nodiscard]] bool RowVisible(int row) const override { return row <= std::max(Words(send_), Words(receive_)); }
     void ShowDescription(const std::string& text) override { description_ = text; }
-    void ShowNodeNumber(const std::string& text) override { node_ = text; }
+    void ShowNodeNumber(const std::string& text) override { status_.node = text; }
     void ShowSetting(SettingsGrid grid, int row, const std::string& text) override {
         (grid == SettingsGrid::Send ? send_ : receive_).settings.at(static_cast<std::size_t>(row) - 1) = text;
     }
-    void ShowStatus(const std::string& text) override { status_ = text; }
+    void ShowStatus(const std::string& text) override { status_.status = text; }
     void ShowDataWord(int row, DataDirection column, const std::string& text) override {
         (column == DataDirection::Send ? send_ : receive_).data.at(static_cast<std::size_t>(row) - 1) = text;
+    }
+    void ClearData() override {
+        send_.data.fill(Unread);
+        receive_.data.fill(Unread);
     }
 
     /// Whether everything that belongs to the sequence has been read.
     [[nodiscard]] bool Complete() const {
-        return node_ != Unread && status_ != Unread && send_.Complete() && receive_.Complete();
+        return status_.node != Unread && status_.status != Unread && IsComplete(send_) && IsComplete(receive_);
     }
-    void Print(std::ostream& out, std::size_t sequence) const;
+    void Print(std::ostream& out, std::size_t sequence, bool json) const;
 
 private:
     struct Direction {
-        std::array<std::string, 3> settings{Unread, Unread, Unread};
+        Direction() {
+            settings.fill(Unread);
+            data.fill(Unread);
+        }
+        std::array<std::string, 3> settings;
         std::array<std::string, DataWordCount> data;
-
-        /// 0..120, whatever the board holds as the count.
-        [[nodiscard]] int Words() const {
-            return std::clamp(LeadingInteger(settings.front()).value_or(0), 0, DataWordCount);
-        }
-        [[nodiscard]] std::string DataText(int row) const {
-            if (row > Words()) return "";
-            const std::string& text = data.at(static_cast<std::size_t>(row) - 1);
-            return text.empty() ? Unread : text;
-        }
-        [[nodiscard]] bool Complete() const {
-            return std::find(settings.begin(), settings.end(), Unread) == settings.end() &&
-                   std::none_of(data.begin(), data.begin() + Words(),
-                                [](const std::string& word) { return word.empty(); });
-        }
     };
+
+    /// 0..120, whatever the board holds as the count.
+    [[nodiscard]] static int Words(const Direction& direction) {
+        return std::clamp(LeadingInteger(direction.settings.front()).value_or(0), 0, DataWordCount);
+    }
+    [[nodiscard]] static std::vector<std::string> DataOf(const Direction& direction) {
+        return {direction.data.begin(), direction.data.begin() + Words(direction)};
+    }
+    [[nodiscard]] static bool IsComplete(const Direction& direction) {
+        const std::vector<std::string> data = DataOf(direction);
+        return std::find(direction.settings.begin(), direction.settings.end(), Unread) == direction.settings.end() &&
+               std::find(data.begin(), data.end(), Unread) == data.end();
+    }
 
     void PrintSettings(std::ostream& out) const;
     void PrintData(std::ostream& out) const;
 
     const LinkSession& session_;
     std::string description_ = Unread;
-    std::string node_ = Unread;
-    std::string status_ = Unread;
+    SequenceStatus status_{Unread, Unread};
     Direction send_;
     Direction receive_;
 };
 
-void SequenceReport::Print(std::ostream& out, std::size_t sequence) const {
-    if (node_ == Unread && status_ == Unread) return;
-    out << "Sequence Number:  " << sequence << "\nNode Number:      " << node_
-        << "\nDescription:      " << PrintableText(description_, Layout::Drop) << "\nStatus:           " << status_
-        << "\n\n";
+void SequenceReport::Print(std::ostream& out, std::size_t sequence, bool json) const {
+    if (status_.node == Unread && status_.status == Unread) return;
+    if (json) {
+        out << SequenceJson(sequence, description_, status_, {send_.settings, receive_.settings},
+                            {DataOf(send_), DataOf(receive_)});
+        return;
+    }
+    out << "Sequence Number:  " << sequence << "\nNode Number:      " << status_.node
+        << "\nDescription:      " << PrintableText(description_, Layout::Drop)
+        << "\nStatus:           " << status_.status << "\n\n";
     PrintSettings(out);
     if (RowVisible(1)) PrintData(out);
 }
@@ -135,10 +152,11 @@ void SequenceReport::PrintSettings(std::ostream& out) const {
 
 void SequenceReport::PrintData(std::ostream& out) const {
     out << "\nWord  Send Data  Receive Data\n";
-    for (int row = 1; RowVisible(row); ++row) {
-        const std::string received = receive_.DataText(row);
-        out << std::setw(4) << row << std::setw(11) << send_.DataText(row);
-        if (!received.empty()) out << std::setw(14) << received;
+    const std::vector<std::string> sent = DataOf(send_);
+    const std::vector<std::string> received = DataOf(receive_);
+    for (std::size_t i = 0; i < std::max(sent.size(), received.size()); ++i) {
+        out << std::setw(4) << i + 1 << std::setw(11) << (i < sent.size() ? sent[i] : "");
+        if (i < received.size()) out << std::setw(14) << received[i];
         out << '\n';
     }
 }
@@ -154,31 +172,30 @@ ExitCode EndOf(CommandContext& context, LinkSession& session, bool complete) {
     return session.Close(complete && !session.Interrupted() ? ExitCode::Done : ExitCode::Refused);
 }
 
-/// No next value's echo would show a byte too many behind the last one.
-bool InStep(LinkSession& session) { return session.Failed() || !session.Link().SurplusFollows(); }
-
 ExitCode ShowAll(CommandContext& context, LinkSession& session) {
-    StatusTable table(session);
-    TurnQueue turns;
     const SequenceAddresses nodes = NodeNumberAddressTable();
     const SequenceAddresses statuses = StatusWordAddressTable();
-    Task pass = RefreshStatusTab(table, nodes, statuses, session.Link(), turns);
-    turns.RunToEnd(pass);
-    table.Print(context.host.out);
-    return EndOf(context, session, table.Complete() && InStep(session));
+    std::optional<StatusTable> table;
+    session.RunWhole([&] {
+        table.emplace(session);
+        session.Run(RefreshStatusTab(*table, nodes, statuses, session.Link(), session.Turns()));
+    });
+    table->Print(context.host.out, context.arguments.json);
+    return EndOf(context, session, table->Complete());
 }
 
 ExitCode ShowOne(CommandContext& context, LinkSession& session, std::size_t sequence) {
-    SequenceReport report(session);
-    TurnQueue turns;
     const auto selected = static_cast<std::int16_t>(sequence);
-    SequenceMonitor monitor(context.program.document.CurrentConfiguration, session.Link(), turns, selected, report);
-    Task settings = monitor.RefreshSettings(SettingsBaseOf(selected));
-    turns.RunToEnd(settings);
-    Task data = monitor.RefreshStatusAndData();
-    turns.RunToEnd(data);
-    report.Print(context.host.out, sequence);
-    return EndOf(context, session, report.Complete() && InStep(session));
+    std::optional<SequenceReport> report;
+    session.RunWhole([&] {
+        report.emplace(session);
+        SequenceMonitor monitor(context.program.document.CurrentConfiguration, session.Link(), session.Turns(),
+                                selected, *report);
+        session.Run(monitor.RefreshSettings(SettingsBaseOf(selected)));
+        session.Run(monitor.RefreshStatusAndData());
+    });
+    report->Print(context.host.out, sequence, context.arguments.json);
+    return EndOf(context, session, report->Complete());
 }
 
 } // namespace

@@ -57,22 +57,29 @@ bool MayTransferInto(CommandContext& context, LinkSession& session) {
 
 /// A board that was away for a while may have lost what it had confirmed before; only reading it back tells.
 ExitCode SendAndVerify(CommandContext& context, LinkSession& session) {
-    ExitCode end = SendDocument(context, session);
+    const ExitCode sent = SendDocument(context, session);
     const int reopened = session.Link().Reopened();
     const bool verifies = context.arguments.verify && !session.Failed() && !session.Interrupted();
-    if (verifies) end = std::max(end, CompareDocument(context, session));
-    const bool foundEqual = verifies && end == ExitCode::Done;
-    const bool settled = session.Link().Reopened() == reopened && (reopened == 0 || foundEqual);
+    const ExitCode verified = verifies ? CompareDocument(context, session) : ExitCode::Done;
+    const ExitCode end = std::max(sent, verified);
+    const bool settled = reopened == 0 || verifies;
     if (session.Failed() || settled) return end;
     context.Say("The link was taken up again; what the board lost meanwhile is not known. Compare, or download again.");
     return std::max(end, ExitCode::Refused);
 }
 
-/// What was read before the board was away need not be what it holds since.
-ExitCode IfNeverAway(CommandContext& context, LinkSession& session, ExitCode end, const std::string& again) {
-    if (session.Failed() || session.Link().Reopened() == 0) return end;
-    context.Say("The link was taken up again; what was read before may be out of date. " + again);
-    return std::max(end, ExitCode::Refused);
+ExitCode Fetch(CommandContext& context, LinkSession& session) {
+    const ExitCode fetched = FetchDocument(context, session);
+    return fetched == ExitCode::Done && context.arguments.verify ? FetchAgain(context, session) : fetched;
+}
+
+/// A data byte has no check on its way; whoever wants to be surer has it read twice.
+std::string UploadedText(const CommandContext& context, const LinkSession& session) {
+    const std::string how = context.arguments.verify
+                                ? " values, read twice with the same result."
+                                : " values, every answer in step. (--verify reads everything twice: a data byte has no "
+                                  "check on its way.)";
+    return "Uploaded " + session.PortName() + " to " + DocumentFile(context) + ": " + std::to_string(ValueCount) + how;
 }
 
 } // namespace
@@ -85,6 +92,10 @@ ExitCode DownloadCommand(CommandContext& context) {
         return Refuse(context, "Nothing was sent to the board.");
     }
     session.Open();
+    if (session.Failed()) {
+        context.Say("No value reached the board.");
+        return session.Close(ExitCode::LinkFailed);
+    }
     return session.Close(SendAndVerify(context, session));
 }
 
@@ -95,12 +106,11 @@ ExitCode UploadCommand(CommandContext& context) {
         return Refuse(context, "Nothing was read from the board, and nothing was written.");
     }
     session.Open();
-    const ExitCode fetched = IfNeverAway(context, session, FetchDocument(context, session), "Upload again.");
+    const ExitCode fetched = session.Failed() ? ExitCode::LinkFailed : Fetch(context, session);
     const ExitCode end = session.Close(fetched);
     if (fetched == ExitCode::Done) {
         SaveSetupFile(context);
-        context.Say("Uploaded " + session.PortName() + " to " + DocumentFile(context) + ": " +
-                    std::to_string(ValueCount) + " values, all read reliably.");
+        context.Say(UploadedText(context, session));
     } else {
         context.Say("No file was written.");
     }
@@ -115,7 +125,7 @@ ExitCode CompareCommand(CommandContext& context) {
     }
     session.Open();
     if (session.Failed()) return session.Close(ExitCode::LinkFailed);
-    return session.Close(IfNeverAway(context, session, CompareDocument(context, session), "Compare again."));
+    return session.Close(CompareDocument(context, session));
 }
 
 } // namespace vantrel

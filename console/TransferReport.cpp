@@ -24,6 +24,20 @@ std::string ButFor(std::size_t unconfirmed) {
            " that the board did not confirm";
 }
 
+/// "B16639", "B255 and B16639", "B1, B2 and B3"
+std::string BytesText(const std::vector<std::uint16_t>& bytes) {
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (i > 0) text += i + 1 == bytes.size() ? " and " : ", ";
+        text += "B" + std::to_string(bytes[i]);
+    }
+    return text;
+}
+
+std::string MayHaveSet(const std::vector<std::uint16_t>& bytes) {
+    return "may have set " + BytesText(bytes) + " to 255 on the board.";
+}
+
 } // namespace
 
 std::string ReachedText(std::size_t walked, std::size_t unconfirmed) {
@@ -36,9 +50,19 @@ std::string ReachedText(std::size_t walked, std::size_t unconfirmed) {
            std::to_string(ValueCount - arrived) + " of " + std::to_string(ValueCount) + " values did not.";
 }
 
-std::string DifferenceText(const ValueDifference& difference) {
-    return ValueName(difference.index) + ": file " + std::to_string(difference.inRecord) + ", board " +
-           std::to_string(difference.onBoard);
+std::string DifferenceText(const ValueDifference& difference, const std::string& recordSide,
+                           const std::string& boardSide) {
+    return ValueName(difference.index) + ": " + recordSide + " " + std::to_string(difference.inRecord) + ", " +
+           boardSide + " " + std::to_string(difference.onBoard);
+}
+
+std::string RepeatedText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached) {
+    return what + " had to be sent twice" +
+           (mayHaveReached.empty() ? "." : "; the first attempt, cut off, " + MayHaveSet(mayHaveReached));
+}
+
+std::string CutOffText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached) {
+    return what + ": the part that was sent " + MayHaveSet(mayHaveReached);
 }
 
 } // namespace vantrel

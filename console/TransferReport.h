@@ -5,7 +5,9 @@
 #include "document/SettingsTransfer.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -13,7 +15,13 @@ namespace vantrel {
 /// of those.
 [[nodiscard]] std::string ReachedText(std::size_t walked, std::size_t unconfirmed);
 
-/// "sequence 0, NodeNumber: file 2, board 7"
-[[nodiscard]] std::string DifferenceText(const ValueDifference& difference);
+/// "sequence 0, NodeNumber: file 2, board 7", between whatever two sides.
+[[nodiscard]] std::string DifferenceText(const ValueDifference& difference, const std::string& recordSide = "file",
+                                         const std::string& boardSide = "board");
+
+/// That `what` had to be sent twice, and which bytes its first, half-sent attempt may have set to 255.
+[[nodiscard]] std::string RepeatedText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached);
+/// Which bytes the part of `what` that was sent may have set to 255.
+[[nodiscard]] std::string CutOffText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached);
 
 } // namespace vantrel

@@ -1,45 +1,19 @@
-// The transfers as jobs of a loop that an interrupt can end, and the report of each.
+// The transfers as jobs that an interrupt can end, and the report of each.
 #include "console/Transfers.h"
 
 #include "console/PrintableText.h"
+#include "console/ResultJson.h"
 #include "console/SetupFiles.h"
 #include "console/TransferReport.h"
 #include "link/TargetMap.h"
-#include "platform/TurnQueue.h"
+#include "text/PathText.h"
 
-#include <algorithm>
-#include <functional>
 #include <ostream>
+#include <string>
 
 namespace vantrel {
 
 namespace {
-
-/// The console's event loop: nothing but turns, and the interrupt that cancels what is running.
-class ConsoleTurns final : public TurnQueue {
-public:
-    ConsoleTurns(CommandContext& context, const LinkSession& session)
-        : context_(context), interrupted_(session.Interrupted()) {}
-
-    template <typename Job> void Run(Job& job) {
-        cancel_ = [&job] { job.Cancel(); };
-        Task task = job.Run();
-        RunToEnd(task);
-    }
-
-private:
-    void TurnAdded() override {
-        if (!interrupted_ || cancelled_) return;
-        cancelled_ = true;
-        context_.Say("Cancelling...");
-        cancel_();
-    }
-
-    CommandContext& context_;
-    const std::atomic<bool>& interrupted_;
-    std::function<void()> cancel_;
-    bool cancelled_ = false;
-};
 
 std::string PrintableFile(const CommandContext& context) { return PrintableText(DocumentFile(context), Layout::Drop); }
 
@@ -59,93 +33,154 @@ void NameUnconfirmed(CommandContext& context, const SettingsTransfer& transfer, 
         context.Say(CountOfAll(transfer.Unconfirmed().size()) + " were " + words + ".");
 }
 
+/// Names the values that were sent twice, or cut off. The former may be confirmed all the same.
+void NameRepeated(CommandContext& context, const SettingsTransfer& transfer) {
+    for (const RepeatedWrite& repeated : transfer.Repeated()) {
+        const std::string name = ValueName(repeated.index);
+        const bool twice = repeated.index < transfer.Walked();
+        context.Say("Note: " +
+                    (twice ? RepeatedText(name, repeated.mayHaveReached) : CutOffText(name, repeated.mayHaveReached)));
+    }
+    // Of the flag, and of a sync byte that was spoiled on its way.
+    std::vector<std::uint16_t> rest = transfer.MayHaveReached();
+    for (const RepeatedWrite& repeated : transfer.Repeated()) {
+        std::erase_if(rest, [&](std::uint16_t byte) { return std::ranges::count(repeated.mayHaveReached, byte) > 0; });
+    }
+    if (!rest.empty()) context.Say("Note: " + CutOffText(WriteThroughFlag, rest));
+}
+
+void NameFlagUncleared(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer) {
+    if (session.Failed() || transfer.FlagCleared()) return;
+    context.Say("The board did not confirm " + std::string(WriteThroughFlag) +
+                " = 0 at the end: it may still expect a download.");
+}
+
 /// The flag that tells the board of a download; true when there is nothing to say.
 bool FlagInOrder(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer) {
     if (session.Failed()) return true;
-    const std::string flag = WriteThroughFlag;
-    if (!transfer.FlagRaised()) context.Say("The board did not confirm " + flag + " = 1 before the download.");
-    if (!transfer.FlagCleared()) {
-        context.Say("The board did not confirm " + flag + " = 0 after the download: it may still expect one.");
-    }
+    if (!transfer.FlagRaised())
+        context.Say("The board did not confirm " + std::string(WriteThroughFlag) + " = 1 before the download.");
+    NameFlagUncleared(context, session, transfer);
     return transfer.FlagRaised() && transfer.FlagCleared();
+}
+
+/// A board that outlives the command may be left expecting a download.
+void NameFlagLeft(CommandContext& context, const LinkSession& session) {
+    const Arguments& arguments = context.arguments;
+    if (!session.Failed() || arguments.port.empty()) return;
+    const std::string flag = WriteThroughFlag;
+    context.Say(flag +
+                " may have been left at 1: the board may still expect a download. Download again, or end it "
+                "with\n  vantrelctl write " +
+                flag + " 0 --port " + arguments.port + (arguments.speed ? " --speed " + *arguments.speed : ""));
 }
 
 void ReportUnfinishedDownload(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer) {
     if (transfer.Complete() && !session.Failed()) return;
-    if (!session.Failed()) context.Say("Cancelled.");
+    if (transfer.Cancelled())
+        context.Say(transfer.GaveUp() ? "Cancelled. The board gave no proper answer any more." : "Cancelled.");
     context.Say(ReachedText(transfer.Walked(), transfer.Unconfirmed().size()));
-    const bool boardOutlivesUs = !context.arguments.port.empty();
-    if (session.Failed() && session.CameOnline() && boardOutlivesUs) {
-        const std::string flag = WriteThroughFlag;
-        context.Say(flag + (transfer.FlagRaised() ? " was" : " may have been") +
-                    " left set to 1 when the link failed: the board still expects a download. Download again, or end "
-                    "it with\n  vantrelctl write " +
-                    flag + " 0 --port " + context.arguments.port);
+    NameFlagLeft(context, session);
+}
+
+/// Whether what has been read may be of two boards; says so, and what to do `again`.
+bool OfTwoBoards(CommandContext& context, const LinkSession& session, bool reconnected, const std::string& again) {
+    if (session.Failed() || !reconnected) return false;
+    context.Say("The link was taken up again; what was read before may be out of date, or another board's. " + again);
+    return true;
+}
+
+/// Runs the comparison, and says what could not be read or compared.
+void Run(CommandContext& context, LinkSession& session, BoardComparison& comparison) {
+    session.Turns().RunJob(comparison);
+    context.progress.EndLine();
+    for (const std::size_t index : comparison.Unread())
+        context.Say(ValueName(index) + ": not read reliably");
+    if (!comparison.Unread().empty()) context.Say(CountOfAll(comparison.Unread().size()) + " were not read reliably.");
+    if (comparison.Complete()) return;
+    context.Say(std::string(session.Interrupted() ? "Cancelled" : "The link to the board failed") + " after " +
+                CountOfAll(comparison.Compared()) + " had been compared.");
+}
+
+bool IsEqual(const BoardComparison& comparison) {
+    return comparison.Complete() && comparison.Differences().empty() && comparison.Unread().empty();
+}
+
+void PrintComparison(const CommandContext& context, const BoardComparison& comparison) {
+    std::ostream& out = context.host.out;
+    for (const ValueDifference& difference : comparison.Differences())
+        out << DifferenceText(difference) << '\n';
+    const std::size_t different = comparison.Differences().size();
+    if (comparison.Complete() && different > 0) {
+        out << CountOfAll(different) << " differ between " << PrintableFile(context) << " and the board.\n";
+    } else if (IsEqual(comparison)) {
+        out << "All " << ValueCount << " values of " << PrintableFile(context) << " are on the board.\n";
     }
+}
+
+std::string ConfirmedText(const SettingsTransfer& transfer) {
+    const std::size_t repeated = transfer.Repeated().size();
+    return std::to_string(ValueCount) + " values, all confirmed" +
+           (repeated > 0 ? ", " + std::to_string(repeated) + " of them when sent again" : "") + ".\n";
 }
 
 } // namespace
 
 ExitCode SendDocument(CommandContext& context, LinkSession& session) {
-    Program& program = context.program;
-    program.transferMode = TransferMode::DownloadData;
-    ConsoleTurns turns(context, session);
-    SettingsTransfer transfer(program.transferMode, program.document.CurrentConfiguration, session.Link(),
-                              context.dialogs, turns, context.progress);
+    SettingsTransfer transfer(TransferMode::DownloadData, context.program.document.CurrentConfiguration, session.Link(),
+                              context.dialogs, session.Turns(), context.progress);
     transfer.Load();
-    turns.Run(transfer);
-    program.refreshTargetStatus = true;
+    session.Turns().RunJob(transfer);
+    context.progress.EndLine();
     ReportUnfinishedDownload(context, session, transfer);
     NameUnconfirmed(context, transfer, "not confirmed by the board");
+    NameRepeated(context, transfer);
     const bool flagInOrder = FlagInOrder(context, session, transfer);
     const ExitCode end = EndOf(session, transfer.Complete() && transfer.Unconfirmed().empty() && flagInOrder);
-    if (end == ExitCode::Done && session.Link().Reopened() == 0) {
+    if (end == ExitCode::Done && !transfer.Reconnected()) {
         context.host.out << "Downloaded " << PrintableFile(context) << " to " << session.PortName() << ": "
-                         << ValueCount << " values, all confirmed.\n";
+                         << ConfirmedText(transfer);
     }
     return end;
 }
 
 ExitCode FetchDocument(CommandContext& context, LinkSession& session) {
-    Program& program = context.program;
-    program.transferMode = TransferMode::UploadData;
-    ConsoleTurns turns(context, session);
-    SettingsTransfer transfer(program.transferMode, program.document.CurrentConfiguration, session.Link(),
-                              context.dialogs, turns, context.progress);
+    SettingsTransfer transfer(TransferMode::UploadData, context.program.document.CurrentConfiguration, session.Link(),
+                              context.dialogs, session.Turns(), context.progress);
     transfer.Load();
-    turns.Run(transfer);
+    session.Turns().RunJob(transfer);
+    context.progress.EndLine();
     if (!transfer.Complete()) {
-        context.Say((session.Failed() ? "" : "Cancelled. ") + CountOfAll(transfer.Walked()) + " had been read.");
+        context.Say((transfer.Cancelled() ? "Cancelled. " : "") + CountOfAll(transfer.Walked()) + " had been read.");
     }
     NameUnconfirmed(context, transfer, "not read reliably");
-    return EndOf(session, transfer.Complete() && transfer.Unconfirmed().empty());
+    NameRepeated(context, transfer);
+    NameFlagUncleared(context, session, transfer);
+    const bool ofTwo = OfTwoBoards(context, session, transfer.Reconnected(), "Upload again.");
+    return EndOf(session, transfer.Complete() && transfer.Unconfirmed().empty() && !ofTwo);
+}
+
+ExitCode FetchAgain(CommandContext& context, LinkSession& session) {
+    BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), session.Turns(),
+                               context.progress);
+    Run(context, session, comparison);
+    if (OfTwoBoards(context, session, comparison.Reconnected(), "Upload again.")) return ExitCode::Refused;
+    for (const ValueDifference& difference : comparison.Differences())
+        context.Say(DifferenceText(difference, "first", "then"));
+    return EndOf(session, IsEqual(comparison));
 }
 
 ExitCode CompareDocument(CommandContext& context, LinkSession& session) {
-    ConsoleTurns turns(context, session);
-    const int reopened = session.Link().Reopened();
-    BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), turns, context.progress);
-    turns.Run(comparison);
-    context.progress.EndLine();
-    for (const ValueDifference& difference : comparison.Differences()) {
-        context.host.out << DifferenceText(difference) << '\n';
+    BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), session.Turns(),
+                               context.progress);
+    Run(context, session, comparison);
+    if (OfTwoBoards(context, session, comparison.Reconnected(), "Compare again.")) return ExitCode::Refused;
+    if (context.arguments.json) {
+        context.host.out << ComparisonJson(Utf8FromPath(context.program.document.FilePath), comparison);
+    } else {
+        PrintComparison(context, comparison);
     }
-    for (const std::size_t index : comparison.Unread()) {
-        context.Say(ValueName(index) + ": could not be read");
-    }
-    const std::size_t different = comparison.Differences().size();
-    if (!comparison.Complete()) {
-        context.Say(std::string(session.Failed() ? "The link to the board failed" : "Cancelled") + " after " +
-                    CountOfAll(comparison.Compared()) + " had been compared.");
-        return ExitCode::Refused;
-    }
-    if (different > 0) {
-        context.host.out << CountOfAll(different) << " differ between " << PrintableFile(context)
-                         << " and the board.\n";
-    } else if (comparison.Unread().empty() && session.Link().Reopened() == reopened) {
-        context.host.out << "All " << ValueCount << " values of " << PrintableFile(context) << " are on the board.\n";
-    }
-    return EndOf(session, different == 0 && comparison.Unread().empty());
+    return EndOf(session, IsEqual(comparison));
 }
 
 } // namespace vantrel

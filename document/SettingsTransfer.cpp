@@ -2,7 +2,6 @@
 
 #include "link/TargetMap.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace vantrel {
@@ -73,6 +72,7 @@ void SettingsTransfer::Cancel() {
 
 Task SettingsTransfer::Run() {
     const int opened = link_.Opened();
+    (void)link_.TakeMayHaveReached();
     if (mode_ == TransferMode::DownloadData && !link_.LinkFailed()) flagRaised_ = co_await WriteFlag("1");
     if (!HasWork()) co_return;
     if (mode_ == TransferMode::UploadData) {
@@ -82,6 +82,7 @@ Task SettingsTransfer::Run() {
     }
     if (!link_.LinkFailed()) flagCleared_ = co_await WriteFlag("0");
     reconnected_ = link_.Opened() != opened;
+    mayHaveReached_ = link_.TakeMayHaveReached();
     // To somebody who has just given up it is no news.
     if (!link_.LinkFailed() || cancelled_) co_return;
     dialogs_.Show({.title = "RTFCD7",
@@ -92,10 +93,6 @@ Task SettingsTransfer::Run() {
 
 TaskOf<bool> SettingsTransfer::WriteFlag(std::string value) {
     const WriteResult written = co_await link_.RSWrite(WriteThroughFlag, std::move(value));
-    for (const std::uint16_t byte : written.mayHaveReached) {
-        if (std::ranges::find(flagMayHaveReached_, byte) == flagMayHaveReached_.end())
-            flagMayHaveReached_.push_back(byte);
-    }
     co_return written.Confirmed();
 }
 
@@ -110,9 +107,9 @@ Task SettingsTransfer::Download() {
         if (!MayGoOn()) co_return;
         const WriteResult written =
             co_await link_.RSWrite(record_.TargetAddress(index), SignedText(record_.Value(index)));
+        if (written.repeated || !written.mayHaveReached.empty()) repeated_.push_back({index, written.mayHaveReached});
         if (link_.LinkFailed()) co_return;
         if (!written.Confirmed()) unconfirmed_.push_back(index);
-        if (written.repeated) repeated_.push_back({index, written.mayHaveReached});
         Advance(index + 1);
     }
 }

@@ -56,7 +56,8 @@ public:
     virtual void ShowProgress(std::size_t done, std::size_t total) = 0;
 };
 
-/// A value that had to be sent twice, and the bytes that its first, half-sent attempt may have set to 255.
+/// A value that had to be sent twice, or was left half-sent when the link failed, and the bytes that a half-sent
+/// attempt may have set to 255.
 struct RepeatedWrite {
     std::size_t index;
     std::vector<std::uint16_t> mayHaveReached;
@@ -94,10 +95,11 @@ public:
     [[nodiscard]] bool GaveUp() const { return cancelled_ && link_.LinkFailed(); }
     /// Indices, ascending, of walked values that cannot be relied on: writes refused or not confirmed, doubtful reads.
     [[nodiscard]] const std::vector<std::size_t>& Unconfirmed() const { return unconfirmed_; }
-    /// The writes of a download that were sent twice, ascending.
+    /// The writes of a download that were sent twice, ascending; behind them the one at which the link failed, when it
+    /// may have reached more than its own bytes.
     [[nodiscard]] const std::vector<RepeatedWrite>& Repeated() const { return repeated_; }
-    /// Bytes that a half-sent write of the flag may have set to 255, ascending; see WriteResult.
-    [[nodiscard]] const std::vector<std::uint16_t>& FlagMayHaveReached() const { return flagMayHaveReached_; }
+    /// Bytes that all of it may have set to 255 by the way, ascending; see RSComm::TakeMayHaveReached.
+    [[nodiscard]] const std::vector<std::uint16_t>& MayHaveReached() const { return mayHaveReached_; }
     /// The port was opened again in the middle: what was transferred before may be another board's, or lost.
     [[nodiscard]] bool Reconnected() const { return reconnected_; }
 
@@ -123,7 +125,7 @@ private:
     bool reconnected_ = false;
     std::vector<std::size_t> unconfirmed_;
     std::vector<RepeatedWrite> repeated_;
-    std::vector<std::uint16_t> flagMayHaveReached_;
+    std::vector<std::uint16_t> mayHaveReached_;
 };
 
 /// One value that differs between a record and the board.

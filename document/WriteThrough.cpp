@@ -14,26 +14,20 @@ TaskOf<WriteThroughResult> WriteThrough(RSComm& link, std::string address, std::
     RSComm::Line line = co_await link.TakeLine();
     const int opened = link.Opened();
     WriteThroughResult result;
+    (void)link.TakeMayHaveReached();
     result.written.outcome = WriteOutcome::LinkFailed;
-    const auto note = [&result](const WriteResult& written) {
-        const auto& reached = written.mayHaveReached;
-        result.mayHaveReached.insert(result.mayHaveReached.end(), reached.begin(), reached.end());
-        return written.Confirmed();
-    };
     if (!link.LinkFailed()) {
         result.begun = true;
         const WriteResult raised = co_await line.RSWrite(WriteThroughFlag, "1");
-        result.flagRaised = note(raised);
+        result.flagRaised = raised.Confirmed();
     }
-    if (!link.LinkFailed()) {
-        result.written = co_await line.RSWrite(address, std::to_string(value));
-        note(result.written);
-    }
+    if (!link.LinkFailed()) result.written = co_await line.RSWrite(address, std::to_string(value));
     if (!link.LinkFailed()) {
         const WriteResult lowered = co_await line.RSWrite(WriteThroughFlag, "0");
-        result.flagLowered = note(lowered);
+        result.flagLowered = lowered.Confirmed();
     }
     if (!link.LinkFailed()) result.onBoard = co_await line.Read(address);
+    result.mayHaveReached = link.TakeMayHaveReached();
     result.reconnected = link.Opened() != opened;
     co_return result;
 }

@@ -17,7 +17,7 @@ struct WriteThroughResult {
     bool flagLowered = false;
     /// The port was opened again in the middle: parts of it may have gone to another board.
     bool reconnected = false;
-    /// Bytes beside the value that a half-sent write may have set to 255; see WriteResult.
+    /// Bytes that all of it may have set to 255 by the way; see RSComm::TakeMayHaveReached.
     std::vector<std::uint16_t> mayHaveReached{};
     Reading onBoard = Reading::LinkFailed(); ///< What the board holds now.
 

@@ -110,6 +110,9 @@ public:
     };
     /// `RSComm::Line line = co_await link.TakeLine();`
     [[nodiscard]] TaskOf<Line> TakeLine();
+    /// Bytes that the board may have set to 255 since this was asked last, ascending: by half-sent writes (WriteResult
+    /// names them too) and by a sync byte that came to it spoiled while it was in write mode.
+    [[nodiscard]] std::vector<std::uint16_t> TakeMayHaveReached();
 
     /// Says that programs are not downloaded here; sends nothing (RSCommProgram.cpp).
     void DumpProgram();
@@ -210,6 +213,7 @@ private:
         bool acknowledged = false;
     };
     [[nodiscard]] TaskOf<Handshake> Shake(std::uint8_t byte, Receiver receiver);
+    void NoteSpoiledSync(int answer);
     [[nodiscard]] Task SettleLine();
     void OutOfStep();
     void DiscardReceived();
@@ -243,6 +247,7 @@ private:
     [[nodiscard]] TaskOf<WriteOutcome> SendBytes(std::int32_t byteAddress, std::vector<std::uint8_t> bytes);
     /// `group`: address high byte, low byte, data; `stage`: which of them was not echoed as it should.
     void NoteHalfSent(const std::array<std::uint8_t, 3>& group, std::size_t stage, int echo);
+    void NoteReached(int page, int low);
     [[nodiscard]] std::vector<std::uint16_t> ReachedBeside(const TargetAddress& to, std::size_t count);
     WriteOutcome Refuse(const std::string& reason, MessageIcon icon);
 
@@ -274,6 +279,8 @@ private:
     Patience patience_ = Patience::Usual;
     ValueState value_;
     std::vector<std::uint16_t> mayHaveReached_; ///< By the write under way.
+    std::vector<std::uint16_t> untold_; ///< The same of all that was done, until somebody asks.
+    bool mayBeInWriteMode_ = false; ///< The board, whatever mode it is wanted in.
     Neighbour* neighbour_ = nullptr; ///< Hears what the next exchange says.
     std::optional<MonotonicTime> awaitingSince_;
     std::optional<MonotonicTime> lastExchange_;

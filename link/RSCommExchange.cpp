@@ -20,6 +20,11 @@ constexpr MonotonicTime FirstAnswerTime = 1s;
 constexpr MonotonicTime RepeatedAnswerTime = 2s;
 constexpr int AttemptsBeforeWarning = 3;
 constexpr MonotonicTime ModeTime = 2s;
+constexpr int WriteMode = 2;
+/// Longer than a sync and a mode byte take on a slow line; what takes as long held a silence, of the board or the host.
+constexpr MonotonicTime LongestCleanTry = 900ms;
+/// A board that is still in a mode takes two sync bytes to leave it.
+constexpr MonotonicTime CleanTryTime = 200ms;
 
 /// Longer than any byte is under way, also through an adapter that hands over its bytes every 16 ms.
 constexpr MonotonicTime QuietTime = 50ms;
@@ -167,28 +172,35 @@ TaskOf<bool> RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {
     if (neighbour_) co_await LookForSurplus();
     targetMode_ = 0;
     MonotonicTime deadline = clock_.Now() + ModeTime;
-    bool silent =
-        false; ///< In the try before; it may have used the time up, so that one clean try comes before the box.
-    bool triedClean = false;
+    // The try before took long and may have used the time up; a clean one comes before the box.
+    bool held = false;
+    bool extended = false;
+    bool tried = false;
     while (targetMode_ != mode) {
         const bool late = clock_.Now() >= deadline;
-        if (late && (triedClean || !silent)) {
+        if ((late && (extended || !held)) || (tried && givenUp_)) {
             const bool retry = co_await AskAfterNoMode();
             if (!retry) co_return false;
             deadline = clock_.Now() + ModeTime;
+            extended = false;
+        } else if (late) {
+            deadline = clock_.Now() + CleanTryTime;
+            extended = true;
         }
-        triedClean = late && silent && !triedClean;
-        silent = false;
+        tried = true;
         if (unsettled_) co_await SettleLine();
+        const MonotonicTime began = clock_.Now();
         const Handshake sync = co_await Shake(SyncByte, Receiver::FlushFirst);
         if (sync.answer == NoAnswer) co_return false;
-        silent = value_.repeated;
+        held = clock_.Now() - began >= LongestCleanTry;
+        if (mayBeInWriteMode_) NoteSpoiledSync(sync.answer);
         if (!sync.acknowledged) continue;
         const Handshake set = co_await Shake(modeByte, Receiver::Keep);
         if (set.answer == NoAnswer) co_return false;
-        silent = value_.repeated;
+        held = clock_.Now() - began >= LongestCleanTry;
         if (!set.acknowledged) unsettled_ = true;
         targetMode_ = set.acknowledged ? mode : 0;
+        mayBeInWriteMode_ = mode == WriteMode || !set.acknowledged;
     }
     co_return true;
 }
@@ -202,6 +214,14 @@ TaskOf<RSComm::Handshake> RSComm::Shake(std::uint8_t byte, Receiver receiver) {
     co_return shake;
 }
 
+void RSComm::NoteSpoiledSync(int answer) {
+    // In write mode it echoes the sync byte as one of an address. Another echo is another byte, and the sync bytes that
+    // follow fill up the value that it begins.
+    if (answer == Acknowledge || answer == SyncByte) return;
+    NoteReached(answer, SyncByte);
+    NoteReached(SyncByte, answer);
+}
+
 Task RSComm::SettleLine() {
     // One surplus byte, still on its way while the buffer is emptied, would pass for the answer to the next byte, and
     // every answer after it for the one before: the link would never get in step again.
@@ -209,6 +229,8 @@ Task RSComm::SettleLine() {
     const MonotonicTime end = clock_.Now() + LongestSettling;
     while (clock_.Now() < end) {
         const PortWait wait = co_await turns_.WaitForByte(*port_, clock_.Now() + QuietTime);
+        // Whoever gives up wants the rest to be in step all the same.
+        if (wait == PortWait::GivenUp) continue;
         if (wait != PortWait::ByteReceived) break;
         DiscardReceived();
     }

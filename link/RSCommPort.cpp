@@ -78,6 +78,8 @@ Task RSComm::OpenRSComm(SerialPort& port) {
 
 void RSComm::ForgetBoard() {
     targetMode_ = 0;
+    // Whoever used it before may have left it so.
+    mayBeInWriteMode_ = true;
     linkFailed_ = false;
     unsettled_ = false;
     reopened_ = 0;

@@ -172,7 +172,8 @@ TaskOf<std::optional<std::vector<std::uint8_t>>> RSComm::ReadBytes(TargetAddress
         const bool matches = echo == HighByte(address);
         // In a second of silence a surplus byte would have come.
         if (i == 0) TellNeighbour(matches || (value_.repeated && !port_->IsLost()));
-        if (!matches) {
+        // After a silence the board may wait for a mode byte, and the low byte of the address could be one.
+        if (!matches || value_.repeated) {
             if (echo != NoAnswer) OutOfStep();
             co_return std::nullopt;
         }
@@ -278,18 +279,27 @@ TaskOf<WriteOutcome> RSComm::SendBytes(std::int32_t byteAddress, std::vector<std
 }
 
 void RSComm::NoteHalfSent(const std::array<std::uint8_t, 3>& group, std::size_t stage, int echo) {
-    const auto note = [this](int page, int low) {
-        mayHaveReached_.push_back(static_cast<std::uint16_t>(page * 256 + low));
-    };
     constexpr int syncByte = 0xFF;
     const bool answered = echo != NoAnswer && !value_.repeated;
     // The board waits for the rest of the address, and takes the next sync bytes for it.
-    if (stage < 2) note(group[0], syncByte);
+    if (stage < 2) NoteReached(group[0], syncByte);
     // The board has understood another byte than the one that was sent.
-    if (stage == 0 && answered) note(echo, syncByte);
-    if (stage == 1 && answered) note(group[0], echo);
+    if (stage == 0 && answered) NoteReached(echo, syncByte);
+    if (stage == 1 && answered) NoteReached(group[0], echo);
     // It has forgotten what came before the gap, and takes this byte for the first one of an address.
-    if (stage > 0 && value_.gap) note(group.at(stage), syncByte);
+    if (stage > 0 && value_.gap) NoteReached(group.at(stage), syncByte);
+}
+
+void RSComm::NoteReached(int page, int low) {
+    const auto byte = static_cast<std::uint16_t>(page * 256 + low);
+    for (std::vector<std::uint16_t>* list : {&mayHaveReached_, &untold_}) {
+        if (std::ranges::find(*list, byte) == list->end()) list->push_back(byte);
+    }
+}
+
+std::vector<std::uint16_t> RSComm::TakeMayHaveReached() {
+    std::ranges::sort(untold_);
+    return std::exchange(untold_, {});
 }
 
 std::vector<std::uint16_t> RSComm::ReachedBeside(const TargetAddress& to, std::size_t count) {
@@ -297,8 +307,7 @@ std::vector<std::uint16_t> RSComm::ReachedBeside(const TargetAddress& to, std::s
     std::erase_if(reached, [&](std::uint16_t byte) {
         return byte >= to.byteAddress && byte < to.byteAddress + static_cast<std::int32_t>(count);
     });
-    std::sort(reached.begin(), reached.end());
-    reached.erase(std::unique(reached.begin(), reached.end()), reached.end());
+    std::ranges::sort(reached);
     return reached;
 }
 

@@ -73,7 +73,7 @@ public:
         TaskPromise* waiting_ = nullptr;
     };
 
-    explicit TurnQueue(Clock& clock) : clock_(clock) {}
+    explicit TurnQueue(const Clock& clock) : clock_(clock) {}
     TurnQueue(const TurnQueue&) = delete;
     TurnQueue& operator=(const TurnQueue&) = delete;
     virtual ~TurnQueue() = default;
@@ -133,7 +133,7 @@ private:
     void BeginTurn();
     void Resume(TaskPromise& waiting);
 
-    Clock& clock_;
+    const Clock& clock_;
     std::deque<Turn*> turns_;
     std::vector<ByteWait*> waits_;
     MonotonicTime inPlaceUntil_{0};

@@ -35,7 +35,7 @@ struct BoardHabits {
     AfterForgetting afterForgetting = AfterForgetting::WaitForSync;
     SyncInMode syncInMode = SyncInMode::Second;
     bool echoesWhileIdle = false; ///< Where a sync or a mode is due, any other byte is echoed instead of answered 0x00.
-    std::vector<AddressRange> refused; ///< Echoed like all others, but not stored.
+    std::vector<AddressRange> refused{}; ///< Echoed like all others, but not stored.
 
     friend bool operator==(const BoardHabits&, const BoardHabits&) = default;
 

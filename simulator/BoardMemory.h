@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace vantrel {
@@ -22,6 +23,8 @@ public:
     explicit BoardMemory(std::chrono::local_seconds startedAt);
 
     [[nodiscard]] std::uint8_t Peek(std::uint16_t address, MonotonicTime now) const;
+    /// What has been stored, whatever the board shows there instead.
+    [[nodiscard]] std::span<const std::uint8_t> Stored() const { return bytes_; }
     /// Storing into a location that is alive is allowed; the board goes on showing its own value there.
     void Poke(std::uint16_t address, std::uint8_t value, MonotonicTime now);
 

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace vantrel {
@@ -52,6 +53,8 @@ public:
     /// is stored and of `now` alone; what a write does to the board's clock counts from its `now`.
     [[nodiscard]] std::uint8_t Peek(std::uint16_t address, MonotonicTime now = {}) const;
     [[nodiscard]] std::uint16_t PeekWord(std::uint16_t address, MonotonicTime now = {}) const;
+    /// All that has been stored, without what the board keeps alive.
+    [[nodiscard]] std::span<const std::uint8_t> Stored() const { return memory_.Stored(); }
     void Poke(std::uint16_t address, std::uint8_t value, MonotonicTime now = {});
     void PokeWord(std::uint16_t address, std::uint16_t value, MonotonicTime now = {});
 

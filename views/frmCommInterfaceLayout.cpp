@@ -11,6 +11,9 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace vantrel {
 
@@ -51,14 +54,29 @@ void LayOutSettings(QtFormatGrid& grid, const char* format, const std::array<con
 
 } // namespace
 
+QtEntryField::Rules frmCommInterface::EntryRules() const {
+    return {.value =
+                [](std::string_view entry) {
+                    const auto sequence = SequenceEntry(entry);
+                    return sequence ? std::optional(std::to_string(*sequence)) : std::nullopt;
+                },
+            .shown = [](std::string_view value) { return std::string(value); },
+            .stepped =
+                [this](std::string_view from, int direction) {
+                    return std::to_string(SteppedSequence(from, direction, SelectedSequence));
+                }};
+}
+
 void frmCommInterface::BuildEntry() {
+    Add(Entry);
+    Entry.SetHabits({.mayStep = [this] { return Idle(); },
+                     .stepped = [this] { TakeStep(); },
+                     .entered = [this] { cmdDefault.setFocus(); },
+                     .escaped = [this] { cmdDefault.setFocus(); }});
     txtSetup.setObjectName(QStringLiteral("txtSetup"));
     txtSetup.setAccessibleName(QStringLiteral("Sequence Number"));
     txtSetup.setFixedWidth(PixelsOfTwips(EntryWidth, *this));
     updSetup.setObjectName(QStringLiteral("updSetup"));
-    SelectAllOnFocus(txtSetup);
-    // After the up-down's own filter, so that it hears of every key first.
-    txtSetup.installEventFilter(this);
     // A step moves the focus off the box; the next key still steps.
     cmdDefault.installEventFilter(&updSetup);
 }
@@ -98,12 +116,6 @@ void frmCommInterface::LayOutGrids() {
 }
 
 void frmCommInterface::BuildButtons() {
-    cmdGoOnline.setObjectName(QStringLiteral("cmdGoOnline"));
-    cmdGoOnline.setText(QStringLiteral("&Go Online"));
-    cmdOk.setObjectName(QStringLiteral("cmdOk"));
-    cmdOk.setText(QStringLiteral("&Ok"));
-    // A click decides at once, with the focus still in the box: it checks for itself.
-    cmdOk.setFocusPolicy(Qt::TabFocus);
     cmdDefault.setObjectName(QStringLiteral("cmdDefault"));
     cmdDefault.setAccessibleName(windowTitle());
     // Without a size it is seen by nobody and yet takes the focus, which a hidden button would not. As the default
@@ -111,19 +123,12 @@ void frmCommInterface::BuildButtons() {
     cmdDefault.setParent(this);
     cmdDefault.setGeometry(0, 0, 0, 0);
     cmdDefault.setDefault(true);
-    connect(&cmdGoOnline, &QPushButton::clicked, this, &frmCommInterface::GoOnline);
-    connect(&cmdOk, &QPushButton::clicked, this, &frmCommInterface::Ok);
 }
 
 void frmCommInterface::LayOutForm(QFormLayout& form) {
-    auto* entry = new QHBoxLayout;
-    entry->setSpacing(0);
-    entry->addWidget(&txtSetup);
-    entry->addWidget(&updSetup);
-    entry->addStretch();
     auto* number = new QLabel(QStringLiteral("&Sequence Number:"), this);
     number->setBuddy(&txtSetup);
-    form.addRow(number, entry);
+    form.addRow(number, &Entry);
     for (std::size_t i = 0; i < lblSetting.size(); ++i) {
         auto* name = new QLabel(QString::fromLatin1(SettingLabels.at(i)), this);
         name->setAlignment(Qt::AlignLeft | Qt::AlignTop);

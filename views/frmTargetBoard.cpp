@@ -1,10 +1,9 @@
-// The target board view's loop, its two looks, and the commands of its buttons.
+// The target board view's passes, its two looks, and the commands of its buttons.
 #include "views/frmTargetBoard.h"
 
 #include "platform/QtScreen.h"
 #include "platform/RuntimeError.h"
 
-#include <QApplication>
 #include <QShowEvent>
 
 #include <initializer_list>
@@ -28,9 +27,8 @@ void Show(QLabel& label, const QString& text) {
 
 frmTargetBoard::frmTargetBoard(const ProgramFolder& folder, RSComm& link, TurnQueue& turns, Dialogs& dialogs,
                                Clock& clock, AlarmFlags& alarms, std::function<void()> applyMode, QWidget* parent)
-    : QDialog(parent), link_(link), turns_(turns), dialogs_(dialogs), clock_(clock), alarms_(alarms),
-      applyMode_(std::move(applyMode)), passes_(link, turns, clock, dialogs, alarms, BoardFilesOf(folder), *this),
-      wake_(turns) {
+    : frmLiveView(link, turns, dialogs, std::move(applyMode), parent), clock_(clock),
+      passes_(link, turns, clock, dialogs, alarms, BoardFilesOf(folder), *this) {
     setObjectName(QStringLiteral("frmTargetBoard"));
     setWindowTitle(QStringLiteral("Target Board Interface"));
     BuildTabs();
@@ -43,7 +41,7 @@ frmTargetBoard::frmTargetBoard(const ProgramFolder& folder, RSComm& link, TurnQu
     OrderTabs();
     ShowPage(0);
     tick_.setInterval(TickMilliseconds);
-    tick_.callOnTimeout(this, [this] { wake_.Raise(); });
+    tick_.callOnTimeout(this, [this] { ShowComputerClock(); });
 }
 
 void frmTargetBoard::InitializeForm(const std::filesystem::path& programFile) {
@@ -60,19 +58,10 @@ void frmTargetBoard::InitializeForm(const std::filesystem::path& programFile) {
         label->setEnabled(false);
     ShowGoOnline(false);
     ShowComputerClock();
-    ViewActive = true;
-    StartLoop();
     tick_.start();
-    // Not beyond the loop: the focus also moves while the window is being taken apart.
-    const auto focus =
-        connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* to) { FocusMoved(to); });
-    exec();
-    disconnect(focus);
-    // A program that quits ends the event loop without closing the window.
-    ViewActive = false;
+    RunModal();
     tick_.stop();
-    for (Task* task : {&monitor_, &check_, &closing_})
-        task->Stop();
+    command_.Stop();
 }
 
 void frmTargetBoard::ShowUserProgram(const UserProgram& program) {
@@ -85,56 +74,28 @@ void frmTargetBoard::ShowUserProgram(const UserProgram& program) {
         lblRevNumberOnDisk[i]->setText(known ? QString::number(program.revisionNumbers[i]) : QStringLiteral("-"));
 }
 
-void frmTargetBoard::StartLoop() {
-    OnlineLookShown = false;
-    OfflineLookShown = false;
-    // Only queues the first turn; the event loop gives it, after it has shown the window.
-    monitor_ = BoardMonitorLoop();
-    monitor_.Start();
-}
+void frmTargetBoard::ShowOnlineLook() { firstPass_ = true; }
 
-Task frmTargetBoard::BoardMonitorLoop() {
-    co_await turns_.Next();
-    while (ViewActive) {
-        if (link_.OnlineMode() && link_.LinkFailed()) {
-            link_.SetOnlineMode(false);
-            OnlineLookShown = false;
-            applyMode_();
-        }
-        ShowComputerClock();
-        if (link_.OnlineMode()) {
-            OfflineLookShown = false;
-            cmdGoOnline->setEnabled(false);
-            // The codes must not go on denying what the status bar says, nor what the board could not say clearly.
-            if (!std::exchange(OnlineLookShown, true) || alarms_ != alarmsShown_ || !passes_.Reliable()) {
-                co_await passes_.ShowBoardOnline();
-                alarmsShown_ = alarms_;
-            }
-            co_await passes_.RefreshSetupFields();
-            co_await turns_.Next();
-        } else {
-            OnlineLookShown = false;
-            if (!std::exchange(OfflineLookShown, true)) ShowOfflineLook();
-            co_await wake_.Raised();
-        }
+Task frmTargetBoard::Refresh() {
+    if (std::exchange(firstPass_, false) || passes_.Outdated()) {
+        const bool afterReset = std::exchange(afterReset_, false);
+        co_await passes_.ShowBoardOnline();
+        if (afterReset && passes_.AnyCode() && !link_.LinkFailed()) dialogs_.Show(CodesAfterReset());
+    } else {
+        co_await passes_.RefreshCodes();
     }
-}
-
-void frmTargetBoard::ModeChanged() {
-    // The loop may not see a mode that is gone before its next turn.
-    if (!link_.OnlineMode()) OnlineLookShown = false;
-    wake_.Raise();
+    co_await passes_.RefreshSetupFields();
+    co_await turns_.Next();
 }
 
 void frmTargetBoard::ShowOfflineLook() {
     passes_.ShowBoardOffline();
-    cmdGoOnline->setEnabled(true);
     // What cannot be written takes no entry, and no button promises what it cannot do.
     const QWidget* focus = focusWidget();
     EnableReset(false);
     EnableSetup(false);
     EnableClock(false);
-    if (!focus || !focus->isEnabled()) cmdGoOnline->setFocus();
+    if (!focus || !focus->isEnabled()) cmdGoOnline.setFocus();
 }
 
 void frmTargetBoard::ShowComputerClock() {
@@ -143,48 +104,33 @@ void frmTargetBoard::ShowComputerClock() {
     Show(*lblCurrDate, Text(ComputerDateText(now)));
 }
 
-bool frmTargetBoard::Idle() const {
-    // A box of the program, whoever owns it, is another modal window.
-    const QWidget* modal = QApplication::activeModalWidget();
-    return !link_.Busy() && (!modal || modal == this);
-}
-
-void frmTargetBoard::done(int result) {
-    if (Idle()) {
-        if (!CheckEntries()) return;
-        ViewActive = false;
-        QDialog::done(result);
-        return;
-    }
-    ViewActive = false;
-    if (!closing_.Done()) return;
-    closing_ = CloseWhenIdle(result);
-    closing_.Start();
-}
-
-Task frmTargetBoard::CloseWhenIdle(int result) {
-    // The queue gives turns to nobody while the link is busy or a box is up.
-    co_await turns_.Next();
-    QDialog::done(result);
+void frmTargetBoard::StartCommand(Task command) {
+    if (!command_.Done()) return;
+    command_ = std::move(command);
+    command_.Start();
 }
 
 void frmTargetBoard::ResetFaults() {
     if (!Idle() || dialogs_.Show(ResetQuestion()) != MessageAnswer::Yes) return;
-    EnableReset(false);
-    passes_.ResetFaultCodes();
-    // Begins with the first pass again, also in the middle of one.
-    if (link_.OnlineMode() && !link_.LinkFailed()) StartLoop();
+    StartCommand(Reset());
 }
 
-void frmTargetBoard::SetClock(ClockWrite write) {
-    if (Idle() && CheckEntries()) (passes_.*write)();
+Task frmTargetBoard::Reset() {
+    const Writing writing(*this);
+    const WriteOutcome outcome = co_await passes_.ResetFaultCodes();
+    if (outcome == WriteOutcome::NotConfirmed) dialogs_.Show(ResetNotConfirmed());
+    firstPass_ = true;
+    afterReset_ = outcome == WriteOutcome::Written;
 }
 
-void frmTargetBoard::GoOnline() {
-    if (!Idle()) return;
-    link_.SetOnlineMode(true);
-    applyMode_();
-    ModeChanged();
+void frmTargetBoard::SetClock(std::string what, ClockWrite write) {
+    if (Idle()) AfterEntries([this, what, write] { StartCommand(WriteClock(what, write)); });
+}
+
+Task frmTargetBoard::WriteClock(std::string what, ClockWrite write) {
+    const Writing writing(*this);
+    const WriteOutcome outcome = co_await (passes_.*write)();
+    if (outcome == WriteOutcome::NotConfirmed) dialogs_.Show(ClockNotConfirmed(what));
 }
 
 void frmTargetBoard::showEvent(QShowEvent* event) {
@@ -193,9 +139,10 @@ void frmTargetBoard::showEvent(QShowEvent* event) {
 }
 
 bool frmTargetBoard::SetupWanted(std::size_t field) const {
-    const QLineEdit* box = txtSetup.at(field);
+    const SetupControls& controls = Setup.at(field);
     // Fields on a page behind are visible in this sense: they are up to date when the page comes up.
-    return !Editing.at(field) && (field < FirstClockField ? !box->isHidden() : box->isEnabled());
+    const bool there = field < FirstClockField ? !controls.entry->isHidden() : controls.txtSetup->isEnabled();
+    return there && !controls.entry->Editing;
 }
 
 void frmTargetBoard::EnableOnline(bool hasClock) {
@@ -210,10 +157,10 @@ void frmTargetBoard::EnableOnline(bool hasClock) {
 }
 
 void frmTargetBoard::EnableSetup(bool enabled) {
-    for (std::size_t i = 0; i < txtSetup.size(); ++i) {
-        txtSetup[i]->setEnabled(enabled);
-        updSetup[i]->setEnabled(enabled);
-        lblSetupDesc[i]->setEnabled(enabled);
+    for (const SetupControls& controls : Setup) {
+        controls.entry->setEnabled(enabled);
+        controls.lblSetupDesc->setEnabled(enabled);
+        controls.lblSetupMark->setEnabled(enabled);
     }
     // Afterwards: the focus of a box that is disabled moves through the next ones.
     if (!enabled) DropEntries();
@@ -228,26 +175,27 @@ void frmTargetBoard::EnableClock(bool enabled) {
 void frmTargetBoard::EnableReset(bool enabled) { cmdResetFaults->setEnabled(enabled); }
 
 void frmTargetBoard::ShowCaption(BoardCode which, const std::string& text) {
-    lblTargetBoard.at(IndexOf(which))->setText(Text(text));
+    Show(*lblTargetBoard.at(IndexOf(which)), Text(text));
     txtTargetBoard.at(IndexOf(which))->setAccessibleName(Text(text));
 }
 
 void frmTargetBoard::ShowDescription(BoardCode which, const std::string& text) {
-    txtTargetBoard.at(IndexOf(which))->setPlainText(Text(text));
+    QPlainTextEdit& box = *txtTargetBoard.at(IndexOf(which));
+    if (box.toPlainText() != Text(text)) box.setPlainText(Text(text));
 }
 
 void frmTargetBoard::ShowSetup(std::size_t field, const std::string& value) {
-    Keep(field, value);
-    QLineEdit& box = *txtSetup.at(field);
-    if (box.text() == given_.at(field)) return;
-    ShowKept(field);
-    if (box.hasFocus()) box.selectAll();
+    const SetupControls& controls = Setup.at(field);
+    const QString mark = Text(SetupMark(field, value));
+    controls.entry->Give(value);
+    Show(*controls.lblSetupMark, mark);
+    controls.txtSetup->setAccessibleDescription(mark);
 }
 
 void frmTargetBoard::ShowRevision(std::size_t label, const std::string& text) {
     lblRevIdentInPLC.at(label)->setText(Text(text));
     // The first revision number is read last; half a revision would never be the one on disk.
-    if (label == 1 && passes_.Reliable()) CompareRevisions();
+    if (label == 1 && passes_.RevisionKnown()) CompareRevisions();
 }
 
 void frmTargetBoard::CompareRevisions() {
@@ -260,6 +208,6 @@ void frmTargetBoard::CompareRevisions() {
                                       : tr("The user program in the target board is not the one on disk."));
 }
 
-void frmTargetBoard::ShowGoOnline(bool visible) { cmdGoOnline->setVisible(visible); }
+void frmTargetBoard::ShowGoOnline(bool visible) { cmdGoOnline.setVisible(visible); }
 
 } // namespace vantrel

@@ -11,6 +11,7 @@
 #include <QtMath>
 
 #include <initializer_list>
+#include <string_view>
 
 namespace vantrel {
 
@@ -65,6 +66,12 @@ void MakeBold(QLabel* label) {
     QFont bold = label->font();
     bold.setBold(true);
     label->setFont(bold);
+}
+
+QtEntryField::Rules RulesOf(std::size_t field) {
+    return {.value = [field](std::string_view entry) { return SetupEntry(field, entry); },
+            .shown = [](std::string_view value) { return SetupBoxText(value); },
+            .stepped = [field](std::string_view from, int direction) { return SteppedSetup(field, from, direction); }};
 }
 
 void ShowLines(QPlainTextEdit& box, int lines) {
@@ -163,29 +170,23 @@ void frmTargetBoard::BuildIdentPage() {
 }
 
 void frmTargetBoard::BuildSetupField(std::size_t index, QWidget* page) {
-    lblSetupDesc[index] = AddLabel(page, Numbered("lblSetupDesc", index), FieldCaption(index));
-    QLineEdit* box = Named(new QLineEdit(page), Numbered("txtSetup", index));
-    txtSetup[index] = box;
-    box->setFixedWidth(PixelsOfTwips(BoxTwips, *this));
-    box->setAlignment(Qt::AlignRight);
-    box->installEventFilter(this);
-    SelectAllOnFocus(*box);
-    lblSetupDesc[index]->setBuddy(box);
-    box->setAccessibleName(QString::fromStdString(std::string(SetupFields[index].description)));
-    connect(box, &QLineEdit::textEdited, this, [this, index] { Editing[index] = typed_[index] = true; });
-    updSetup[index] = Named(new QtUpDown(
-                                *box, [this, index](int direction) { StepField(index, direction); }, page),
-                            Numbered("updSetup", index));
-}
-
-QWidget* frmTargetBoard::FieldWithArrows(std::size_t index) {
-    auto* pair = new QWidget(txtSetup[index]->parentWidget());
-    auto* row = new QHBoxLayout(pair);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
-    row->addWidget(txtSetup[index]);
-    row->addWidget(updSetup[index]);
-    return pair;
+    SetupControls& controls = Setup[index];
+    controls.entry = new QtEntryField(RulesOf(index), page);
+    Add(*controls.entry);
+    controls.entry->SetHabits({.mayStep = [this] { return Idle(); },
+                               // A step is taken when the box is left.
+                               .stepped = [box = &controls.entry->box] { box->setFocus(); },
+                               .entered = [this] { focusNextChild(); },
+                               .escaped = [this] { tabTargetBoard->tabBar()->setFocus(); }});
+    controls.txtSetup = Named(&controls.entry->box, Numbered("txtSetup", index));
+    controls.updSetup = Named(&controls.entry->arrows, Numbered("updSetup", index));
+    controls.txtSetup->setFixedWidth(PixelsOfTwips(BoxTwips, *this));
+    controls.txtSetup->setAlignment(Qt::AlignRight);
+    controls.txtSetup->setAccessibleName(QString::fromStdString(std::string(SetupFields[index].description)));
+    controls.lblSetupDesc = AddLabel(page, Numbered("lblSetupDesc", index), FieldCaption(index));
+    controls.lblSetupDesc->setBuddy(controls.txtSetup);
+    controls.lblSetupMark = AddLabel(page, Numbered("lblSetupMark", index));
+    MakeBold(controls.lblSetupMark);
 }
 
 void frmTargetBoard::BuildAddressPage() {
@@ -194,10 +195,12 @@ void frmTargetBoard::BuildAddressPage() {
     cells->setHorizontalSpacing(PixelsOfTwips(GapTwips, *this));
     for (std::size_t i = 0; i < 2; ++i) {
         BuildSetupField(i, page);
-        cells->addWidget(lblSetupDesc[i], static_cast<int>(i), 0);
-        cells->addWidget(FieldWithArrows(i), static_cast<int>(i), 1);
+        const int row = static_cast<int>(i);
+        cells->addWidget(Setup[i].lblSetupDesc, row, 0);
+        cells->addWidget(Setup[i].entry, row, 1);
+        cells->addWidget(Setup[i].lblSetupMark, row, 2);
     }
-    cells->setColumnStretch(2, 1);
+    cells->setColumnStretch(3, 1);
     lblNetworkAddComment =
         AddLabel(page, QStringLiteral("lblNetworkAddComment"), QString::fromStdString(NetworkAddressComment()));
     lblNetworkAddComment->setWordWrap(true);
@@ -216,16 +219,16 @@ void frmTargetBoard::BuildClockPage() {
     lblTargetBoardDate = AddLabel(page, QStringLiteral("lblTargetBoardDate"), tr("Target Board:"));
     cmdSetToCurrTime = Named(new QPushButton(tr("Set to Current &Time"), page), QStringLiteral("cmdSetToCurrTime"));
     cmdSetToCurrDate = Named(new QPushButton(tr("Set to Current &Date"), page), QStringLiteral("cmdSetToCurrDate"));
-    connect(cmdSetToCurrTime, &QPushButton::clicked, this, [this] { SetClock(&BoardMonitor::SetToCurrTime); });
-    connect(cmdSetToCurrDate, &QPushButton::clicked, this, [this] { SetClock(&BoardMonitor::SetToCurrDate); });
+    connect(cmdSetToCurrTime, &QPushButton::clicked, this, [this] { SetClock("Time", &BoardMonitor::SetToCurrTime); });
+    connect(cmdSetToCurrDate, &QPushButton::clicked, this, [this] { SetClock("Date", &BoardMonitor::SetToCurrDate); });
 
     QWidget* time = ClockFrame(tr("Time"), {lblCurrTime, lblTargetBoardTime, cmdSetToCurrTime}, 2);
     QWidget* date = ClockFrame(tr("Date"), {lblCurrDate, lblTargetBoardDate, cmdSetToCurrDate}, 5);
     int widest = 0;
     for (std::size_t i = FirstClockField; i < SetupFieldCount; ++i)
-        widest = qMax(widest, lblSetupDesc[i]->sizeHint().width());
+        widest = qMax(widest, Setup[i].lblSetupDesc->sizeHint().width());
     for (std::size_t i = FirstClockField; i < SetupFieldCount; ++i)
-        lblSetupDesc[i]->setMinimumWidth(widest);
+        Setup[i].lblSetupDesc->setMinimumWidth(widest);
     auto* column = new QVBoxLayout(page);
     column->addWidget(time);
     column->addWidget(date);
@@ -241,12 +244,15 @@ QWidget* frmTargetBoard::ClockFrame(const QString& title, const ClockControls& c
     cells->addWidget(controls.board, 1, 0);
     for (std::size_t i = 0; i < 3; ++i) {
         BuildSetupField(firstField + i, frame);
+        const SetupControls& field = Setup[firstField + i];
+        const int column = static_cast<int>(i) + 1;
         auto* pair = new QHBoxLayout;
         pair->setSpacing(PixelsOfTwips(GapTwips, *this) / 3);
-        lblSetupDesc[firstField + i]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        pair->addWidget(lblSetupDesc[firstField + i]);
-        pair->addWidget(FieldWithArrows(firstField + i));
-        cells->addLayout(pair, 1, static_cast<int>(i) + 1);
+        field.lblSetupDesc->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        pair->addWidget(field.lblSetupDesc);
+        pair->addWidget(field.entry);
+        cells->addLayout(pair, 1, column);
+        cells->addWidget(field.lblSetupMark, 2, column, Qt::AlignRight);
     }
     cells->addWidget(controls.button, 1, 5);
     cells->setColumnStretch(4, 1);
@@ -254,24 +260,21 @@ QWidget* frmTargetBoard::ClockFrame(const QString& title, const ClockControls& c
 }
 
 void frmTargetBoard::BuildButtons() {
-    cmdGoOnline = Named(new QPushButton(tr("&Go Online"), this), QStringLiteral("cmdGoOnline"));
-    cmdOk = Named(new QPushButton(tr("&Ok"), this), QStringLiteral("cmdOk"));
-    connect(cmdGoOnline, &QPushButton::clicked, this, &frmTargetBoard::GoOnline);
-    connect(cmdOk, &QPushButton::clicked, this, &QDialog::accept);
-    for (QPushButton* button : {cmdResetFaults, cmdSetToCurrTime, cmdSetToCurrDate, cmdGoOnline, cmdOk}) {
+    for (QPushButton* button : {cmdResetFaults, cmdSetToCurrTime, cmdSetToCurrDate, &cmdGoOnline, &cmdOk}) {
         button->setAutoDefault(false);
         // A click decides with the focus still in the box: each command checks the open entry for itself.
         button->setFocusPolicy(Qt::TabFocus);
     }
-    cmdOk->setDefault(true);
+    cmdOk.setDefault(true);
 }
 
 void frmTargetBoard::OrderTabs() {
     QWidget* before = tabTargetBoard->tabBar();
     for (QWidget* next : std::initializer_list<QWidget*>{
              txtTargetBoard[0], txtTargetBoard[1], txtTargetBoard[4], txtTargetBoard[5], txtTargetBoard[AdviceBox],
-             cmdResetFaults, txtSetup[0], txtSetup[1], txtSetup[2], txtSetup[3], txtSetup[4], cmdSetToCurrTime,
-             txtSetup[5], txtSetup[6], txtSetup[7], cmdSetToCurrDate, cmdGoOnline, cmdOk}) {
+             cmdResetFaults, Setup[0].txtSetup, Setup[1].txtSetup, Setup[2].txtSetup, Setup[3].txtSetup,
+             Setup[4].txtSetup, cmdSetToCurrTime, Setup[5].txtSetup, Setup[6].txtSetup, Setup[7].txtSetup,
+             cmdSetToCurrDate, &cmdGoOnline, &cmdOk}) {
         setTabOrder(before, next);
         before = next;
     }
@@ -279,9 +282,9 @@ void frmTargetBoard::OrderTabs() {
 
 void frmTargetBoard::LayOut() {
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(cmdGoOnline);
+    buttons->addWidget(&cmdGoOnline);
     buttons->addStretch();
-    buttons->addWidget(cmdOk);
+    buttons->addWidget(&cmdOk);
     auto* all = new QVBoxLayout(this);
     all->addWidget(tabTargetBoard);
     all->addLayout(buttons);

@@ -203,7 +203,7 @@ TEST_F(TransferTest, ValuesThatDidNotArriveAreNamedAndTheRestGoesOn) {
     record.SetValue(9, 1);
     Finish(again, turns);
     EXPECT_TRUE(again.Unconfirmed().empty()) << "one wrong echo is mended by the repeat";
-    EXPECT_EQ(again.FlagMayHaveReached(), (std::vector<std::uint16_t>{0x00FF, 0xFFFF}));
+    EXPECT_EQ(again.MayHaveReached(), (std::vector<std::uint16_t>{0x00FF, 0xFFFF}));
     board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true, .afterBytes = traffic.bytes.size() + 20});
     SettingsTransfer third = Transfer(TransferMode::DownloadData);
     Finish(third, turns);

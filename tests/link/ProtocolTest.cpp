@@ -226,15 +226,9 @@ TEST_F(LinkTest, RetryAllowsThreeMoreAttemptsAndClearsTheFailure) {
     GoOnline();
     dialogs.answers = {MessageAnswer::Retry};
     // The board answers the second of the attempts that the retry allows; then the value is read once more.
-    port.Expect(Joined({{{0xFF, 0x55},
-                         {0x01, 0x55},
-                         {0x00, Silence},
-                         {0xFF, Silence},
-                         {0xFF, Silence},
-                         {0xFF, Silence},
-                         {0xFF, 0x00},
-                         {0x28, 0x11}},
-                        ReadFrames(0x00, 0x28, 0x00, 0x2A)}));
+    port.Expect(Joined(
+        {{{0xFF, 0x55}, {0x01, 0x55}, {0x00, Silence}, {0xFF, Silence}, {0xFF, Silence}, {0xFF, Silence}, {0xFF, 0x00}},
+         ReadFrames(0x00, 0x28, 0x00, 0x2A)}));
     EXPECT_EQ(Told("B40"), "42");
     EXPECT_FALSE(link.LinkFailed());
     EXPECT_EQ(dialogs.shown.size(), 1U);
@@ -242,8 +236,7 @@ TEST_F(LinkTest, RetryAllowsThreeMoreAttemptsAndClearsTheFailure) {
     // An answer that came while the box was up is taken, and nothing is sent again.
     dialogs.answers = {MessageAnswer::Retry};
     dialogs.whileShown = [&](const MessageBox&) { port.PutReceived(0x00); };
-    port.Expect(Joined(
-        {{{0x00, Silence}, {0xFF, Silence}, {0xFF, Silence}, {0x28, 0x07}}, ReadFrames(0x00, 0x28, 0x00, 0x07)}));
+    port.Expect(Joined({{{0x00, Silence}, {0xFF, Silence}, {0xFF, Silence}}, ReadFrames(0x00, 0x28, 0x00, 0x07)}));
     EXPECT_EQ(Told("B40"), "7");
     EXPECT_FALSE(link.LinkFailed());
     EXPECT_EQ(port.unexpected, 0);
@@ -340,7 +333,7 @@ TEST_F(LinkTest, WhatLiesInTheReceiverIsNeverTakenForAnAnswer) {
     dialogs.whileShown = [&](const MessageBox&) {
         port.lostAfter.reset();
         port.noiseAtOpen = 0x42;
-        port.script = {{0xFF, 0x00}, {0x28, 0x11}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, 0x05}};
+        port.script = {{0xFF, 0x00}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, 0x05}};
     };
     port.lostAfter = 1;
     port.Expect({});
@@ -438,7 +431,7 @@ TEST_F(LinkTest, ALostPortWarnsOnceAndRetryOpensItAgain) {
     dialogs.answers = {MessageAnswer::Retry};
     dialogs.whileShown = [&](const MessageBox&) {
         port.lostAfter.reset();
-        port.script = {{0xFF, 0x00}, {0x28, 0x11}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, 0x05}};
+        port.script = {{0xFF, 0x00}, {0xFF, 0x55}, {0x01, 0x55}, {0x00, 0x00}, {0x28, 0x05}};
     };
     port.Expect({{0xFF, 0x55}, {0x01, 0x55}});
     EXPECT_EQ(Told("B40"), "5");

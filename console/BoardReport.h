@@ -1,0 +1,52 @@
+// What the passes of the target board view show, kept until it is printed. Knows the views' texts only.
+#pragma once
+
+#include "console/LinkSession.h"
+#include "views/BoardMonitor.h"
+#include "views/UserProgram.h"
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+namespace vantrel {
+
+class BoardReport final : public BoardDisplay {
+public:
+    explicit BoardReport(const LinkSession& session) : session_(session) { Clear(); }
+
+    [[nodiscard]] bool Active() const override { return !session_.Interrupted(); }
+    [[nodiscard]] bool SetupWanted(std::size_t) const override { return true; }
+    void EnableOnline(bool) override {}
+    void EnableReset(bool) override {}
+    void ShowCaption(BoardCode which, const std::string& text) override { captions_.at(IndexOf(which)) = text; }
+    void ShowDescription(BoardCode which, const std::string& text) override { descriptions_.at(IndexOf(which)) = text; }
+    void ShowSetup(std::size_t field, const std::string& value) override { setup_.at(field) = value; }
+    void ShowRevision(std::size_t label, const std::string& text) override { revision_.at(label) = text; }
+    void ShowGoOnline(bool) override {}
+    /// `byte`: SerialSetupByte or FirmwareRevisionByte, which the passes do not show or not whole.
+    void ShowByte(int byte, const std::string& text);
+
+    /// Forgets everything, which reads "-" then.
+    void Clear();
+    /// Whether every value has been read; the codes and the revision are the monitor's to tell.
+    [[nodiscard]] bool Complete() const;
+    /// For people: labels and values. A value that its field cannot have is shown whole, and marked.
+    [[nodiscard]] std::string Text(const UserProgram& onDisk) const;
+    /// The same as JSON, codes as numbers. `codes`: as the monitor has read them.
+    [[nodiscard]] std::string Json(const UserProgram& onDisk,
+                                   const std::array<std::string, BoardCodeCount>& codes) const;
+
+private:
+    [[nodiscard]] std::string ClockText(std::size_t firstField, const std::string& separator) const;
+
+    const LinkSession& session_;
+    std::array<std::string, BoardCodeCount> captions_;
+    std::array<std::string, BoardCodeCount> descriptions_;
+    std::array<std::string, SetupFieldCount> setup_;
+    std::array<std::string, 3> revision_;
+    std::string serialWord_;
+    std::string firmware_;
+};
+
+} // namespace vantrel

@@ -1,0 +1,99 @@
+// One case of the proof: a board of some kind with one fault, a host that may pause, a user who answers boxes; and what
+// an operation has said about the board's memory.
+#pragma once
+
+#include "link/RSComm.h"
+#include "link/TargetMap.h"
+#include "simulator/SimulatedPort.h"
+#include "tests/support/ScriptedDialogs.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/VirtualClock.h"
+
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vantrel::proof {
+
+/// A port whose host pauses once, before it sends the byte that so many came before.
+class PausingPort final : public SerialPort {
+public:
+    PausingPort(SerialPort& port, VirtualClock& clock) : port_(port), clock_(clock) {}
+
+    void SetPortNumber(int number) override { port_.SetPortNumber(number); }
+    void SetSettings(const std::string& settings) override { port_.SetSettings(settings); }
+    void Open() override { port_.Open(); }
+    void Close() noexcept override { port_.Close(); }
+    [[nodiscard]] bool IsOpen() const override { return port_.IsOpen(); }
+    [[nodiscard]] bool IsLost() const override { return port_.IsLost(); }
+    void Write(std::span<const std::uint8_t> bytes) override {
+        if (sent++ == pauseBefore) clock_.Advance(pause);
+        port_.Write(bytes);
+    }
+    [[nodiscard]] std::size_t ReceivedCount() override { return port_.ReceivedCount(); }
+    [[nodiscard]] std::uint8_t ReadByte() override { return port_.ReadByte(); }
+    void ClearReceived() override { port_.ClearReceived(); }
+    [[nodiscard]] PortWait WaitForByte(MonotonicTime deadline) override { return port_.WaitForByte(deadline); }
+
+    std::size_t sent = 0;
+    std::size_t pauseBefore = std::numeric_limits<std::size_t>::max();
+    MonotonicTime pause{0};
+
+private:
+    SerialPort& port_;
+    VirtualClock& clock_;
+};
+
+/// What an operation has told its user, byte by byte of the board's memory.
+struct Said {
+    std::map<int, int> stored; ///< Called stored, or equal.
+    std::map<int, int> shown; ///< Shown as what the board holds.
+    std::set<int> differs; ///< Called different from what was asked for.
+    std::set<int> doubtful; ///< Named as not confirmed, perhaps written.
+    std::set<int> mayHaveReached;
+    bool flagNamed = false; ///< That the download flag may be up.
+
+    void Value(std::map<int, int>& list, const std::string& address, std::uint32_t number);
+    void Doubt(const std::string& address);
+    /// A write of `number` at `address` that ended so.
+    void Wrote(const std::string& address, std::uint32_t number, const WriteResult& result);
+    void Read(const std::string& address, const Reading& reading) {
+        if (const auto number = reading.Number()) Value(shown, address, *number);
+    }
+};
+
+struct World {
+    explicit World(const BoardHabits& habits) : board({}, habits) {
+        // Nothing is as it would be by chance.
+        for (int byte = SequenceBase; byte < SequenceBase + 31 * SequenceStride; byte += SequenceStride) {
+            for (int word = 1; word < 136; ++word)
+                board.PokeWord(static_cast<std::uint16_t>(byte + 2 * word),
+                               static_cast<std::uint16_t>(byte / 3 + word));
+        }
+        for (const auto& [address, value] : {std::pair{8175, 0}, {8177, 0x45}, {8178, 5}, {33, 0xFF}, {6400, 9}})
+            board.Poke(static_cast<std::uint16_t>(address), static_cast<std::uint8_t>(value));
+        link.SetPortOverride({.number = 1, .speed = "19200", .leaveFileAlone = true});
+        turns.RunToEnd(link.OpenRSComm(port));
+        link.SetOnlineMode(true);
+    }
+    [[nodiscard]] std::vector<std::uint8_t> Memory() const { return {board.Stored().begin(), board.Stored().end()}; }
+    [[nodiscard]] int Byte(int address) const { return board.Peek(static_cast<std::uint16_t>(address)); }
+
+    VirtualClock clock;
+    ScriptedDialogs dialogs;
+    SimulatedBoard board;
+    SimulatedPort line{board, clock, LinePacing::LineSpeed};
+    PausingPort port{line, clock};
+    TurnQueue turns{clock};
+    RSComm link{"/nowhere/RSPort.cfg", {1, 4}, clock, dialogs, turns};
+    Said said;
+    /// What the user does who wants no more of it.
+    std::function<void()> cancel = [this] { link.GiveUp(); };
+};
+
+} // namespace vantrel::proof
