@@ -213,7 +213,7 @@ private:
     Task tick_;
     Task stackAddress_;
     Task portChange_;
-    Task written_;
+    Task leaving_;
 };
 
 } // namespace vantrel

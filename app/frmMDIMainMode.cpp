@@ -143,9 +143,10 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
     }
     if (!editor_->FinishEntry()) return;
     if (editor_->Writing()) {
+        // First the user hears what became of the entry; a silent board is not waited for.
         link_.GiveUp();
-        written_ = CloseWhenWritten();
-        written_.Start();
+        leaving_ = CloseWhenWritten();
+        leaving_.Start();
         return;
     }
     if (!files_.MayClose()) return;
@@ -159,7 +160,6 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
 }
 
 Task frmMDIMain::CloseWhenWritten() {
-    // What became of the entry is told before the program ends.
     co_await editor_->Written();
     QTimer::singleShot(0, this, [this] { close(); });
 }

@@ -175,10 +175,12 @@ TaskOf<bool> RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {
     // The try before took long and may have used the time up; a clean one comes before the box.
     bool held = false;
     bool extended = false;
-    bool tried = false;
+    // A board in write mode echoes the first sync byte and acknowledges the second.
+    constexpr int triesNeeded = 2;
+    int tries = 0;
     while (targetMode_ != mode) {
         const bool late = clock_.Now() >= deadline;
-        if ((late && (extended || !held)) || (tried && givenUp_)) {
+        if ((late && (extended || !held)) || (tries >= triesNeeded && givenUp_)) {
             const bool retry = co_await AskAfterNoMode();
             if (!retry) co_return false;
             deadline = clock_.Now() + ModeTime;
@@ -187,7 +189,7 @@ TaskOf<bool> RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {
             deadline = clock_.Now() + CleanTryTime;
             extended = true;
         }
-        tried = true;
+        ++tries;
         if (unsettled_) co_await SettleLine();
         const MonotonicTime began = clock_.Now();
         const Handshake sync = co_await Shake(SyncByte, Receiver::FlushFirst);
