@@ -45,7 +45,7 @@ void Open(Document& document, const fs::path& file, std::ostream& err) {
     document.ApplyLoadedFile();
 }
 
-void Write(const ReportFileJob& job, Clock& clock, std::ostream& err) {
+void Write(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
     if (!MayBeReplaced(job.reportFile)) {
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            QuotedPath(job.reportFile) +
@@ -64,7 +64,7 @@ void Write(const ReportFileJob& job, Clock& clock, std::ostream& err) {
 
 } // namespace
 
-int WriteReportFile(const ReportFileJob& job, Clock& clock, std::ostream& err) {
+int WriteReportFile(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
     try {
         Write(job, clock, err);
         return 0;

@@ -41,7 +41,7 @@ void NameRepeated(CommandContext& context, const SettingsTransfer& transfer) {
         context.Say("Note: " +
                     (twice ? RepeatedText(name, repeated.mayHaveReached) : CutOffText(name, repeated.mayHaveReached)));
     }
-    // Of the flag, and of a sync byte that was spoiled on its way.
+    // Of the flag, or of a sync byte that was spoiled on its way.
     std::vector<std::uint16_t> rest = transfer.MayHaveReached();
     for (const RepeatedWrite& repeated : transfer.Repeated()) {
         std::erase_if(rest, [&](std::uint16_t byte) { return std::ranges::count(repeated.mayHaveReached, byte) > 0; });

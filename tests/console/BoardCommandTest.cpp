@@ -56,19 +56,5 @@ TEST_F(BoardCommandTest, NothingIsSentForWhatIsRefused) {
     EXPECT_TRUE(NothingWasSent());
 }
 
-TEST_F(BoardCommandTest, AnInterruptAndAFailedLinkEndInGoodOrder) {
-    clock.interruptAt = std::chrono::milliseconds(25);
-    const Ended cancelled = Board({});
-    EXPECT_EQ(cancelled.code, 1);
-    EXPECT_EQ(cancelled.out, "");
-    EXPECT_NE(cancelled.err.find("Cancelled."), std::string::npos);
-    clock.interrupted = false;
-    board.AddFault({.kind = FaultKind::HangUp, .firstTimeOnly = true, .afterBytes = 40});
-    const Ended failed = Board({"--network-address", "9", "--yes"});
-    EXPECT_EQ(failed.code, 3);
-    EXPECT_NE(failed.err.find("The link to the board failed before everything was read."), std::string::npos)
-        << failed.err;
-}
-
 } // namespace
 } // namespace vantrel

@@ -35,6 +35,7 @@ public:
         interruptAt.reset();
         happens();
     }
+    [[nodiscard]] bool MovesOnlyBySleeping() const override { return true; }
     [[nodiscard]] std::chrono::local_seconds LocalNow() const override { return time_.LocalNow(); }
 
     std::optional<MonotonicTime> interruptAt;
@@ -45,10 +46,41 @@ private:
     VirtualClock time_;
 };
 
+/// A stream whose flush somebody waits for.
+class WatchedOutput final : public std::stringbuf {
+public:
+    std::function<void()> flushed;
+
+protected:
+    int sync() override {
+        if (flushed) flushed();
+        return 0;
+    }
+};
+
+/// A person who presses Ctrl+C when asked.
+class InterruptingInput final : public std::streambuf {
+public:
+    explicit InterruptingInput(std::atomic<bool>& interrupted) : interrupted_(interrupted) {}
+
+protected:
+    int_type underflow() override {
+        interrupted_ = true;
+        return traits_type::eof();
+    }
+
+private:
+    std::atomic<bool>& interrupted_;
+};
+
+/// Typed as an answer.
+inline constexpr const char* ControlC = "\x03";
+
 struct Ended {
     int code;
     std::string out;
     std::string err;
+    std::optional<MonotonicTime> cancelling; ///< When the user was told so.
 };
 
 inline std::size_t CountOf(const std::string& text, const std::string& part) {
@@ -95,9 +127,16 @@ protected:
     /// Runs a command; `typed` is what the person at the terminal types, if there is one.
     Ended Run(std::vector<std::string> arguments, const std::optional<std::string>& typed = {}) {
         arguments.insert(arguments.end(), {"--program-folder", folder.string()});
-        std::istringstream in(typed.value_or(""));
+        std::stringbuf answers(typed.value_or(""), std::ios::in);
+        InterruptingInput controlC(clock.interrupted);
+        std::istream in(typed == ControlC ? static_cast<std::streambuf*>(&controlC) : &answers);
         std::ostringstream out;
-        std::ostringstream err;
+        WatchedOutput errors;
+        std::ostream err(&errors);
+        std::optional<MonotonicTime> cancelling;
+        errors.flushed = [&] {
+            if (!cancelling && errors.str().ends_with("Cancelling...\n")) cancelling = clock.Now();
+        };
         ConsoleHost host{.in = in,
                          .out = out,
                          .err = err,
@@ -111,7 +150,7 @@ protected:
                                  return BoardPort{port, "the test's board"};
                              }};
         const int code = RunConsole(arguments, host);
-        return {code, out.str(), err.str()};
+        return {code, out.str(), errors.str(), cancelling};
     }
 
     /// A byte on the line takes its time, so that none can pass while the clock stands.

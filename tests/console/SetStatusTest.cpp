@@ -1,6 +1,8 @@
 // One value of a file, and what the sequences do on the board.
 #include "tests/console/ConsoleFixture.h"
 
+#include <nlohmann/json.hpp>
+
 #include <tuple>
 
 namespace vantrel {
@@ -73,40 +75,34 @@ TEST_F(ConsoleTest, StatusShowsTheBoardAsTheWindowsDo) {
     EXPECT_EQ(Run({"status", "--port", "1", "--file", file}).code, 2);
 }
 
-TEST_F(ConsoleTest, StatusEndsInGoodOrder) {
-    clock.interruptAt = clock.Now() + std::chrono::milliseconds(200);
-    const Ended cancelled = Run({"status", "--port", "1"});
-    EXPECT_EQ(cancelled.code, 1);
-    EXPECT_EQ(cancelled.err, "Cancelled.\n");
-    EXPECT_GT(CountOf(cancelled.out, "Comm Disabled"), 0U);
-    EXPECT_LT(CountOf(cancelled.out, "\n"), 32U);
-    clock.interrupted = false;
-
-    for (const char* sequence : {"--sequence=0", "--yes"}) {
-        board = SimulatedBoard();
-        board.AddFault({.kind = FaultKind::HangUp, .afterBytes = 25});
-        const Ended broken = Run({"status", "--port", "1", sequence});
-        EXPECT_EQ(broken.code, 3) << broken.err;
-        EXPECT_NE(broken.err.find("before everything was read."), std::string::npos) << broken.err;
-    }
-}
-
-TEST_F(ConsoleTest, WhatWasReadBeforeTheLinkWasTakenUpAgainIsNotVouchedFor) {
+TEST_F(ConsoleTest, ResultsAsJsonNameSequencesAndFields) {
     const std::string file = Imported("plant.sdt", TwoSequences);
-    const std::string before = TextOf(file);
-    EXPECT_EQ(Run({"download", file, "--port", "1", "--yes"}).code, 0);
-    for (const char* command : {"compare", "upload"}) {
-        clock.interruptAt = clock.Now() + std::chrono::milliseconds(500);
-        clock.happens = [this] {
-            port->CutLine();
-            port->MendLine();
-        };
-        const Ended ended = Run({command, file, "--port", "1"}, "y\ny\nr\n");
-        EXPECT_EQ(ended.code, 1) << ended.err;
-        EXPECT_EQ(CountOf(ended.err, "The link was taken up again"), 1U) << ended.err;
-        EXPECT_EQ(ended.out, "") << command;
-    }
-    EXPECT_EQ(TextOf(file), before);
+    const auto json = [this](std::vector<std::string> command) {
+        command.insert(command.end(), {"--json", "--port", "1"});
+        return nlohmann::json::parse(Run(command).out);
+    };
+    const auto differences = json({"compare", file})["differences"];
+    EXPECT_EQ(differences[0], nlohmann::json::parse(R"({"field":"StatusStackAddress","file":100,"board":1})"));
+    EXPECT_EQ(differences[1], nlohmann::json::parse(R"({"sequence":0,"field":"NodeNumber","file":2,"board":0})"));
+    ASSERT_EQ(Run({"download", file, "--port", "1", "--yes"}).code, 0);
+    EXPECT_EQ(json({"compare", file})["equal"], true);
+    const auto read = json({"read", "W16896-W16899", "B8180", "F13-F14", "B8176.6-B8177.1"});
+    EXPECT_EQ(read[0], nlohmann::json::parse(R"({"address":"W16896","sequence":1,"field":"NodeNumber","value":3})"));
+    std::string addresses;
+    for (const auto& each : read)
+        addresses += each["address"].get<std::string>() + " ";
+    EXPECT_EQ(addresses, "W16896 W16898 B8180 F13 F14 B8176.6 B8176.7 B8177.0 B8177.1 ");
+    EXPECT_EQ(read[2]["value"], 1);
+    EXPECT_EQ(json({"status"})[1], nlohmann::json::parse(R"({"sequence":1,"NodeNumber":3,"statusCode":2,
+                                                            "status":"02: Comm to Node OK"})"));
+    const auto one = json({"status", "--sequence", "1", "--file", file});
+    EXPECT_EQ(one["description"], "Second");
+    EXPECT_EQ(one["SendFromTI"], "V400");
+    EXPECT_EQ(one["receiveData"].size(), 2U);
+    const auto state = json({"board"});
+    EXPECT_EQ(state["networkAddress"], 1);
+    EXPECT_EQ(state["currentFault"]["code"], 0);
+    EXPECT_EQ(state["model"], nullptr) << "no user program on disk";
 }
 
 } // namespace

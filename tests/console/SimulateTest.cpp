@@ -4,23 +4,9 @@
 #include "console/DeviceLink.h"
 #include "platform/RuntimeError.h"
 
-#include <functional>
-
 namespace vantrel {
 
 namespace {
-
-/// Standard output whose flush somebody waits for.
-class WatchedOutput final : public std::stringbuf {
-public:
-    std::function<void()> flushed;
-
-protected:
-    int sync() override {
-        if (flushed) flushed();
-        return 0;
-    }
-};
 
 TEST_F(ConsoleTest, ASimulatedBoardSaysWhereItIsAndTakesItsLinkAwayAgain) {
     const std::string link = File("board");
