@@ -5,6 +5,7 @@
 #include "app/frmMDIMain.h"
 #include "platform/AsioSerialPort.h"
 #include "platform/QtPrinter.h"
+#include "platform/QtScreen.h"
 #include "platform/SystemClock.h"
 #include "platform/Terminal.h"
 #include "simulator/SimulatedPort.h"
@@ -13,6 +14,7 @@
 #include <CLI/CLI.hpp>
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QTimer>
 
 #include <algorithm>
@@ -20,6 +22,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -46,6 +49,8 @@ private:
     frmMDIMain* frame_ = nullptr;
 };
 
+constexpr int WrongUsage = 2; ///< The exit code, as of vantrelctl.
+
 struct Options {
     std::string file;
     std::string programFolder;
@@ -54,20 +59,62 @@ struct Options {
     bool simulatedBoard = false;
 };
 
+/// Where the program was started from: a terminal, on which texts are written, or a desktop, where only a box is seen.
+class Starter {
+public:
+    void Tell(const std::string& text) const {
+        if (text.empty()) return;
+        // A box would hold up a script that prints reports, and needs the application.
+        if (hasTerminal_ || !QApplication::instance()) {
+            std::cerr << text;
+            return;
+        }
+        QMessageBox::information(nullptr, QStringLiteral("VANTREL"), QString::fromStdString(text));
+    }
+    [[nodiscard]] bool HasTerminal() const { return hasTerminal_; }
+
+private:
+    bool hasTerminal_ = JoinTerminal();
+};
+
 /// The exit code when the program ends here (help, or a wrong option); nothing when it goes on.
-std::optional<int> Read(Options& options, std::vector<std::string> arguments) {
+std::optional<int> Read(Options& options, const std::vector<std::string>& arguments, const Starter& starter) {
     CLI::App line("VANTREL sets up the K5216-505 network communication board.", "vantrel");
-    line.add_option("FILE", options.file, "The set-up file (.sdt) to open, or a text file (.vtl) to import");
-    line.add_flag("--simulated-board", options.simulatedBoard, "Put a simulated board in the place of the serial port");
-    line.add_option("--trace", options.trace, "Write every byte sent and received, with its time, to this file");
-    line.add_option("--report", options.report, "Print the report of FILE into this PDF file, without any window");
+    line.add_option("FILE", options.file, "The set-up file (.sdt) to open, or a text file (.vtl) to import")
+        ->type_name("");
+    line.add_flag("--simulated-board", options.simulatedBoard, "A simulated board in the place of the serial port");
+    line.add_option("--trace", options.trace,
+                    "Write every byte sent and received, with its time, to\n"
+                    "this file")
+        ->option_text("FILE");
+    line.add_option("--report", options.report,
+                    "Print the report of FILE into this PDF file, without\n"
+                    "any window")
+        ->option_text("OUT");
     line.add_option("--program-folder", options.programFolder,
-                    "Where the program's own folders are (else VANTREL_FOLDER, else beside the program)");
-    line.set_version_flag("--version", ProgramVersion());
+                    "Where the program's folders Support, Help and samples are\n"
+                    "(else VANTREL_FOLDER, else beside the program)")
+        ->option_text("DIR");
+    line.set_version_flag("--version", "vantrel " + VersionNumber());
+    line.get_formatter()->column_width(26);
+    line.footer("Examples:\n"
+                "  vantrel plant.sdt\n"
+                "  vantrel --simulated-board\n"
+                "  vantrel --report plant.pdf plant.sdt\n"
+                "\n"
+                "Without a display use vantrelctl, its console twin.\n"
+                "\n"
+                "Exit codes:\n"
+                "  0  done\n"
+                "  2  wrong usage, or no display\n"
+                "  4  a file could not be read or written\n");
     try {
         line.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
     } catch (const CLI::ParseError& error) {
-        return line.exit(error);
+        std::ostringstream problem;
+        const int code = line.exit(error, starter.HasTerminal() ? std::cout : problem, problem);
+        starter.Tell(problem.str());
+        return code == 0 ? 0 : WrongUsage;
     }
     return std::nullopt;
 }
@@ -77,18 +124,29 @@ ProgramFolder FolderFor(const Options& options) {
     return ProgramFolder::Find(PathFromUtf8(options.programFolder));
 }
 
-/// Help, version and the report need no display, unlike everything else.
-bool NeedsNoDisplay(const std::vector<std::string>& arguments) {
-    return std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
-        return argument == "--help" || argument == "-h" || argument == "--version" || argument.starts_with("--report");
+/// Help and version, on a terminal, and the report need no display, unlike everything else.
+bool NeedsNoDisplay(const std::vector<std::string>& arguments, const Starter& starter) {
+    return std::any_of(arguments.begin(), arguments.end(), [&](const std::string& argument) {
+        const bool asks = argument == "--help" || argument == "-h" || argument == "--version";
+        return (asks && starter.HasTerminal()) || argument.starts_with("--report");
     });
 }
 
+/// All arguments but those that Qt has taken for itself, which it has taken out of `argv` ("-style fusion").
+std::vector<std::string> LeftByQt(const std::vector<std::string>& all, const std::vector<char*>& before, int argc,
+                                  char** argv) {
+    if (all.size() != before.size()) return all;
+    std::vector<std::string> left;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (std::find(argv, argv + argc, before[i]) != argv + argc) left.push_back(all[i]);
+    }
+    return left;
+}
+
 int PrintReportOf(const Options& options, int argc, char** argv) {
-    constexpr int wrongUsage = 2;
     if (options.file.empty()) {
         std::cerr << "vantrel: --report needs the set-up file to print: vantrel --report plant.pdf plant.sdt\n";
-        return wrongUsage;
+        return WrongUsage;
     }
     PrintWithoutScreen();
     const QApplication application(argc, argv);
@@ -103,14 +161,19 @@ int PrintReportOf(const Options& options, int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    const Starter starter;
+    const std::vector<std::string> arguments = CommandLineArguments(argc, argv);
+    const std::vector<char*> before(argv, argv + argc);
     Options options;
-    if (const auto arguments = CommandLineArguments(argc, argv); NeedsNoDisplay(arguments)) {
-        const auto ended = Read(options, arguments);
+    if (NeedsNoDisplay(arguments, starter)) {
+        const auto ended = Read(options, arguments, starter);
         return ended ? *ended : PrintReportOf(options, argc, argv);
     }
+    RequireScreen(WrongUsage, "vantrel: there is no display for its windows. Without one, use vantrelctl.\n");
     Application application(argc, argv);
+    ScreenFound();
     Application::setApplicationName(QStringLiteral("VANTREL"));
-    if (const auto ended = Read(options, CommandLineArguments(argc, argv))) return *ended;
+    if (const auto ended = Read(options, LeftByQt(arguments, before, argc, argv), starter)) return *ended;
 
     SystemClock clock;
     const ProgramFolder folder = FolderFor(options);
@@ -128,13 +191,13 @@ int main(int argc, char** argv) {
     application.SetFrame(&frame);
     if (!options.trace.empty()) {
         if (HoldsSomethingElse(PathFromUtf8(options.trace))) {
-            std::cerr << "vantrel: \"" << options.trace
-                      << "\" is there already and no trace. Give the trace another name.\n";
+            starter.Tell("vantrel: \"" + options.trace +
+                         "\" is there already and no trace. Give the trace another name.\n");
             return 4;
         }
         traceFile.open(PathFromUtf8(options.trace));
         if (!traceFile) {
-            std::cerr << "vantrel: the trace \"" << options.trace << "\" cannot be written.\n";
+            starter.Tell("vantrel: the trace \"" + options.trace + "\" cannot be written.\n");
             return 4;
         }
         frame.Link().SetTrafficLog(&trace);

@@ -2,6 +2,7 @@
 #include "console/CommandHelp.h"
 
 #include "document/ValueDisplay.h"
+#include "platform/SerialDevices.h"
 #include "simulator/BoardHabits.h"
 #include "simulator/SimulatedFaults.h"
 
@@ -35,8 +36,12 @@ std::string OverallHelp() {
            "  vantrelctl download plant.sdt --port 1 --verify\n"
            "\n"
            "What a board holds, kept in a file and compared later:\n"
-           "  vantrelctl upload plant.sdt --port /dev/ttyUSB0\n"
-           "  vantrelctl compare plant.sdt --port /dev/ttyUSB0\n"
+           "  vantrelctl upload plant.sdt --port " +
+           SerialDeviceExample() +
+           "\n"
+           "  vantrelctl compare plant.sdt --port " +
+           SerialDeviceExample() +
+           "\n"
            "\n"
            "Results go to standard output; questions, warnings and progress to standard error.\n"
            "Questions are asked at a terminal; without one they count as refused, unless --yes\n"
@@ -50,7 +55,8 @@ std::string ExitCodesHelp() {
            "  1  refused, cancelled, or something differs\n"
            "  2  wrong usage\n"
            "  3  the link to the board failed\n"
-           "  4  a file could not be read or written\n";
+           "  4  a file could not be read or written\n"
+           "  130  interrupted (Ctrl+C)\n";
 }
 
 std::string NoFurtherHelp() { return {}; }

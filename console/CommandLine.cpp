@@ -5,6 +5,7 @@
 #include "console/CommandHelp.h"
 #include "console/Commands.h"
 #include "console/PrintableText.h"
+#include "platform/SerialDevices.h"
 
 #include <CLI/CLI.hpp>
 
@@ -38,7 +39,7 @@ void AddFile(CLI::App& command, Arguments& arguments, const std::string& what) {
 
 constexpr const char* YesToTransfers = "Answer Yes to the confirmations: a transfer, replacing a file, a\n"
                                        "file of another program version";
-constexpr const char* YesToFile = "Answer Yes to the confirmations: replacing a file, another folder";
+constexpr const char* YesToFile = "Answer Yes when a file is about to be replaced";
 constexpr const char* YesToBoard = "Answer Yes to the confirmations: the reset, replacing a file by the trace";
 constexpr const char* YesToReport = "Answer Yes when the report is about to replace a file";
 constexpr const char* YesToSet = "Answer Yes to the confirmations: a file of another program version,\n"
@@ -73,8 +74,10 @@ void AddPort(CLI::App& command, Arguments& arguments) {
         .add_option("--port", arguments.port,
                     "Where the board is (required):\n"
                     "  3             a port number; its settings are kept in RSPort.cfg\n"
-                    "  /dev/ttyUSB0  a device; RSPort.cfg is left alone\n"
-                    "  simulated     a simulated board in this program, new each time")
+                    "  " +
+                        SerialDeviceExample() + std::string(14 - SerialDeviceExample().size(), ' ') +
+                        "a device; RSPort.cfg is left alone\n"
+                        "  simulated     a simulated board in this program, new each time")
         ->required()
         ->type_name("P")
         ->check(ForgottenValue)
@@ -197,6 +200,10 @@ void AddBoard(CLI::App& command, Arguments& arguments) {
     AddYes(command, arguments, YesToBoard);
 }
 
+void AddPorts(CLI::App& command, Arguments& arguments) {
+    command.add_flag("--json", arguments.json, "As JSON, for other programs");
+}
+
 void AddSimulate(CLI::App& command, Arguments& arguments) {
     command.add_option("--link", arguments.link, "Make a symbolic link to the device at this path")
         ->check(ForgottenValue)
@@ -226,7 +233,7 @@ struct Command {
     ExitCode (*run)(CommandContext&);
 };
 
-constexpr std::array<Command, 14> Commands = {{
+constexpr std::array<Command, 15> Commands = {{
     {"new", "Write a set-up file with the defaults: status stack at V1, no sequence used", AddNew, NoFurtherHelp,
      "  vantrelctl new plant.sdt\n", NewCommand},
     {"show", "Show what is in a set-up file", AddShow, NoFurtherHelp,
@@ -266,6 +273,8 @@ constexpr std::array<Command, 14> Commands = {{
      "  vantrelctl board --port 1\n"
      "  vantrelctl board --port 1 --reset-faults --set-clock\n",
      BoardCommand},
+    {"ports", "List the serial ports of this computer, and what they are", AddPorts, NoFurtherHelp,
+     "  vantrelctl ports\n", PortsCommand},
     {"simulate", "Be a board: a simulated one at a serial device of its own, until interrupted", AddSimulate,
      SimulateHelp,
      "  vantrelctl simulate --link /tmp/board\n"
@@ -360,7 +369,7 @@ void AddCommonOptions(CLI::App& app, Arguments& arguments) {
 void DescribeCommands(CLI::App& app, Arguments& arguments) {
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     AddCommonOptions(app, arguments);
-    app.set_version_flag("--version", ProgramVersion());
+    app.set_version_flag("--version", std::string(ProgramName) + " " + VersionNumber());
     app.footer(OverallHelp() + ExitCodesHelp());
     app.require_subcommand(1);
     for (const Command& command : Commands) {

@@ -1,4 +1,4 @@
-# What `cmake --install` puts where, and the Debian package made of it. The program's folder holds everything that the
+# What `cmake --install` puts where, and the packages made of it: Debian's, or a zip and an installer for Windows. The program's folder holds everything that the
 # program looks for beside itself; the commands on the path are links into it.
 include(GNUInstallDirs)
 set(document_folder ${CMAKE_INSTALL_DATADIR}/doc/vantrel)
@@ -34,6 +34,9 @@ if(UNIX AND NOT APPLE)
     install(FILES LICENSE DESTINATION ${document_folder} RENAME copyright)
     install(FILES README.md DESTINATION ${document_folder})
 endif()
+if(WIN32)
+    include(packaging/windows/Package.cmake)
+endif()
 
 set(CPACK_PACKAGE_NAME vantrel)
 set(CPACK_PACKAGE_VENDOR "The VANTREL developers")
@@ -44,9 +47,13 @@ set(CPACK_PACKAGE_DESCRIPTION
 uploads and compares it, shows what the board does, and prints a report.\n\
 Comes with a simulated board and with vantrelctl, its console twin.")
 set(CPACK_PACKAGE_FILE_NAME vantrel-${PROJECT_VERSION})
-set(CPACK_GENERATOR DEB)
+if(NOT WIN32)
+    set(CPACK_GENERATOR DEB)
+endif()
 set(CPACK_STRIP_FILES ON)
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+if(NOT WIN32)
+    set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+endif()
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
