@@ -78,6 +78,7 @@ frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std
 
 frmMDIMain::~frmMDIMain() {
     SayGoodbye();
+    leaving_.Stop();
     // The children hold tasks, which have to withdraw from the queue while there is one.
     delete children_;
 }

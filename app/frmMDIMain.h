@@ -126,6 +126,7 @@ private:
     void ShowSystemMessage();
     /// No code of a task and no box is on the stack. A task may wait for the board all the same.
     [[nodiscard]] bool Idle() const;
+    Task CloseWhenWritten();
     /// Says goodbye to the board, if it answers, without showing anything any more.
     void SayGoodbye() noexcept;
 
@@ -212,6 +213,7 @@ private:
     Task tick_;
     Task stackAddress_;
     Task portChange_;
+    Task leaving_;
 };
 
 } // namespace vantrel

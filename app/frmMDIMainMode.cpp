@@ -141,7 +141,15 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
         closeWanted_ = true;
         return;
     }
-    if (!editor_->FinishEntry() || !files_.MayClose()) return;
+    if (!editor_->FinishEntry()) return;
+    if (editor_->Writing()) {
+        // First the user hears what became of the entry; a silent board is not waited for.
+        link_.GiveUp();
+        leaving_ = CloseWhenWritten();
+        leaving_.Start();
+        return;
+    }
+    if (!files_.MayClose()) return;
     closing_ = true;
     link_.GiveUp();
     dialogs_.Silence();
@@ -149,6 +157,11 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
     SavePlace();
     QApplication::closeAllWindows();
     event->accept();
+}
+
+Task frmMDIMain::CloseWhenWritten() {
+    co_await editor_->Written();
+    QTimer::singleShot(0, this, [this] { close(); });
 }
 
 void frmMDIMain::SayGoodbye() noexcept {

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -29,19 +32,40 @@ std::string Names(const std::vector<std::size_t>& indices) {
     return ValueList(indices, [](std::size_t) { return std::string(); });
 }
 
-/// The values that were sent twice, each with the bytes that it may have reached on the way.
-std::string RepeatedNames(const std::vector<RepeatedWrite>& repeated) {
+std::string BytesOf(const RepeatedWrite& one) {
+    std::string bytes;
+    for (const std::uint16_t byte : one.mayHaveReached)
+        bytes += (bytes.empty() ? "B" : ", B") + std::to_string(byte);
+    return bytes;
+}
+
+/// The values that the board confirmed when they were sent a second time, each with the bytes that its first attempt
+/// may have set; empty when there are none.
+std::string ConfirmedAtLast(const frmProcessing::Result& result) {
     std::vector<std::size_t> indices;
-    for (const RepeatedWrite& one : repeated)
+    std::map<std::size_t, std::string> bytes;
+    for (const RepeatedWrite& one : result.repeated) {
+        if (std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), one.index)) continue;
         indices.push_back(one.index);
-    return ValueList(indices, [&](std::size_t index) {
-        const auto one = std::find_if(repeated.begin(), repeated.end(),
-                                      [&](const RepeatedWrite& each) { return each.index == index; });
-        std::string bytes;
-        for (const std::uint16_t byte : one->mayHaveReached)
-            bytes += (bytes.empty() ? ": " : ", ") + ("B" + std::to_string(byte));
-        return bytes;
-    });
+        if (!one.mayHaveReached.empty()) bytes[one.index] = ": " + BytesOf(one);
+    }
+    return indices.empty() ? std::string() : ValueList(indices, [&](std::size_t index) { return bytes[index]; });
+}
+
+/// The bytes that the attempts at values which the board never confirmed may have set, as a sentence; empty for none.
+std::string ReachedSentence(const frmProcessing::Result& result) {
+    constexpr std::size_t mostShown = 10;
+    std::set<std::uint16_t> reached;
+    for (const RepeatedWrite& one : result.repeated) {
+        if (std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), one.index))
+            reached.insert(one.mayHaveReached.begin(), one.mayHaveReached.end());
+    }
+    if (reached.empty()) return {};
+    RepeatedWrite shown{.index = 0, .mayHaveReached = {reached.begin(), reached.end()}};
+    shown.mayHaveReached.resize(std::min(reached.size(), mostShown));
+    const std::size_t more = reached.size() - shown.mayHaveReached.size();
+    return "\n\nWhat was sent of them may have set these bytes to 255: " + BytesOf(shown) +
+           (more > 0 ? " and " + std::to_string(more) + " more" : "");
 }
 
 } // namespace
@@ -108,12 +132,12 @@ void frmMDIMain::ShowResult(TransferMode mode, const frmProcessing::Result& resu
         Warn(std::string("These values ") +
              (upload ? "were not read reliably. Upload again:\n"
                      : "were not confirmed by the board. Download again:\n") +
-             Names(result.unconfirmed));
+             Names(result.unconfirmed) + ReachedSentence(result));
     }
-    if (!result.repeated.empty()) {
-        Warn("These values had to be sent a second time. Behind each one: the bytes that its first, half-sent attempt "
-             "may have set to 255.\n" +
-             RepeatedNames(result.repeated));
+    if (const std::string names = ConfirmedAtLast(result); !names.empty()) {
+        Warn("These values had to be sent a second time before the board confirmed them. Behind each one: the bytes "
+             "that its first, half-sent attempt may have set to 255.\n" +
+             names);
     }
     if (result.reconnected) {
         Warn("The link was lost and taken up again in the middle of the transfer. What the board lost in between is "

@@ -5,6 +5,7 @@
 
 #include <QCloseEvent>
 #include <QHeaderView>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <array>
@@ -104,6 +105,13 @@ void frmMain::WatchGrid(QtFormatGrid& grid) {
         part->installEventFilter(this);
     grid.SetOnCellsMoved([this] { PlaceEntryBox(); });
     connect(&grid, &QTableView::clicked, this, [this, &grid] { CellClicked(grid); });
+    // As shortcuts, so that they come before those of the frame's area of child windows.
+    for (const bool forward : {true, false}) {
+        const auto keys = QKeySequence(forward ? Qt::CTRL | Qt::Key_Tab : Qt::CTRL | Qt::SHIFT | Qt::Key_Tab);
+        auto* leave = new QShortcut(keys, &grid);
+        leave->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(leave, &QShortcut::activated, this, [this, forward] { LeaveGrid(forward); });
+    }
     // A cell becomes the current one before or after it is selected, by key or by mouse.
     const auto note = [this, &grid] { NoteSelection(grid); };
     connect(grid.selectionModel(), &QItemSelectionModel::currentChanged, this, note);

@@ -160,7 +160,7 @@ private:
     void ShowLanded(const LandedEdit& landed);
     void TellLanded(const LandedEdit& landed);
     void ComeBack(const LandedEdit& landed);
-    void TypeAgain();
+    void TypeAgain(const std::vector<std::unique_ptr<QKeyEvent>>& typed);
 
     // Keys, clicks, focus (frmMainKeys.cpp); each filter answers whether the event ends there
     bool EntryEvent(QEvent& event);
@@ -171,14 +171,13 @@ private:
     void KeyMeanwhile(const QKeyEvent& key);
     void EntryEscape();
     void ShutByEscape();
-    void EntryTab(const QKeyEvent& key);
     /// Out of the grid, to the control behind or before it.
     void LeaveGrid(bool forward);
     void ScrollPage(bool down);
     bool EntryLosesFocus(Qt::FocusReason reason);
     bool GridEvent(QEvent& event);
     bool GridKey(QKeyEvent& key);
-    bool GridTab(const QKeyEvent& key);
+    void GridTab(bool forward);
     bool CellsEvent(QEvent& event);
     void CellClicked(QtFormatGrid& grid);
     bool TabsEvent(QEvent& event);

@@ -98,8 +98,10 @@ bool frmMain::EntryKey(QKeyEvent& key) {
         EntryEscape();
         return true;
     case Qt::Key_Tab:
+        EndBy(EntryEnd::NextCell);
+        return true;
     case Qt::Key_Backtab:
-        EntryTab(key);
+        EndBy(EntryEnd::CellBefore);
         return true;
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
@@ -153,16 +155,8 @@ void frmMain::ShutByEscape() {
     cmdDefault.setFocus();
 }
 
-void frmMain::EntryTab(const QKeyEvent& key) {
-    const bool forward = key.key() == Qt::Key_Tab;
-    if (!key.modifiers().testFlag(Qt::ControlModifier)) {
-        EndBy(forward ? EntryEnd::NextCell : EntryEnd::CellBefore);
-    } else if (FinishEntry()) {
-        LeaveGrid(forward);
-    }
-}
-
 void frmMain::LeaveGrid(bool forward) {
+    if (!FinishEntry()) return;
     VisibleGrid().setFocus(Qt::ActiveWindowFocusReason);
     focusNextPrevChild(forward);
 }
@@ -201,7 +195,10 @@ bool frmMain::GridKey(QKeyEvent& key) {
         key.ignore();
         return true;
     }
-    if (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) return GridTab(key);
+    if (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) {
+        GridTab(key.key() == Qt::Key_Tab);
+        return true;
+    }
     const bool opens = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_F2;
     if (!opens && !Types(key)) {
         // The keyboard starts at the sequence in view.
@@ -213,17 +210,16 @@ bool frmMain::GridKey(QKeyEvent& key) {
     return true;
 }
 
-bool frmMain::GridTab(const QKeyEvent& key) {
-    const bool forward = key.key() == Qt::Key_Tab;
-    const bool cells = !key.modifiers().testFlag(Qt::ControlModifier);
-    if (cells && forward && VisibleGrid().CurrentRow() == 0) {
+void frmMain::GridTab(bool forward) {
+    const bool nowhere = VisibleGrid().CurrentRow() == 0;
+    const auto cell = CellBeside(forward ? 1 : -1);
+    if (nowhere && forward) {
         SelectSequenceInView();
-    } else if (const auto cell = CellBeside(forward ? 1 : -1); cells && cell && VisibleGrid().CurrentRow() > 0) {
-        VisibleGrid().SetCurrentCell(cell->row, cell->column);
-    } else {
+    } else if (nowhere || !cell) {
         LeaveGrid(forward);
+    } else {
+        VisibleGrid().SetCurrentCell(cell->row, cell->column);
     }
-    return true;
 }
 
 bool frmMain::CellsEvent(QEvent& event) {

@@ -17,17 +17,18 @@ int ColumnOf(const ValueEdit& edit) { return static_cast<int>(FieldOf(edit.index
 
 void frmMain::Landed(const LandedEdit& landed) {
     const bool awaited = entry_ == EntryState::OnItsWay && EditIndex == static_cast<int>(landed.edit.index);
-    // The box keeps the cell until the user has read what became of its entry.
-    const bool refused = !landed.Confirmed() && !landed.HasLinkFailed();
+    if (awaited) {
+        SetEntry(EntryState::Open);
+        txtEntry.setText(SavedCellText);
+    }
     ShowLanded(landed);
     TellLanded(landed);
-    if (refused) {
+    if (!landed.Confirmed() && !landed.HasLinkFailed()) {
         ComeBack(landed);
-    } else if (awaited && entry_ == EntryState::OnItsWay) {
-        SetEntry(EntryState::Open);
+    } else if (awaited && EntryOpen()) {
+        const auto typed = std::exchange(typedAhead_, {});
         MoveOn();
-        if (landed.Confirmed()) TypeAgain();
-        typedAhead_.clear();
+        if (landed.Confirmed()) TypeAgain(typed);
     }
 }
 
@@ -45,10 +46,9 @@ void frmMain::ShowLanded(const LandedEdit& landed) {
 
 void frmMain::TellLanded(const LandedEdit& landed) {
     const std::string message = landed.Message();
-    if (message.empty()) return;
-    untold_ += (untold_.empty() ? "" : "\n\n") + message;
+    if (!message.empty()) untold_ += (untold_.empty() ? "" : "\n\n") + message;
     // Whatever waits for a link that has failed fails as well: one box for all of them.
-    if (landed.HasLinkFailed() && edits_.Writing()) return;
+    if (untold_.empty() || (landed.HasLinkFailed() && edits_.Writing())) return;
     dialogs_.Show({.title = EntryRefusalTitle,
                    .text = std::exchange(untold_, {}),
                    .icon = MessageIcon::Exclamation,
@@ -57,6 +57,8 @@ void frmMain::TellLanded(const LandedEdit& landed) {
 }
 
 void frmMain::ComeBack(const LandedEdit& landed) {
+    typedAhead_.clear();
+    endedBy_ = EntryEnd::Elsewhere;
     // A half-typed entry elsewhere is not taken from under the user's hands, and another document has other values.
     const bool typing = EntryOpen() && entry_ != EntryState::OnItsWay && txtEntry.text() != SavedCellText;
     if (typing || QApplication::activeModalWidget() || !edits_.Stands(landed.edit)) return;
@@ -69,8 +71,8 @@ void frmMain::ComeBack(const LandedEdit& landed) {
     SetEntry(EntryState::Refused);
 }
 
-void frmMain::TypeAgain() {
-    for (const auto& key : std::exchange(typedAhead_, {})) {
+void frmMain::TypeAgain(const std::vector<std::unique_ptr<QKeyEvent>>& typed) {
+    for (const auto& key : typed) {
         if (EntryOpen()) QCoreApplication::sendEvent(&txtEntry, key.get());
     }
 }

@@ -9,7 +9,7 @@
 
 namespace vantrel {
 
-/// The last answers' times. One late answer among them changes nothing.
+/// The last answers' times. A late answer among them changes nothing, nor does a burst of them.
 class AnswerTimes {
 public:
     void Add(MonotonicTime time) {
@@ -35,7 +35,7 @@ public:
     }
 
 private:
-    std::array<MonotonicTime, 9> times_{};
+    std::array<MonotonicTime, 33> times_{};
     std::size_t known_ = 0;
     std::size_t next_ = 0;
 };

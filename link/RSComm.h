@@ -21,6 +21,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -278,8 +279,8 @@ private:
     bool givenUp_ = false; ///< The user wants no more of the operation under way.
     Patience patience_ = Patience::Usual;
     ValueState value_;
-    std::vector<std::uint16_t> mayHaveReached_; ///< By the write under way.
-    std::vector<std::uint16_t> untold_; ///< The same of all that was done, until somebody asks.
+    std::set<std::uint16_t> mayHaveReached_; ///< By the write under way.
+    std::set<std::uint16_t> untold_; ///< The same of all that was done, until somebody asks.
     bool mayBeInWriteMode_ = false; ///< The board, whatever mode it is wanted in.
     Neighbour* neighbour_ = nullptr; ///< Hears what the next exchange says.
     std::optional<MonotonicTime> awaitingSince_;

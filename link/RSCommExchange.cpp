@@ -20,6 +20,8 @@ constexpr MonotonicTime FirstAnswerTime = 1s;
 constexpr MonotonicTime RepeatedAnswerTime = 2s;
 constexpr int AttemptsBeforeWarning = 3;
 constexpr MonotonicTime ModeTime = 2s;
+/// Out of a mode: the first sync byte may pass for an address.
+constexpr int TriesOfAGoodBoard = 2;
 constexpr int WriteMode = 2;
 /// Longer than a sync and a mode byte take on a slow line; what takes as long held a silence, of the board or the host.
 constexpr MonotonicTime LongestCleanTry = 900ms;
@@ -175,10 +177,10 @@ TaskOf<bool> RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {
     // The try before took long and may have used the time up; a clean one comes before the box.
     bool held = false;
     bool extended = false;
-    bool tried = false;
+    int tries = 0;
     while (targetMode_ != mode) {
         const bool late = clock_.Now() >= deadline;
-        if ((late && (extended || !held)) || (tried && givenUp_)) {
+        if ((late && (extended || !held)) || (givenUp_ && tries >= TriesOfAGoodBoard)) {
             const bool retry = co_await AskAfterNoMode();
             if (!retry) co_return false;
             deadline = clock_.Now() + ModeTime;
@@ -187,7 +189,7 @@ TaskOf<bool> RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {
             deadline = clock_.Now() + CleanTryTime;
             extended = true;
         }
-        tried = true;
+        ++tries;
         if (unsettled_) co_await SettleLine();
         const MonotonicTime began = clock_.Now();
         const Handshake sync = co_await Shake(SyncByte, Receiver::FlushFirst);

@@ -186,7 +186,8 @@ TaskOf<std::optional<std::vector<std::uint8_t>>> RSComm::ReadBytes(TargetAddress
 
 TaskOf<WriteResult> RSComm::WriteTwice(std::string address, std::string value) {
     WriteResult result;
-    mayHaveReached_.clear();
+    // Of a read that went before.
+    untold_.merge(mayHaveReached_);
     const std::optional<std::string> digits = DigitsOf(std::move(value));
     if (!digits) {
         result.outcome = Refuse("Only Numerical Data Allowed.", MessageIcon::Exclamation);
@@ -290,25 +291,22 @@ void RSComm::NoteHalfSent(const std::array<std::uint8_t, 3>& group, std::size_t 
     if (stage > 0 && value_.gap) NoteReached(group.at(stage), syncByte);
 }
 
-void RSComm::NoteReached(int page, int low) {
-    const auto byte = static_cast<std::uint16_t>(page * 256 + low);
-    for (std::vector<std::uint16_t>* list : {&mayHaveReached_, &untold_}) {
-        if (std::ranges::find(*list, byte) == list->end()) list->push_back(byte);
-    }
-}
+void RSComm::NoteReached(int page, int low) { mayHaveReached_.insert(static_cast<std::uint16_t>(page * 256 + low)); }
 
 std::vector<std::uint16_t> RSComm::TakeMayHaveReached() {
-    std::ranges::sort(untold_);
-    return std::exchange(untold_, {});
+    untold_.merge(mayHaveReached_);
+    mayHaveReached_.clear();
+    const std::set<std::uint16_t> told = std::exchange(untold_, {});
+    return {told.begin(), told.end()};
 }
 
 std::vector<std::uint16_t> RSComm::ReachedBeside(const TargetAddress& to, std::size_t count) {
-    std::vector<std::uint16_t> reached = std::exchange(mayHaveReached_, {});
+    std::set<std::uint16_t> reached = std::exchange(mayHaveReached_, {});
     std::erase_if(reached, [&](std::uint16_t byte) {
         return byte >= to.byteAddress && byte < to.byteAddress + static_cast<std::int32_t>(count);
     });
-    std::ranges::sort(reached);
-    return reached;
+    untold_.insert(reached.begin(), reached.end());
+    return {reached.begin(), reached.end()};
 }
 
 } // namespace vantrel

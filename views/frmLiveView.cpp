@@ -108,7 +108,7 @@ bool frmLiveView::EntryOpen() const {
 }
 
 void frmLiveView::DropEntries() {
-    then_ = nullptr;
+    then_.clear();
     for (QtEntryField* field : fields_) {
         if (field->Editing) field->Drop();
     }
@@ -124,7 +124,7 @@ void frmLiveView::AfterEntries(std::function<void()> then) {
         then();
         return;
     }
-    then_ = std::move(then);
+    then_.push_back(std::move(then));
     LookAtEntries();
 }
 
@@ -141,14 +141,16 @@ Task frmLiveView::TakeEntries() {
         // The refusal must not come up in the middle of the click or key that moves the focus.
         co_await turns_.Next();
         lookAgain_ = false;
-        const std::function<void()> then = std::exchange(then_, nullptr);
+        const std::vector<std::function<void()>> thenAll = std::exchange(then_, {});
         bool taken = true;
         for (QtEntryField* field : fields_) {
-            const bool left = then || focusWidget() != &field->box;
+            const bool left = !thenAll.empty() || focusWidget() != &field->box;
             if (!taken || !field->Editing || !left) continue;
             taken = co_await Take(*field);
         }
-        if (taken && then && ViewActive) then();
+        for (const auto& then : thenAll) {
+            if (taken && ViewActive) then();
+        }
     }
 }
 

@@ -100,7 +100,7 @@ private:
     bool switching_ = false; ///< The mode is on its way.
     int writing_ = 0;
     bool lookAgain_ = false; ///< The focus has moved since the entries were looked at.
-    std::function<void()> then_; ///< Waits for the open entries.
+    std::vector<std::function<void()>> then_; ///< What waits for the open entries.
     Signal wake_;
     Task live_;
     Task taking_;

@@ -40,6 +40,7 @@ frmTargetBoard::frmTargetBoard(const ProgramFolder& folder, RSComm& link, TurnQu
     LayOut();
     OrderTabs();
     ShowPage(0);
+    tick_.setObjectName(QStringLiteral("tick"));
     tick_.setInterval(TickMilliseconds);
     tick_.callOnTimeout(this, [this] { ShowComputerClock(); });
 }
@@ -61,7 +62,8 @@ void frmTargetBoard::InitializeForm(const std::filesystem::path& programFile) {
     tick_.start();
     RunModal();
     tick_.stop();
-    command_.Stop();
+    for (Task& command : commands_)
+        command.Stop();
 }
 
 void frmTargetBoard::ShowUserProgram(const UserProgram& program) {
@@ -104,15 +106,16 @@ void frmTargetBoard::ShowComputerClock() {
     Show(*lblCurrDate, Text(ComputerDateText(now)));
 }
 
-void frmTargetBoard::StartCommand(Task command) {
-    if (!command_.Done()) return;
-    command_ = std::move(command);
-    command_.Start();
+void frmTargetBoard::Start(Command which, Task command) {
+    Task& running = commands_.at(static_cast<std::size_t>(which));
+    if (!running.Done()) return;
+    running = std::move(command);
+    running.Start();
 }
 
 void frmTargetBoard::ResetFaults() {
     if (!Idle() || dialogs_.Show(ResetQuestion()) != MessageAnswer::Yes) return;
-    StartCommand(Reset());
+    Start(Command::Reset, Reset());
 }
 
 Task frmTargetBoard::Reset() {
@@ -123,14 +126,15 @@ Task frmTargetBoard::Reset() {
     afterReset_ = outcome == WriteOutcome::Written;
 }
 
-void frmTargetBoard::SetClock(std::string what, ClockWrite write) {
-    if (Idle()) AfterEntries([this, what, write] { StartCommand(WriteClock(what, write)); });
+void frmTargetBoard::SetClock(Command which, ClockWrite write) {
+    if (Idle()) AfterEntries([this, which, write] { Start(which, WriteClock(which, write)); });
 }
 
-Task frmTargetBoard::WriteClock(std::string what, ClockWrite write) {
+Task frmTargetBoard::WriteClock(Command which, ClockWrite write) {
     const Writing writing(*this);
     const WriteOutcome outcome = co_await (passes_.*write)();
-    if (outcome == WriteOutcome::NotConfirmed) dialogs_.Show(ClockNotConfirmed(what));
+    if (outcome == WriteOutcome::NotConfirmed)
+        dialogs_.Show(ClockNotConfirmed(which == Command::Time ? "Time" : "Date"));
 }
 
 void frmTargetBoard::showEvent(QShowEvent* event) {

@@ -94,12 +94,13 @@ private:
     void ShowComputerClock();
     void CompareRevisions();
 
-    // Commands (frmTargetBoard.cpp). One at a time.
-    void StartCommand(Task command);
+    // Commands (frmTargetBoard.cpp). One of a kind at a time; the link serves them in their order.
+    enum class Command { Reset, Time, Date };
+    void Start(Command which, Task command);
     void ResetFaults();
     [[nodiscard]] Task Reset();
-    void SetClock(std::string what, ClockWrite write);
-    [[nodiscard]] Task WriteClock(std::string what, ClockWrite write);
+    void SetClock(Command which, ClockWrite write);
+    [[nodiscard]] Task WriteClock(Command which, ClockWrite write);
 
     // Entries and pages (frmTargetBoardEntry.cpp)
     [[nodiscard]] TaskOf<bool> Take(QtEntryField& field) override;
@@ -125,8 +126,8 @@ private:
     bool firstPass_ = true; ///< Is due.
     bool afterReset_ = false; ///< The next first pass shows what a reset has left.
     int page_ = 0;
-    QTimer tick_; ///< For the computer's clock, which goes on while OFFLINE, too.
-    Task command_;
+    QTimer tick_{this}; ///< For the computer's clock, which goes on while OFFLINE, too.
+    std::array<Task, 3> commands_;
 };
 
 } // namespace vantrel

@@ -219,8 +219,10 @@ void frmTargetBoard::BuildClockPage() {
     lblTargetBoardDate = AddLabel(page, QStringLiteral("lblTargetBoardDate"), tr("Target Board:"));
     cmdSetToCurrTime = Named(new QPushButton(tr("Set to Current &Time"), page), QStringLiteral("cmdSetToCurrTime"));
     cmdSetToCurrDate = Named(new QPushButton(tr("Set to Current &Date"), page), QStringLiteral("cmdSetToCurrDate"));
-    connect(cmdSetToCurrTime, &QPushButton::clicked, this, [this] { SetClock("Time", &BoardMonitor::SetToCurrTime); });
-    connect(cmdSetToCurrDate, &QPushButton::clicked, this, [this] { SetClock("Date", &BoardMonitor::SetToCurrDate); });
+    connect(cmdSetToCurrTime, &QPushButton::clicked, this,
+            [this] { SetClock(Command::Time, &BoardMonitor::SetToCurrTime); });
+    connect(cmdSetToCurrDate, &QPushButton::clicked, this,
+            [this] { SetClock(Command::Date, &BoardMonitor::SetToCurrDate); });
 
     QWidget* time = ClockFrame(tr("Time"), {lblCurrTime, lblTargetBoardTime, cmdSetToCurrTime}, 2);
     QWidget* date = ClockFrame(tr("Date"), {lblCurrDate, lblTargetBoardDate, cmdSetToCurrDate}, 5);

@@ -75,7 +75,8 @@ struct World {
                 board.PokeWord(static_cast<std::uint16_t>(byte + 2 * word),
                                static_cast<std::uint16_t>(byte / 3 + word));
         }
-        for (const auto& [address, value] : {std::pair{8175, 0}, {8177, 0x45}, {8178, 5}, {33, 0xFF}, {6400, 9}})
+        for (const auto& [address, value] :
+             {std::pair{8175, 0}, {8177, 0x45}, {8178, 5}, {33, 0xFF}, {6400, 9}, {300, 0x66}, {301, 0x77}})
             board.Poke(static_cast<std::uint16_t>(address), static_cast<std::uint8_t>(value));
         link.SetPortOverride({.number = 1, .speed = "19200", .leaveFileAlone = true});
         turns.RunToEnd(link.OpenRSComm(port));

@@ -1,9 +1,6 @@
 // The communication interface view as a user meets it: keys and clicks, real boxes, the simulated board in process.
-#include "platform/QtDialogs.h"
-#include "platform/QtTurnQueue.h"
-#include "tests/support/BoardLink.h"
 #include "tests/views/ReadAddresses.h"
-#include "tests/windows/BoxAnswerer.h"
+#include "tests/windows/ViewFixture.h"
 #include "views/frmCommInterface.h"
 
 #include <QToolButton>
@@ -16,13 +13,12 @@ namespace {
 
 constexpr const char* Refusal = "Sequence Number|Only a Number Between 0 and 30 can be Entered";
 
-class CommInterfaceTest : public BoardLink<QtDialogs> {
+class CommInterfaceTest : public ViewFixture {
 protected:
     CommInterfaceTest() {
         document.InitDefaults();
-        dialogs.SetOnClosed([this] { turns.Poke(); });
         link.SetTrafficLog(&log);
-        link.OpenRSComm(port);
+        Online();
     }
     /// Shows the view, does `acts` once it has read something, and closes it with the close button.
     void Open(const std::function<void()>& acts) {
@@ -34,10 +30,6 @@ protected:
             view.close();
         });
         view.InitializeForm();
-    }
-    static void Turns(int count) {
-        for (int i = 0; i < count; ++i)
-            QCoreApplication::processEvents();
     }
     /// The words read in one pass, from one status word to the next.
     std::size_t ReadsInPass() {
@@ -60,17 +52,10 @@ protected:
     [[nodiscard]] std::string Status() const { return view.lblSetting[2].text().toStdString(); }
     [[nodiscard]] QColor Colour() const { return view.fgSettings[2].palette().color(QPalette::Text); }
 
-    BoxAnswerer user;
     ReadAddresses log;
-    QtTurnQueue turns{[this] { return !link.Busy() && !dialogs.BoxUp(); }, [] { ADD_FAILURE(); }};
     Document document{"VANTREL_R1.0.0", clock};
     std::int16_t selected = 3;
-    int applied = 0;
-    frmCommInterface view{document, link, turns, dialogs, selected, [this] {
-                              ++applied;
-                              link.OnlineMode() ? link.OpenRSComm(port) : link.CloseRSComm();
-                              view.ModeChanged();
-                          }};
+    frmCommInterface view{document, link, turns, dialogs, selected, [this] { ApplyMode(view); }};
 };
 
 TEST_F(CommInterfaceTest, ReadsTheSelectedSequenceAndOfItsDataOnlyWhatIsSeen) {
@@ -109,6 +94,7 @@ TEST_F(CommInterfaceTest, AnEntryMovesToItsSequenceAndABadOneIsRefusedAndRestore
         }
         QTest::keyClicks(&view.txtSetup, QStringLiteral("31"));
         QTest::mouseClick(&view.cmdOk, Qt::LeftButton);
+        Turns(10);
         EXPECT_EQ(user.shown.size(), 2U);
         EXPECT_TRUE(view.isVisible()) << "not closed over a bad entry";
         user.shown.clear();
@@ -141,7 +127,7 @@ TEST_F(CommInterfaceTest, EscapeRestoresTheNumberThenLeavesTheBoxThenClosesTheVi
             QTest::keyClick(&view.txtSetup, Qt::Key_Escape);
             EXPECT_EQ(Number(), "3");
             EXPECT_EQ(view.txtSetup.hasFocus(), !leaves);
-            EXPECT_EQ(view.EscapePending, !leaves);
+            EXPECT_EQ(view.Entry.EscapePending, !leaves);
         }
         Turns(10);
         EXPECT_TRUE(view.isVisible());
@@ -150,6 +136,55 @@ TEST_F(CommInterfaceTest, EscapeRestoresTheNumberThenLeavesTheBoxThenClosesTheVi
     });
     EXPECT_TRUE(user.shown.empty());
     EXPECT_EQ(selected, 3);
+}
+
+TEST_F(CommInterfaceTest, OkTakesAnEntryAndEveryOtherWayOutDropsIt) {
+    for (const bool ok : {true, false}) {
+        Open([&] {
+            view.txtSetup.setFocus();
+            QTest::keyClicks(&view.txtSetup, QStringLiteral("9"));
+            if (!ok) return; // the close button follows
+            QTest::mouseClick(&view.cmdOk, Qt::LeftButton);
+            Turns(10);
+            EXPECT_FALSE(view.isVisible());
+        });
+        EXPECT_EQ(selected, ok ? 9 : 3);
+        selected = 3;
+    }
+}
+
+TEST_F(CommInterfaceTest, ASilentBoardHoldsUpNeitherTheViewNorItsEnd) {
+    Open([&] {
+        Silence();
+        TurnsUntil([&] { return link.AwaitingSince() && clock.Now() > *link.AwaitingSince() + RSComm::SilenceTime; });
+        Type("7", Qt::Key_Return);
+        EXPECT_EQ(selected, 7) << "the view is alive";
+        EXPECT_EQ(view.lblSetting[0].text(), QStringLiteral("-"));
+        const MonotonicTime begun = clock.Now();
+        log.Forget();
+        view.close();
+        EXPECT_FALSE(view.isVisible());
+        EXPECT_LT(clock.Now() - begun, std::chrono::milliseconds(100));
+        EXPECT_TRUE(link.LinkFailed());
+        Turns(100);
+        EXPECT_TRUE(log.Words().empty());
+    });
+    EXPECT_TRUE(user.shown.empty());
+}
+
+TEST_F(CommInterfaceTest, AnotherBoardBehindTheSamePortIsShownWhole) {
+    Open([&] {
+        user.answers = {QMessageBox::Retry};
+        board.PokeWord(16384 + 512 * 3, 77); // node number
+        board.PokeWord(16384 + 512 * 3 + 4, 99); // the first address
+        view.fgSettings[2].SetText(100, 1, QStringLiteral("7"));
+        port.CutLine();
+        port.MendLine();
+        Turns(300);
+        EXPECT_EQ(view.lblSetting[0].text() + view.fgSettings[0].Text(2, 1), QStringLiteral("77V99"));
+        EXPECT_TRUE(view.fgSettings[2].Text(100, 1).isEmpty()) << "the old board's word";
+    });
+    EXPECT_EQ(user.shown.size(), 1U);
 }
 
 TEST_F(CommInterfaceTest, GoingToAnotherProgramChecksNothing) {
@@ -242,15 +277,15 @@ TEST_F(CommInterfaceTest, ADeadLinkGreysTheViewOnceAndGoOnlineBringsItBack) {
         EXPECT_EQ(user.shown.size(), 2U);
         EXPECT_EQ(applied, 3);
 
-        link.CloseRSComm(); // by the frame
-        view.ModeChanged();
+        link.SetOnlineMode(false); // by the frame
+        ApplyMode(view);
         Turns(100);
         EXPECT_EQ(Status(), "Offline");
     });
 }
 
 TEST_F(CommInterfaceTest, OpenedOfflineItShowsTheDescriptionAndEveryAccessKeyIsUnique) {
-    link.CloseRSComm();
+    turns.RunToEnd(link.CloseRSComm());
     Open([&] {
         EXPECT_EQ(Status() + view.lblSetting[1].text().toStdString(), "Offline-");
         std::set<QString> keys;

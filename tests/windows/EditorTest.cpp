@@ -22,17 +22,16 @@ constexpr const char* CallError = "VANTREL|Error Number = 5";
 class EditorTest : public FrameTest {
 protected:
     EditorTest() { Begin(); }
+    EditorTest(const EditorTest&) = delete;
+    EditorTest& operator=(const EditorTest&) = delete;
+    /// The frame says goodbye to the board when it goes, after the log.
+    ~EditorTest() override { frame->Link().SetTrafficLog(nullptr); }
     void Begin() {
         Start();
         editor = dynamic_cast<frmMain*>(frame->findChild<QWidget*>(QStringLiteral("frmMain")));
         ASSERT_TRUE(editor);
         Activate();
         Settle();
-    }
-    /// Every turn that waits has come.
-    static void Settle() {
-        for (int i = 0; i < 100; ++i)
-            QCoreApplication::processEvents();
     }
     void ClickTab(EditorTab tab) {
         const int index = static_cast<int>(tab) - 1;
@@ -57,6 +56,17 @@ protected:
     void Press(Qt::Key key, Qt::KeyboardModifiers held = {}) {
         Activate();
         QTest::keyClick(frame->windowHandle(), key, held);
+        Settle();
+    }
+    /// The board answers the next byte late: what is written to it now is on its way for a while.
+    void BeLate(std::chrono::milliseconds by = std::chrono::milliseconds(950)) {
+        board.AddFault({.kind = FaultKind::LateAnswer, .firstTimeOnly = true, .lateBy = by});
+    }
+    /// Without waiting for the board.
+    void Strike(Qt::Key key, Qt::KeyboardModifiers held = {}) { QTest::keyClick(frame->windowHandle(), key, held); }
+    [[nodiscard]] bool Marked(int row, int column) {
+        const QModelIndex cell = Grid().model()->index(row - 1, column - 1);
+        return cell.data(Qt::FontRole).value<QFont>().italic() || cell.data(Qt::ForegroundRole).isValid();
     }
 
     [[nodiscard]] QtFormatGrid& Grid() { return editor->fgComm.at(static_cast<std::size_t>(editor->CurrentTab) - 1); }
@@ -64,8 +74,12 @@ protected:
     /// The open cell and the text of its box, "row,column:text"; empty while nothing is open. The box has the focus.
     [[nodiscard]] std::string Open() {
         Activate();
-        EXPECT_EQ(editor->txtEntry.hasFocus(), editor->EntryOpen);
-        if (!editor->EntryOpen) return {};
+        return Seen();
+    }
+    /// The same without a turn for anybody.
+    [[nodiscard]] std::string Seen() {
+        EXPECT_EQ(editor->txtEntry.hasFocus(), editor->EntryOpen());
+        if (!editor->EntryOpen()) return {};
         EXPECT_EQ(editor->EditRow, Grid().CurrentRow());
         EXPECT_EQ(editor->EditCol, Grid().CurrentColumn());
         return std::to_string(editor->EditRow) + "," + std::to_string(editor->EditCol) + ":" +
@@ -207,24 +221,131 @@ TEST_F(EditorTest, MenusOtherWindowsAndEmptyPlacesValidateNothing) {
     EXPECT_EQ(Value(15), 0);
 }
 
-TEST_F(EditorTest, AnAcceptedEntryIsWrittenThroughBetweenTheFlagsAndReadBack) {
+TEST_F(EditorTest, LookingWritesNothingAndEnterAlwaysWrites) {
+    const std::vector<std::function<void()>> leaving = {[this] { Click(9, 4); },
+                                                        [this] { Press(Qt::Key_Up); },
+                                                        [this] { Press(Qt::Key_Down); },
+                                                        [this] { Press(Qt::Key_Tab); },
+                                                        [this] { Press(Qt::Key_Backtab, Qt::ShiftModifier); },
+                                                        [this] { Press(Qt::Key_Tab, Qt::ControlModifier); },
+                                                        [this] { ClickTab(EditorTab::Descriptions); },
+                                                        [this] { EXPECT_TRUE(editor->FinishEntry()); }};
+    GoOnline();
+    // The record and the board differ, and the record's value is none that could be entered.
+    Doc().CurrentConfiguration.SetValue(8, 1);
+    board.PokeWord(16384 + 512, 7);
+    for (std::size_t i = 0; i < leaving.size(); ++i) {
+        Enter(2, 1, "7");
+        Press(Qt::Key_Backspace);
+        Type("1");
+        EXPECT_TRUE(editor->EntryChanged);
+        leaving.at(i)();
+        Settle();
+        EXPECT_EQ(Word(16384 + 512), 7) << i;
+        EXPECT_NE(Open().substr(0, 4), "2,1:") << i;
+    }
+    EXPECT_EQ(user.shown, Texts{});
+    Doc().CurrentConfiguration.SetValue(8, 5);
+    Doc().ReloadDisplay = true;
+    Tick();
+    ClickTab(EditorTab::Configuration);
+    Click(2, 1);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Word(16384 + 512), 5) << "Enter is an entry, changed or not";
+    EXPECT_EQ(Open(), "2,2:0");
+}
+
+TEST_F(EditorTest, AnEntryOnItsWayStaysOnItsCellAndIsWrittenOnce) {
+    GoOnline();
+    Enter(2, 2, "12");
+    BeLate();
+    std::vector<int> words;
+    line.onByte = [&] {
+        const int word = Word(16384 + 512 + 2);
+        if (Flag() == 1 && (words.empty() || words.back() != word)) words.push_back(word);
+    };
+    frame->Link().SetTrafficLog(&line);
+    Strike(Qt::Key_Return);
+    EXPECT_TRUE(editor->Writing());
+    EXPECT_EQ(Seen(), "2,2:12");
+    EXPECT_EQ(Value(9), 12) << "checked and stored at once";
+    EXPECT_TRUE(Marked(2, 2));
+    Strike(Qt::Key_Return);
+    Type("V77");
+    Strike(Qt::Key_Tab);
+    Type("40");
+    Strike(Qt::Key_Return);
+    EXPECT_EQ(Seen(), "2,2:12");
+    Settle();
+    EXPECT_EQ(words, (std::vector{0, 12}));
+    EXPECT_FALSE(Marked(2, 2));
+    EXPECT_EQ(Value(10), 77) << "typed ahead for the next cells";
+    EXPECT_EQ(Value(11), 40);
+    EXPECT_EQ(Open(), "2,5:0");
+}
+
+TEST_F(EditorTest, NothingStandsStillWhileAnEntryIsOnItsWay) {
+    const std::vector<std::function<void()>> going = {
+        [this] { Strike(Qt::Key_Escape); },
+        [this] { QTest::mouseClick(&editor->tbsComm, Qt::LeftButton, {}, editor->tbsComm.tabRect(2).center()); },
+        [this] { EXPECT_TRUE(editor->FinishEntry()); },
+        [this] {
+            Doc().ReloadDisplay = true;
+            Doc().CurrentConfiguration.SetNodeDescription(0, "refilled");
+            Tick();
+            EXPECT_FALSE(Doc().ReloadDisplay);
+        }};
+    GoOnline();
+    for (std::size_t i = 0; i < going.size(); ++i) {
+        const int value = 12 + static_cast<int>(i);
+        Enter(2, 2, std::to_string(value));
+        BeLate();
+        Strike(Qt::Key_Return);
+        going.at(i)();
+        EXPECT_TRUE(editor->Writing()) << i;
+        EXPECT_EQ(Seen(), "") << i;
+        Settle();
+        EXPECT_EQ(Word(16384 + 512 + 2), value) << i;
+        EXPECT_EQ(Open(), "") << i;
+        ClickTab(EditorTab::Configuration);
+        EXPECT_EQ(Cell(2, 2), std::to_string(value)) << i;
+        EXPECT_FALSE(Marked(2, 2));
+    }
+    EXPECT_EQ(user.shown, Texts{});
+}
+
+TEST_F(EditorTest, AnEntryThatTheBoardMakesItsOwnOfComesBack) {
+    const auto makesItsOwn = [this] {
+        if (Flag() == 0 && Word(16384 + 512 + 6) == 416) board.PokeWord(16384 + 512 + 6, 418, clock.Now());
+    };
+    const Texts told{"VANTREL Configuration|The board confirmed 1A0H for sequence 1, SendToNode, but holds 1A2H now.\n"
+                     "Enter it once more."};
     GoOnline();
     Enter(2, 4, "1A0h");
-    std::vector<std::pair<int, int>> states;
-    line.onByte = [&] {
-        const std::pair state{Flag(), int{Word(16384 + 512 + 6)}};
-        if (states.empty() || states.back() != state) states.push_back(state);
-        // The board makes its own of the value once it is written.
-        if (state == std::pair{0, 416}) board.PokeWord(16384 + 512 + 6, 418, clock.Now());
-    };
-    const int before = Word(16384 + 512 + 6);
+    line.onByte = makesItsOwn;
     frame->Link().SetTrafficLog(&line);
     Press(Qt::Key_Return);
-    states.resize(std::min<std::size_t>(states.size(), 5));
-    EXPECT_EQ(states, (std::vector<std::pair<int, int>>{{0, before}, {1, before}, {1, 0xA0}, {1, 416}, {0, 416}}));
+    EXPECT_EQ(user.shown, told);
     EXPECT_EQ(Value(11), 416);
+    EXPECT_EQ(Open(), "2,4:1A2H");
+    EXPECT_TRUE(Marked(2, 4));
+    Click(9, 4);
+    EXPECT_EQ(Value(11), 416) << "leaving it is no entry";
+    Forget();
+
+    Enter(2, 4, "1A0h");
+    ClickTab(EditorTab::Descriptions);
+    EXPECT_EQ(user.shown, told);
+    EXPECT_EQ(Open(), "2,4:1A2H") << "from another tab as well";
+    Forget();
+
+    Type("1A0h");
+    Click(9, 2);
+    Type("3");
+    Settle();
+    EXPECT_EQ(user.shown, told);
+    EXPECT_EQ(Open(), "9,2:3") << "not out of the middle of another entry";
     EXPECT_EQ(Cell(2, 4), "1A2H");
-    EXPECT_EQ(Open().substr(0, 3), "2,5");
 }
 
 TEST_F(EditorTest, ALinkThatDiesInAWriteThroughCostsNoEntry) {
@@ -236,12 +357,81 @@ TEST_F(EditorTest, ALinkThatDiesInAWriteThroughCostsNoEntry) {
     frame->Link().SetTrafficLog(&line);
     Press(Qt::Key_Down);
     Activate();
-    EXPECT_EQ(user.shown.size(), 1U);
+    ASSERT_EQ(user.shown.size(), 2U);
+    EXPECT_EQ(user.shown.front(), CableWarning);
+    EXPECT_NE(user.shown.back().find("before the board had confirmed 17 for sequence 1, SendWordCount."),
+              std::string::npos);
     EXPECT_EQ(Value(9), 17);
     EXPECT_EQ(Cell(2, 2), "17");
     EXPECT_EQ(Open(), "3,2:0");
     Tick();
     EXPECT_EQ(Mode(), "OFFLINE");
+}
+
+TEST_F(EditorTest, TheEndOfTheProgramWaitsForTheEntryButNotForASilentBoard) {
+    for (const int late : {40, 950}) {
+        Begin();
+        GoOnline();
+        Enter(2, 2, "17");
+        BeLate(std::chrono::milliseconds(late));
+        const bool silent = late > 60;
+        Answer(silent ? std::deque{QMessageBox::Ok, QMessageBox::No} : std::deque{QMessageBox::No});
+        frame->close();
+        EXPECT_TRUE(frame->isVisible());
+        Settle();
+        Settle();
+        EXPECT_FALSE(frame->isVisible());
+        EXPECT_EQ(Word(16384 + 512 + 2), silent ? 0 : 17);
+        ASSERT_EQ(user.shown.size(), silent ? 2U : 1U);
+        EXPECT_EQ(user.shown.front().find("The link failed before") != std::string::npos, silent);
+    }
+}
+
+TEST_F(EditorTest, TabGoesFromCellToCellAndControlTabOutOfTheGrid) {
+    EXPECT_TRUE(Grid().hasFocus()) << "where the keyboard starts";
+    ClickTab(EditorTab::Configuration);
+    EXPECT_TRUE(Grid().hasFocus());
+    Enter(2, 7, "9");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Value(14), 9);
+    EXPECT_EQ(Open(), "3,1:0");
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Open(), "2,7:V9");
+    Press(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(Open(), "");
+    EXPECT_TRUE(editor->txtMessageDisplay.hasFocus());
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(Grid().hasFocus());
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Grid().CurrentRow() * 10 + Grid().CurrentColumn(), 31);
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Grid().CurrentRow() * 10 + Grid().CurrentColumn(), 27);
+    Press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_FALSE(Grid().hasFocus());
+    Enter(31, 7, "4");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Open(), "");
+    EXPECT_TRUE(editor->txtMessageDisplay.hasFocus()) << "behind the last cell";
+}
+
+TEST_F(EditorTest, TheTabsShareTheirPlace) {
+    ClickTab(EditorTab::Configuration);
+    Grid().verticalScrollBar()->setValue(5);
+    const int first = Grid().VisibleRows().first;
+    ASSERT_GT(first, 1);
+    for (const EditorTab tab : {EditorTab::Descriptions, EditorTab::CommStatus}) {
+        ClickTab(tab);
+        EXPECT_EQ(Grid().VisibleRows().first, first);
+    }
+}
+
+TEST_F(EditorTest, TheGridIsRefilledAfterAnUpload) {
+    GoOnline();
+    ClickTab(EditorTab::Configuration);
+    board.PokeWord(16384 + 512 + 2, 99);
+    Answer({QMessageBox::Yes});
+    Menu(Qt::Key_F, Qt::Key_U);
+    EXPECT_EQ(Cell(2, 2), "99");
 }
 
 TEST_F(EditorTest, TheBoxFollowsItsCellAndWaitsOutOfSight) {
@@ -277,12 +467,7 @@ TEST_F(EditorTest, TheKeyboardAloneOpensAndLeavesAndDescriptionsFitTheFile) {
     Press(Qt::Key_Return);
     EXPECT_EQ(Doc().CurrentConfiguration.NodeDescription(3), "M\u00FChle ?");
     EXPECT_EQ(Open(), "5,2:");
-    Press(Qt::Key_Tab);
-    EXPECT_EQ(Open(), "");
-    EXPECT_TRUE(editor->txtMessageDisplay.hasFocus());
     Press(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_TRUE(Grid().hasFocus());
-    Press(Qt::Key_Up);
     Type("Pump");
     EXPECT_EQ(Open(), "4,2:Pump");
     Press(Qt::Key_Escape);
@@ -324,8 +509,10 @@ TEST_F(EditorTest, TheStatusTabReadsWhatIsSeenAndOnlyWhileItIsSeen) {
     }
     line.Forget();
     QMetaObject::invokeMethod(&editor->tmrStatusTab, "timeout");
-    while (line.Words().empty())
+    for (int i = 0; line.Words().empty(); ++i) {
+        ASSERT_LT(i, 1000);
         QCoreApplication::processEvents();
+    }
     ClickTab(EditorTab::Configuration);
     EXPECT_EQ(line.Words().size(), 1U) << "a turn for each value, none after the change";
     EXPECT_EQ(pass(), Texts{});

@@ -201,10 +201,12 @@ protected:
     /// Called once, when so many values have been transferred.
     std::function<void(frmProcessing&)> duringTransfer;
     int atValue = 100;
+    int lastByte = -1; ///< Sent to the board.
     std::unique_ptr<frmMDIMain> frame;
 
 private:
-    void Exchanged(MonotonicTime /*at*/, std::uint8_t /*sent*/, std::optional<std::uint8_t> /*answer*/) override {
+    void Exchanged(MonotonicTime /*at*/, std::uint8_t sent, std::optional<std::uint8_t> /*answer*/) override {
+        lastByte = sent;
         auto* window = dynamic_cast<frmProcessing*>(QApplication::activeModalWidget());
         if (!window || window->prgProcessing->value() != atValue || !duringTransfer) return;
         std::exchange(duringTransfer, nullptr)(*window);

@@ -1,9 +1,6 @@
 // The target board interface as a user meets it: the real window and boxes, clicks and keys, the simulated board in
 // process.
-#include "platform/QtDialogs.h"
-#include "platform/QtTurnQueue.h"
-#include "tests/support/BoardLink.h"
-#include "tests/windows/BoxAnswerer.h"
+#include "tests/windows/ViewFixture.h"
 #include "views/frmTargetBoard.h"
 
 #include <QScrollBar>
@@ -21,9 +18,11 @@ constexpr const char* ResetAsked =
 constexpr const char* AddressRefused = "Network Address Set-up|Only a Number Between 1 and 32 can be Entered";
 constexpr const char* NoBoard = "Cannot Communicate with Target Board.";
 /// More turns than a first pass and one over the fields take.
-constexpr int SettledTurns = 80;
+constexpr int SettledTurns = 250;
+/// More rounds of the event loop than anything takes that needs no turn.
+constexpr int QuietRounds = 30;
 
-class TargetBoardTest : public BoardLink<QtDialogs>, private TrafficLog {
+class TargetBoardTest : public ViewFixture, private TrafficLog {
 protected:
     TargetBoardTest() {
         std::filesystem::create_directory(folder / "Support");
@@ -33,7 +32,10 @@ protected:
         WriteText(folder / "line.rev", "K52165050104\n");
         board.Poke(CurrentFaultByte, 0x0A);
         board.Poke(LastFaultByte, 0x45);
-        dialogs.SetOnClosed([this] { turns.Poke(); });
+        onTurn = [this] {
+            ++turnsTaken_;
+            if (beforeTurn) beforeTurn(turnsTaken_);
+        };
         link.SetTrafficLog(this);
         steps_.callOnTimeout([this] { Step(); });
     }
@@ -41,13 +43,10 @@ protected:
     /// script waits until what was done so far has had its effects.
     void Run(bool online, const std::function<Task()>& script, const char* program = "line.TRV") {
         window = std::make_unique<frmTargetBoard>(ProgramFolder(folder.Path(), folder / "user"), link, turns, dialogs,
-                                                  clock, alarms, [this] {
-                                                      link.OnlineMode() ? link.OpenRSComm(port) : link.CloseRSComm();
-                                                      window->ModeChanged();
-                                                  });
+                                                  clock, alarms, [this] { ApplyMode(*window); });
         user.shown.clear();
         port.MendLine();
-        if (online) link.OpenRSComm(port);
+        if (online) Online();
         turnsTaken_ = 0;
         Task work = script();
         work.Start();
@@ -65,14 +64,16 @@ protected:
     }
     void Key(Qt::Key key) { QTest::keyClick(window->focusWidget(), key); }
     void Type(std::size_t field, const char* text) {
-        Click(window->txtSetup[field]);
-        QTest::keyClicks(window->txtSetup[field], QString::fromLatin1(text));
+        Click(window->Setup[field].txtSetup);
+        QTest::keyClicks(window->Setup[field].txtSetup, QString::fromLatin1(text));
     }
     void Wheel(std::size_t field) {
         QWheelEvent up({}, {}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(window->txtSetup[field], &up);
+        QApplication::sendEvent(window->Setup[field].txtSetup, &up);
     }
-    [[nodiscard]] std::string Field(std::size_t field) const { return window->txtSetup[field]->text().toStdString(); }
+    [[nodiscard]] std::string Field(std::size_t field) const {
+        return window->Setup[field].txtSetup->text().toStdString();
+    }
     [[nodiscard]] std::string Description(std::size_t i) const {
         return window->txtTargetBoard[i]->toPlainText().toStdString();
     }
@@ -83,21 +84,13 @@ protected:
     void ExpectOffline() {
         for (const std::size_t i : {0U, 1U, 4U, 5U})
             EXPECT_EQ(Description(i), NoBoard);
-        EXPECT_TRUE(window->cmdGoOnline->isVisible() && window->cmdGoOnline->isEnabled());
+        EXPECT_TRUE(window->cmdGoOnline.isVisible() && window->cmdGoOnline.isEnabled());
         EXPECT_FALSE(window->cmdResetFaults->isEnabled() || window->cmdSetToCurrTime->isEnabled());
         EXPECT_FALSE(link.OnlineMode() || port.IsOpen());
     }
 
-    BoxAnswerer user;
     std::function<void(int)> beforeTurn; ///< Gets the number of turns since the view was opened or a step was taken.
     int bytes = 0;
-    QtTurnQueue turns{[this] {
-                          if (link.Busy() || dialogs.BoxUp()) return false;
-                          ++turnsTaken_;
-                          if (beforeTurn) beforeTurn(turnsTaken_);
-                          return true;
-                      },
-                      [] { ADD_FAILURE() << "an error left the view"; }};
     AlarmFlags alarms{};
     std::unique_ptr<frmTargetBoard> window;
 
@@ -107,20 +100,25 @@ private:
     }
     void Surplus(MonotonicTime /*at*/, std::uint8_t /*byte*/) override {}
     void Step() {
-        const bool settled = turnsTaken_ >= SettledTurns || (turnsTaken_ > 0 && turns.Waiting() == 0);
+        ++quiet_;
+        if (turnsTaken_ != turnsSeen_ || turns.Waiting() > 0) quiet_ = 0;
+        turnsSeen_ = turnsTaken_;
+        const bool settled = turnsTaken_ >= SettledTurns || quiet_ > QuietRounds;
         if (stepping_ || !settled || link.Busy() || dialogs.BoxUp()) return;
         // As a window manager does when a box has gone.
         window->activateWindow();
         if (!window->isActiveWindow()) return;
         stepping_ = true;
-        turnsTaken_ = 0;
-        if (!script_.RunOne()) Click(window->cmdOk);
+        turnsTaken_ = quiet_ = 0;
+        if (!script_.RunOne()) Click(&window->cmdOk);
         stepping_ = false;
     }
 
     QTimer steps_;
-    TurnQueue script_;
+    TurnQueue script_{clock};
     int turnsTaken_ = 0;
+    int turnsSeen_ = 0;
+    int quiet_ = 0; ///< Rounds of the event loop without a turn.
     bool stepping_ = false;
 };
 
@@ -132,7 +130,7 @@ TEST_F(TargetBoardTest, ShowsTheBoardsFaultsAndRevisionAndResetsThemOnYesOnly) {
         EXPECT_EQ(Shown(0), "Current Fault: Code = 0AH|Watchdog, first");
         EXPECT_EQ(Shown(4), "Current Comm Error: Code = 05H|No response");
         EXPECT_TRUE(Description(3).starts_with("User program executed an xcall09()"));
-        EXPECT_FALSE(window->lblTargetBoard[2]->isVisible() || window->cmdGoOnline->isVisible());
+        EXPECT_FALSE(window->lblTargetBoard[2]->isVisible() || window->cmdGoOnline.isVisible());
         EXPECT_EQ(alarms, (AlarmFlags{true, true, false}));
         EXPECT_EQ(window->lblRevIdentInPLC[0]->text() + window->lblRevIdentInPLC[1]->text(), "K52165051");
         EXPECT_EQ(window->lblRevIdentOnDisk->text() + window->lblRevNumberOnDisk[0]->text(), "K52165054");
@@ -140,9 +138,8 @@ TEST_F(TargetBoardTest, ShowsTheBoardsFaultsAndRevisionAndResetsThemOnYesOnly) {
         window->txtTargetBoard[0]->setPlainText("one\ntwo");
         EXPECT_EQ(window->txtTargetBoard[0]->verticalScrollBar()->maximum(), 0) << "two lines have room";
         board.Poke(CurrentFaultByte, 0x45);
-        alarms = {};
         co_await Settled();
-        EXPECT_EQ(Shown(0), "Current Fault: Code = 45H|User fault") << "others have found the alarms changed";
+        EXPECT_EQ(Shown(0), "Current Fault: Code = 45H|User fault") << "the codes follow the board";
         user.answers = {QMessageBox::No, QMessageBox::Yes};
         Click(window->cmdResetFaults);
         EXPECT_EQ(Byte(CurrentFaultByte), 0x45);
@@ -162,12 +159,12 @@ TEST_F(TargetBoardTest, AnEntryIsKeptFromTheRefreshAndWrittenWhenItIsLeft) {
     Run(true, [&]() -> Task {
         co_await Settled();
         Tab(2);
-        Click(window->txtSetup[0]);
+        Click(window->Setup[0].txtSetup);
         board.Poke(NetworkAddressByte, 7);
         co_await Settled();
         EXPECT_EQ(Field(0), "01");
         Key(Qt::Key_Return);
-        EXPECT_TRUE(window->txtSetup[1]->hasFocus());
+        EXPECT_TRUE(window->Setup[1].txtSetup->hasFocus());
         co_await Settled();
         EXPECT_EQ(Field(0), "07") << "nobody has changed the text";
         Type(0, "9");
@@ -179,9 +176,9 @@ TEST_F(TargetBoardTest, AnEntryIsKeptFromTheRefreshAndWrittenWhenItIsLeft) {
         Wheel(1);
         EXPECT_EQ(Field(0) + Field(1), "09201") << "the whole value is stepped, and only where the focus is";
         Key(Qt::Key_Escape);
-        EXPECT_TRUE(window->txtSetup[1]->toolTip().contains("200"));
-        Click(window->updSetup[0]->up);
-        Click(window->updSetup[0]->up);
+        EXPECT_EQ(window->Setup[1].lblSetupMark->text(), QStringLiteral("= 200"));
+        Click(window->Setup[0].updSetup->up);
+        Click(window->Setup[0].updSetup->up);
         Tab(3);
         co_await Settled();
         EXPECT_EQ(Byte(NetworkAddressByte) + Byte(SerialSetupByte), 11 + 200);
@@ -198,7 +195,7 @@ TEST_F(TargetBoardTest, ARefusedEntryStaysWhateverTheUserDoesNext) {
         {"33", [&] { Key(Qt::Key_Tab); }},
         {"0", [&] { Key(Qt::Key_Return); }},
         {"x", [&] { Tab(0); }},
-        {"1.5", [&] { Click(window->cmdOk); }},
+        {"1.5", [&] { Click(&window->cmdOk); }},
     };
     Run(true, [&]() -> Task {
         co_await Settled();
@@ -209,8 +206,8 @@ TEST_F(TargetBoardTest, ARefusedEntryStaysWhateverTheUserDoesNext) {
             leave();
             co_await Settled();
             EXPECT_EQ(user.shown, Boxes{AddressRefused}) << text;
-            EXPECT_EQ(Field(0) + window->txtSetup[0]->selectedText().toStdString(), "0101");
-            EXPECT_TRUE(window->isVisible() && window->txtSetup[0]->hasFocus());
+            EXPECT_EQ(Field(0) + window->Setup[0].txtSetup->selectedText().toStdString(), "0101");
+            EXPECT_TRUE(window->isVisible() && window->Setup[0].txtSetup->hasFocus());
         }
     });
     EXPECT_EQ(Byte(NetworkAddressByte), 1);
@@ -224,10 +221,10 @@ TEST_F(TargetBoardTest, EscapeRestoresThenLeavesThenCloses) {
             Type(0, text);
             Key(Qt::Key_Escape);
             EXPECT_EQ(Field(0), "01");
-            EXPECT_TRUE(window->txtSetup[0]->hasFocus());
+            EXPECT_TRUE(window->Setup[0].txtSetup->hasFocus());
         }
         Key(Qt::Key_Escape);
-        EXPECT_FALSE(window->txtSetup[0]->hasFocus());
+        EXPECT_FALSE(window->Setup[0].txtSetup->hasFocus());
         co_await Settled();
         EXPECT_TRUE(window->isVisible());
         Key(Qt::Key_Escape);
@@ -252,7 +249,7 @@ TEST_F(TargetBoardTest, TheClockButtonsSetABoardThatHasAClock) {
         EXPECT_EQ(window->lblTargetBoard[2]->text().toStdString(), "CO-CPU Slot: 12");
         EXPECT_TRUE(window->lblTargetBoard[2]->isVisible() && !window->cmdSetToCurrTime->isEnabled());
         Tab(2);
-        Click(window->txtSetup[0]);
+        Click(window->Setup[0].txtSetup);
         Wheel(0);
         board.Poke(NetworkAddressByte, 7);
         co_await Settled();
@@ -270,28 +267,73 @@ TEST_F(TargetBoardTest, ALinkThatDiesLaterLeavesTheCodesOneThatDiesInTheFirstPas
         ExpectOffline();
         const int sent = bytes;
         clock.Advance(std::chrono::seconds(1));
-        co_await Settled();
+        QMetaObject::invokeMethod(window->findChild<QTimer*>(QStringLiteral("tick")), "timeout");
         EXPECT_EQ(window->lblCurrTime->text().toStdString(), ComputerTimeText(clock.LocalNow()));
         EXPECT_EQ(bytes, sent);
         port.MendLine();
         beforeTurn = [&](int turn) {
             if (turn == 10) port.CutLine();
         };
-        Click(window->cmdGoOnline);
+        Click(&window->cmdGoOnline);
         co_await Settled();
         EXPECT_EQ(Shown(5), std::string("Last Comm Error: Code = 42H|") + NoBoard);
         EXPECT_EQ(window->lblRevComparison->text() + window->lblRevIdentInPLC[1]->text(), "-");
         ExpectOffline();
         beforeTurn = nullptr;
         port.MendLine();
-        Click(window->cmdGoOnline);
+        Click(&window->cmdGoOnline);
         co_await Settled();
         EXPECT_EQ(Shown(0), "Current Fault: Code = 0AH|Watchdog, first");
     });
     EXPECT_EQ(user.shown, (Boxes{CableWarning, CableWarning}));
 }
 
-TEST_F(TargetBoardTest, AClosedViewMakesNoFurtherExchange) {
+TEST_F(TargetBoardTest, WhatTheBoardDidNotTakeIsToldAndTheBoxesShowWhatItHolds) {
+    BoardHabits habits;
+    habits.refused = {
+        {CurrentFaultByte, CurrentFaultByte}, {NetworkAddressByte, NetworkAddressByte}, {ClockYearByte, ClockYearByte}};
+    board.SetHabits(habits);
+    Run(true, [&]() -> Task {
+        co_await Settled();
+        Tab(2);
+        Type(0, "9");
+        Key(Qt::Key_Tab);
+        co_await Settled();
+        EXPECT_EQ(Field(0), "01");
+        Tab(3);
+        Click(window->cmdSetToCurrDate);
+        co_await Settled();
+        Tab(0);
+        user.answers = {QMessageBox::Yes};
+        Click(window->cmdResetFaults);
+        co_await Settled();
+        EXPECT_EQ(Shown(0), "Current Fault: Code = 0AH|Watchdog, first");
+        EXPECT_TRUE(window->cmdResetFaults->isEnabled());
+    });
+    EXPECT_EQ(user.shown,
+              (Boxes{"Network Address Set-up|The board did not confirm the value 9 (Network Address).\nIt holds 1 now.",
+                     "Set to Current Date|The board did not confirm all of it.\nThe boxes show what it holds now.",
+                     ResetAsked,
+                     "Reset Fault Codes|The board confirmed the reset, but it holds a fault or error code again."}));
+}
+
+TEST_F(TargetBoardTest, AnImpossibleValueIsMarkedAndStandsWholeBesideItsBox) {
+    board.Poke(NetworkAddressByte, 255);
+    Run(true, [&]() -> Task {
+        co_await Settled();
+        Tab(2);
+        EXPECT_EQ(Field(0), "55");
+        EXPECT_TRUE(window->Setup[0].lblSetupMark->isVisible());
+        EXPECT_EQ(window->Setup[0].lblSetupMark->text(), QStringLiteral("! 255 is not possible"));
+        EXPECT_TRUE(window->Setup[3].lblSetupMark->text().isEmpty());
+        Type(0, "7");
+        Key(Qt::Key_Tab);
+        co_await Settled();
+        EXPECT_TRUE(window->Setup[0].lblSetupMark->text().isEmpty());
+    });
+}
+
+TEST_F(TargetBoardTest, AClosedViewMakesNoFurtherExchangeAndDropsAnOpenEntry) {
     for (const bool inBox : {false, true}) {
         int sent = -1;
         const auto close = [&] {
@@ -299,16 +341,71 @@ TEST_F(TargetBoardTest, AClosedViewMakesNoFurtherExchange) {
             EXPECT_EQ(window->isVisible(), inBox);
             sent = bytes;
         };
-        beforeTurn = [&](int turn) {
-            if (turn == 9) inBox ? port.CutLine() : close();
-        };
         user.whileShown = [&] {
             port.MendLine();
             close();
         };
-        Run(true, []() -> Task { co_return; });
+        Run(true, [&]() -> Task {
+            co_await Settled();
+            Tab(2);
+            Type(0, "9");
+            inBox ? port.CutLine() : close();
+            if (inBox) TurnsUntil([&] { return !window->isVisible(); });
+        });
         EXPECT_EQ(bytes, sent);
+        EXPECT_EQ(Byte(NetworkAddressByte), 1);
     }
+}
+
+TEST_F(TargetBoardTest, AWriteUnderWayEndsBeforeTheViewGoesUnlessTheBoardIsSilent) {
+    for (const bool silent : {false, true}) {
+        board.ClearFaults();
+        Run(true, [&]() -> Task {
+            co_await Settled();
+            Tab(2);
+            Type(0, "9");
+            board.AddFault({.kind = FaultKind::LateAnswer, .lateBy = std::chrono::milliseconds(25)});
+            Key(Qt::Key_Tab);
+            TurnsUntil([&] { return link.TargetMode() == 2 && link.AwaitingSince(); });
+            if (silent) {
+                Silence();
+                TurnsUntil([&] { return clock.Now() > *link.AwaitingSince() + RSComm::SilenceTime; });
+            }
+            const MonotonicTime begun = clock.Now();
+            window->close();
+            EXPECT_TRUE(window->isVisible());
+            TurnsUntil([&] { return !window->isVisible(); });
+            EXPECT_LT(clock.Now() - begun, std::chrono::milliseconds(silent ? 100 : 1000));
+        });
+        EXPECT_EQ(Byte(NetworkAddressByte), silent ? 1 : 9);
+        EXPECT_EQ(link.LinkFailed(), silent);
+        board.Poke(NetworkAddressByte, 1);
+    }
+    EXPECT_TRUE(user.shown.empty());
+}
+
+TEST_F(TargetBoardTest, ASilentBoardHoldsUpNeitherTheViewNorItsEndAndAMinimisedViewSleeps) {
+    Run(true, [&]() -> Task {
+        co_await Settled();
+        window->showMinimized();
+        co_await Settled();
+        const int sent = bytes;
+        Turns(200);
+        EXPECT_EQ(bytes, sent) << "nobody looks";
+        window->showNormal();
+        co_await Settled();
+        EXPECT_GT(bytes, sent);
+        Silence();
+        TurnsUntil([&] { return link.AwaitingSince() && clock.Now() > *link.AwaitingSince() + RSComm::SilenceTime; });
+        Tab(1);
+        EXPECT_TRUE(window->fraTargetBoard[1]->isVisible());
+        const MonotonicTime begun = clock.Now();
+        window->close();
+        EXPECT_FALSE(window->isVisible());
+        EXPECT_LT(clock.Now() - begun, std::chrono::milliseconds(100));
+    });
+    EXPECT_TRUE(link.LinkFailed());
+    EXPECT_TRUE(user.shown.empty());
 }
 
 } // namespace
