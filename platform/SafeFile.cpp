@@ -8,8 +8,10 @@
 #include "text/PathText.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <fstream>
+#include <istream>
 #include <optional>
 #include <random>
 #include <system_error>
@@ -227,6 +229,15 @@ std::vector<std::uint8_t> ReadWholeFile(const fs::path& path) {
     if (file.bad()) ThrowFor(std::errc::io_error, path, "could not be read");
     bytes.resize(static_cast<std::size_t>(file.gcount()));
     return bytes;
+}
+
+std::vector<std::uint8_t> ReadWholeStream(std::istream& in) {
+    std::vector<std::uint8_t> bytes;
+    std::array<char, 4096> part{};
+    while (bytes.size() <= LongestFile && (in.read(part.data(), part.size()), in.gcount() > 0))
+        bytes.insert(bytes.end(), part.data(), part.data() + in.gcount());
+    if (bytes.size() <= LongestFile) return bytes;
+    throw RuntimeError(ErrorNumber::PathFileAccess, "Standard input is too long for a file of this program.");
 }
 
 void ReplaceFile(const fs::path& path, std::span<const std::uint8_t> bytes, OldTail tail, const SafeFileWarning& warn) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <iosfwd>
 #include <span>
 #include <string>
 #include <vector>
@@ -16,6 +17,9 @@ using SafeFileWarning = std::function<void(const std::string&)>;
 /// The file's bytes. Throws RuntimeError: 53 not found, 70 not permitted, 75 any other failure (a folder, a file of
 /// more than 16 MiB), 76 no such folder.
 [[nodiscard]] std::vector<std::uint8_t> ReadWholeFile(const std::filesystem::path& path);
+
+/// All that is left in a stream. Throws RuntimeError 75 for more than a file may hold.
+[[nodiscard]] std::vector<std::uint8_t> ReadWholeStream(std::istream& in);
 
 /// What happens to an existing file that is longer than the new bytes.
 enum class OldTail { Keep, Drop };
