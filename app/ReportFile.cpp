@@ -5,8 +5,10 @@
 #include "document/Document.h"
 #include "document/DocumentFiles.h"
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 #include "platform/TurnQueue.h"
 #include "report/Report.h"
+#include "text/PrintableText.h"
 
 #include <algorithm>
 #include <fstream>
@@ -20,6 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int FileErrorCode = 4;
+constexpr const char* StandardStream = "-";
 
 /// A PDF, or nothing at all yet. What is no file at all is refused when it is written, without being opened here: that
 /// could wait for ever.
@@ -33,27 +36,30 @@ bool MayBeReplaced(const fs::path& file) {
     return bytes.gcount() == 0 || start == magic;
 }
 
-void Open(Document& document, const fs::path& file, std::ostream& err) {
+void Open(Document& document, const ReportFileJob& job, std::ostream& err) {
+    const bool fromInput = job.in && job.setupFile == StandardStream;
+    const fs::path file = fromInput ? "standard input" : job.setupFile;
     document.InitDefaults();
     if (MeansTextFile(file)) {
         ImportTextFileByName(document, file, "Give it the extension .sdt.");
         return;
     }
-    ReadSetupFileByName(document, file, "If it is a text file of the older format, give it the extension .vtl.");
+    TakeSetupFileByName(document, fromInput ? ReadWholeStream(*job.in) : ReadWholeFile(file), file,
+                        "If it is a text file of the older format, give it the extension .vtl.");
     if (document.LoadedByOtherVersion()) {
-        err << "Note: " << QuotedPath(file) << " was saved by another program version.\n";
+        err << "Note: " << PrintableText(QuotedPath(file), Layout::Drop) << " was saved by another program version.\n";
     }
     document.ApplyLoadedFile();
 }
 
 void Write(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
-    if (!MayBeReplaced(job.reportFile)) {
+    if (job.reportFile != StandardStream && !MayBeReplaced(job.reportFile)) {
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            QuotedPath(job.reportFile) +
                                " is there already and no PDF file. Give the report another name.");
     }
     Document document(ProgramVersion(), clock);
-    Open(document, job.setupFile, err);
+    Open(document, job, err);
     const auto printer = job.makePrinter(job.reportFile, ReportTitle(document.BracketName));
     TurnQueue turns(clock);
     Task task = PrintReport({.record = document.CurrentConfiguration,
@@ -70,7 +76,7 @@ int WriteReportFile(const ReportFileJob& job, const Clock& clock, std::ostream& 
         Write(job, clock, err);
         return 0;
     } catch (const RuntimeError& error) {
-        err << "vantrel: " << error.Description() << '\n';
+        err << "vantrel: " << PrintableText(error.Description(), Layout::Keep) << '\n';
         return FileErrorCode;
     }
 }

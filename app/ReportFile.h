@@ -14,12 +14,13 @@
 namespace vantrel {
 
 struct ReportFileJob {
-    std::filesystem::path setupFile; ///< .sdt, or a text file (.vtl).
-    std::filesystem::path reportFile;
+    std::filesystem::path setupFile; ///< .sdt, or a text file (.vtl); "-" for a set-up file on `in`.
+    std::filesystem::path reportFile; ///< "-": no file; the printer knows where its report goes.
     /// Makes the printer that writes `reportFile` as a document of that title.
     std::function<std::unique_ptr<Printer>(const std::filesystem::path& reportFile, const std::string& title)>
         makePrinter;
     std::function<std::string(std::chrono::local_seconds)> generalDate;
+    std::istream* in = nullptr; ///< Nothing: "-" is a name like every other.
 };
 
 /// Prints the report of a file. Returns the process's exit code: 0 done, 4 for a file that cannot be read or written;

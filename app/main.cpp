@@ -148,13 +148,22 @@ int PrintReportOf(const Options& options, int argc, char** argv) {
         std::cerr << "vantrel: --report needs the set-up file to print: vantrel --report plant.pdf plant.sdt\n";
         return WrongUsage;
     }
+    if (options.report == "-" && StandardOutputIsTerminal()) {
+        std::cerr << "vantrel: a PDF file is no text for a terminal. Lead standard output into a file, or name one.\n";
+        return WrongUsage;
+    }
+    UseStandardStreamsForBytes();
     PrintWithoutScreen();
     const QApplication application(argc, argv);
     SystemClock clock;
     return WriteReportFile({.setupFile = PathFromUtf8(options.file),
                             .reportFile = PathFromUtf8(options.report),
-                            .makePrinter = PdfPrinter,
-                            .generalDate = GeneralDate},
+                            .makePrinter =
+                                [](const std::filesystem::path& file, const std::string& title) {
+                                    return file == "-" ? PdfStreamPrinter(std::cout, title) : PdfPrinter(file, title);
+                                },
+                            .generalDate = GeneralDate,
+                            .in = &std::cin},
                            clock, std::cerr);
 }
 

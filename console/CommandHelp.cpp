@@ -46,6 +46,7 @@ std::string OverallHelp() {
            "Results go to standard output; questions, warnings and progress to standard error.\n"
            "Questions are asked at a terminal; without one they count as refused, unless --yes\n"
            "answers them. Set-up files (.sdt) always get their extension when they are written.\n"
+           "The file - is standard input where one is read, standard output where one is written.\n"
            "\n";
 }
 

@@ -60,7 +60,7 @@ ExitCode ReportCommand(CommandContext& context) {
     const Arguments& arguments = context.arguments;
     if (!Open(context, arguments.file)) return ExitCode::Refused;
     const std::string text = ReportText(context);
-    if (!arguments.output) {
+    if (!arguments.output || IsStandardStream(*arguments.output)) {
         context.host.out << text;
         return ExitCode::Done;
     }

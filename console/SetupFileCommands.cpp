@@ -37,9 +37,11 @@ ExitCode ShowCommand(CommandContext& context) {
     if (!OpenSetupFile(context, SetupFileNamed(arguments.file), OtherVersion::Note)) return ExitCode::Refused;
     const Document& document = context.program.document;
     const Configuration& record = document.CurrentConfiguration;
-    context.host.out << (arguments.json ? RecordJson(record)
-                                        : RecordTable(Utf8FromPath(document.FilePath), record,
-                                                      arguments.all ? Sequences::All : Sequences::Used));
+    context.host.out << (arguments.json
+                             ? RecordJson(record)
+                             : RecordTable(IsStandardStream(arguments.file) ? DocumentFile(context)
+                                                                            : Utf8FromPath(document.FilePath),
+                                           record, arguments.all ? Sequences::All : Sequences::Used));
     return ExitCode::Done;
 }
 

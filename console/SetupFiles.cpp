@@ -4,9 +4,12 @@
 #include "console/TransferReport.h"
 #include "document/DocumentFiles.h"
 #include "document/FileQuestions.h"
+#include "document/SetupFile.h"
+#include "platform/SafeFile.h"
 #include "text/PathText.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <ostream>
 #include <system_error>
 
@@ -15,6 +18,10 @@ namespace vantrel {
 namespace {
 
 constexpr const char* SetupExtension = ".sdt";
+constexpr const char* StandardInput = "standard input";
+constexpr const char* StandardOutput = "standard output";
+constexpr const char* TextAdvice = "If it is a text file of the older format, import makes a set-up file of it.";
+constexpr const char* SetupAdvice = "Every other command takes it as it is.";
 
 bool Exists(const std::filesystem::path& file) {
     std::error_code error;
@@ -36,8 +43,10 @@ void WarnOfUnholdableValues(CommandContext& context) {
 
 } // namespace
 
+bool IsStandardStream(const std::string& name) { return name == "-"; }
+
 std::vector<std::filesystem::path> SetupFilesMeant(const std::string& name) {
-    if (name.empty()) return {};
+    if (name.empty() || IsStandardStream(name)) return {};
     const std::filesystem::path file = PathFromUtf8(name);
     return {file, PathFromUtf8(name + SetupExtension), file.parent_path() / ForcedFileName(file)};
 }
@@ -58,10 +67,13 @@ void RequireFilePart(const std::string& name) {
 
 bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, OtherVersion otherVersion) {
     Document& document = context.program.document;
-    ReadSetupFileByName(document, file, "If it is a text file of the older format, import makes a set-up file of it.");
+    const bool fromInput = IsStandardStream(Utf8FromPath(file));
+    const std::filesystem::path named = fromInput ? StandardInput : file;
+    const std::vector<std::uint8_t> bytes = fromInput ? ReadWholeStream(context.host.in) : ReadWholeFile(file);
+    TakeSetupFileByName(document, bytes, named, TextAdvice);
     if (document.LoadedByOtherVersion()) {
         if (otherVersion == OtherVersion::Note) {
-            context.Say("Note: " + QuotedPath(file) + " was saved by " + document.LoadedVersion() + ", this is " +
+            context.Say("Note: " + QuotedPath(named) + " was saved by " + document.LoadedVersion() + ", this is " +
                         document.ProgramVersion() + ".");
         } else if (context.dialogs.Show(OtherVersionQuestion(document)) != MessageAnswer::Yes) {
             return false;
@@ -73,11 +85,17 @@ bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, O
 }
 
 void OpenTextFile(CommandContext& context, const std::string& name) {
-    ImportTextFileByName(context.program.document, PathFromUtf8(name), "Every other command takes it as it is.");
+    Document& document = context.program.document;
+    if (IsStandardStream(name)) {
+        TakeTextFileByName(document, ReadWholeStream(context.host.in), StandardInput, SetupAdvice);
+    } else {
+        ImportTextFileByName(document, PathFromUtf8(name), SetupAdvice);
+    }
     WarnOfUnholdableValues(context);
 }
 
 bool NameSetupFile(CommandContext& context, const std::string& name) {
+    if (IsStandardStream(name)) return true;
     Document& document = context.program.document;
     RequireFilePart(name);
     document.NameFile(PathFromUtf8(name));
@@ -88,12 +106,24 @@ bool NameSetupFile(CommandContext& context, const std::string& name) {
     return !Exists(target) || context.dialogs.Show(ReplaceQuestion(target)) == MessageAnswer::Yes;
 }
 
-std::string DocumentFile(const CommandContext& context) { return QuotedPath(context.program.document.FilePath); }
+std::string DocumentFile(const CommandContext& context) {
+    const std::filesystem::path& file = context.program.document.FilePath;
+    if (!IsStandardStream(context.arguments.file)) return QuotedPath(file);
+    return file.filename() == StandardInput ? StandardInput : StandardOutput;
+}
 
 void SaveSetupFile(CommandContext& context) {
     Document& document = context.program.document;
-    document.Save([&](const std::string& warning) { context.Say("Warning: " + warning); });
-    context.host.out << Utf8FromPath(document.FilePath) << '\n';
+    if (!IsStandardStream(context.arguments.file)) {
+        document.Save([&](const std::string& warning) { context.Say("Warning: " + warning); });
+        context.host.out << Utf8FromPath(document.FilePath) << '\n';
+        return;
+    }
+    if (context.host.outIsTerminal) {
+        throw UsageError("A set-up file is no text for a terminal. Lead standard output into a file, or name one.");
+    }
+    const std::vector<std::uint8_t> bytes = SetupFileBytes(document.RecordToSave());
+    context.host.out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
 } // namespace vantrel

@@ -15,31 +15,36 @@ enum class OtherVersion {
     Note, ///< It is only looked at, so a line about it is enough.
 };
 
+/// Whether a name means standard input where a file is read, standard output where one is written: "-".
+[[nodiscard]] bool IsStandardStream(const std::string& name);
+
 /// The files that a user can mean by `name`, most likely first: of exactly that name, with ".sdt" behind it, and with
-/// ".sdt" in place of its extension. None for no name.
+/// ".sdt" in place of its extension. None for no name, and for a standard stream.
 [[nodiscard]] std::vector<std::filesystem::path> SetupFilesMeant(const std::string& name);
-/// The first of them that exists; the name itself when none does.
+/// The first of them that exists; the name itself when none does, and for a standard stream.
 [[nodiscard]] std::filesystem::path SetupFileNamed(const std::string& name);
 /// Throws UsageError for a name that leaves nothing in front of a set-up file's extension: "..", "folder/", ".x".
 void RequireFilePart(const std::string& name);
 
-/// Makes a file the document, and names the values that no board can hold. False when the user does not want it.
-/// Throws RuntimeError, with the file's name, when it cannot be read.
+/// Makes a file, or what is on standard input, the document, and names the values that no board can hold. False when
+/// the user does not want it. Throws RuntimeError, with the file's name, when it cannot be read.
 [[nodiscard]] bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, OtherVersion otherVersion);
 
-/// Makes a text file of the older format the document. Throws RuntimeError, with the file's name; also for a file that
-/// is a set-up file already, from which the forgiving text format would take over nonsense.
+/// Makes a text file of the older format, or what is on standard input, the document. Throws RuntimeError, with the
+/// file's name; also for a file that is a set-up file already, from which the forgiving text format would take over
+/// nonsense.
 void OpenTextFile(CommandContext& context, const std::string& name);
 
 /// Gives the document the name under which it will be saved, in the folder that was named, with a note when that is
-/// another one. False when a file of that name is there and the user wants to keep it. Throws UsageError as
-/// RequireFilePart does.
+/// another one; does nothing for a standard stream. False when a file of that name is there and the user wants to keep
+/// it. Throws UsageError as RequireFilePart does.
 [[nodiscard]] bool NameSetupFile(CommandContext& context, const std::string& name);
 
-/// The document's file in quotes, for messages.
+/// The document's file in quotes, or the standard stream that stands for it, for messages.
 [[nodiscard]] std::string DocumentFile(const CommandContext& context);
 
-/// Writes the document and prints the full path of the file that was written. Throws RuntimeError.
+/// Writes the document and prints the full path of the file that was written; for a standard stream it prints the bytes
+/// instead, which a terminal does not get. Throws RuntimeError, UsageError.
 void SaveSetupFile(CommandContext& context);
 
 } // namespace vantrel

@@ -116,11 +116,16 @@ std::filesystem::path Document::SaveTarget() const {
     return FilePath.parent_path() / PathFromUtf8(SetupName(Utf8FromPath(FilePath.filename())));
 }
 
-void Document::Save(const SafeFileWarning& warn) {
-    // Stamped in a copy: the stamp alone would make a document that could not be written count as unchanged.
+Configuration Document::RecordToSave() const {
     Configuration record = CurrentConfiguration;
     record.CreatorVersion = programVersion_;
     record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
+    return record;
+}
+
+void Document::Save(const SafeFileWarning& warn) {
+    // Stamped in a copy: the stamp alone would make a document that could not be written count as unchanged.
+    Configuration record = RecordToSave();
     const std::filesystem::path target = SaveTarget();
     ReplaceFile(target, SetupFileBytes(record), OldTail::Keep, warn);
 

@@ -73,6 +73,8 @@ public:
 
     /// The document gets a file name (as Save As does): path made absolute, title taken from it, no longer unnamed.
     void NameFile(const std::filesystem::path& path);
+    /// The working copy with the stamp of this program and the present time, as Save writes it.
+    [[nodiscard]] Configuration RecordToSave() const;
     /// The file that Save will write: FilePath with the extension ".sdt" forced, unless it has that extension in
     /// another case.
     [[nodiscard]] std::filesystem::path SaveTarget() const;

@@ -16,6 +16,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
+#include <ostream>
 #include <span>
 #include <utility>
 #include <vector>
@@ -123,10 +125,11 @@ struct PdfDevice {
     QPdfWriter device{&buffer};
 };
 
+using BytesSink = std::function<void(std::span<const std::uint8_t>)>;
+
 class FilePrinter final : private PdfDevice, public PagedPrinter {
 public:
-    FilePrinter(std::filesystem::path file, const std::string& title)
-        : PagedPrinter(device, "PDF"), file_(std::move(file)) {
+    FilePrinter(BytesSink sink, const std::string& title) : PagedPrinter(device, "PDF"), sink_(std::move(sink)) {
         buffer.open(QIODevice::WriteOnly);
         device.setTitle(Text(title));
         device.setCreator(QStringLiteral("VANTREL"));
@@ -138,12 +141,11 @@ public:
     void EndDocument() override {
         PagedPrinter::EndDocument();
         const auto* bytes = reinterpret_cast<const std::uint8_t*>(buffer.data().constData());
-        ReplaceFile(file_, std::span(bytes, static_cast<std::size_t>(buffer.size())), OldTail::Drop,
-                    [](const std::string&) {});
+        sink_(std::span(bytes, static_cast<std::size_t>(buffer.size())));
     }
 
 private:
-    std::filesystem::path file_;
+    BytesSink sink_;
 };
 
 /// A time format without its time zone: neither short nor long names of zones belong on paper.
@@ -170,7 +172,22 @@ std::unique_ptr<Printer> DefaultPrinter(const std::string& title) {
 }
 
 std::unique_ptr<Printer> PdfPrinter(const std::filesystem::path& file, const std::string& title) {
-    return std::make_unique<FilePrinter>(file, title);
+    return std::make_unique<FilePrinter>(
+        [file](std::span<const std::uint8_t> bytes) {
+            ReplaceFile(file, bytes, OldTail::Drop, [](const std::string&) {});
+        },
+        title);
+}
+
+std::unique_ptr<Printer> PdfStreamPrinter(std::ostream& out, const std::string& title) {
+    return std::make_unique<FilePrinter>(
+        [&out](std::span<const std::uint8_t> bytes) {
+            out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+            if (!out.flush()) {
+                throw RuntimeError(ErrorNumber::PathFileAccess, "The report could not be written to standard output.");
+            }
+        },
+        title);
 }
 
 std::string GeneralDate(std::chrono::local_seconds time) {

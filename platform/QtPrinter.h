@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <iosfwd>
 #include <memory>
 #include <string>
 
@@ -16,6 +17,8 @@ namespace vantrel {
 /// A PDF document of that title; paper as it is usual where the host stands. The file is written, or replaced, as a
 /// whole by EndDocument.
 [[nodiscard]] std::unique_ptr<Printer> PdfPrinter(const std::filesystem::path& file, const std::string& title);
+/// The same into a stream.
+[[nodiscard]] std::unique_ptr<Printer> PdfStreamPrinter(std::ostream& out, const std::string& title);
 
 /// The host's short date and long time, without the time zone.
 [[nodiscard]] std::string GeneralDate(std::chrono::local_seconds time);

@@ -9,7 +9,9 @@
 #include "text/PathText.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
+#include <istream>
 #include <optional>
 #include <random>
 #include <system_error>
@@ -238,6 +240,15 @@ void RequireReplaceable(const fs::path& path) {
     if (!exists && !FolderIsWritable(target.has_parent_path() ? target.parent_path() : fs::path("."))) {
         ThrowFor(std::errc::permission_denied, target, "cannot be written: its folder is write-protected");
     }
+}
+
+std::vector<std::uint8_t> ReadWholeStream(std::istream& in) {
+    std::vector<std::uint8_t> bytes;
+    std::array<char, 4096> part{};
+    while (bytes.size() <= LongestFile && (in.read(part.data(), part.size()), in.gcount() > 0))
+        bytes.insert(bytes.end(), part.data(), part.data() + in.gcount());
+    if (bytes.size() <= LongestFile) return bytes;
+    throw RuntimeError(ErrorNumber::PathFileAccess, "Standard input is too long for a file of this program.");
 }
 
 void ReplaceFile(const fs::path& path, std::span<const std::uint8_t> bytes, OldTail tail, const SafeFileWarning& warn) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <iosfwd>
 #include <span>
 #include <string>
 #include <vector>
@@ -17,6 +18,8 @@ using SafeFileWarning = std::function<void(const std::string&)>;
 /// more than 16 MiB), 76 no such folder.
 [[nodiscard]] std::vector<std::uint8_t> ReadWholeFile(const std::filesystem::path& path);
 
+/// All that is left in a stream. Throws RuntimeError 75 for more than a file may hold.
+[[nodiscard]] std::vector<std::uint8_t> ReadWholeStream(std::istream& in);
 /// Throws what ReplaceFile would, as far as that can be told without writing: for those who fetch the bytes first.
 void RequireReplaceable(const std::filesystem::path& path);
 

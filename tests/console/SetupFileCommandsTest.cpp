@@ -119,6 +119,26 @@ TEST_F(ConsoleTest, AnImportThatFailsWritesNothingAndNamesFileAndLine) {
     EXPECT_FALSE(std::filesystem::exists(File("plant.sdt")));
 }
 
+TEST_F(ConsoleTest, AMinusIsStandardInputAndStandardOutput) {
+    const Ended made = Run({"import", "-", "-"}, TwoSequences);
+    EXPECT_EQ(made.code, 0) << made.err;
+    const auto bytes = std::vector<std::uint8_t>(made.out.begin(), made.out.end());
+    EXPECT_EQ(ParseSetupFile(bytes).Value(StatusStackIndex), 100);
+    EXPECT_EQ(SetupFileBytes(ParseSetupFile(bytes)), bytes) << "the record and nothing else";
+    const Ended shown = Run({"show", "-"}, made.out);
+    EXPECT_NE(shown.out.find("standard input\n"), std::string::npos) << shown.out;
+    EXPECT_NE(shown.out.find("First, and foremost"), std::string::npos);
+    EXPECT_NE(Run({"report", "-", "--output", "-"}, made.out).out.find("V100"), std::string::npos);
+    EXPECT_EQ(Run({"download", "-", "--port", "1", "--yes"}, made.out).code, 0);
+    EXPECT_EQ(board.PeekWord(6400), 100);
+    const Ended none = Run({"show", "-"}, "no set-up file");
+    EXPECT_EQ(none.code, 4);
+    EXPECT_NE(none.err.find("standard input"), std::string::npos) << none.err;
+    outIsTerminal = true;
+    EXPECT_EQ(Run({"new", "-"}).code, 2) << "no bytes of a file on a terminal";
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1) << "the settings of the port";
+}
+
 } // namespace
 
 } // namespace vantrel
