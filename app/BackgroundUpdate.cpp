@@ -32,9 +32,15 @@ Task BackgroundUpdate::Tick(bool transferring) {
     }
 }
 
-void BackgroundUpdate::Wait() {
+void BackgroundUpdate::Refresh() {
+    if (!link_.OnlineMode()) {
+        TickOffline();
+    } else if (link_.LinkFailed()) {
+        program_.systemMessage = "Set-up Program is Currently ONLINE\nThe board does not answer.";
+        panelText_ = Panel("Comm Fault with Q6700");
+    }
     const auto since = link_.AwaitingSince();
-    if (!since) return;
+    if (!since || link_.LinkFailed()) return;
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(clock_.Now() - *since);
     // A board that is only slow answers before this.
     if (seconds < ShortestSilence) return;
@@ -57,7 +63,7 @@ Task BackgroundUpdate::TickOnline(bool transferring) {
         LookForUserProgram();
     }
     wasOnline_ = true;
-    if (onlineTicks_++ % TicksBetweenRefreshes == 0) program_.refreshTargetStatus = true;
+    if (onlineTicks_++ % TicksBetweenRefreshes == 0 || known_ != link_.Opened()) program_.refreshTargetStatus = true;
     if (!link_.LinkFailed() && !transferring) co_await Poll();
     if (!link_.LinkFailed() && link_.OnlineMode()) ShowAlarms();
 }
@@ -81,6 +87,7 @@ Task BackgroundUpdate::ReadAlarms(int currentFault) {
     const BoardCodes codes{.currentFault = currentFault, .currentCommError = *commError, .coCpuSlot = *slot};
     program_.alarms = AlarmsOf(codes, hasCoCpu);
     program_.refreshTargetStatus = false;
+    known_ = opened;
 }
 
 TaskOf<std::optional<int>> BackgroundUpdate::Read(int byte) {
@@ -115,6 +122,12 @@ void BackgroundUpdate::ShowAlarms() {
         if (program_.alarms[i]) alarmText += "***** SYSTEM ALARM *****\n" + std::string(AlarmNames[i]) + "\n\n";
     }
     const bool normal = alarmText.empty();
+    if (normal && known_ != link_.Opened()) {
+        // Nobody has asked this board for all of them yet, or it has not said.
+        program_.systemMessage = "Set-up Program is Currently ONLINE" + ReachedText();
+        panelText_ = Panel("Program is Currently ONLINE");
+        return;
+    }
     program_.systemMessage = normal ? "Set-up Program is Currently ONLINE\n-- System Normal --" : alarmText;
     program_.systemMessage += ReachedText();
     panelText_ = Panel(normal ? "All Faults Normal" : "Faults Active in PLC");

@@ -28,10 +28,11 @@ public:
     /// and with up to two more when the faults are to be read again. The alarms follow what was read: the fault at
     /// every tick. Going ONLINE and every 20th ONLINE tick ask for all of them, and whoever raises
     /// `refreshTargetStatus`. While `transferring`, the line is left alone. Do not start one while another has not
-    /// ended: call Wait() instead.
+    /// ended: call Refresh() instead.
     [[nodiscard]] Task Tick(bool transferring);
-    /// What a tick comes to whose predecessor still waits for the board: nothing but the truth about that.
-    void Wait();
+    /// The same texts from what is known without the board: OFFLINE, a failed link, a board that is waited for. At any
+    /// time, also behind a box.
+    void Refresh();
 
     /// Keeps bytes that the board may have set to 255 in sight, below the system message, until ONLINE is begun anew.
     void NoteReached(const std::vector<std::uint16_t>& bytes) { reached_.insert(bytes.begin(), bytes.end()); }
@@ -57,6 +58,7 @@ private:
     std::string panelText_;
     bool wasOnline_ = false;
     int onlineTicks_ = 0;
+    int known_ = -1; ///< The opening of the port since which all alarms have been read.
     std::set<std::uint16_t> reached_; ///< Bytes; kept in sight while ONLINE.
     /// The set-up file whose user program `boardType_` was taken from.
     std::optional<std::filesystem::path> typeOf_;

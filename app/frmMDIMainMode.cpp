@@ -54,6 +54,8 @@ void frmMDIMain::ShowMode(bool online) {
     mnuViewCommStatus->setEnabled(online);
     ShowCommands();
     if (!online) editor_->ShowOffline();
+    background_.Refresh();
+    ShowSystemMessage();
     if (modeChanged_) modeChanged_();
 }
 
@@ -62,8 +64,9 @@ void frmMDIMain::ShowCommands() {
     mnuViewOnline->setChecked(shownOnline_);
     mnuViewOffline->setChecked(!shownOnline_);
     const bool transferWaits = pendingTransfer_.has_value();
-    for (QAction* entry : {mnuFileUpload, mnuFileDownload, mnuFileOpen})
+    for (QAction* entry : {mnuFileUpload, mnuFileDownload})
         entry->setEnabled(!transferWaits);
+    mnuFileOpen->setEnabled(!transferWaits && !askingStackAddress_);
     mnuFileNew->setEnabled(!transferWaits && !askingStackAddress_);
     mnuEditCommPort->setEnabled(!changingPort_);
     mnuEditStackAdd->setEnabled(!askingStackAddress_ && (shownOnline_ || program_.offlineEditing));
@@ -115,7 +118,7 @@ void frmMDIMain::Tick() {
         tick_.Start();
     }
     // Whatever the tick has found: of a board that is silent now nothing more is said.
-    background_.Wait();
+    background_.Refresh();
     ShowSystemMessage();
     FollowLink();
     StartPendingTransfer();
@@ -124,7 +127,7 @@ void frmMDIMain::Tick() {
 
 Task frmMDIMain::TickTask() {
     co_await background_.Tick(transferring_);
-    background_.Wait();
+    background_.Refresh();
     ShowSystemMessage();
 }
 
@@ -149,6 +152,7 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
         leaving_.Start();
         return;
     }
+    FollowLink();
     if (!files_.MayClose()) return;
     closing_ = true;
     link_.GiveUp();

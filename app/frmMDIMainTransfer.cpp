@@ -119,6 +119,9 @@ bool frmMDIMain::TransferInWindow(TransferMode mode) {
         return window.RunModal();
     }();
     background_.NoteReached(result.alsoReached);
+    for (std::size_t index = 0; index < result.walked && !result.reconnected; ++index) {
+        if (!std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), index)) editor_->Confirm(index);
+    }
     FollowLink();
     program_.document.ReloadDisplay = true;
     editor_->RefillIfAsked();

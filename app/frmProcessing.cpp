@@ -59,6 +59,7 @@ frmProcessing::Result frmProcessing::RunModal() {
     result.complete = !result.failed && !result.cancelled;
     result.flagLeft = mode_ == TransferMode::DownloadData && linkStood && !transfer_.FlagCleared();
     result.reconnected = transfer_.Reconnected();
+    result.walked = transfer_.Walked();
     result.unconfirmed = transfer_.Unconfirmed();
     result.alsoReached = transfer_.MayHaveReached();
     for (const RepeatedWrite& one : transfer_.Repeated()) {

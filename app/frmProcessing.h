@@ -26,6 +26,7 @@ public:
         /// The board has not confirmed that the flag of a download ("B105") is 0 again.
         bool flagLeft = false;
         bool reconnected = false; ///< The port was opened again in the middle.
+        std::size_t walked = 0; ///< Values from index 0 on that were transferred.
         std::vector<std::size_t> unconfirmed{}; ///< Indices of walked values that cannot be relied on.
         std::vector<RepeatedWrite> repeated{}; ///< Writes that were sent twice.
         std::vector<std::uint16_t> alsoReached{}; ///< Bytes that the rest may have set to 255.

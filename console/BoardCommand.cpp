@@ -3,6 +3,7 @@
 #include "console/BoardReport.h"
 #include "console/Commands.h"
 #include "console/LinkSession.h"
+#include "console/TransferReport.h"
 #include "link/TargetMap.h"
 
 #include <optional>
@@ -31,36 +32,55 @@ bool Accepted(CommandContext& context, const UserProgram& onDisk) {
     return !asked.resetFaults || context.dialogs.Show(ResetQuestion()) == MessageAnswer::Yes;
 }
 
-/// Does one thing that was asked for and tells what became of it. True when the board has confirmed it.
-bool Do(CommandContext& context, LinkSession& session, const std::string& what, TaskOf<WriteOutcome> write) {
-    if (session.Failed() || session.Interrupted()) return false;
-    const WriteOutcome outcome = session.Run(std::move(write));
-    if (outcome == WriteOutcome::Written) {
-        if (!context.arguments.json) context.host.out << what << ": done.\n";
-        return true;
-    }
-    context.Say(what + (session.Interrupted()                 ? ": cancelled before all of it was confirmed."
-                        : outcome == WriteOutcome::LinkFailed ? ": the link to the board failed before all of it was "
-                                                                "confirmed."
-                                                              : ": the board did not confirm all of it, also when it "
-                                                                "was sent again, or holds something else now."));
-    return false;
+/// What the user is told of a write that was not confirmed.
+std::string OutcomeText(const LinkSession& session, WriteOutcome outcome) {
+    if (session.Interrupted()) return ": cancelled before all of it was confirmed.";
+    if (outcome == WriteOutcome::LinkFailed) return ": the link to the board failed before all of it was confirmed.";
+    return ": the board did not confirm all of it, also when it was sent again, or holds something else now.";
 }
+
+/// What was asked for, one thing after the other.
+class BoardChanges {
+public:
+    BoardChanges(CommandContext& context, LinkSession& session, BoardMonitor& monitor)
+        : context_(context), session_(session), monitor_(monitor) {}
+
+    void Do(const std::string& what, TaskOf<WriteOutcome> write) {
+        confirmed_ = TryTo(what, std::move(write)) && confirmed_;
+    }
+    /// The board has confirmed all of it.
+    [[nodiscard]] bool Confirmed() const { return confirmed_; }
+
+private:
+    bool TryTo(const std::string& what, TaskOf<WriteOutcome> write) {
+        if (session_.Failed() || session_.Interrupted()) return false;
+        const WriteOutcome outcome = session_.Run(std::move(write));
+        const bool written = outcome == WriteOutcome::Written;
+        if (!written) context_.Say(what + OutcomeText(session_, outcome));
+        if (written && !context_.arguments.json) context_.host.out << what << ": done.\n";
+        context_.SayIf(ReachedBesideText(what, monitor_.Repeated(), session_.Link().TakeMayHaveReached()));
+        return written;
+    }
+
+    CommandContext& context_;
+    LinkSession& session_;
+    BoardMonitor& monitor_;
+    bool confirmed_ = true;
+};
 
 bool DoWhatWasAsked(CommandContext& context, LinkSession& session, BoardMonitor& monitor) {
     const Arguments& asked = context.arguments;
-    bool done = true;
-    if (asked.resetFaults) done = Do(context, session, "Reset of the fault codes", monitor.ResetFaultCodes());
+    BoardChanges changes(context, session, monitor);
+    if (asked.resetFaults) changes.Do("Reset of the fault codes", monitor.ResetFaultCodes());
     if (asked.setClock) {
-        done = Do(context, session, "Board time", monitor.SetToCurrTime()) && done;
-        done = Do(context, session, "Board date", monitor.SetToCurrDate()) && done;
+        changes.Do("Board time", monitor.SetToCurrTime());
+        changes.Do("Board date", monitor.SetToCurrDate());
     }
     if (asked.networkAddress) {
         const std::string address = SetupEntry(NetworkAddressField, *asked.networkAddress).value_or("");
-        done = Do(context, session, "Network address " + address, monitor.WriteSetup(NetworkAddressField, address)) &&
-               done;
+        changes.Do("Network address " + address, monitor.WriteSetup(NetworkAddressField, address));
     }
-    return done;
+    return changes.Confirmed();
 }
 
 /// Reads everything.

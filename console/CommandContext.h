@@ -59,6 +59,10 @@ struct CommandContext {
 
     /// One line for the user that is no result.
     void Say(const std::string& text);
+    /// The same, unless there is nothing to say.
+    void SayIf(const std::string& text) {
+        if (!text.empty()) Say(text);
+    }
 };
 
 /// The sequence (0..30) that a text of the command line names. Throws UsageError when it is none.

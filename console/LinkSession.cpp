@@ -2,6 +2,7 @@
 #include "console/LinkSession.h"
 
 #include "console/SetupFiles.h"
+#include "console/TransferReport.h"
 #include "document/FileQuestions.h"
 #include "platform/SerialDevices.h"
 #include "text/PathText.h"
@@ -145,6 +146,7 @@ void LinkSession::GiveUpSilence() {
 ExitCode LinkSession::Close(ExitCode end) {
     const bool failed = Failed();
     CloseLink();
+    context_.SayIf(ReachedBesideText("the change from writing to reading", false, link_.TakeMayHaveReached()));
     const std::string traceProblem = trace_.Finish();
     if (!traceProblem.empty()) context_.Say(traceProblem);
     if (failed) return ExitCode::LinkFailed;

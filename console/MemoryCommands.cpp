@@ -86,18 +86,16 @@ ExitCode EndOf(WriteOutcome outcome) {
 
 std::string NothingWritten(const std::string& address) { return "Nothing was written to " + address + "."; }
 
-void ReportWrite(CommandContext& context, const LinkSession& session, const WriteResult& result,
-                 const std::string& address) {
+void ReportWrite(CommandContext& context, LinkSession& session, const WriteResult& result, const std::string& address) {
     const std::string& value = context.arguments.value;
     const std::string unknown = " What stands there now is not known; read " + address + " tells.";
     switch (result.outcome) {
     case WriteOutcome::Written:
         context.host.out << address << ' ' << WrittenNumber(value) << '\n';
-        if (result.repeated) context.Say("Note: " + RepeatedText(address, result.mayHaveReached));
-        return;
+        break;
     case WriteOutcome::Refused:
         context.Say(NothingWritten(address));
-        return;
+        break;
     case WriteOutcome::NotConfirmed:
         context.Say("The board did not confirm " + value + " at " + address + ", also when it was asked again." +
                     unknown);
@@ -108,7 +106,7 @@ void ReportWrite(CommandContext& context, const LinkSession& session, const Writ
                     value + " at " + address + "." + unknown);
         break;
     }
-    if (!result.mayHaveReached.empty()) context.Say(CutOffText(address, result.mayHaveReached));
+    context.SayIf(ReachedBesideText(address, result.repeated, session.Link().TakeMayHaveReached()));
 }
 
 } // namespace

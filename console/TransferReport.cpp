@@ -34,10 +34,6 @@ std::string BytesText(const std::vector<std::uint16_t>& bytes) {
     return text;
 }
 
-std::string MayHaveSet(const std::vector<std::uint16_t>& bytes) {
-    return "may have set " + BytesText(bytes) + " to 255 on the board.";
-}
-
 } // namespace
 
 std::string ReachedText(std::size_t walked, std::size_t unconfirmed) {
@@ -56,13 +52,14 @@ std::string DifferenceText(const ValueDifference& difference, const std::string&
            boardSide + " " + std::to_string(difference.onBoard);
 }
 
-std::string RepeatedText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached) {
-    return what + " had to be sent twice" +
-           (mayHaveReached.empty() ? "." : "; the first attempt, cut off, " + MayHaveSet(mayHaveReached));
-}
-
-std::string CutOffText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached) {
-    return what + ": the part that was sent " + MayHaveSet(mayHaveReached);
+std::string ReachedBesideText(const std::string& what, bool repeated,
+                              const std::vector<std::uint16_t>& mayHaveReached) {
+    const std::string reached = "may have set " + BytesText(mayHaveReached) + " to 255 on the board.";
+    if (repeated) {
+        return "Note: " + what + " had to be sent twice" +
+               (mayHaveReached.empty() ? "." : "; the first attempt, cut off, " + reached);
+    }
+    return mayHaveReached.empty() ? "" : "Note: " + what + ": what was sent for it " + reached;
 }
 
 } // namespace vantrel

@@ -19,9 +19,9 @@ namespace vantrel {
 [[nodiscard]] std::string DifferenceText(const ValueDifference& difference, const std::string& recordSide = "file",
                                          const std::string& boardSide = "board");
 
-/// That `what` had to be sent twice, and which bytes its first, half-sent attempt may have set to 255.
-[[nodiscard]] std::string RepeatedText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached);
-/// Which bytes the part of `what` that was sent may have set to 255.
-[[nodiscard]] std::string CutOffText(const std::string& what, const std::vector<std::uint16_t>& mayHaveReached);
+/// That `what` had to be sent twice, if it was `repeated`, and which bytes a half-sent attempt may have set to 255;
+/// empty for nothing of both.
+[[nodiscard]] std::string ReachedBesideText(const std::string& what, bool repeated,
+                                            const std::vector<std::uint16_t>& mayHaveReached);
 
 } // namespace vantrel

@@ -35,18 +35,14 @@ void NameUnconfirmed(CommandContext& context, const SettingsTransfer& transfer, 
 
 /// Names the values that were sent twice, or cut off. The former may be confirmed all the same.
 void NameRepeated(CommandContext& context, const SettingsTransfer& transfer) {
-    for (const RepeatedWrite& repeated : transfer.Repeated()) {
-        const std::string name = ValueName(repeated.index);
-        const bool twice = repeated.index < transfer.Walked();
-        context.Say("Note: " +
-                    (twice ? RepeatedText(name, repeated.mayHaveReached) : CutOffText(name, repeated.mayHaveReached)));
-    }
-    // Of the flag, or of a sync byte that was spoiled on its way.
+    // Of the flag, and of a sync byte that was spoiled on its way.
     std::vector<std::uint16_t> rest = transfer.MayHaveReached();
     for (const RepeatedWrite& repeated : transfer.Repeated()) {
+        context.SayIf(
+            ReachedBesideText(ValueName(repeated.index), repeated.index < transfer.Walked(), repeated.mayHaveReached));
         std::erase_if(rest, [&](std::uint16_t byte) { return std::ranges::count(repeated.mayHaveReached, byte) > 0; });
     }
-    if (!rest.empty()) context.Say("Note: " + CutOffText(WriteThroughFlag, rest));
+    context.SayIf(ReachedBesideText(WriteThroughFlag, false, rest));
 }
 
 void NameFlagUncleared(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer) {

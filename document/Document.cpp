@@ -138,6 +138,7 @@ void Document::TakeName(const std::filesystem::path& path) {
 }
 
 void Document::StartOver() {
+    ++Generation;
     ReloadDisplay = true;
     UploadedBeforeSave = false;
 }

@@ -29,6 +29,7 @@ public:
     Configuration SavedConfiguration; ///< The working copy as last created, opened or saved.
     Configuration LoadedConfiguration; ///< A file's record before it is accepted.
     bool IsUnnamed = true; ///< The document has no file name yet.
+    int Generation = 0; ///< Counts the documents that New and Open have begun.
     bool ReloadDisplay = false; ///< Tells the editor to rebuild its display.
     bool FromBoard = false; ///< Values have been uploaded into the document since it was new.
     bool UploadedBeforeSave = false; ///< Save has fetched the settings from the board since New or Open.

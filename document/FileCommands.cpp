@@ -136,7 +136,8 @@ void FileCommands::NameUnholdableValues() {
 FileCommands::Outcome FileCommands::Save() { return SaveOver(document_.OwnFile); }
 
 FileCommands::Outcome FileCommands::SaveOver(const fs::path& confirmed) {
-    if (link_.OnlineMode() && !document_.UploadedBeforeSave && !FetchFromBoard()) return Outcome::Failed;
+    if (link_.OnlineMode() && !link_.LinkFailed() && !document_.UploadedBeforeSave && !FetchFromBoard())
+        return Outcome::Failed;
     if (document_.IsUnnamed) return SaveAs();
     return AcceptsTarget(confirmed) ? Write() : Outcome::Cancelled;
 }
@@ -238,6 +239,7 @@ TaskOf<std::string> FileCommands::StackAddressToShow() {
 
 Task FileCommands::SendStackAddress(std::int32_t address) {
     RSComm::Line line = co_await link_.TakeLine();
+    const int opened = link_.Opened();
     bool confirmed = true;
     const std::array<std::pair<std::string, std::string>, 3> writes{
         {{WriteThroughFlag, "1"}, {StatusStackWord, std::to_string(address)}, {WriteThroughFlag, "0"}}};
@@ -245,11 +247,15 @@ Task FileCommands::SendStackAddress(std::int32_t address) {
         const WriteResult written = co_await line.RSWrite(target, value);
         confirmed = confirmed && written.Confirmed();
     }
-    // A link that failed has told so itself.
-    if (link_.LinkFailed() || confirmed) co_return;
+    confirmed = confirmed && link_.Opened() == opened;
+    if (confirmed) co_return;
+    const std::string flag = link_.LinkFailed()
+                                 ? "\nB105 of the board, which is 1 while values are sent, may have been "
+                                   "left at 1. The next transfer sets it to 0."
+                                 : "";
     dialogs_.Show({.title = StackTitle,
                    .text = "The board did not confirm the address V" + std::to_string(address) +
-                           " and may still use the old one.\nEnter the address once more.",
+                           " and may still use the old one.\nEnter the address once more." + flag,
                    .icon = MessageIcon::Exclamation,
                    .buttons = MessageButtons::Ok});
 }

@@ -14,7 +14,8 @@ MessageBox ReplaceQuestion(const std::filesystem::path& file) {
     return {.title = "Save",
             .text = QuotedPath(file) + " is there already.\nDo you want to replace what it holds?",
             .icon = MessageIcon::Question,
-            .buttons = MessageButtons::YesNo};
+            .buttons = MessageButtons::YesNo,
+            .destroys = true};
 }
 
 std::optional<std::string> OtherFolderNote(const Document& document) {

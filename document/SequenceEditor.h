@@ -105,8 +105,10 @@ public:
     [[nodiscard]] Task Written();
     /// The board did not confirm value `index` as it was entered last.
     [[nodiscard]] bool Unconfirmed(std::size_t index) const { return unconfirmed_.contains(index); }
-    /// Another document, or values that were transferred: what was not confirmed is past.
+    /// Another document: what was not confirmed is past.
     void ForgetUnconfirmed() { unconfirmed_.clear(); }
+    /// A transfer has told what the board holds at `index`.
+    void Confirm(std::size_t index) { unconfirmed_.erase(index); }
     /// The record still holds what the edit made of it.
     [[nodiscard]] bool Stands(const ValueEdit& edit) const;
 

@@ -72,7 +72,6 @@ void SettingsTransfer::Cancel() {
 
 Task SettingsTransfer::Run() {
     const int opened = link_.Opened();
-    (void)link_.TakeMayHaveReached();
     if (mode_ == TransferMode::DownloadData && !link_.LinkFailed()) flagRaised_ = co_await WriteFlag("1");
     if (!HasWork()) co_return;
     if (mode_ == TransferMode::UploadData) {
@@ -92,7 +91,10 @@ Task SettingsTransfer::Run() {
 }
 
 TaskOf<bool> SettingsTransfer::WriteFlag(std::string value) {
-    const WriteResult written = co_await link_.RSWrite(WriteThroughFlag, std::move(value));
+    RSComm::Line line = co_await link_.TakeLine();
+    // Who has cancelled does not wait for a board that falls silent now.
+    if (cancelled_) line.Hurry();
+    const WriteResult written = co_await line.RSWrite(WriteThroughFlag, std::move(value));
     co_return written.Confirmed();
 }
 

@@ -14,7 +14,6 @@ TaskOf<WriteThroughResult> WriteThrough(RSComm& link, std::string address, std::
     RSComm::Line line = co_await link.TakeLine();
     const int opened = link.Opened();
     WriteThroughResult result;
-    (void)link.TakeMayHaveReached();
     result.written.outcome = WriteOutcome::LinkFailed;
     if (!link.LinkFailed()) {
         result.begun = true;

@@ -63,6 +63,8 @@ public:
     /// An entry is on its way to the board. What must know its end first (the end of the program) awaits Written().
     [[nodiscard]] bool Writing() const { return edits_.Writing(); }
     [[nodiscard]] Task Written() { return edits_.Written(); }
+    /// A transfer has shown that the board holds value `index` as the document has it.
+    void Confirm(std::size_t index) { edits_.Confirm(index); }
     /// Scrolls to the row of the selected sequence and selects it; call when another window has changed the number.
     void ShowSelectedSequence();
 
@@ -202,6 +204,7 @@ private:
     Task refill_;
     Task untrapped_;
     SequenceEditor edits_;
+    int markedDocument_ = 0; ///< Whose values are marked.
 };
 
 } // namespace vantrel

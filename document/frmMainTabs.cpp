@@ -5,6 +5,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace vantrel {
 
@@ -64,7 +65,8 @@ Task frmMain::RefillInTurn() {
 
 void frmMain::Refill() {
     document_.ReloadDisplay = false;
-    edits_.ForgetUnconfirmed();
+    // The marks of a document stay until the board is known to hold what it says.
+    if (std::exchange(markedDocument_, document_.Generation) != document_.Generation) edits_.ForgetUnconfirmed();
     CloseEntryBox();
     StartFill();
 }

@@ -105,6 +105,9 @@ public:
             return link_.WriteTwice(std::move(address), std::move(value));
         }
 
+        /// From now on a silence of one second fails the link, without a box.
+        void Hurry() { link_.patience_ = Patience::Short; }
+
     private:
         RSComm& link_;
         TurnLock::Hold hold_;

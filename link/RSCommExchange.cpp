@@ -112,14 +112,14 @@ TaskOf<int> RSComm::AwaitAnswer() {
         linkFailed_ = true;
         ++attempts;
         const bool last = wait == PortWait::Lost || attempts == AttemptsBeforeWarning;
+        // Runs on while the warning is up. A line that was opened anew has nothing to wait for before the next attempt.
+        deadline = clock_.Now() + (wait == PortWait::Lost ? MonotonicTime{0} : RepeatedAnswerTime);
         if (givenUp_ || patience_ == Patience::Short) co_return FailedAnswer(awaited);
         if (last) {
             const bool retry = co_await AskAfterNoAnswer(wait);
             if (!retry) co_return FailedAnswer(awaited);
             attempts = 0;
         }
-        // A line that was opened anew has nothing to wait for before the next attempt.
-        deadline = clock_.Now() + (wait == PortWait::Lost ? MonotonicTime{0} : RepeatedAnswerTime);
         linkFailed_ = false;
         if (last) continue;
         DiscardReceived();

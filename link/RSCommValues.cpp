@@ -152,7 +152,7 @@ TaskOf<RSComm::Attempt> RSComm::ReadTarget(std::string address) {
     Attempt attempt;
     if (linkFailed_) attempt.state = Attempt::State::LinkFailed;
     if (!bytes) co_return attempt;
-    attempt.number = NumberIn(*bytes, from);
+    if (bytes->size() == static_cast<std::size_t>(ByteCount(from.type))) attempt.number = NumberIn(*bytes, from);
     if (!linkFailed_ && value_.Clean()) attempt.state = Attempt::State::Clean;
     if (!value_.Clean()) OutOfStep();
     co_return attempt;
@@ -180,6 +180,7 @@ TaskOf<std::optional<std::vector<std::uint8_t>>> RSComm::ReadBytes(TargetAddress
         const int data = co_await ExchangeByte(LowByte(address));
         if (data == NoAnswer) co_return std::nullopt;
         bytes.push_back(static_cast<std::uint8_t>(data));
+        if (value_.repeated) break;
     }
     co_return bytes;
 }

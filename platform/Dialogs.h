@@ -15,6 +15,8 @@ struct MessageBox {
     std::string text;
     MessageIcon icon = MessageIcon::Information;
     MessageButtons buttons = MessageButtons::Ok;
+    /// Yes destroys something that was not asked for: Enter does not choose it.
+    bool destroys = false;
     /// It comes up by itself, perhaps under the user's hands: keys and clicks that come at once are not meant for it.
     bool unasked = false;
 };

@@ -172,7 +172,7 @@ MessageAnswer QtDialogs::Show(const MessageBox& box) {
     ShowWholeTitle(window);
     GiveAccessKeys(window.buttons());
     // The first one, whatever the desktop's habits: what Enter does must not depend on where the program runs.
-    window.setDefaultButton(DefaultOf(box.buttons));
+    window.setDefaultButton(box.destroys ? QMessageBox::No : DefaultOf(box.buttons));
     std::optional<QuietAtFirst> quiet;
     if (box.unasked && quietTime_.count() > 0) quiet.emplace(window, quietTime_);
     return AnswerOf(window.exec(), box.buttons);

@@ -116,6 +116,8 @@ public:
     [[nodiscard]] TaskOf<WriteOutcome> SetToCurrDate();
     /// `value`: as SetupEntry has let it pass.
     [[nodiscard]] TaskOf<WriteOutcome> WriteSetup(std::size_t field, std::string value);
+    /// A value of the last one of these had to be sent twice.
+    [[nodiscard]] bool Repeated() const { return repeated_; }
 
 private:
     using Codes = std::array<std::optional<int>, BoardCodeCount>; ///< Nothing for a doubtful one.
@@ -149,6 +151,8 @@ private:
     };
     using ClockParts = std::array<ClockPart, 3>;
     [[nodiscard]] TaskOf<WriteOutcome> SetClock(ClockParts parts);
+    /// Writes one byte of an operation, and notes what became of it.
+    [[nodiscard]] TaskOf<WriteOutcome> Write(RSComm::Line& line, int byte, std::string value);
     [[nodiscard]] TaskOf<Reading> ReadBack(RSComm::Line& line, std::size_t field);
 
     RSComm& link_;
@@ -163,6 +167,7 @@ private:
     Codes codes_;
     int opened_ = -1; ///< How often the port had been when the last first pass began.
     bool revisionKnown_ = false;
+    bool repeated_ = false;
 };
 
 } // namespace vantrel

@@ -148,7 +148,8 @@ MessageBox ResetQuestion() {
     return {.title = "WARNING - Fault Code Reset!",
             .text = "Target Board will be reinitialized.\n\nDo you wish to continue?",
             .icon = MessageIcon::Critical,
-            .buttons = MessageButtons::YesNoCancel};
+            .buttons = MessageButtons::YesNoCancel,
+            .destroys = true};
 }
 
 MessageBox SetupNotConfirmed(std::size_t field, std::string_view value, std::string_view onBoard) {
@@ -157,6 +158,16 @@ MessageBox SetupNotConfirmed(std::size_t field, std::string_view value, std::str
         onBoard == UnreadValue ? "What it holds now could not be read." : "It holds " + std::string(onBoard) + " now.";
     return NotConfirmed(name + " Set-up",
                         "The board did not confirm the value " + std::string(value) + " (" + name + ").\n" + now);
+}
+
+MessageBox WriteCutOff(const std::string& title, const std::string& what) {
+    return NotConfirmed(title, "The link failed before the board had confirmed " + what +
+                                   ".\nWhat the board holds now is not known.");
+}
+
+MessageBox SetupCutOff(std::size_t field, std::string_view value) {
+    const std::string name(SetupFields.at(field).description);
+    return WriteCutOff(name + " Set-up", "the value " + std::string(value) + " (" + name + ")");
 }
 
 MessageBox ClockNotConfirmed(std::string_view what) {

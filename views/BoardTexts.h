@@ -98,6 +98,9 @@ inline constexpr std::array<SetupField, SetupFieldCount> SetupFields{{
 /// `onBoard`: what the field reads as now.
 [[nodiscard]] MessageBox SetupNotConfirmed(std::size_t field, std::string_view value, std::string_view onBoard);
 /// `what`: "Time" or "Date".
+/// What to tell when the link failed under a write, whether it was given up or not.
+[[nodiscard]] MessageBox WriteCutOff(const std::string& title, const std::string& what);
+[[nodiscard]] MessageBox SetupCutOff(std::size_t field, std::string_view value);
 [[nodiscard]] MessageBox ClockNotConfirmed(std::string_view what);
 [[nodiscard]] MessageBox ResetNotConfirmed();
 /// The reset was confirmed, but the board holds a code again.

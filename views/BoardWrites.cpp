@@ -69,10 +69,11 @@ TaskOf<WriteOutcome> BoardMonitor::ResetFaultCodes() {
     display_.EnableReset(false);
     RSComm::Line line = co_await link_.TakeLine();
     WriteOutcome outcome = WriteOutcome::Written;
+    repeated_ = false;
     for (const int byte : {LastCommErrorByte, CurrentCommErrorByte, LastFaultByte, CurrentFaultByte}) {
         if (LinkDown()) co_return WriteOutcome::LinkFailed;
-        const WriteResult written = co_await line.RSWrite(ByteAddress(byte), "0");
-        outcome = Worse(outcome, written.outcome);
+        const WriteOutcome written = co_await Write(line, byte, "0");
+        outcome = Worse(outcome, written);
     }
     co_return outcome;
 }
@@ -91,11 +92,12 @@ TaskOf<WriteOutcome> BoardMonitor::SetClock(ClockParts parts) {
     RSComm::Line line = co_await link_.TakeLine();
     const local_seconds begun = clock_.LocalNow();
     WriteOutcome outcome = WriteOutcome::Written;
+    repeated_ = false;
     for (const ClockPart& part : parts) {
         if (LinkDown()) co_return WriteOutcome::LinkFailed;
         const std::string value = std::to_string(part.of(clock_.LocalNow()));
-        const WriteResult written = co_await line.RSWrite(ByteAddress(SetupFields.at(part.field).byte), value);
-        outcome = Worse(outcome, written.outcome);
+        const WriteOutcome written = co_await Write(line, SetupFields.at(part.field).byte, value);
+        outcome = Worse(outcome, written);
     }
     for (const ClockPart& part : parts) {
         const Reading reading = co_await ReadBack(line, part.field);
@@ -110,12 +112,19 @@ TaskOf<WriteOutcome> BoardMonitor::SetClock(ClockParts parts) {
 TaskOf<WriteOutcome> BoardMonitor::WriteSetup(std::size_t field, std::string value) {
     RSComm::Line line = co_await link_.TakeLine();
     if (LinkDown()) co_return WriteOutcome::LinkFailed;
-    const WriteResult written = co_await line.RSWrite(ByteAddress(SetupFields.at(field).byte), value);
+    repeated_ = false;
+    const WriteOutcome outcome = co_await Write(line, SetupFields.at(field).byte, value);
     const Reading reading = co_await ReadBack(line, field);
     if (reading.HasLinkFailed()) co_return WriteOutcome::LinkFailed;
     const auto number = reading.Number();
-    if (number && Holds(field, *number, value)) co_return written.outcome;
-    co_return Worse(written.outcome, WriteOutcome::NotConfirmed);
+    if (number && Holds(field, *number, value)) co_return outcome;
+    co_return Worse(outcome, WriteOutcome::NotConfirmed);
+}
+
+TaskOf<WriteOutcome> BoardMonitor::Write(RSComm::Line& line, int byte, std::string value) {
+    const WriteResult written = co_await line.RSWrite(ByteAddress(byte), std::move(value));
+    repeated_ = repeated_ || written.repeated;
+    co_return written.outcome;
 }
 
 TaskOf<Reading> BoardMonitor::ReadBack(RSComm::Line& line, std::size_t field) {

@@ -155,7 +155,8 @@ Task frmLiveView::TakeEntries() {
 }
 
 void frmLiveView::done(int result) {
-    if (result == Accepted && Idle()) {
+    // Pressed once more while a write waits for the board it means what the other ways out mean.
+    if (result == Accepted && Idle() && writing_ == 0) {
         AfterEntries([this] { Leave(Accepted); });
     } else {
         Leave(result);

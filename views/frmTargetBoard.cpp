@@ -122,6 +122,8 @@ Task frmTargetBoard::Reset() {
     const Writing writing(*this);
     const WriteOutcome outcome = co_await passes_.ResetFaultCodes();
     if (outcome == WriteOutcome::NotConfirmed) dialogs_.Show(ResetNotConfirmed());
+    if (outcome == WriteOutcome::LinkFailed)
+        dialogs_.Show(WriteCutOff("Reset Fault Codes", "the reset of all fault and error codes"));
     firstPass_ = true;
     afterReset_ = outcome == WriteOutcome::Written;
 }
@@ -135,6 +137,7 @@ Task frmTargetBoard::WriteClock(Command which, ClockWrite write) {
     const WriteOutcome outcome = co_await (passes_.*write)();
     if (outcome == WriteOutcome::NotConfirmed)
         dialogs_.Show(ClockNotConfirmed(which == Command::Time ? "Time" : "Date"));
+    if (outcome == WriteOutcome::LinkFailed) dialogs_.Show(WriteCutOff("Set to Current Time and Date", "all of it"));
 }
 
 void frmTargetBoard::showEvent(QShowEvent* event) {

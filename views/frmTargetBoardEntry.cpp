@@ -29,6 +29,7 @@ Task frmTargetBoard::Write(std::size_t index, std::string value) {
     const Writing writing(*this);
     Setup.at(index).entry->Send();
     const WriteOutcome outcome = co_await passes_.WriteSetup(index, value);
+    if (outcome == WriteOutcome::LinkFailed) dialogs_.Show(SetupCutOff(index, value));
     if (outcome != WriteOutcome::NotConfirmed) co_return;
     // The box shows what the board holds, behind the message too.
     Setup.at(index).entry->Shut();

@@ -65,7 +65,7 @@ TEST_F(BackgroundUpdateTest, NothingIsCalledNormalWhileTheBoardIsSilent) {
     tick.Start();
     while (clock.Now() < std::chrono::milliseconds(3500))
         turns.RunOneOrSleep(std::chrono::milliseconds(100));
-    update.Wait();
+    update.Refresh();
     EXPECT_EQ(update.PanelText(), "System Message:  Waiting for the board ... 3 s");
     EXPECT_EQ(program.systemMessage.find("Normal"), std::string::npos);
 }
@@ -115,7 +115,7 @@ TEST_F(BackgroundUpdateTest, ATransferHasTheLineToItself) {
     transferring = true;
     Open();
     EXPECT_EQ(Traffic([&] { Tick(25); }), 0);
-    EXPECT_EQ(program.systemMessage, Normal);
+    EXPECT_EQ(program.systemMessage, "Set-up Program is Currently ONLINE") << "nobody has asked the board yet";
     EXPECT_TRUE(program.refreshTargetStatus) << "as soon as the transfer is over";
 }
 

@@ -9,7 +9,29 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <deque>
+#include <initializer_list>
+#include <optional>
+
 namespace vantrel {
+
+using Script = std::deque<ScriptStep>;
+inline constexpr auto Silence = std::nullopt;
+
+/// Sync, mode, then the address and what a read gives.
+inline Script ReadFrames(std::uint8_t high, std::uint8_t low, std::uint8_t echo, std::uint8_t data) {
+    Script frames{{0xFF, 0x55}, {0x01, 0x55}, {high, echo}};
+    if (echo == high) frames.push_back({low, data});
+    return frames;
+}
+
+inline Script Joined(std::initializer_list<Script> parts) {
+    Script all;
+    for (const Script& part : parts)
+        all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
 
 class LinkTest : public testing::Test {
 protected:

@@ -264,7 +264,7 @@ TEST_P(Proof, NothingIsSaidThatTheLineHasNotSaid) {
     const bool all = std::getenv("VANTREL_LONG") != nullptr; // NOLINT(concurrency-mt-unsafe): read before any thread
     // Every so many of the cases; the first one by seed.
     const std::size_t total = length * Troubles().size() * Boards().size() * 2;
-    constexpr std::size_t shortRun = 1000;
+    constexpr std::size_t shortRun = 2000;
     const std::size_t step = all ? 1 : std::max<std::size_t>(total / shortRun, 1);
     std::mt19937 random(20261121);
     std::size_t cases = 0;

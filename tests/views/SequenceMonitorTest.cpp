@@ -141,19 +141,24 @@ TEST_F(SequenceMonitorTest, EveryStopConditionEndsAPassBeforeItsNextRead) {
 }
 
 TEST_F(SequenceMonitorTest, BetweenTwoReadsOthersGetATurnAndANewSelectionEndsThePass) {
-    Task pass = monitor.RefreshStatusAndData();
-    pass.Start();
-    EXPECT_TRUE(log.Words().empty()) << "yields before the first read";
-    for (std::size_t reads = 1; reads <= 3; ++reads) {
-        EXPECT_TRUE(turns.RunOne());
-        EXPECT_EQ(log.Words().size(), reads);
+    for (const bool settings : {false, true}) {
+        selected = 0;
+        log.Forget();
+        shown.clear();
+        Task pass = settings ? monitor.RefreshSettings(SettingsBaseOf(0)) : monitor.RefreshStatusAndData();
+        pass.Start();
+        EXPECT_TRUE(log.Words().empty()) << "yields before the first read";
+        for (std::size_t reads = 1; reads <= 3; ++reads) {
+            EXPECT_TRUE(turns.RunOne());
+            EXPECT_EQ(log.Words().size(), reads);
+        }
+        selected = 1;
+        turns.RunOne();
+        EXPECT_TRUE(pass.Done());
+        EXPECT_EQ(log.Words().size(), 3U);
+        EXPECT_EQ(shown.size(), 2U) << "the third word is the other sequence's";
+        EXPECT_EQ(turns.Waiting(), 0U);
     }
-    selected = 1;
-    turns.RunOne();
-    EXPECT_TRUE(pass.Done());
-    EXPECT_EQ(log.Words().size(), 3U);
-    EXPECT_EQ(shown.size(), 2U) << "the third word is the other sequence's";
-    EXPECT_EQ(turns.Waiting(), 0U);
 }
 
 TEST_F(SequenceMonitorTest, SettingsOfAnotherSequenceNeverStandUnderTheNewNumber) {
@@ -179,13 +184,20 @@ TEST_F(SequenceMonitorTest, SettingsOfAnotherSequenceNeverStandUnderTheNewNumber
 }
 
 TEST_F(SequenceMonitorTest, AfterAReconnectionNothingOfTheOldBoardStays) {
+    std::size_t at = 0;
     onShow = [&] {
-        if (shown.size() == 3) ChangeBoards();
+        if (shown.size() == at) ChangeBoards();
     };
-    Settings();
-    EXPECT_FALSE(monitor.Outdated());
-    EXPECT_EQ(now["node"] + now["send 1"] + now["receive 1"], "777777") << "the pass began anew";
+    for (const std::size_t last : {3U, 6U}) { // in the middle, and while the last value is looked at
+        selected = static_cast<std::int16_t>(last);
+        shown.clear();
+        at = last;
+        Settings();
+        EXPECT_FALSE(monitor.Outdated());
+        EXPECT_EQ(now["node"] + now["send 1"] + now["receive 1"], "777777") << "the pass began anew";
+    }
     shown.clear();
+    at = 3;
     Run(monitor.RefreshStatusAndData());
     EXPECT_EQ(shown.size(), 3U) << "and this one ended";
     EXPECT_TRUE(monitor.Outdated());
