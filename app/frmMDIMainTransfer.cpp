@@ -32,11 +32,18 @@ std::string Names(const std::vector<std::size_t>& indices) {
     return ValueList(indices, [](std::size_t) { return std::string(); });
 }
 
-std::string BytesOf(const RepeatedWrite& one) {
-    std::string bytes;
-    for (const std::uint16_t byte : one.mayHaveReached)
-        bytes += (bytes.empty() ? "B" : ", B") + std::to_string(byte);
-    return bytes;
+std::string BytesText(std::vector<std::uint16_t> bytes) {
+    constexpr std::size_t mostShown = 10;
+    const std::size_t more = bytes.size() - std::min(bytes.size(), mostShown);
+    bytes.resize(bytes.size() - more);
+    std::string text;
+    for (const std::uint16_t byte : bytes)
+        text += (text.empty() ? "B" : ", B") + std::to_string(byte);
+    return more == 0 ? text : text + " and " + std::to_string(more) + " more";
+}
+
+bool Confirmed(const RepeatedWrite& one, const frmProcessing::Result& result) {
+    return !std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), one.index);
 }
 
 /// The values that the board confirmed when they were sent a second time, each with the bytes that its first attempt
@@ -45,27 +52,21 @@ std::string ConfirmedAtLast(const frmProcessing::Result& result) {
     std::vector<std::size_t> indices;
     std::map<std::size_t, std::string> bytes;
     for (const RepeatedWrite& one : result.repeated) {
-        if (std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), one.index)) continue;
+        if (!Confirmed(one, result)) continue;
         indices.push_back(one.index);
-        if (!one.mayHaveReached.empty()) bytes[one.index] = ": " + BytesOf(one);
+        if (!one.mayHaveReached.empty()) bytes[one.index] = ": " + BytesText(one.mayHaveReached);
     }
     return indices.empty() ? std::string() : ValueList(indices, [&](std::size_t index) { return bytes[index]; });
 }
 
 /// The bytes that the attempts at values which the board never confirmed may have set, as a sentence; empty for none.
 std::string ReachedSentence(const frmProcessing::Result& result) {
-    constexpr std::size_t mostShown = 10;
     std::set<std::uint16_t> reached;
     for (const RepeatedWrite& one : result.repeated) {
-        if (std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), one.index))
-            reached.insert(one.mayHaveReached.begin(), one.mayHaveReached.end());
+        if (!Confirmed(one, result)) reached.insert(one.mayHaveReached.begin(), one.mayHaveReached.end());
     }
     if (reached.empty()) return {};
-    RepeatedWrite shown{.index = 0, .mayHaveReached = {reached.begin(), reached.end()}};
-    shown.mayHaveReached.resize(std::min(reached.size(), mostShown));
-    const std::size_t more = reached.size() - shown.mayHaveReached.size();
-    return "\n\nWhat was sent of them may have set these bytes to 255: " + BytesOf(shown) +
-           (more > 0 ? " and " + std::to_string(more) + " more" : "");
+    return "\n\nWhat was sent of them may have set these bytes to 255: " + BytesText({reached.begin(), reached.end()});
 }
 
 } // namespace
@@ -155,7 +156,11 @@ void frmMDIMain::ShowResult(TransferMode mode, const frmProcessing::Result& resu
 }
 
 void frmMDIMain::Warn(const std::string& text) {
-    dialogs_.Show({.title = "VANTREL", .text = text, .icon = MessageIcon::Exclamation, .buttons = MessageButtons::Ok});
+    dialogs_.Show({.title = "VANTREL",
+                   .text = text,
+                   .icon = MessageIcon::Exclamation,
+                   .buttons = MessageButtons::Ok,
+                   .unasked = true});
 }
 
 } // namespace vantrel
