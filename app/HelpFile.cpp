@@ -1,10 +1,12 @@
 #include "app/HelpFile.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 #include "text/PathText.h"
+#include "text/Windows1252.h"
 
 #include <algorithm>
-#include <fstream>
+#include <cstdint>
 #include <iterator>
 #include <sstream>
 #include <utility>
@@ -35,6 +37,82 @@ HelpTopic TopicOf(std::string_view heading) {
     return topic;
 }
 
+bool HoldsAll(std::string_view text, const std::vector<std::string>& words) {
+    const std::string lower = Lower(text);
+    return std::ranges::all_of(words,
+                               [&](const std::string& word) { return lower.find(Lower(word)) != std::string::npos; });
+}
+
+/// Without emphasis, code marks and the targets of links.
+std::string WithoutMarkup(std::string_view cell) {
+    std::string plain;
+    while (!cell.empty()) {
+        if (cell.starts_with("](")) {
+            cell.remove_prefix(std::min(cell.find(')'), cell.size() - 1) + 1);
+            continue;
+        }
+        if (std::string_view("*`[").find(cell.front()) == std::string_view::npos) plain += cell.front();
+        cell.remove_prefix(1);
+    }
+    return plain;
+}
+
+/// The cells of a line of Markdown; none when it is no row of a table.
+std::vector<std::string> CellsOf(std::string_view line) {
+    std::vector<std::string> cells;
+    if (!line.starts_with('|') || line.starts_with("|--")) return cells;
+    while (line.size() > 1) {
+        line.remove_prefix(1);
+        const std::string_view cell = line.substr(0, line.find('|'));
+        cells.push_back(WithoutMarkup(cell));
+        line.remove_prefix(cell.size());
+    }
+    return cells;
+}
+
+std::vector<std::string> Split(std::string_view text, std::string_view separator) {
+    std::vector<std::string> parts;
+    for (std::size_t end = text.find(separator); end != std::string_view::npos; end = text.find(separator)) {
+        parts.emplace_back(text.substr(0, end));
+        text.remove_prefix(end + separator.size());
+    }
+    parts.emplace_back(text);
+    return parts;
+}
+
+/// With one blank between words, whatever lines they stood on.
+std::string OnOneLineOf(std::string_view text) {
+    std::string line;
+    for (const std::string& word : SearchWords(text))
+        line += (line.empty() ? "" : " ") + word;
+    return line;
+}
+
+/// How many characters of a message agree with the start of a text in which "..." stands for anything.
+std::size_t Agreement(std::string_view text, std::string_view message) {
+    std::size_t agreed = 0;
+    for (const std::string& part : Split(text, "...")) {
+        const std::string fixed = OnOneLineOf(part);
+        const std::size_t at = message.find(fixed);
+        if (at == std::string_view::npos) break;
+        agreed += fixed.size();
+        message.remove_prefix(at + fixed.size());
+    }
+    return agreed;
+}
+
+/// The best agreement with one of the texts of a cell, each with the title of its box behind it, in brackets, or not.
+std::size_t BestAgreement(std::string_view cell, std::string_view message) {
+    std::size_t best = 0;
+    for (const std::string& row : Split(cell, " / ")) {
+        for (std::string_view text : Split(row, "; ")) {
+            if (OnOneLineOf(text).ends_with(')')) text = text.substr(0, text.rfind(" ("));
+            best = std::max(best, Agreement(text, message));
+        }
+    }
+    return best;
+}
+
 } // namespace
 
 HelpFile::HelpFile(std::string_view text) {
@@ -46,23 +124,27 @@ HelpFile::HelpFile(std::string_view text) {
             topics_.push_back(TopicOf(std::string_view(line).substr(TopicMark.size())));
         } else if (!topics_.empty()) {
             topics_.back().text += line + "\n";
+            if (auto cells = CellsOf(line); !cells.empty()) topics_.back().rows.push_back(std::move(cells));
         }
     }
 }
 
 HelpFile HelpFile::Read(const std::filesystem::path& path) {
+    const std::string named = "The help file \"" + Utf8FromPath(path) + "\" ";
     std::error_code error;
     if (!std::filesystem::exists(path, error)) {
-        throw RuntimeError(ErrorNumber::FileNotFound, "The help file \"" + Utf8FromPath(path) +
-                                                          "\" is missing. Install the program again to have it back.");
+        throw RuntimeError(ErrorNumber::FileNotFound, named + "is missing. Install the program again to have it back.");
     }
-    std::ifstream file(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!file)
-        throw RuntimeError(ErrorNumber::PathFileAccess, "The help file \"" + Utf8FromPath(path) + "\" cannot be read.");
-    HelpFile help(text);
-    if (help.topics_.empty())
-        throw RuntimeError(ErrorNumber::BadFileFormat, "The help file \"" + Utf8FromPath(path) + "\" holds no topic.");
+    const std::vector<std::uint8_t> bytes = [&] {
+        try {
+            return ReadWholeFile(path);
+        } catch (const RuntimeError& failed) {
+            throw RuntimeError(static_cast<ErrorNumber>(failed.Number()),
+                               named + "cannot be read. " + failed.Description());
+        }
+    }();
+    HelpFile help(Utf8FromAnyEditor(std::string(bytes.begin(), bytes.end())));
+    if (help.topics_.empty()) throw RuntimeError(ErrorNumber::BadFileFormat, named + "holds no topic.");
     return help;
 }
 
@@ -77,10 +159,35 @@ std::vector<std::size_t> HelpFile::Search(std::string_view words) const {
     const std::vector<std::string> wanted = SearchWords(words);
     std::vector<std::size_t> found;
     for (std::size_t i = 0; i < topics_.size(); ++i) {
-        const std::string text = Lower(topics_[i].text);
-        if (std::all_of(wanted.begin(), wanted.end(),
-                        [&text](const std::string& word) { return text.find(Lower(word)) != std::string::npos; }))
-            found.push_back(i);
+        if (HoldsAll(topics_[i].text, wanted)) found.push_back(i);
+    }
+    return found;
+}
+
+std::optional<std::size_t> HelpFile::FindRow(std::size_t topic, std::string_view words, std::size_t from) const {
+    const std::vector<std::string> wanted = SearchWords(words);
+    const auto& rows = topics_.at(topic).rows;
+    for (std::size_t row = from; row < rows.size() && !wanted.empty(); ++row) {
+        std::string text;
+        for (const std::string& cell : rows[row])
+            text += cell + "\n";
+        if (HoldsAll(text, wanted)) return row;
+    }
+    return std::nullopt;
+}
+
+std::optional<HelpPlace> HelpFile::FindMessage(std::string_view message) const {
+    constexpr std::size_t tooShort = 8; // A few characters agree with anything.
+    const std::string text = OnOneLineOf(message);
+    std::size_t best = tooShort;
+    std::optional<HelpPlace> found;
+    for (std::size_t topic = 0; topic < topics_.size(); ++topic) {
+        for (std::size_t row = 0; row < topics_[topic].rows.size(); ++row) {
+            const std::size_t agreement = BestAgreement(topics_[topic].rows[row].front(), text);
+            if (agreement <= best) continue;
+            best = agreement;
+            found = HelpPlace{topic, row};
+        }
     }
     return found;
 }

@@ -3,7 +3,7 @@
 
 #include "app/Program.h"
 #include "document/Document.h"
-#include "document/FileQuestions.h"
+#include "document/DocumentFiles.h"
 #include "platform/RuntimeError.h"
 #include "platform/TurnQueue.h"
 #include "report/Report.h"
@@ -21,10 +21,11 @@ namespace fs = std::filesystem;
 
 constexpr int FileErrorCode = 4;
 
-/// A PDF, or nothing at all yet.
+/// A PDF, or nothing at all yet. What is no file at all is refused when it is written, without being opened here: that
+/// could wait for ever.
 bool MayBeReplaced(const fs::path& file) {
     std::error_code error;
-    if (!fs::exists(file, error)) return true;
+    if (!fs::is_regular_file(file, error)) return true;
     const std::string magic = "%PDF-";
     std::string start(magic.size(), '\0');
     std::ifstream bytes(file, std::ios::binary);

@@ -8,8 +8,10 @@
 #include <QLabel>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QStyle>
+#include <QTextEdit>
 #include <QTextTable>
 #include <QToolBar>
 #include <QToolButton>
@@ -17,6 +19,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace vantrel {
@@ -47,6 +50,47 @@ void GiveTablesRoom(QTextDocument& text, const QPalette& colours) {
     }
 }
 
+QTextEdit::ExtraSelection MarkOf(const QTextCursor& text, const QColor& background) {
+    QTextEdit::ExtraSelection mark;
+    mark.cursor = text;
+    mark.format.setBackground(background);
+    return mark;
+}
+
+/// One mark a cell of the row, which is counted over all tables of the text.
+QList<QTextEdit::ExtraSelection> RowMarks(const QTextBrowser& text, std::size_t row) {
+    constexpr int faint = 60;
+    QColor colour = text.palette().highlight().color();
+    colour.setAlpha(faint);
+    QList<QTextEdit::ExtraSelection> marks;
+    auto left = static_cast<int>(row);
+    for (QTextFrame* frame : text.document()->rootFrame()->childFrames()) {
+        const auto* table = qobject_cast<QTextTable*>(frame);
+        if (!table) continue;
+        for (int column = 0; left < table->rows() && column < table->columns(); ++column) {
+            QTextCursor cell = table->cellAt(left, column).firstCursorPosition();
+            cell.setPosition(table->cellAt(left, column).lastPosition(), QTextCursor::KeepAnchor);
+            marks.push_back(MarkOf(cell, colour));
+        }
+        left -= table->rows();
+        if (left < 0) break;
+    }
+    return marks;
+}
+
+/// A letter or two stand everywhere: so many marks say enough.
+void AddWordMarks(QList<QTextEdit::ExtraSelection>& marks, const QTextBrowser& text, const QString& word) {
+    constexpr int most = 200;
+    QTextCursor found(text.document());
+    for (int count = 0; count < most; ++count) {
+        found = text.document()->find(word, found);
+        if (found.isNull()) return;
+        QTextEdit::ExtraSelection mark = MarkOf(found, text.palette().highlight().color());
+        mark.format.setForeground(text.palette().highlightedText());
+        marks.push_back(mark);
+    }
+}
+
 } // namespace
 
 frmHelp::frmHelp(HelpFile help, QWidget* parent) : QDialog(parent), help_(std::move(help)) {
@@ -69,13 +113,16 @@ void frmHelp::BuildTools() {
     cmdPrint = tools->addAction(IconOf(ProgramIcon::Print), tr("&Print..."), this, [this] { Print(); });
     cmdPrint->setObjectName(QStringLiteral("cmdPrint"));
     cmdPrint->setShortcut(QKeySequence::Print);
-    for (QAction* action : {cmdBack, cmdPrint}) {
+    cmdNext = tools->addAction(style()->standardIcon(QStyle::SP_ArrowDown), tr("&Next"), this, [this] { Next(); });
+    cmdNext->setObjectName(QStringLiteral("cmdNext"));
+    cmdNext->setShortcut(QKeySequence::FindNext);
+    for (QAction* action : {cmdBack, cmdPrint, cmdNext}) {
         // A tool button drops the access key of its action.
         auto* button = qobject_cast<QToolButton*>(tools->widgetForAction(action));
         button->setText(action->text());
         button->setFocusPolicy(Qt::TabFocus);
     }
-    tools->addSeparator();
+    tools->insertSeparator(cmdNext);
     auto* label = new QLabel(tr("&Search: "), tools);
     txtSearch = new QLineEdit(tools);
     txtSearch->setObjectName(QStringLiteral("txtSearch"));
@@ -84,9 +131,10 @@ void frmHelp::BuildTools() {
     txtSearch->setClearButtonEnabled(true);
     SelectAllOnFocus(*txtSearch);
     label->setBuddy(txtSearch);
-    tools->addWidget(label);
-    tools->addWidget(txtSearch);
+    tools->insertWidget(cmdNext, label);
+    tools->insertWidget(cmdNext, txtSearch);
     connect(txtSearch, &QLineEdit::textChanged, this, [this] { Fill(); });
+    connect(txtSearch, &QLineEdit::returnPressed, this, [this] { Next(); });
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->addWidget(tools);
@@ -121,17 +169,27 @@ void frmHelp::Fill() {
     for (const std::size_t topic : listed_)
         lstContents->addItem(QString::fromStdString(help_.Topics()[topic].title));
     if (listed_.empty()) {
+        cmdNext->setEnabled(false);
         lstContents->addItem(tr("No topic holds these words"));
         lstContents->item(0)->setFlags(Qt::NoItemFlags);
         return;
     }
-    const bool shownStays = !visited_.empty() && std::ranges::count(listed_, visited_.back()) > 0;
-    const std::size_t topic = shownStays ? visited_.back() : listed_.front();
+    cmdNext->setEnabled(!SearchWords(words).empty());
+    const std::size_t topic = BestListed(words);
     lstContents->setCurrentRow(static_cast<int>(std::ranges::find(listed_, topic) - listed_.begin()));
     // While the words are typed no topic on the way is worth going back to.
     if (visited_.empty()) visited_.push_back(topic);
     visited_.back() = topic;
     Display(topic);
+}
+
+std::size_t frmHelp::BestListed(const std::string& words) const {
+    const auto holdsRow = [&](std::size_t topic) { return help_.FindRow(topic, words).has_value(); };
+    const bool shownListed = !visited_.empty() && std::ranges::count(listed_, visited_.back()) > 0;
+    if (shownListed && (SearchWords(words).empty() || holdsRow(visited_.back()))) return visited_.back();
+    const auto found = std::ranges::find_if(listed_, holdsRow);
+    if (found != listed_.end()) return *found;
+    return shownListed ? visited_.back() : listed_.front();
 }
 
 void frmHelp::ShowTopic(const std::string& name) {
@@ -141,19 +199,38 @@ void frmHelp::ShowTopic(const std::string& name) {
     Go(help_.Find(name).value_or(0));
 }
 
+bool frmHelp::ShowMessage(const std::string& message) {
+    const auto place = help_.FindMessage(message);
+    if (!place) return false;
+    txtSearch->clear();
+    if (!isVisible()) visited_.clear();
+    Go(place->topic);
+    row_ = place->row;
+    Mark();
+    return true;
+}
+
 void frmHelp::Go(std::size_t topic) {
     if (visited_.empty() || visited_.back() != topic) visited_.push_back(topic);
     Display(topic);
 }
 
 void frmHelp::Display(std::size_t topic) {
-    txtTopic->setMarkdown(QString::fromStdString(help_.Topics()[topic].text));
-    GiveTablesRoom(*txtTopic->document(), txtTopic->palette());
+    Draw(topic);
     cmdBack->setEnabled(visited_.size() > 1);
     const QSignalBlocker quiet(lstContents);
-    const auto row = std::ranges::find(listed_, topic);
-    if (row != listed_.end()) lstContents->setCurrentRow(static_cast<int>(row - listed_.begin()));
-    MarkFound();
+    const auto listed = std::ranges::find(listed_, topic);
+    if (listed != listed_.end()) lstContents->setCurrentRow(static_cast<int>(listed - listed_.begin()));
+    row_ = help_.FindRow(topic, txtSearch->text().toStdString());
+    Mark();
+}
+
+void frmHelp::Draw(std::size_t topic) {
+    txtTopic->moveCursor(QTextCursor::Start);
+    if (drawn_ == topic) return;
+    txtTopic->setMarkdown(QString::fromStdString(help_.Topics()[topic].text));
+    GiveTablesRoom(*txtTopic->document(), txtTopic->palette());
+    drawn_ = topic;
 }
 
 void frmHelp::Back() {
@@ -170,32 +247,46 @@ void frmHelp::Follow(const QUrl& link) {
     }
 }
 
-void frmHelp::MarkFound() {
-    QList<QTextEdit::ExtraSelection> marks;
-    for (const std::string& word : SearchWords(txtSearch->text().toStdString())) {
-        const QString wanted = QString::fromStdString(word);
-        QTextCursor found(txtTopic->document());
-        while (!(found = txtTopic->document()->find(wanted, found)).isNull()) {
-            QTextEdit::ExtraSelection mark;
-            mark.cursor = found;
-            mark.format.setBackground(palette().highlight());
-            mark.format.setForeground(palette().highlightedText());
-            marks.push_back(mark);
+void frmHelp::Next() {
+    const std::string words = txtSearch->text().toStdString();
+    if (listed_.empty() || visited_.empty() || SearchWords(words).empty()) return;
+    const std::size_t shown = visited_.back();
+    if (row_) {
+        if (const auto row = help_.FindRow(shown, words, *row_ + 1)) {
+            row_ = row;
+            Mark();
+            return;
         }
     }
+    const auto at = std::ranges::find(listed_, shown);
+    const bool last = at == listed_.end() || at + 1 == listed_.end();
+    Go(last ? listed_.front() : *(at + 1));
+}
+
+void frmHelp::Mark() {
+    QList<QTextEdit::ExtraSelection> marks;
+    if (row_) marks = RowMarks(*txtTopic, *row_);
+    const qsizetype words = marks.size();
+    for (const std::string& word : SearchWords(txtSearch->text().toStdString()))
+        AddWordMarks(marks, *txtTopic, QString::fromStdString(word));
     txtTopic->setExtraSelections(marks);
     if (marks.isEmpty()) return;
-    QTextCursor first = marks.front().cursor;
-    first.clearSelection();
+    QTextCursor first = marks.at(row_ ? 0 : words).cursor;
+    first.setPosition(first.selectionStart());
     txtTopic->setTextCursor(first);
-    txtTopic->ensureCursorVisible();
+    // A little below the top, so that the headings before it can be read.
+    QScrollBar* bar = txtTopic->verticalScrollBar();
+    bar->setValue(bar->value() + txtTopic->cursorRect(first).top() - txtTopic->viewport()->height() / 4);
 }
 
 void frmHelp::Print() {
-    QPrinter printer(QPrinter::HighResolution);
-    QPrintDialog dialog(&printer, this);
-    dialog.setWindowTitle(tr("Print Topic"));
-    if (dialog.exec() == QDialog::Accepted) txtTopic->print(&printer);
+    // Goes with this window, and this window with its owner: neither may be on the stack when that happens.
+    const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    auto* dialog = new QPrintDialog(printer.get(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(tr("Print Topic"));
+    connect(dialog, &QDialog::accepted, txtTopic, [this, printer] { txtTopic->print(printer.get()); });
+    dialog->open();
 }
 
 } // namespace vantrel

@@ -5,6 +5,7 @@
 #include "app/frmMDIMain.h"
 #include "platform/AsioSerialPort.h"
 #include "platform/QtPrinter.h"
+#include "platform/QtScreen.h"
 #include "platform/SystemClock.h"
 #include "platform/Terminal.h"
 #include "simulator/SimulatedPort.h"
@@ -46,6 +47,8 @@ private:
     frmMDIMain* frame_ = nullptr;
 };
 
+constexpr int WrongUsage = 2; ///< The exit code, as of vantrelctl.
+
 struct Options {
     std::string file;
     std::string programFolder;
@@ -57,17 +60,38 @@ struct Options {
 /// The exit code when the program ends here (help, or a wrong option); nothing when it goes on.
 std::optional<int> Read(Options& options, std::vector<std::string> arguments) {
     CLI::App line("VANTREL sets up the K5216-505 network communication board.", "vantrel");
-    line.add_option("FILE", options.file, "The set-up file (.sdt) to open, or a text file (.vtl) to import");
-    line.add_flag("--simulated-board", options.simulatedBoard, "Put a simulated board in the place of the serial port");
-    line.add_option("--trace", options.trace, "Write every byte sent and received, with its time, to this file");
-    line.add_option("--report", options.report, "Print the report of FILE into this PDF file, without any window");
+    line.add_option("FILE", options.file, "The set-up file (.sdt) to open, or a text file (.vtl) to import")
+        ->type_name("");
+    line.add_flag("--simulated-board", options.simulatedBoard, "A simulated board in the place of the serial port");
+    line.add_option("--trace", options.trace,
+                    "Write every byte sent and received, with its time, to\n"
+                    "this file")
+        ->option_text("FILE");
+    line.add_option("--report", options.report,
+                    "Print the report of FILE into this PDF file, without\n"
+                    "any window")
+        ->option_text("OUT");
     line.add_option("--program-folder", options.programFolder,
-                    "Where the program's own folders are (else VANTREL_FOLDER, else beside the program)");
-    line.set_version_flag("--version", ProgramVersion());
+                    "Where the program's folders Support, Help and samples are\n"
+                    "(else VANTREL_FOLDER, else beside the program)")
+        ->option_text("DIR");
+    line.set_version_flag("--version", "vantrel " + VersionNumber());
+    line.get_formatter()->column_width(26);
+    line.footer("Examples:\n"
+                "  vantrel plant.sdt\n"
+                "  vantrel --simulated-board\n"
+                "  vantrel --report plant.pdf plant.sdt\n"
+                "\n"
+                "Without a display use vantrelctl, its console twin.\n"
+                "\n"
+                "Exit codes:\n"
+                "  0  done\n"
+                "  2  wrong usage, or no display\n"
+                "  4  a file could not be read or written\n");
     try {
         line.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
     } catch (const CLI::ParseError& error) {
-        return line.exit(error);
+        return line.exit(error) == 0 ? 0 : WrongUsage;
     }
     return std::nullopt;
 }
@@ -85,10 +109,9 @@ bool NeedsNoDisplay(const std::vector<std::string>& arguments) {
 }
 
 int PrintReportOf(const Options& options, int argc, char** argv) {
-    constexpr int wrongUsage = 2;
     if (options.file.empty()) {
         std::cerr << "vantrel: --report needs the set-up file to print: vantrel --report plant.pdf plant.sdt\n";
-        return wrongUsage;
+        return WrongUsage;
     }
     PrintWithoutScreen();
     const QApplication application(argc, argv);
@@ -108,7 +131,9 @@ int main(int argc, char** argv) {
         const auto ended = Read(options, arguments);
         return ended ? *ended : PrintReportOf(options, argc, argv);
     }
+    RequireScreen(WrongUsage, "vantrel: there is no display for its windows. Without one, use vantrelctl.\n");
     Application application(argc, argv);
+    ScreenFound();
     Application::setApplicationName(QStringLiteral("VANTREL"));
     if (const auto ended = Read(options, CommandLineArguments(argc, argv))) return *ended;
 

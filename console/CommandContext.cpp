@@ -31,6 +31,7 @@ CommandContext::CommandContext(const Arguments& commandLine, ConsoleHost& consol
       progress(consoleHost.err, consoleHost.clock, consoleHost.drawsProgress),
       dialogs(consoleHost, progress, commandLine.yes) {
     program.InitDefaults();
+    program.document.FileNamedBy = NamesFrom::User;
 }
 
 void CommandContext::Say(const std::string& text) {

@@ -3,9 +3,12 @@
 
 #include "console/CommandContext.h"
 #include "console/CommandLine.h"
+#include "console/Commands.h"
 #include "console/PrintableText.h"
+#include "console/Transfers.h"
 #include "platform/RuntimeError.h"
 
+#include <atomic>
 #include <exception>
 #include <ostream>
 
@@ -13,9 +16,15 @@ namespace vantrel {
 
 namespace {
 
+/// A second interrupt leaves the board as it is in that moment.
+std::string LastWordsOf(const Arguments& arguments) {
+    return "\nvantrelctl: ended at once. " + PrintableText(FlagLeftText(arguments), Layout::Keep) + "\n";
+}
+
 ExitCode Run(const std::vector<std::string>& arguments, ConsoleHost& host) {
     const CommandLine line = ReadCommandLine(arguments, host);
     if (!line.run) return line.ended;
+    if (line.run == DownloadCommand && host.setLastWords) host.setLastWords(LastWordsOf(line.arguments));
     CommandContext context(line.arguments, host);
     try {
         return line.run(context);
@@ -32,10 +41,18 @@ ExitCode Tell(ConsoleHost& host, const std::string& text, ExitCode code) {
 
 } // namespace
 
-int RunConsole(const std::vector<std::string>& arguments, ConsoleHost& host) {
+int RunConsole(const std::vector<std::string>& arguments, ConsoleHost& realHost) {
+    const std::atomic<bool>* interrupted = nullptr;
+    ConsoleHost host = realHost;
+    host.catchInterrupts = [&]() -> const std::atomic<bool>& {
+        interrupted = &realHost.catchInterrupts();
+        return *interrupted;
+    };
     const auto run = [&] {
         try {
-            return Run(arguments, host);
+            const ExitCode code = Run(arguments, host);
+            const bool cutOff = code == ExitCode::Refused || code == ExitCode::LinkFailed;
+            return cutOff && interrupted && *interrupted ? ExitCode::Interrupted : code;
         } catch (const UsageError& error) {
             return Tell(host, error.what(), ExitCode::WrongUsage);
         } catch (const RuntimeError& error) {

@@ -21,6 +21,7 @@ enum class ExitCode : int {
     WrongUsage = 2,
     LinkFailed = 3,
     FileError = 4,
+    Interrupted = 130, ///< Ended before its time by Ctrl+C, as shells know it.
 };
 
 /// What the user named with --port.
@@ -53,6 +54,9 @@ struct ConsoleHost {
     std::function<const std::atomic<bool>&()> catchInterrupts;
     /// `supportFolder`: where links that stand for port numbers are looked for.
     std::function<BoardPort(const PortChoice& choice, const std::filesystem::path& supportFolder)> reachBoard;
+    /// Hears what is to be said when a second interrupt ends the process at once. May be left out.
+    std::function<void(const std::string& text)> setLastWords{};
+    bool outIsTerminal = false; ///< `out` is a terminal, where bytes of a file have no place.
 };
 
 } // namespace vantrel

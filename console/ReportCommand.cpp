@@ -3,6 +3,7 @@
 #include "console/Commands.h"
 #include "console/SetupFiles.h"
 #include "console/TextPrinter.h"
+#include "document/DocumentFiles.h"
 #include "document/FileQuestions.h"
 #include "platform/SafeFile.h"
 #include "platform/TurnQueue.h"

@@ -2,6 +2,7 @@
 #include "console/SetupFiles.h"
 
 #include "console/TransferReport.h"
+#include "document/DocumentFiles.h"
 #include "document/FileQuestions.h"
 #include "text/PathText.h"
 
@@ -23,13 +24,6 @@ bool Exists(const std::filesystem::path& file) {
 /// Only the file's own name counts here, whatever points its folders have.
 std::string ForcedFileName(const std::filesystem::path& file) {
     return ForceSetupExtension(Utf8FromPath(file.filename()));
-}
-
-bool Agreed(CommandContext& context, const std::string& note) {
-    return context.dialogs.Show({.title = "Save",
-                                 .text = note + "\nDo you want to write it there?",
-                                 .icon = MessageIcon::Question,
-                                 .buttons = MessageButtons::YesNo}) == MessageAnswer::Yes;
 }
 
 void WarnOfUnholdableValues(CommandContext& context) {
@@ -67,8 +61,8 @@ bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, O
     ReadSetupFileByName(document, file, "If it is a text file of the older format, import makes a set-up file of it.");
     if (document.LoadedByOtherVersion()) {
         if (otherVersion == OtherVersion::Note) {
-            context.Say("Note: " + QuotedPath(file) + " was saved by " + document.LoadedConfiguration.CreatorVersion +
-                        ", this is " + document.ProgramVersion() + ".");
+            context.Say("Note: " + QuotedPath(file) + " was saved by " + document.LoadedVersion() + ", this is " +
+                        document.ProgramVersion() + ".");
         } else if (context.dialogs.Show(OtherVersionQuestion(document)) != MessageAnswer::Yes) {
             return false;
         }
@@ -88,9 +82,7 @@ bool NameSetupFile(CommandContext& context, const std::string& name) {
     RequireFilePart(name);
     document.NameFile(PathFromUtf8(name));
     const std::filesystem::path target = document.SaveTarget();
-    if (const auto note = OtherFolderNote(document)) {
-        if (!Agreed(context, *note)) return false;
-    } else if (document.FilePath.has_extension() && document.FilePath != target) {
+    if (document.FilePath.has_extension() && document.FilePath != target) {
         context.Say("Note: the extension is .sdt always, so the file is " + QuotedPath(target) + ".");
     }
     return !Exists(target) || context.dialogs.Show(ReplaceQuestion(target)) == MessageAnswer::Yes;

@@ -31,9 +31,9 @@ void RequireFilePart(const std::string& name);
 /// is a set-up file already, from which the forgiving text format would take over nonsense.
 void OpenTextFile(CommandContext& context, const std::string& name);
 
-/// Gives the document the name under which it will be saved, with a note when that is another one. False when the user
-/// does not want it: the forced extension leads out of the folder, or a file of that name is there. Throws UsageError
-/// as RequireFilePart does.
+/// Gives the document the name under which it will be saved, in the folder that was named, with a note when that is
+/// another one. False when a file of that name is there and the user wants to keep it. Throws UsageError as
+/// RequireFilePart does.
 [[nodiscard]] bool NameSetupFile(CommandContext& context, const std::string& name);
 
 /// The document's file in quotes, for messages.

@@ -7,6 +7,7 @@
 #include <iostream>
 
 int main(int argc, char** argv) {
+    vantrel::UseStandardStreamsForBytes();
     vantrel::SystemClock clock;
     std::vector<std::string> arguments = vantrel::CommandLineArguments(argc, argv);
     if (!arguments.empty()) arguments.erase(arguments.begin());
@@ -18,8 +19,13 @@ int main(int argc, char** argv) {
         .personPresent = vantrel::StandardInputIsTerminal(),
         .drawsProgress = vantrel::StandardErrorIsTerminal(),
         .catchInterrupts = vantrel::CatchInterrupts,
-        .reachBoard = [&clock](const vantrel::PortChoice& choice, const std::filesystem::path& supportFolder) {
-            return vantrel::ReachBoard(choice, clock, supportFolder);
-        }};
-    return vantrel::RunConsole(arguments, host);
+        .reachBoard =
+            [&clock](const vantrel::PortChoice& choice, const std::filesystem::path& supportFolder) {
+                return vantrel::ReachBoard(choice, clock, supportFolder);
+            },
+        .setLastWords = vantrel::SetLastWords,
+        .outIsTerminal = vantrel::StandardOutputIsTerminal()};
+    const int code = vantrel::RunConsole(arguments, host);
+    const bool interrupted = code == static_cast<int>(vantrel::ExitCode::Interrupted);
+    return interrupted ? vantrel::InterruptExitCode() : code;
 }

@@ -5,6 +5,7 @@
 #include "document/TextImport.h"
 #include "text/AsciiCase.h"
 #include "text/PathText.h"
+#include "text/PrintableText.h"
 
 #include <string_view>
 #include <system_error>
@@ -63,16 +64,21 @@ void Document::BecomeDefault() {
 
 bool Document::Changed() const { return DocumentChanged(CurrentConfiguration, SavedConfiguration, programVersion_); }
 
-void Document::ReadSetupFile(const std::filesystem::path& path) {
-    LoadedConfiguration = ParseSetupFile(ReadWholeFile(path));
+void Document::TakeSetupFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path) {
+    LoadedConfiguration = ParseSetupFile(bytes);
     TakeName(path);
     StartOver();
 }
 
 bool Document::LoadedByOtherVersion() const { return LoadedConfiguration.CreatorVersion != programVersion_; }
 
+std::string Document::LoadedVersion() const {
+    constexpr std::size_t longest = 60;
+    return Excerpt(LoadedConfiguration.CreatorVersion, longest);
+}
+
 std::string Document::OtherVersionText() const {
-    return "File created by set-up program version: " + LoadedConfiguration.CreatorVersion +
+    return "File created by set-up program version: " + LoadedVersion() +
            "\nData tables may not be properly aligned.\n\nDo you wish to continue?";
 }
 
@@ -88,8 +94,7 @@ void Document::ApplyLoadedFile() {
     StartOver();
 }
 
-void Document::ImportTextFile(const std::filesystem::path& path) {
-    const auto bytes = ReadWholeFile(path);
+void Document::TakeTextFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path) {
     Configuration record = ImportText(std::string(bytes.begin(), bytes.end()), DefaultConfiguration);
     record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
     SavedConfiguration = DefaultConfiguration;
@@ -106,7 +111,10 @@ void Document::NameFile(const std::filesystem::path& path) {
     IsUnnamed = false;
 }
 
-std::filesystem::path Document::SaveTarget() const { return PathFromUtf8(SetupName(Utf8FromPath(FilePath))); }
+std::filesystem::path Document::SaveTarget() const {
+    if (FileNamedBy == NamesFrom::Dialog) return PathFromUtf8(SetupName(Utf8FromPath(FilePath)));
+    return FilePath.parent_path() / PathFromUtf8(SetupName(Utf8FromPath(FilePath.filename())));
+}
 
 void Document::Save(const SafeFileWarning& warn) {
     // Stamped in a copy: the stamp alone would make a document that could not be written count as unchanged.

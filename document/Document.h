@@ -6,10 +6,18 @@
 #include "platform/Clock.h"
 #include "platform/SafeFile.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <span>
 #include <string>
 
 namespace vantrel {
+
+/// Where names of files come from, and so where the forced extension looks for the point that it begins at.
+enum class NamesFrom {
+    Dialog, ///< A file dialog gives full paths: the last point of the whole path.
+    User, ///< Typed, folder and all: the last point of the name's own last part. The folder is never left.
+};
 
 class Document {
 public:
@@ -25,6 +33,7 @@ public:
     bool FromBoard = false; ///< Values have been uploaded into the document since it was new.
     bool UploadedBeforeSave = false; ///< Save has fetched the settings from the board since New or Open.
 
+    NamesFrom FileNamedBy = NamesFrom::Dialog; ///< Of FilePath; whoever gives the name says so.
     std::filesystem::path FilePath; ///< Full path of the current file.
     /// The file that the document was opened from or saved to; empty for a new or imported one. Not always FilePath,
     /// which a declined file moves as well.
@@ -41,19 +50,25 @@ public:
     /// True when a closing of the document would have to ask "Save Changes to File?".
     [[nodiscard]] bool Changed() const;
 
-    /// Reads a set-up file into LoadedConfiguration; only then are path and title moved, the display asked to rebuild
-    /// itself and UploadedBeforeSave cleared, even if the user then declines the record. Throws RuntimeError and
-    /// leaves everything as it was when the file cannot be read.
-    void ReadSetupFile(const std::filesystem::path& path);
+    /// Takes the bytes of the set-up file `path` into LoadedConfiguration; only then are path and title moved, the
+    /// display asked to rebuild itself and UploadedBeforeSave cleared, even if the user then declines the record.
+    /// Throws BadSetupFile and leaves everything as it was when they are none.
+    void TakeSetupFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path);
+    /// The same with the file's own bytes. Throws RuntimeError also when it cannot be read.
+    void ReadSetupFile(const std::filesystem::path& path) { TakeSetupFile(ReadWholeFile(path), path); }
     /// True when LoadedConfiguration was saved by another program version, which the user has to accept first.
     [[nodiscard]] bool LoadedByOtherVersion() const;
+    /// That version, for a message: printable, and shortened when it is far too long for one.
+    [[nodiscard]] std::string LoadedVersion() const;
     /// The question for that case.
     [[nodiscard]] std::string OtherVersionText() const;
     /// LoadedConfiguration, its addresses and values brought to 0..LastValueIndex, becomes the document.
     void ApplyLoadedFile();
-    /// Reads a text import file over the defaults; the document then counts as changed against the defaults. Throws
-    /// RuntimeError and leaves everything as it was when the file cannot be taken over.
-    void ImportTextFile(const std::filesystem::path& path);
+    /// Takes the bytes of the text import file `path` over the defaults; the document then counts as changed against
+    /// the defaults. Throws BadImportFile and leaves everything as it was when they cannot be taken over.
+    void TakeTextFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path);
+    /// The same with the file's own bytes. Throws RuntimeError also when it cannot be read.
+    void ImportTextFile(const std::filesystem::path& path) { TakeTextFile(ReadWholeFile(path), path); }
 
     /// The document gets a file name (as Save As does): path made absolute, title taken from it, no longer unnamed.
     void NameFile(const std::filesystem::path& path);

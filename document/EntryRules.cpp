@@ -5,6 +5,8 @@
 #include "platform/RuntimeError.h"
 #include "text/AsciiCase.h"
 #include "text/NumberText.h"
+#include "text/PrintableText.h"
+#include "text/Windows1252.h"
 
 namespace vantrel {
 
@@ -74,6 +76,10 @@ EntryAnswer CheckEntry(SequenceField field, std::string_view text) {
     default:
         return Judge(described, NumberOf(text), '#');
     }
+}
+
+std::string DescriptionToStore(std::string_view text) {
+    return Utf8FromWindows1252(Windows1252FromUtf8(OnOneLine(text)));
 }
 
 } // namespace vantrel

@@ -28,4 +28,8 @@ using EntryAnswer = std::variant<AcceptedEntry, RefusedEntry>;
 /// before its "H".
 [[nodiscard]] EntryAnswer CheckEntry(SequenceField field, std::string_view text);
 
+/// A description as it is stored when `text` (UTF-8) is entered or pasted: on one line, a blank for every control
+/// character and line end; "?" for every character that a set-up file cannot hold.
+[[nodiscard]] std::string DescriptionToStore(std::string_view text);
+
 } // namespace vantrel

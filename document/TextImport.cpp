@@ -1,7 +1,10 @@
 // The blocks of the older text format, item by item. Knows the record and the classic item syntax, no disk.
 #include "document/TextImport.h"
 
+#include "document/EntryRules.h"
+#include "text/AsciiCase.h"
 #include "text/NumberText.h"
+#include "text/PrintableText.h"
 #include "text/SequentialText.h"
 #include "text/Windows1252.h"
 
@@ -29,9 +32,17 @@ BadImportFile BadItem(ErrorNumber number, const SequentialText& text, const std:
     return {number, text.Line(), text.ItemInLine(), what};
 }
 
+std::string WithoutFirstCharacter(const std::string& text) {
+    std::size_t length = text.empty() ? 0 : 1;
+    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
+        ++length;
+    return text.substr(length);
+}
+
 class Import {
 public:
-    Import(std::string_view bytes, Configuration defaults) : text_(bytes), record_(std::move(defaults)) {}
+    /// `utf8` has to outlive it.
+    Import(std::string_view utf8, Configuration defaults) : text_(utf8), record_(std::move(defaults)) {}
 
     Configuration Run() && {
         TakeHeader();
@@ -41,16 +52,25 @@ public:
     }
 
 private:
+    /// An item on several lines is one whose closing quote is missing: it has swallowed what stands behind it.
+    std::string NextItem() {
+        std::string item = text_.NextItem();
+        if (item.find_first_of("\r\n") != std::string::npos) {
+            throw BadItem(ErrorNumber::BadFileFormat, text_, "the line ends before the item's closing quote");
+        }
+        return item;
+    }
+
     void TakeHeader() {
         for (std::size_t number = 0; number < HeaderItems && !text_.AtEnd(); ++number) {
-            const std::string item = text_.NextItem();
+            const std::string item = NextItem();
             if (number == StatusStackItem) record_.SetValue(StatusStackIndex, Number(item));
         }
     }
 
     void TakeBlock(std::size_t sequence) {
         for (std::size_t number = 0; number < BlockItems && !text_.AtEnd(); ++number) {
-            const std::string item = text_.NextItem();
+            const std::string item = NextItem();
             if (item.starts_with(EndOfBlock)) return;
             if (sequence >= SequenceCount) {
                 throw BadItem(ErrorNumber::SubscriptOutOfRange, text_,
@@ -61,10 +81,9 @@ private:
     }
 
     void TakeItem(std::size_t sequence, std::size_t number, const std::string& item) {
-        // The prefix is one byte of the file, so it goes before the code page is looked at.
-        const std::string unprefixed = item.substr(item.empty() ? 0 : 1);
+        const std::string unprefixed = WithoutFirstCharacter(item);
         if (number == DescriptionItem) {
-            record_.SetNodeDescription(sequence, Utf8FromWindows1252(unprefixed));
+            record_.SetNodeDescription(sequence, DescriptionToStore(unprefixed));
         } else if (number == LettersItem) {
             SetLetter(sequence, SequenceField::SendToNode, item, 0);
             SetLetter(sequence, SequenceField::ReceiveFromNode, item, 1);
@@ -76,9 +95,15 @@ private:
         }
     }
 
+    /// A letter that is missing keeps its default.
     void SetLetter(std::size_t sequence, SequenceField field, const std::string& letters, std::size_t position) {
-        if (position >= letters.size()) return;
-        record_.SetAddressType(ValueIndex(sequence, field), Utf8FromWindows1252(letters.substr(position, 1)));
+        const char letter = position < letters.size() ? UpperAscii(letters[position]) : ' ';
+        if (letter == ' ') return;
+        if (letter != 'W' && letter != 'H') {
+            throw BadItem(ErrorNumber::BadFileFormat, text_,
+                          "the letters of the node addresses are W and H, not " + Shown(letters));
+        }
+        record_.SetAddressType(ValueIndex(sequence, field), std::string(1, letter));
     }
 
     [[nodiscard]] std::int32_t Number(const std::string& item) const {
@@ -89,7 +114,7 @@ private:
 
     static std::string Shown(const std::string& item) {
         constexpr std::size_t longest = 30;
-        return "\"" + Utf8FromWindows1252(item.substr(0, longest)) + (item.size() > longest ? "...\"" : "\"");
+        return "\"" + Excerpt(item, longest) + "\"";
     }
 
     SequentialText text_;
@@ -102,7 +127,8 @@ BadImportFile::BadImportFile(ErrorNumber number, std::size_t line, std::size_t i
     : RuntimeError(number, AtItem(line, item, what)), line_(line), item_(item) {}
 
 Configuration ImportText(std::string_view bytes, const Configuration& defaults) {
-    return Import(bytes, defaults).Run();
+    const std::string text = Utf8FromAnyEditor(bytes);
+    return Import(text, defaults).Run();
 }
 
 } // namespace vantrel

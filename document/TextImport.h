@@ -22,8 +22,9 @@ private:
     std::size_t item_;
 };
 
-/// `defaults` with everything that the text says stored over it. `bytes` is Windows-1252. Throws BadImportFile (9 more
-/// than 31 sequence blocks, an end mark alone not counted; 6 a number that no value can hold).
+/// `defaults` with everything that the text says stored over it. `bytes` is UTF-8 or Windows-1252; a description is
+/// stored as one that was entered. Throws BadImportFile (9 more than 31 sequence blocks, an end mark alone not counted;
+/// 6 a number that no value can hold; 321 a line break inside an item, a type letter other than W or H).
 [[nodiscard]] Configuration ImportText(std::string_view bytes, const Configuration& defaults);
 
 } // namespace vantrel

@@ -20,21 +20,13 @@ std::string WithoutTrailingBlanks(std::string text) {
     return text;
 }
 
-/// The files are meant to be edited, and today's editors write UTF-8, some with a mark in front. What is none is
-/// Windows-1252.
-std::string Utf8FromAnyEditor(std::string bytes) {
-    constexpr std::string_view mark = "\xEF\xBB\xBF";
-    if (bytes.starts_with(mark)) bytes.erase(0, mark.size());
-    return IsUtf8(bytes) ? bytes : Utf8FromWindows1252(bytes);
-}
-
 } // namespace
 
 std::optional<std::vector<FaultRecord>> ReadFaultFile(const std::filesystem::path& file) {
     std::error_code error;
     if (!std::filesystem::exists(file, error)) return std::nullopt;
     const std::vector<std::uint8_t> bytes = ReadWholeFile(file);
-    const std::string text = Utf8FromAnyEditor({bytes.begin(), bytes.end()});
+    const std::string text = Utf8FromAnyEditor(std::string(bytes.begin(), bytes.end()));
     std::string_view rest = text;
     rest = rest.substr(0, rest.find(ControlZ));
     std::vector<FaultRecord> records;

@@ -17,28 +17,23 @@ namespace vantrel {
 
 namespace {
 
-std::int32_t StoredNumber(const std::string& item, const std::filesystem::path& file) {
-    using Limits = std::numeric_limits<std::int16_t>;
-    const std::int32_t number = LeadingInteger(item).value_or(std::numeric_limits<std::int32_t>::max());
-    if (number < Limits::min() || number > Limits::max()) {
-        throw RuntimeError(ErrorNumber::Overflow,
-                           "Overflow: \"" + item + "\" in " + Utf8FromPath(file) + " cannot be the number of a port.");
-    }
-    return number;
-}
-
-/// The first line of the file; empty when there is no file.
-std::string FirstLine(const std::filesystem::path& file) {
+/// What the file holds; empty when there is no file.
+std::string Content(const std::filesystem::path& file) {
     try {
         const std::vector<std::uint8_t> bytes = ReadWholeFile(file);
-        const std::string content(bytes.begin(), bytes.end());
-        return content.substr(0, content.find_first_of("\r\n"));
+        return {bytes.begin(), bytes.end()};
     } catch (const RuntimeError& error) {
         const bool missing = error.Number() == static_cast<int>(ErrorNumber::FileNotFound) ||
                              error.Number() == static_cast<int>(ErrorNumber::PathNotFound);
         if (!missing) throw;
         return {};
     }
+}
+
+/// The number that a text begins with; far out of every range for one that is too large to be held.
+std::int32_t StoredNumber(const std::string& item) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    return LeadingInteger(item).value_or(LeadingNumber(item) < 0 ? Limits::min() : Limits::max());
 }
 
 } // namespace
@@ -50,12 +45,13 @@ PortRange PortRangeOf(const std::filesystem::path& supportFolder) {
 
 StoredPortSettings ReadPortSettings(const std::filesystem::path& file, PortRange range) {
     StoredPortSettings stored;
-    const std::string line = FirstLine(file);
+    const std::string content = Content(file);
+    stored.present = !content.empty();
+    const std::string line = content.substr(0, content.find_first_of("\r\n"));
     SequentialText items(line);
     if (items.AtEnd()) return stored;
-    stored.present = true;
     const std::string port = items.NextItem();
-    const std::int32_t number = StoredNumber(port, file);
+    const std::int32_t number = StoredNumber(port);
     stored.settings.number = std::clamp(number, range.minimum, range.maximum);
     if (stored.settings.number != number) stored.storedPort = port;
     stored.settings.speed = LeadingNumber(items.NextItem()) == 19200.0 ? "19200" : "9600";

@@ -30,8 +30,8 @@ struct StoredPortSettings {
     bool present = false; ///< The file exists and is not empty; otherwise the settings are the defaults.
 };
 
-/// Reads the first line, "number,speed". Throws RuntimeError when an existing file cannot be read, 6 when the number
-/// is none that a 16-bit integer holds.
+/// Reads the first line, "number,speed"; one that is empty says nothing, and the defaults hold. Throws RuntimeError
+/// when an existing file cannot be read.
 [[nodiscard]] StoredPortSettings ReadPortSettings(const std::filesystem::path& file, PortRange range);
 
 /// Writes the line "number,speed", creating the file's folder when it is missing. Throws RuntimeError.

@@ -2,7 +2,9 @@
 #include "platform/Folders.h"
 #include "platform/Terminal.h"
 
+#include <array>
 #include <csignal>
+#include <cstddef>
 #include <cstdlib>
 #include <pwd.h>
 #include <system_error>
@@ -14,8 +16,19 @@ namespace {
 
 // The only state that a signal handler can reach.
 std::atomic<bool> interrupted{false};
+std::atomic<int> interruptedBy{SIGINT};
+std::array<char, 1024> lastWords{};
+std::atomic<std::size_t> lastWordsLength{0};
 
-extern "C" void OnInterrupt(int) { interrupted = true; }
+extern "C" void OnInterrupt(int signal) {
+    if (!interrupted.exchange(true)) {
+        interruptedBy = signal;
+        return;
+    }
+    const ssize_t ignored = write(STDERR_FILENO, lastWords.data(), lastWordsLength);
+    (void)ignored;
+    _exit(InterruptExitCode());
+}
 
 std::filesystem::path FolderFromVariable(const char* name) {
     const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): read before any other thread runs
@@ -45,16 +58,31 @@ std::filesystem::path UserDataFolder() {
 bool FolderIsWritable(const std::filesystem::path& folder) { return access(folder.c_str(), W_OK | X_OK) == 0; }
 
 bool StandardInputIsTerminal() { return isatty(STDIN_FILENO) != 0; }
+bool StandardOutputIsTerminal() { return isatty(STDOUT_FILENO) != 0; }
 bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
+
+void UseStandardStreamsForBytes() {}
 
 const std::atomic<bool>& CatchInterrupts() {
     struct sigaction action {};
     action.sa_handler = OnInterrupt;
-    // A question that waits for an answer ends at once; the second interrupt finds the default again.
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        sigaction(signal, &action, nullptr);
+    // Without SA_RESTART: a question that waits for an answer ends at once.
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction before {};
+        const bool ignored = sigaction(signal, nullptr, &before) == 0 && before.sa_handler == SIG_IGN;
+        if (!ignored) sigaction(signal, &action, nullptr);
+    }
     return interrupted;
+}
+
+void SetLastWords(const std::string& text) {
+    lastWordsLength = 0;
+    lastWordsLength = text.copy(lastWords.data(), lastWords.size());
+}
+
+int InterruptExitCode() {
+    constexpr int endedBySignal = 128;
+    return endedBySignal + interruptedBy;
 }
 
 std::vector<std::string> CommandLineArguments(int argc, char** argv) { return {argv, argv + argc}; }

@@ -5,6 +5,9 @@
 
 #include <windows.h>
 
+#include <array>
+#include <cstddef>
+#include <fcntl.h>
 #include <io.h>
 #include <shellapi.h>
 #include <shlobj.h>
@@ -15,10 +18,18 @@ namespace vantrel {
 namespace {
 
 std::atomic<bool> interrupted{false};
+std::array<char, 1024> lastWords{};
+std::atomic<std::size_t> lastWordsLength{0};
 
 BOOL WINAPI OnInterrupt(DWORD event) {
     const bool again = interrupted.exchange(true);
-    if (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT) return again ? FALSE : TRUE;
+    if (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT) {
+        if (!again) return TRUE;
+        DWORD written = 0;
+        WriteFile(GetStdHandle(STD_ERROR_HANDLE), lastWords.data(), static_cast<DWORD>(lastWordsLength.load()),
+                  &written, nullptr);
+        ExitProcess(static_cast<UINT>(InterruptExitCode()));
+    }
     // The window or the session is being closed: the process ends when this returns, or five seconds from now. Until
     // then the program can leave the board in order.
     constexpr DWORD almostFiveSeconds = 4800;
@@ -58,11 +69,27 @@ bool FolderIsWritable(const std::filesystem::path& folder) {
 }
 
 bool StandardInputIsTerminal() { return _isatty(_fileno(stdin)) != 0; }
+bool StandardOutputIsTerminal() { return _isatty(_fileno(stdout)) != 0; }
 bool StandardErrorIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
+
+void UseStandardStreamsForBytes() {
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
+}
 
 const std::atomic<bool>& CatchInterrupts() {
     SetConsoleCtrlHandler(OnInterrupt, TRUE);
     return interrupted;
+}
+
+void SetLastWords(const std::string& text) {
+    lastWordsLength = 0;
+    lastWordsLength = text.copy(lastWords.data(), lastWords.size());
+}
+
+int InterruptExitCode() {
+    constexpr int ctrlC = 130; // As elsewhere: scripts need one code only.
+    return ctrlC;
 }
 
 std::vector<std::string> CommandLineArguments(int, char**) {

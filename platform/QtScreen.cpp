@@ -4,6 +4,9 @@
 #include <QScreen>
 #include <QStyle>
 
+#include <cstdio>
+#include <cstdlib>
+
 namespace vantrel {
 
 namespace {
@@ -60,7 +63,33 @@ private:
     bool clicked_ = false; ///< The focus came with a click that has not ended.
 };
 
+/// For the message handler, which Qt hands nothing of ours.
+struct {
+    int exitCode = 0;
+    const char* text = "";
+    QtMessageHandler usual = nullptr;
+} withoutScreen;
+
+void TellOrEnd(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    // Qt says first, and then once more in its fatal message, what the one text says as well.
+    if (QByteArrayView(context.category).startsWith("qt.qpa")) return;
+    if (type != QtFatalMsg) {
+        withoutScreen.usual(type, context, message);
+        return;
+    }
+    std::fputs(withoutScreen.text, stderr);
+    std::_Exit(withoutScreen.exitCode);
+}
+
 } // namespace
+
+void RequireScreen(int exitCode, const char* text) {
+    withoutScreen.exitCode = exitCode;
+    withoutScreen.text = text;
+    withoutScreen.usual = qInstallMessageHandler(TellOrEnd);
+}
+
+void ScreenFound() { qInstallMessageHandler(withoutScreen.usual); }
 
 int PixelsOfTwips(int twips, const QWidget& window) {
     return qRound(twips * window.screen()->logicalDotsPerInchX() / TwipsPerInch);

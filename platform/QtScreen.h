@@ -6,6 +6,11 @@
 
 namespace vantrel {
 
+/// From here to ScreenFound(), which stand around the making of the application: where there is no screen, the process
+/// ends with this exit code and text on standard error instead of Qt's abort.
+void RequireScreen(int exitCode, const char* text);
+void ScreenFound();
+
 /// Pixels of a length in twips (1/1440 inch) at the logical resolution of the screen that `window` belongs to.
 [[nodiscard]] int PixelsOfTwips(int twips, const QWidget& window);
 

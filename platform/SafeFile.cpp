@@ -4,12 +4,14 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/SafeFileHost.h"
+#include "text/NumberText.h"
 #include "text/PathText.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <fstream>
 #include <optional>
+#include <random>
 #include <system_error>
 
 namespace vantrel {
@@ -24,6 +26,8 @@ constexpr std::uintmax_t LongestFile = std::uintmax_t{16} * 1024 * 1024;
 
 constexpr int MostLinks = 40;
 constexpr int MostTemporaryNames = 1000;
+constexpr const char* TemporaryStart = ".vantrel-";
+constexpr const char* TemporaryEnd = ".tmp";
 
 std::string Quoted(const fs::path& path) { return "\"" + Utf8FromPath(path) + "\""; }
 
@@ -86,6 +90,28 @@ fs::path FollowLinks(fs::path path) {
     return path;
 }
 
+/// Not the target's name itself, which may already be as long as the host allows. The same in every run of every
+/// version (FNV-1a).
+std::string TemporaryStartFor(const fs::path& target) {
+    std::uint32_t hash = 2166136261U;
+    for (const char byte : Utf8FromPath(target.filename()))
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 16777619U;
+    return TemporaryStart + HexText(hash, 8) + "-";
+}
+
+/// What earlier replacements of this file have left behind when the computer stopped in the middle of them.
+void ClearAbandoned(const fs::path& target) {
+    const std::string start = TemporaryStartFor(target);
+    std::vector<fs::path> found;
+    std::error_code error;
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = Utf8FromPath(entry->path().filename());
+        if (name.starts_with(start) && name.ends_with(TemporaryEnd)) found.push_back(entry->path());
+    }
+    std::ranges::for_each(found, host::RemoveAbandoned);
+}
+
 /// Throws away the temporary file again, unless it has taken the target's place.
 class TemporaryFile {
 public:
@@ -99,10 +125,10 @@ public:
 
     /// A new file in the target's folder, with the permissions of `model`.
     std::errc Create(OutputFile& file, const fs::path& target, const std::optional<fs::path>& model) {
+        std::random_device random;
         std::errc error = std::errc::file_exists;
-        for (int number = 0; error == std::errc::file_exists && number < MostTemporaryNames; ++number) {
-            // Not named after the target, whose name may already be as long as the host allows.
-            fs::path path = target.parent_path() / (".vantrel-" + std::to_string(number) + ".tmp");
+        for (int attempt = 0; error == std::errc::file_exists && attempt < MostTemporaryNames; ++attempt) {
+            fs::path path = target.parent_path() / (TemporaryStartFor(target) + HexText(random(), 8) + TemporaryEnd);
             error = file.Create(path, model);
             if (error == std::errc{}) path_ = std::move(path);
         }
@@ -128,21 +154,30 @@ bool IsFolderRefusal(std::errc error) {
            error == std::errc::cross_device_link;
 }
 
-Outcome ReplaceBesides(const fs::path& target, bool exists, std::span<const std::uint8_t> bytes,
-                       std::span<const std::uint8_t> oldTail) {
-    const std::string untouched = exists ? "was not written; the old file is as it was" : "was not written";
-    TemporaryFile temporary;
-    {
-        OutputFile file;
-        const std::errc created = temporary.Create(file, target, exists ? std::optional(target) : std::nullopt);
-        if (exists && IsFolderRefusal(created)) return Outcome::FolderTakesNoFile;
-        if (created != std::errc{}) ThrowFor(created, target, untouched);
+void TellOfOtherNames(const fs::path& target, const SafeFileWarning& warn) {
+    std::error_code error;
+    if (!warn || fs::hard_link_count(target, error) <= 1 || error) return;
+    warn("The file " + Quoted(target) +
+         " has another name as well (a hard link). Only this one gets the new content; the other one keeps the old.");
+}
 
-        std::errc error = file.Write(bytes);
-        if (error == std::errc{}) error = file.Write(oldTail);
-        if (error == std::errc{}) error = file.FlushAndClose();
-        if (error != std::errc{}) ThrowFor(error, target, untouched);
-    }
+Outcome ReplaceBesides(const fs::path& target, bool exists, std::span<const std::uint8_t> bytes,
+                       std::span<const std::uint8_t> oldTail, const SafeFileWarning& warn) {
+    const std::string untouched = exists ? "was not written; the old file is as it was" : "was not written";
+    // Open until the temporary file has its final name or is gone: nobody may take it for an abandoned one meanwhile.
+    OutputFile file;
+    TemporaryFile temporary;
+    const std::errc created = temporary.Create(file, target, exists ? std::optional(target) : std::nullopt);
+    if (exists && IsFolderRefusal(created)) return Outcome::FolderTakesNoFile;
+    if (created != std::errc{}) ThrowFor(created, target, untouched);
+
+    std::errc error = file.Write(bytes);
+    if (error == std::errc{}) error = file.Write(oldTail);
+    const std::errc closed = file.FlushAndClose();
+    if (error == std::errc{}) error = closed;
+    if (error != std::errc{}) ThrowFor(error, target, untouched);
+
+    if (exists) TellOfOtherNames(target, warn);
     const std::errc moved = temporary.MoveTo(target);
     if (exists && IsFolderRefusal(moved)) return Outcome::FolderTakesNoFile;
     if (moved != std::errc{}) ThrowFor(moved, target, untouched);
@@ -155,9 +190,15 @@ void WriteInPlace(const fs::path& target, std::span<const std::uint8_t> bytes, O
     if (opened != std::errc{}) ThrowFor(opened, target, "was not written; the old file is as it was");
 
     std::errc error = file.Write(bytes);
+    const bool untouched = file.Written() == 0 && !bytes.empty();
+    const bool whole = file.Written() == bytes.size();
     if (error == std::errc{} && tail == OldTail::Drop) error = file.CutOff();
     if (error == std::errc{}) error = file.FlushAndClose();
-    if (error != std::errc{}) ThrowFor(error, target, "was written only in part");
+    if (error == std::errc{}) return;
+    ThrowFor(error, target,
+             untouched ? "was not written; the old file is as it was"
+             : whole   ? "was written, but the disk did not confirm it"
+                       : "was written only in part");
 }
 
 std::vector<std::uint8_t> TailBehind(const fs::path& path, std::size_t length) {
@@ -197,7 +238,8 @@ void ReplaceFile(const fs::path& path, std::span<const std::uint8_t> bytes, OldT
     }
     const std::vector<std::uint8_t> oldTail =
         exists && tail == OldTail::Keep ? TailBehind(target, bytes.size()) : std::vector<std::uint8_t>();
-    if (ReplaceBesides(target, exists, bytes, oldTail) == Outcome::Replaced) return;
+    ClearAbandoned(target);
+    if (ReplaceBesides(target, exists, bytes, oldTail, warn) == Outcome::Replaced) return;
     if (warn) {
         warn("The folder of " + Quoted(target) +
              " takes no new file, so the file is written in place: if the computer stops while it is written, the old "

@@ -21,8 +21,10 @@ using SafeFileWarning = std::function<void(const std::string&)>;
 enum class OldTail { Keep, Drop };
 
 /// Writes `bytes` from offset 0 to a temporary file beside the target, flushes it to the disk and renames it over the
-/// target. Links are followed, permissions kept. Where the folder takes no new file, it warns and writes in place.
-/// Throws RuntimeError (61 disk full, 70, 75, 76); the old file is then untouched, unless it was written in place.
+/// target; what such a replacement of this file left behind when it was cut off is cleared away first. Links are
+/// followed, permissions kept. Where the folder takes no new file, it warns and writes in place; it also warns when the
+/// file has a second name that will keep the old content. Throws RuntimeError (61 disk full, 70, 75, 76); the old file
+/// is then untouched, unless the error says otherwise.
 void ReplaceFile(const std::filesystem::path& path, std::span<const std::uint8_t> bytes, OldTail tail,
                  const SafeFileWarning& warn);
 

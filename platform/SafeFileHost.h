@@ -10,7 +10,8 @@
 
 namespace vantrel::host {
 
-/// A file open for writing from offset 0, closed with the object. Nothing is ever truncated by opening.
+/// A file open for writing from offset 0, closed with the object. Nothing is ever truncated by opening. One that it has
+/// created counts as abandoned when this object has gone, however the process ended.
 class OutputFile {
 public:
     OutputFile() = default;
@@ -24,6 +25,8 @@ public:
                                    const std::optional<std::filesystem::path>& model);
     [[nodiscard]] std::errc OpenExisting(const std::filesystem::path& path);
     [[nodiscard]] std::errc Write(std::span<const std::uint8_t> bytes);
+    /// How many bytes have been written so far.
+    [[nodiscard]] std::uintmax_t Written() const { return written_; }
     /// Cuts the file off behind what was written.
     [[nodiscard]] std::errc CutOff();
     /// Ends the writing: when it has succeeded the bytes are on the disk, not only in the host's memory.
@@ -31,7 +34,12 @@ public:
 
 private:
     std::intptr_t handle_ = -1;
+    std::intptr_t claim_ = -1; ///< Tells others that a created file is not abandoned, where the host needs it told.
+    std::uintmax_t written_ = 0;
 };
+
+/// Removes a file that an OutputFile has created, when it is abandoned and the host lets us.
+void RemoveAbandoned(const std::filesystem::path& path);
 
 /// Whether this user may change the content of an existing file.
 [[nodiscard]] bool MayWrite(const std::filesystem::path& path);

@@ -4,8 +4,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace vantrel::host {
 
@@ -36,6 +38,14 @@ void TakeOver(int file, const struct stat& model) {
     fchmod(file, model.st_mode & (inGroup ? 0777U : 0707U));
 }
 
+bool IsLocked(int file) { return flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK; }
+
+/// Somebody who took the new file for an abandoned one has removed it, or is about to.
+bool WasTakenAway(int file) {
+    struct stat status {};
+    return IsLocked(file) || fstat(file, &status) != 0 || status.st_nlink == 0;
+}
+
 /// Without this a power failure could undo the rename. Not every file system knows it, and the file is safe anyhow.
 void FlushFolder(const std::filesystem::path& folder) {
     const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -48,6 +58,7 @@ void FlushFolder(const std::filesystem::path& folder) {
 
 OutputFile::~OutputFile() {
     if (handle_ >= 0) close(Descriptor(handle_));
+    if (claim_ >= 0) close(Descriptor(claim_));
 }
 
 std::errc OutputFile::Create(const std::filesystem::path& path, const std::optional<std::filesystem::path>& model) {
@@ -56,6 +67,12 @@ std::errc OutputFile::Create(const std::filesystem::path& path, const std::optio
     // Nobody may look into the file before it has the permissions of the one that it replaces.
     handle_ = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, hasModel ? 0600 : 0666);
     if (handle_ < 0) return LastError();
+    if (WasTakenAway(Descriptor(handle_))) {
+        close(Descriptor(std::exchange(handle_, -1)));
+        return std::errc::file_exists;
+    }
+    // The lock lasts until both descriptors are closed, so until the file has its final name.
+    claim_ = fcntl(Descriptor(handle_), F_DUPFD_CLOEXEC, 0);
     if (hasModel) TakeOver(Descriptor(handle_), status);
     return {};
 }
@@ -69,7 +86,9 @@ std::errc OutputFile::Write(std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
         const ssize_t written = write(Descriptor(handle_), bytes.data(), bytes.size());
         if (written < 0 && errno != EINTR) return LastError();
-        if (written > 0) bytes = bytes.subspan(static_cast<std::size_t>(written));
+        if (written <= 0) continue;
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+        written_ += static_cast<std::uintmax_t>(written);
     }
     return {};
 }
@@ -84,6 +103,14 @@ std::errc OutputFile::FlushAndClose() {
     const bool closed = close(Descriptor(handle_)) == 0 || errno == EINTR;
     handle_ = -1;
     return flushed == std::errc{} ? Answer(closed) : flushed;
+}
+
+void RemoveAbandoned(const std::filesystem::path& path) {
+    const int file = open(path.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0) return;
+    // Where the host knows no locks nobody can tell whether somebody is still writing.
+    if (flock(file, LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
+    close(file);
 }
 
 bool MayWrite(const std::filesystem::path& path) { return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0; }

@@ -79,6 +79,7 @@ std::errc OutputFile::Write(std::span<const std::uint8_t> bytes) {
             return LastError();
         }
         bytes = bytes.subspan(written);
+        written_ += written;
     }
     return {};
 }
@@ -91,6 +92,9 @@ std::errc OutputFile::FlushAndClose() {
     handle_ = -1;
     return flushed == std::errc{} ? Answer(closed) : flushed;
 }
+
+// A file that is still open for writing is shared with nobody, so that the host refuses.
+void RemoveAbandoned(const std::filesystem::path& path) { DeleteFileW(path.c_str()); }
 
 bool MayWrite(const std::filesystem::path& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());

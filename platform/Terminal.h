@@ -8,11 +8,19 @@
 namespace vantrel {
 
 [[nodiscard]] bool StandardInputIsTerminal();
+[[nodiscard]] bool StandardOutputIsTerminal();
 [[nodiscard]] bool StandardErrorIsTerminal();
 
+/// From now on what is read from standard input and written to standard output are bytes, line ends included.
+void UseStandardStreamsForBytes();
+
 /// From now on an interrupt (Ctrl+C, a request to terminate, a closed terminal) sets this flag instead of ending the
-/// process; a second one ends it as usual.
+/// process; a second one ends it at once. What whoever started the process has told it to ignore (nohup) stays ignored.
 [[nodiscard]] const std::atomic<bool>& CatchInterrupts();
+/// What a second interrupt says on standard error before it ends the process; cut off after a thousand bytes or so.
+void SetLastWords(const std::string& text);
+/// The exit code of a process that an interrupt has ended: 128 and the number of the signal, 130 for Ctrl+C.
+[[nodiscard]] int InterruptExitCode();
 
 /// The arguments of the command line in UTF-8, program name first.
 [[nodiscard]] std::vector<std::string> CommandLineArguments(int argc, char** argv);

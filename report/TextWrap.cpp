@@ -19,23 +19,29 @@ std::string OnOneLine(std::string_view text) {
     return line;
 }
 
-/// Where the character at `at` ends.
-std::size_t NextCharacter(std::string_view text, std::size_t at) {
-    ++at;
+/// Where the character that begins at or reaches beyond `at` ends.
+std::size_t CharacterEnd(std::string_view text, std::size_t at) {
+    at = std::min(at + 1, text.size());
     while (at < text.size() && ContinuesCharacter(text[at]))
         ++at;
     return at;
 }
 
-/// The longest start of `text` that fits, at least one character of it.
+/// The longest start of `text` that fits, at least one character of it. Never measures much more than twice of what
+/// fits, so that a long text costs no more a line than a short one.
 std::size_t FittingLength(std::string_view text, const std::function<bool(std::string_view)>& fits) {
-    std::size_t length = NextCharacter(text, 0);
-    while (length < text.size()) {
-        const std::size_t longer = NextCharacter(text, length);
-        if (!fits(text.substr(0, longer))) break;
-        length = longer;
+    std::size_t fitting = CharacterEnd(text, 0);
+    std::size_t tooLong = text.size() + 1;
+    for (std::size_t next = fitting; fitting < text.size() && tooLong > text.size();) {
+        next = CharacterEnd(text, std::min(2 * next, text.size() - 1));
+        (fits(text.substr(0, next)) ? fitting : tooLong) = next;
     }
-    return length;
+    while (CharacterEnd(text, fitting) < tooLong && fitting < text.size()) {
+        const std::size_t middle = CharacterEnd(text, (fitting + tooLong) / 2 - 1);
+        const std::size_t next = middle < tooLong ? middle : CharacterEnd(text, fitting);
+        (fits(text.substr(0, next)) ? fitting : tooLong) = next;
+    }
+    return fitting;
 }
 
 /// Where to break a text of which `length` bytes fit on the line: at the last blank up to there, else right there.
@@ -54,7 +60,7 @@ std::vector<std::string> WrappedText(std::string_view text, const std::function<
     const std::string oneLine = OnOneLine(text);
     std::string_view rest = oneLine;
     std::vector<std::string> lines;
-    while (!rest.empty() && !fits(rest)) {
+    while (!rest.empty()) {
         const std::size_t length = FittingLength(rest, fits);
         if (length == rest.size()) break;
         const std::size_t end = BreakAt(rest, length);

@@ -97,6 +97,12 @@ std::string Windows1252FromUtf8(std::string_view text) {
     return bytes;
 }
 
+std::string Utf8FromAnyEditor(std::string_view bytes) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(mark)) bytes.remove_prefix(mark.size());
+    return IsUtf8(bytes) ? std::string(bytes) : Utf8FromWindows1252(bytes);
+}
+
 bool IsUtf8(std::string_view text) {
     while (!text.empty()) {
         const Decoded next = Decode(text);

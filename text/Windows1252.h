@@ -13,6 +13,10 @@ namespace vantrel {
 /// A character that the code page does not hold, and every malformed sequence, becomes "?".
 [[nodiscard]] std::string Windows1252FromUtf8(std::string_view text);
 
+/// The text of a file that may come from any editor: what is UTF-8 stays, without a mark in front; what is none is
+/// taken for Windows-1252.
+[[nodiscard]] std::string Utf8FromAnyEditor(std::string_view bytes);
+
 /// Whether `text` holds no malformed sequence; plain ASCII holds none.
 [[nodiscard]] bool IsUtf8(std::string_view text);
 

@@ -27,6 +27,30 @@ TEST(HelpFile, TopicsAreFoundByNameAndByEveryWord) {
     EXPECT_EQ(help.Search("cable word"), Found{});
 }
 
+TEST(HelpFile, ARowIsFoundByItsWordsAndByTheMessageThatItExplains) {
+    const HelpFile help("# One {#one}\nThe disk is full\n# Two {#two}\n"
+                        "| Message | Cure |\n|---|---|\n"
+                        "| The disk is `full`: \"...\" was not written. | make *room* |\n"
+                        "| Only from ... to ...; Not ... (WARNING!) | see [there](#one) |\n"
+                        "\n| Other | Table |\n|---|---|\n| COM...: free. / COM...: busy. | disk |\n");
+    using Row = std::optional<std::size_t>;
+    EXPECT_EQ(help.FindRow(1, "DISK room"), Row{1});
+    EXPECT_EQ(help.FindRow(1, "disk", 2), Row{4}) << "rows are counted over all tables, headings included";
+    EXPECT_EQ(help.FindRow(1, "disk there"), Row{}) << "all words in one row";
+    EXPECT_EQ(help.FindRow(1, "there"), Row{2});
+    EXPECT_EQ(help.FindRow(0, "disk"), Row{});
+    EXPECT_EQ(help.FindRow(1, " "), Row{});
+    for (const auto& [message, row] :
+         {std::pair{"MDIMain FileSave: The disk is full:\n\"a.sdt\" was not written.", Row{1}},
+          {"WARNING!: Not 5 of them", {}},
+          {"Only from 2 to 32", Row{2}},
+          {"COM3 (x): busy.", Row{4}},
+          {"Something else", {}}}) {
+        const auto found = help.FindMessage(message);
+        EXPECT_EQ(found ? Row{found->row} : Row{}, row) << message;
+    }
+}
+
 TEST(HelpFile, AFileThatIsMissingOrNoHelpIsNamed) {
     const TemporaryFolder folder;
     const auto error = [&folder](const char* name) {
@@ -41,6 +65,8 @@ TEST(HelpFile, AFileThatIsMissingOrNoHelpIsNamed) {
     WriteText(folder / "empty.hlp", "no heading\n");
     EXPECT_EQ(error("missing.hlp"), 53);
     EXPECT_EQ(error("empty.hlp"), 321);
+    std::filesystem::create_directory(folder / "folder.hlp");
+    EXPECT_EQ(error("folder.hlp"), 75) << "read like every other file: pipes and devices are refused as well";
 }
 
 TEST(SystemInfo, ThePathComesFirstThenTheFolderIfTheToolIsThere) {

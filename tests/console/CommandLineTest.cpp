@@ -1,4 +1,5 @@
 // The command line: exit codes, help, and what is said about what cannot be.
+#include "app/Program.h"
 #include "tests/console/ConsoleFixture.h"
 
 namespace vantrel {
@@ -19,15 +20,15 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
         {{"xyzzy"}, 2, "no command \"xyzzy\""},
         {{"show"}, 2, "FILE is required"},
         {{"show", ""}, 2, "empty"},
-        {{"show", "--jason", "--alll"}, 2, "There are no options --jason, --alll."},
-        {{"show", file, "b", "c"}, 2, "There is no place for b, c.\nSee vantrelctl show --help"},
+        {{"show", "--jason", "--alll"}, 2, "were not expected: --jason --alll"},
+        {{"show", file, "b", "c"}, 2, "were not expected: b c\nSee vantrelctl show --help"},
         {{"compare", file}, 2, "--port is required"},
         {{"compare", file, "--port", "0"}, 2, "Port numbers here go from 1 to"},
         {{"compare", file, "--port", "99999999999"}, 2, "Port numbers here go from 1 to"},
         {{"compare", file, "--port", "COM2"}, 2, "Did you mean --port 2?"},
         {{"compare", file, "--port", "Simulated"}, 2, "Did you mean --port simulated?"},
         {{"compare", file, "--port"}, 2, "--port: a value is missing"},
-        {{"compare", file, "--port", "1", "--port", "2"}, 2, "--port can be given once only."},
+        {{"compare", file, "--port", "1", "--port", "2"}, 2, "--port: At Most 1 required but received 2"},
         {{"compare", file, "--port", ""}, 2, "empty"},
         {{"compare", file, "--port", "1", "--speed", "300"}, 2, "--speed: the board has no speed \"300\""},
         {{"read", "W16384", "nonsense", "--port", "1"}, 2, "\"nonsense\" is not an address"},
@@ -92,6 +93,7 @@ TEST_F(ConsoleTest, HelpOfEveryCommandHasExamplesAndExitCodes) {
         }
     }
     EXPECT_EQ(Run({"help"}).out, overall.out);
+    EXPECT_EQ(Run({"--version"}).out, "vantrelctl " + VersionNumber() + "\n");
     EXPECT_NE(Run({"help", "simulate"}).out.find("late-answer"), std::string::npos);
 }
 

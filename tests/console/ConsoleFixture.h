@@ -148,7 +148,9 @@ protected:
                              [this](const PortChoice&, const std::filesystem::path&) {
                                  port = std::make_shared<SimulatedPort>(board, clock, LinePacing::LineSpeed);
                                  return BoardPort{port, "the test's board"};
-                             }};
+                             },
+                         .setLastWords = [this](const std::string& text) { lastWords = text; },
+                         .outIsTerminal = outIsTerminal};
         const int code = RunConsole(arguments, host);
         return {code, out.str(), errors.str(), cancelling};
     }
@@ -161,6 +163,8 @@ protected:
     SimulatedBoard board;
     std::shared_ptr<SimulatedPort> port; ///< Of the command that ran last.
     bool drawsProgress = false;
+    bool outIsTerminal = false;
+    std::string lastWords; ///< What a second interrupt would say.
 };
 
 /// Status stack at V100, sequence 0 to node 2, sequence 1 to node 3 with hexadecimal addresses.

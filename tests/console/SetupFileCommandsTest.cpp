@@ -17,16 +17,14 @@ TEST_F(ConsoleTest, NewWritesTheDefaultsAndPrintsTheFullPathOfTheFileThatItWrote
     EXPECT_EQ(record.Value(StatusStackIndex), 1);
 }
 
-TEST_F(ConsoleTest, TheUserIsAskedWhenTheForcedExtensionLeadsIntoAnotherFolder) {
+TEST_F(ConsoleTest, TwoNamesInAFolderWithAPointStayTwoFilesInThatFolder) {
     std::filesystem::create_directory(folder / "my.dir");
-    const Ended refused = Run({"new", File("my.dir/plant")});
-    EXPECT_EQ(refused.code, 1);
-    EXPECT_NE(refused.err.find("Do you want to write it there?"), std::string::npos) << refused.err;
+    for (const std::string& name : {File("my.dir/lineA"), File("my.dir/lineB")}) {
+        EXPECT_EQ(Run({"new", name, "--yes"}).out, name + ".sdt\n");
+        EXPECT_EQ(Run({"upload", name + "-up", "--port", "1", "--yes"}).out, name + "-up.sdt\n");
+        EXPECT_NE(Run({"show", name}).out.find(name + ".sdt"), std::string::npos);
+    }
     EXPECT_FALSE(std::filesystem::exists(File("my.sdt")));
-    EXPECT_EQ(Run({"new", File("my.dir/plant"), "--yes"}).out, File("my.sdt") + "\n");
-    EXPECT_EQ(Run({"show", File("my.dir/plant")}).code, 4) << "a file elsewhere is never taken for it";
-    Imported("my.dir/plant.sdt", TwoSequences);
-    EXPECT_NE(Run({"show", File("my.dir/plant")}).out.find(File("my.dir/plant.sdt")), std::string::npos);
 }
 
 TEST_F(ConsoleTest, AFileIsFoundByTheNameThatItWasWrittenUnder) {
@@ -83,6 +81,12 @@ TEST_F(ConsoleTest, TextsOfAFileCannotSteerTheTerminal) {
     EXPECT_NE(shown.err.find("saved by v?]0;x?,"), std::string::npos) << shown.err;
     const Ended asked = Run({"download", File("plant.sdt"), "--port", "1"});
     EXPECT_NE(asked.err.find("version: v?]0;x?\n"), std::string::npos) << asked.err;
+    record.CreatorVersion = "\r\nAll confirmed.\n" + std::string(65000, 'x');
+    WriteRecord(File("plant.sdt"), record);
+    for (const Ended& told : {Run({"show", File("plant.sdt")}), Run({"download", File("plant.sdt"), "--port", "1"})}) {
+        EXPECT_NE(told.err.find("??All confirmed.?xxx"), std::string::npos);
+        EXPECT_LT(told.err.size(), 600U) << "no message of tens of thousands of characters";
+    }
     EXPECT_EQ(Run({"show", "a\x1B\xC2\x9B\x9B\xC3\xBC"}).err.find_first_of("\x1B\x9B"), std::string::npos);
     EXPECT_NE(Run({"show", "a\xC3\xBC"}).err.find("a\xC3\xBC"), std::string::npos) << "letters stay";
 }

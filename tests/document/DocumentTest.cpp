@@ -157,6 +157,16 @@ TEST_F(DocumentFile, AnImportCountsAsChangedAndIsSavedAsASetupFile) {
     EXPECT_EQ(document.LoadedConfiguration.NodeDescription(0), "Pump");
 }
 
+TEST_F(DocumentFile, ThePointOfAFolderCountsInANameOfADialogOnly) {
+    fs::create_directory(folder / "my.dir");
+    document.NameFile(folder / "my.dir/plant");
+    EXPECT_EQ(document.SaveTarget(), folder / "my.sdt");
+    document.FileNamedBy = NamesFrom::User;
+    EXPECT_EQ(document.SaveTarget(), folder / "my.dir/plant.sdt");
+    document.NameFile(folder / "my.dir/plant.v1.vtl");
+    EXPECT_EQ(document.SaveTarget(), folder / "my.dir/plant.v1.sdt");
+}
+
 TEST(Document, ADotOfThePathIsNoPointOfTheName) {
     const TemporaryFolder folder;
     const VirtualClock clock;

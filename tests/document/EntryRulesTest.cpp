@@ -78,6 +78,11 @@ TEST(EntryRules, AHexadecimalEntryWithoutTwoDigitsIsAnInvalidCall) {
         EXPECT_THROW((void)CheckEntry(SequenceField::SendToNode, text), RuntimeError) << text;
 }
 
+TEST(EntryRules, APastedDescriptionIsOneLineThatTheFileCanHold) {
+    EXPECT_EQ(DescriptionToStore("a\tb\r\nc\nd\re\x7F\x1B[\u0085\u2028f"), "a b c d e  [  f");
+    EXPECT_EQ(DescriptionToStore(" M\u00FChle \u20AC \u03A9\xFF"), " M\u00FChle \u20AC ??");
+}
+
 } // namespace
 
 } // namespace vantrel

@@ -226,8 +226,12 @@ TEST_F(FileCommandsTest, WhatIsNoTextFileIsNeverImportedAndNeverAdvised) {
                                      {header, ""},
                                      {"a,b,c,500", ""},
                                      {"N2,Dx,1,200,32,20,64,300,WW\nN3,Dy\n", "header"},
-                                     {"a note, and, what else\nN2\n", "header"},
-                                     {"a,b,c,d,e,f,g,h,i\nN2\n", "header"},
+                                     {"\xEF\xBB\xBFN2,Dx\n", "header"},
+                                     {"a,b,c,V500,e,f,g,h,i\nN2\n", ""},
+                                     {"a,b,\"c\",\" 500\",,,,,\nN2\n", ""},
+                                     {"a,b,c,,e,f,g,h,i\nN2\n", ""},
+                                     {"a,b", ""},
+                                     {header + "N2,Dx\x1A" + std::string(3, '\0'), ""},
                                      {header + "N2,D" + std::string(1, '\0'), "no text"},
                                      {record.substr(0, record.size() / 2), "no text"}};
     for (const Case& each : cases) {

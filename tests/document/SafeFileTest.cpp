@@ -12,6 +12,7 @@
 #ifdef __unix__
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #endif
 
@@ -158,20 +159,86 @@ TEST_F(SafeFile, AProtectedFileIsNotReplacedAndAClosedOneNotRead) {
     EXPECT_EQ(FileText(path), "old");
 }
 
+/// No file of this process can grow beyond so many bytes; the host's signal about it is `action`.
+class SmallFiles {
+public:
+    explicit SmallFiles(rlim_t most, void (*action)(int) = SIG_IGN) : handler_(std::signal(SIGXFSZ, action)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit small{most, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    SmallFiles(const SmallFiles&) = delete;
+    SmallFiles& operator=(const SmallFiles&) = delete;
+    ~SmallFiles() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    rlimit before_{};
+    void (*handler_)(int);
+};
+
 TEST_F(SafeFile, AFullDiskLeavesTheOldFileAndNoOther) {
     const fs::path path = folder / "a";
     WriteText(path, "old");
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{100, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    const int number = ErrorOf([&] { Replace(path, std::string(1000, 'x')); });
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+    const int number = [&] {
+        const SmallFiles limit(100);
+        return ErrorOf([&] { Replace(path, std::string(1000, 'x')); });
+    }();
     EXPECT_EQ(number, 61);
     EXPECT_EQ(FileText(path), "old");
     EXPECT_EQ(Entries(), 1U);
+}
+
+TEST_F(SafeFile, WhatIsWrittenInPlaceSaysHowFarItCame) {
+    const fs::path path = folder / "a";
+    fs::permissions(folder.Path(), Everybody);
+    for (const auto& [limit, said] : {std::pair{0, "is as it was"}, {5, "only in part"}}) {
+        WriteText(path, "old text");
+        fs::permissions(path, Everybody);
+        fs::permissions(folder.Path(), ReadOnlyFolder);
+        const OrdinaryUser user;
+        const SmallFiles small(static_cast<rlim_t>(limit));
+        try {
+            Replace(path, "new text");
+            ADD_FAILURE() << "no error";
+        } catch (const RuntimeError& error) {
+            EXPECT_NE(error.Description().find(said), std::string::npos) << error.Description();
+        }
+    }
+    fs::permissions(folder.Path(), Everybody);
+}
+
+TEST_F(SafeFile, WhatAKilledReplacementLeftIsClearedByTheNextOneOfThatFile) {
+    const auto killed = [&](const char* name) {
+        const pid_t child = fork();
+        if (child == 0) {
+            const SmallFiles limit(100, [](int) { _exit(1); });
+            ReplaceFile(folder / name, std::vector<std::uint8_t>(1000), OldTail::Keep, {});
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_NE(status, 0) << "the limit ends it in the middle";
+    };
+    for (const char* name : {"a", "a", "b"})
+        killed(name);
+    EXPECT_EQ(Entries(), 2U) << "one for each file";
+    Replace(folder / "a", "new");
+    EXPECT_EQ(Entries(), 2U) << "the file, and what another one left behind";
+    Replace(folder / "b", "new");
+    EXPECT_EQ(Entries(), 2U) << "both files";
+}
+
+TEST_F(SafeFile, OneWhoseFileHasASecondNameIsTold) {
+    WriteText(folder / "a", "old");
+    fs::create_hard_link(folder / "a", folder / "b");
+    Replace(folder / "a", "new");
+    Replace(folder / "a", "newer");
+    ASSERT_EQ(warnings.size(), 1U);
+    EXPECT_NE(warnings[0].find("the other one keeps the old.old"), std::string::npos) << warnings[0];
+    EXPECT_EQ(FileText(folder / "b"), "old");
 }
 
 #endif

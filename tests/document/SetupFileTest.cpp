@@ -130,6 +130,15 @@ TEST(TextImport, TakesHeaderAndBlocks) {
     EXPECT_EQ(record.NodeDescriptions.at(2), "\u00FC") << "the prefix is one byte of the file";
 }
 
+TEST(TextImport, TextsAreUtf8OrWindows1252AndStoredAsIfTheyWereEntered) {
+    for (const char* bytes : {"N2,DM\xFChle\tA \x80 \n", "N2,DM\u00FChle\tA \u20AC \n"})
+        EXPECT_EQ(Imported(bytes).NodeDescriptions.at(0), "M\u00FChle A \u20AC ");
+    EXPECT_EQ(Imported("N2,\u00FCM\u03A9\n").NodeDescriptions.at(0), "M?") << "the prefix is one character";
+    EXPECT_EQ(ImportText("\xEF\xBB\xBF\"a\",b,c,\"7\"", DefaultRecord("1", {})).Values.at(0), 7);
+    const Configuration small = Imported("N2,D,1,2,3,4,5,6,hw\n");
+    EXPECT_EQ(small.AddressTypes.at(4) + small.AddressTypes.at(6), "HW");
+}
+
 TEST(TextImport, TheEndIsNoBlockAndShortLettersKeepTheDefaults) {
     const Configuration record = Imported("N2,D,1,2,3,4,5,6,H\n\n \r\n\x1AN9,D");
     EXPECT_EQ(record.AddressTypes.at(4) + record.AddressTypes.at(6), "HW");
@@ -137,7 +146,7 @@ TEST(TextImport, TheEndIsNoBlockAndShortLettersKeepTheDefaults) {
     EXPECT_EQ(ImportText("1,2,3", DefaultRecord("1", {})).Values.at(0), 1) << "the header ended early";
 }
 
-TEST(TextImport, ABlockTooManyOrANumberTooLargeAbandonsItAtItsPlace) {
+TEST(TextImport, WhatMakesNoSenseAbandonsItAtItsPlace) {
     std::string blocks;
     for (int block = 0; block < 31; ++block)
         blocks += "N2,D\n%\n";
@@ -147,7 +156,12 @@ TEST(TextImport, ABlockTooManyOrANumberTooLargeAbandonsItAtItsPlace) {
         std::string blocks;
         int number;
         std::size_t line, item;
-    } cases[] = {{blocks + "N2", 9, 64, 1}, {"N2,D,1\n2,1e10", 6, 3, 2}};
+    } cases[] = {{blocks + "N2", 9, 64, 1},
+                 {"N2,D,1\n2,1e10", 6, 3, 2},
+                 {"N2,D,1,2,3,4,5,6,WV\n", 321, 2, 9},
+                 {"N2,D,1,2,3,4,5,6,#W\n", 321, 2, 9},
+                 {"N2,\"Dunclosed,1\nN3,D\n", 321, 2, 2},
+                 {"N2,\"D\rx\"\n", 321, 2, 2}};
     for (const auto& bad : cases) {
         const auto error = Thrown<BadImportFile>([&] { return Imported(bad.blocks); });
         ASSERT_TRUE(error) << bad.number;

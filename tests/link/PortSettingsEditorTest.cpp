@@ -25,9 +25,10 @@ TEST_F(PortSettingsEditorTest, ShowsWhatTheNextOpeningTakesAlsoBeforeTheFirst) {
     EXPECT_EQ(Dialog().CurrentSettings(), PortSettings{});
     WriteText(settingsFile, "9,19200\r\n");
     EXPECT_EQ(Dialog().CurrentSettings(), (PortSettings{4, "19200"}));
-    WriteText(settingsFile, "99999,9600\r\n");
+    fs::remove(settingsFile);
+    fs::create_directory(settingsFile);
     EXPECT_EQ(Dialog().CurrentSettings(), PortSettings{});
-    EXPECT_EQ(Shown().substr(0, 45), "SetupComm CurrentSettings|Error Number = 6\nOv");
+    EXPECT_EQ(Shown().substr(0, 47), "SetupComm CurrentSettings|Error Number = 75\nPat");
 }
 
 TEST_F(PortSettingsEditorTest, TakesOnlyWholeNumbersOfTheRange) {

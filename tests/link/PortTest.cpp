@@ -8,7 +8,7 @@ TEST_F(LinkTest, AMissingOrEmptySettingsFileIsWrittenWithTheDefaults) {
     EXPECT_EQ(link.CommSettingsFile(), (folder / "Support" / "RSPort.cfg").string());
     GoOnline();
     EXPECT_EQ(FileText(folder / "Support" / "RSPort.cfg"), "1,9600\r\n");
-    WriteText(folder / "Support" / "RSPort.cfg", "\r\n");
+    WriteText(folder / "Support" / "RSPort.cfg", "");
     GoOnline();
     EXPECT_EQ(FileText(folder / "Support" / "RSPort.cfg"), "1,9600\r\n");
     EXPECT_TRUE(dialogs.shown.empty());
@@ -23,8 +23,10 @@ struct StoredCase {
 
 TEST_F(LinkTest, StoredSettingsAreBroughtToWhatIsAllowedAndNotWrittenBack) {
     const StoredCase cases[] = {
-        {"9,4800\r\n", 4, "9600,n,8,1", 1}, {"0,19200", 1, "19200,n,8,1", 1},   {"3,19200\n", 3, "19200,n,8,1", 0},
-        {"2\n19200", 2, "9600,n,8,1", 0},   {"2,\"fast\"", 2, "9600,n,8,1", 0}, {"COM3,19200", 1, "19200,n,8,1", 1},
+        {"9,4800\r\n", 4, "9600,n,8,1", 1},      {"0,19200", 1, "19200,n,8,1", 1},
+        {"3,19200\n", 3, "19200,n,8,1", 0},      {"2\n19200", 2, "9600,n,8,1", 0},
+        {"2,\"fast\"", 2, "9600,n,8,1", 0},      {"COM3,19200", 1, "19200,n,8,1", 1},
+        {"\r\n3,19200\r\n", 1, "9600,n,8,1", 0}, {"99999999999,19200", 4, "19200,n,8,1", 1},
     };
     std::filesystem::create_directories(folder / "Support");
     for (const StoredCase& one : cases) {
@@ -52,13 +54,15 @@ TEST_F(LinkTest, AnOverrideReplacesTheStoredSettingsAndMayLeaveTheFileAlone) {
 
 TEST_F(LinkTest, SettingsThatCannotBeReadKeepThePortClosed) {
     GoOnline();
-    WriteText(folder / "Support" / "RSPort.cfg", "99999,9600");
+    std::filesystem::remove(folder / "Support" / "RSPort.cfg");
+    std::filesystem::create_directory(folder / "Support" / "RSPort.cfg");
     Open();
     EXPECT_TRUE(link.InitFailed());
     EXPECT_FALSE(link.OnlineMode());
     EXPECT_FALSE(port.IsOpen());
     ASSERT_EQ(dialogs.shown.size(), 1U);
-    EXPECT_EQ(Shown().substr(0, 49), "RSComm InitializeRSComm|Error Number = 6\nOverflow");
+    EXPECT_EQ(Shown().substr(0, 45), "RSComm InitializeRSComm|Error Number = 75\nPat");
+    std::filesystem::remove(folder / "Support" / "RSPort.cfg");
     WriteText(folder / "Support" / "RSPort.cfg", "2,9600");
     GoOnline();
     EXPECT_FALSE(link.InitFailed());

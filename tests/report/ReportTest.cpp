@@ -1,11 +1,13 @@
 // The report on paper of any size: what is printed, where, and on which page.
 #include "report/Report.h"
+#include "report/TextWrap.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <numeric>
 
 namespace vantrel {
 namespace {
@@ -128,6 +130,27 @@ TEST(Report, HasHeaderAndNumberedFooterOnEveryPageAndNothingInTheFooterOrOffTheP
             xs += static_cast<std::size_t>(std::count(each.text.begin(), each.text.end(), 'x'));
         }
         EXPECT_EQ(xs, 40'000U) << "nothing of a long description is lost";
+    }
+}
+
+TEST(TextWrap, FillsEveryLineAndMeasuresLittleMoreThanItPrints) {
+    std::string text;
+    for (int i = 0; i < 10'000; ++i)
+        text += i % 7 == 3 ? "x" : i % 3 == 0 ? "\u00FC" : "\u20AC";
+    for (const std::size_t room : {1U, 2U, 5U, 80U}) {
+        std::size_t measured = 0;
+        const auto characters = [](std::string_view line) {
+            return static_cast<std::size_t>(std::count_if(line.begin(), line.end(), [](char byte) {
+                return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+            }));
+        };
+        const std::vector<std::string> lines = WrappedText(text, [&](std::string_view line) {
+            measured += line.size();
+            return characters(line) <= room;
+        });
+        EXPECT_EQ(std::accumulate(lines.begin(), lines.end(), std::string()), text);
+        EXPECT_EQ(lines.size(), (10'000 + room - 1) / room) << "whole characters, as many as fit";
+        EXPECT_LT(measured, 20 * text.size()) << room;
     }
 }
 

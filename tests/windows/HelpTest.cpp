@@ -4,6 +4,10 @@
 #include "link/frmSetupComm.h"
 #include "tests/windows/FrameFixture.h"
 
+#include <QPrintDialog>
+#include <QSignalSpy>
+#include <QTextTable>
+
 namespace vantrel {
 namespace {
 
@@ -63,6 +67,45 @@ TEST_F(HelpTest, LinksLeadOnAndBackLeadsBack) {
     EXPECT_EQ(Shown(), "Main\ngrid");
     QTest::keyClicks(help->txtSearch, QStringLiteral("nowhere"));
     EXPECT_EQ(help->lstContents->item(0)->text().toStdString(), "No topic holds these words");
+}
+
+TEST_F(HelpTest, TheSearchGoesFromRowToRowAndDrawsATopicOnce) {
+    WriteText(folder / "Help" / "VANTREL.hlp", "# Main {#main-display}\ndisk, line, full\n# Messages {#messages}\n"
+                                               "| A | B |\n|---|---|\n| full disk | one |\n| full line | two |\n"
+                                               "| full disk | three |\n# Last {#last}\n| disk | full |\n|---|---|\n");
+    Activate();
+    F1();
+    frmHelp* help = Window();
+    ASSERT_TRUE(help);
+    const auto line = [&] { return help->txtTopic->textCursor().block().text().toStdString(); };
+    const auto foundIn = [&] {
+        QTextTable* table = help->txtTopic->textCursor().currentTable();
+        return table ? table->cellAt(help->txtTopic->textCursor()).row() : -1;
+    };
+    QSignalSpy drawn(help->txtTopic, &QTextBrowser::textChanged);
+    QTest::keyClicks(help->txtSearch, QStringLiteral("full di"));
+    EXPECT_EQ(Shown().substr(0, 8), "Messages") << "all words in one row, not in one topic";
+    EXPECT_EQ(std::pair(foundIn(), line()), std::pair(1, std::string("full disk")));
+    const auto before = drawn.count();
+    QTest::keyClicks(help->txtSearch, QStringLiteral("sk"));
+    EXPECT_EQ(drawn.count(), before);
+    QTest::keyClick(help->txtSearch, Qt::Key_Return);
+    EXPECT_EQ(foundIn(), 3);
+    help->cmdNext->trigger();
+    EXPECT_EQ(std::pair(Shown().substr(0, 4), foundIn()), std::pair(std::string("Last"), 0));
+    EXPECT_TRUE(help->ShowMessage("VANTREL: full line"));
+    EXPECT_EQ(foundIn(), 2);
+    EXPECT_FALSE(help->ShowMessage("nothing of the kind"));
+}
+
+TEST_F(HelpTest, ThePrintDialogGoesWithTheHelpAndTheHelpWithItsOwner) {
+    Activate();
+    F1();
+    Window()->cmdPrint->trigger();
+    const QPointer<QPrintDialog> dialog = Window()->findChild<QPrintDialog*>();
+    ASSERT_TRUE(dialog && dialog->isVisible());
+    delete Window();
+    EXPECT_FALSE(dialog);
 }
 
 TEST_F(HelpTest, AMissingFileIsNamedAndAboutShowsTheVersion) {

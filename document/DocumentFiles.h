@@ -1,0 +1,39 @@
+// Files of the document by their names: reading them, with errors that name them; quoting names, telling extensions.
+// Knows files and the document; asks and shows nothing.
+#pragma once
+
+#include "document/Document.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace vantrel {
+
+/// A path in quotes, for messages.
+[[nodiscard]] std::string QuotedPath(const std::filesystem::path& path);
+
+/// Whether a file's extension is `extension`, given with its point, in either case.
+[[nodiscard]] bool HasExtension(const std::filesystem::path& file, std::string_view extension);
+/// Whether a file is meant as text of the older format (.vtl, in any case) rather than as a set-up file.
+[[nodiscard]] bool MeansTextFile(const std::filesystem::path& file);
+
+/// Makes a file's record LoadedConfiguration, as Document::TakeSetupFile does. Throws RuntimeError, with the file's
+/// name in it. `advice`: the sentence that ends the error when the file is no set-up file, but some text.
+void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);
+/// The same for bytes that are there already; `path` only names them.
+void TakeSetupFileByName(Document& document, std::span<const std::uint8_t> bytes, const std::filesystem::path& path,
+                         const std::string& advice);
+
+/// Makes a text file of the older format the document, as Document::TakeTextFile does. Throws RuntimeError, with the
+/// file's name in it; 321 also for files from which the forgiving format would take over nonsense: a set-up file
+/// (`advice` ends that error), bytes that are no text, an empty file, one that lacks the header. What stands behind a
+/// Ctrl-Z is not looked at.
+void ImportTextFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);
+/// The same for bytes that are there already; `path` only names them.
+void TakeTextFileByName(Document& document, std::span<const std::uint8_t> bytes, const std::filesystem::path& path,
+                        const std::string& advice);
+
+} // namespace vantrel
