@@ -45,7 +45,7 @@ void BackgroundUpdate::Wait() {
 
 void BackgroundUpdate::TickOffline() {
     wasOnline_ = false;
-    program_.systemMessage = "Set-up Program is Currently OFFLINE";
+    program_.systemMessage = "Set-up Program is Currently OFFLINE" + ReachedText();
     panelText_ = Panel(link_.LinkFailed() ? "Comm Fault with Q6700" : "Program is Currently OFFLINE");
 }
 
@@ -101,10 +101,9 @@ void BackgroundUpdate::LookForUserProgram() {
 }
 
 std::string BackgroundUpdate::ReachedText() {
-    for (const std::uint16_t byte : link_.TakeMayHaveReached())
-        reached_.insert(byte);
+    NoteReached(link_.TakeMayHaveReached());
     if (reached_.empty()) return {};
-    std::string text = "\nA value had to be sent again. The board may have set to 255:";
+    std::string text = "\nA value was sent only in part. The board may have set to 255:";
     for (const std::uint16_t byte : reached_)
         text += " B" + std::to_string(byte);
     return text;

@@ -11,6 +11,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -31,6 +32,9 @@ public:
     [[nodiscard]] Task Tick(bool transferring);
     /// What a tick comes to whose predecessor still waits for the board: nothing but the truth about that.
     void Wait();
+
+    /// Keeps bytes that the board may have set to 255 in sight, below the system message, until ONLINE is begun anew.
+    void NoteReached(const std::vector<std::uint16_t>& bytes) { reached_.insert(bytes.begin(), bytes.end()); }
 
     /// What the status bar's first panel shows.
     [[nodiscard]] const std::string& PanelText() const { return panelText_; }

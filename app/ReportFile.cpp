@@ -46,7 +46,7 @@ void Open(Document& document, const fs::path& file, std::ostream& err) {
     document.ApplyLoadedFile();
 }
 
-void Write(const ReportFileJob& job, Clock& clock, std::ostream& err) {
+void Write(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
     if (!MayBeReplaced(job.reportFile)) {
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            QuotedPath(job.reportFile) +
@@ -65,7 +65,7 @@ void Write(const ReportFileJob& job, Clock& clock, std::ostream& err) {
 
 } // namespace
 
-int WriteReportFile(const ReportFileJob& job, Clock& clock, std::ostream& err) {
+int WriteReportFile(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
     try {
         Write(job, clock, err);
         return 0;

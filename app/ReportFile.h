@@ -24,6 +24,6 @@ struct ReportFileJob {
 
 /// Prints the report of a file. Returns the process's exit code: 0 done, 4 for a file that cannot be read or written;
 /// errors and notes are told on `err`. A file that is there and no PDF is never written over.
-[[nodiscard]] int WriteReportFile(const ReportFileJob& job, Clock& clock, std::ostream& err);
+[[nodiscard]] int WriteReportFile(const ReportFileJob& job, const Clock& clock, std::ostream& err);
 
 } // namespace vantrel

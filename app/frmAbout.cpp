@@ -22,7 +22,9 @@ constexpr double TitleScale = 1.6; ///< Of the host's font.
 
 constexpr const char* Description = "Set-up utility for the K5216-505 network communication board.\n"
                                     "Copyright (c) 2026 The VANTREL developers.\n"
-                                    "Free software under the MIT licence, without any warranty.";
+                                    "Free software under the MIT licence, without any warranty.\n"
+                                    "Uses Qt, copyright (c) The Qt Company Ltd. and others, under the GNU Lesser\n"
+                                    "General Public License, version 3: see the licences that came with it.";
 constexpr const char* TechSupport = "Something does not work?  Help Topics (F1) names the cause of every message.\n"
                                     "To report a fault, please add the program's version, what the status bar said,\n"
                                     "and the trace of the line: start the program with --trace FILE.";

@@ -117,6 +117,7 @@ bool frmMDIMain::TransferInWindow(TransferMode mode) {
         frmProcessing window(mode, record, link_, dialogs_, turns_, this);
         return window.RunModal();
     }();
+    background_.NoteReached(result.alsoReached);
     FollowLink();
     program_.document.ReloadDisplay = true;
     editor_->RefillIfAsked();

@@ -4,6 +4,8 @@
 
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace vantrel {
 
 namespace {
@@ -58,7 +60,14 @@ frmProcessing::Result frmProcessing::RunModal() {
     result.flagLeft = mode_ == TransferMode::DownloadData && linkStood && !transfer_.FlagCleared();
     result.reconnected = transfer_.Reconnected();
     result.unconfirmed = transfer_.Unconfirmed();
-    result.repeated = transfer_.Repeated();
+    result.alsoReached = transfer_.MayHaveReached();
+    for (const RepeatedWrite& one : transfer_.Repeated()) {
+        // The one at which the link failed was not sent twice.
+        if (one.index >= transfer_.Walked()) continue;
+        result.repeated.push_back(one);
+        std::erase_if(result.alsoReached,
+                      [&](std::uint16_t byte) { return std::ranges::count(one.mayHaveReached, byte) > 0; });
+    }
     return result;
 }
 

@@ -10,6 +10,7 @@
 #include <QPushButton>
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -27,6 +28,7 @@ public:
         bool reconnected = false; ///< The port was opened again in the middle.
         std::vector<std::size_t> unconfirmed{}; ///< Indices of walked values that cannot be relied on.
         std::vector<RepeatedWrite> repeated{}; ///< Writes that were sent twice.
+        std::vector<std::uint16_t> alsoReached{}; ///< Bytes that the rest may have set to 255.
     };
 
     /// `record`, `link`, `dialogs` and `turns` must outlive the window.

@@ -14,6 +14,7 @@
 #include <CLI/CLI.hpp>
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QTimer>
 
 #include <algorithm>
@@ -21,6 +22,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -57,8 +59,26 @@ struct Options {
     bool simulatedBoard = false;
 };
 
+/// Where the program was started from: a terminal, on which texts are written, or a desktop, where only a box is seen.
+class Starter {
+public:
+    void Tell(const std::string& text) const {
+        if (text.empty()) return;
+        // A box would hold up a script that prints reports, and needs the application.
+        if (hasTerminal_ || !QApplication::instance()) {
+            std::cerr << text;
+            return;
+        }
+        QMessageBox::information(nullptr, QStringLiteral("VANTREL"), QString::fromStdString(text));
+    }
+    [[nodiscard]] bool HasTerminal() const { return hasTerminal_; }
+
+private:
+    bool hasTerminal_ = JoinTerminal();
+};
+
 /// The exit code when the program ends here (help, or a wrong option); nothing when it goes on.
-std::optional<int> Read(Options& options, std::vector<std::string> arguments) {
+std::optional<int> Read(Options& options, const std::vector<std::string>& arguments, const Starter& starter) {
     CLI::App line("VANTREL sets up the K5216-505 network communication board.", "vantrel");
     line.add_option("FILE", options.file, "The set-up file (.sdt) to open, or a text file (.vtl) to import")
         ->type_name("");
@@ -91,7 +111,10 @@ std::optional<int> Read(Options& options, std::vector<std::string> arguments) {
     try {
         line.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
     } catch (const CLI::ParseError& error) {
-        return line.exit(error) == 0 ? 0 : WrongUsage;
+        std::ostringstream problem;
+        const int code = line.exit(error, starter.HasTerminal() ? std::cout : problem, problem);
+        starter.Tell(problem.str());
+        return code == 0 ? 0 : WrongUsage;
     }
     return std::nullopt;
 }
@@ -101,11 +124,23 @@ ProgramFolder FolderFor(const Options& options) {
     return ProgramFolder::Find(PathFromUtf8(options.programFolder));
 }
 
-/// Help, version and the report need no display, unlike everything else.
-bool NeedsNoDisplay(const std::vector<std::string>& arguments) {
-    return std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
-        return argument == "--help" || argument == "-h" || argument == "--version" || argument.starts_with("--report");
+/// Help and version, on a terminal, and the report need no display, unlike everything else.
+bool NeedsNoDisplay(const std::vector<std::string>& arguments, const Starter& starter) {
+    return std::any_of(arguments.begin(), arguments.end(), [&](const std::string& argument) {
+        const bool asks = argument == "--help" || argument == "-h" || argument == "--version";
+        return (asks && starter.HasTerminal()) || argument.starts_with("--report");
     });
+}
+
+/// All arguments but those that Qt has taken for itself, which it has taken out of `argv` ("-style fusion").
+std::vector<std::string> LeftByQt(const std::vector<std::string>& all, const std::vector<char*>& before, int argc,
+                                  char** argv) {
+    if (all.size() != before.size()) return all;
+    std::vector<std::string> left;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (std::find(argv, argv + argc, before[i]) != argv + argc) left.push_back(all[i]);
+    }
+    return left;
 }
 
 int PrintReportOf(const Options& options, int argc, char** argv) {
@@ -126,16 +161,19 @@ int PrintReportOf(const Options& options, int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    const Starter starter;
+    const std::vector<std::string> arguments = CommandLineArguments(argc, argv);
+    const std::vector<char*> before(argv, argv + argc);
     Options options;
-    if (const auto arguments = CommandLineArguments(argc, argv); NeedsNoDisplay(arguments)) {
-        const auto ended = Read(options, arguments);
+    if (NeedsNoDisplay(arguments, starter)) {
+        const auto ended = Read(options, arguments, starter);
         return ended ? *ended : PrintReportOf(options, argc, argv);
     }
     RequireScreen(WrongUsage, "vantrel: there is no display for its windows. Without one, use vantrelctl.\n");
     Application application(argc, argv);
     ScreenFound();
     Application::setApplicationName(QStringLiteral("VANTREL"));
-    if (const auto ended = Read(options, CommandLineArguments(argc, argv))) return *ended;
+    if (const auto ended = Read(options, LeftByQt(arguments, before, argc, argv), starter)) return *ended;
 
     SystemClock clock;
     const ProgramFolder folder = FolderFor(options);
@@ -153,13 +191,13 @@ int main(int argc, char** argv) {
     application.SetFrame(&frame);
     if (!options.trace.empty()) {
         if (HoldsSomethingElse(PathFromUtf8(options.trace))) {
-            std::cerr << "vantrel: \"" << options.trace
-                      << "\" is there already and no trace. Give the trace another name.\n";
+            starter.Tell("vantrel: \"" + options.trace +
+                         "\" is there already and no trace. Give the trace another name.\n");
             return 4;
         }
         traceFile.open(PathFromUtf8(options.trace));
         if (!traceFile) {
-            std::cerr << "vantrel: the trace \"" << options.trace << "\" cannot be written.\n";
+            starter.Tell("vantrel: the trace \"" + options.trace + "\" cannot be written.\n");
             return 4;
         }
         frame.Link().SetTrafficLog(&trace);

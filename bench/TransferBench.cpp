@@ -112,6 +112,7 @@ public:
     void ShowSetting(SettingsGrid, int, const std::string&) override {}
     void ShowStatus(const std::string&) override { ++shown; }
     void ShowDataWord(int, DataDirection, const std::string&) override { ++shown; }
+    void ClearData() override {}
     int shown = 0;
 };
 

@@ -2,6 +2,7 @@
 #include "console/CommandHelp.h"
 
 #include "document/ValueDisplay.h"
+#include "platform/SerialDevices.h"
 #include "simulator/BoardHabits.h"
 #include "simulator/SimulatedFaults.h"
 
@@ -35,8 +36,12 @@ std::string OverallHelp() {
            "  vantrelctl download plant.sdt --port 1 --verify\n"
            "\n"
            "What a board holds, kept in a file and compared later:\n"
-           "  vantrelctl upload plant.sdt --port /dev/ttyUSB0\n"
-           "  vantrelctl compare plant.sdt --port /dev/ttyUSB0\n"
+           "  vantrelctl upload plant.sdt --port " +
+           SerialDeviceExample() +
+           "\n"
+           "  vantrelctl compare plant.sdt --port " +
+           SerialDeviceExample() +
+           "\n"
            "\n"
            "Results go to standard output; questions, warnings and progress to standard error.\n"
            "Questions are asked at a terminal; without one they count as refused, unless --yes\n"

@@ -3,6 +3,7 @@
 
 #include "console/CommandHelp.h"
 #include "console/Commands.h"
+#include "platform/SerialDevices.h"
 #include "text/AsciiCase.h"
 
 #include <CLI/CLI.hpp>
@@ -66,8 +67,10 @@ void AddPort(CLI::App& command, Arguments& arguments) {
         .add_option("--port", arguments.port,
                     "Where the board is (required):\n"
                     "  3             a port number; its settings are kept in RSPort.cfg\n"
-                    "  /dev/ttyUSB0  a device; RSPort.cfg is left alone\n"
-                    "  simulated     a simulated board in this program, new each time")
+                    "  " +
+                        SerialDeviceExample() + std::string(14 - SerialDeviceExample().size(), ' ') +
+                        "a device; RSPort.cfg is left alone\n"
+                        "  simulated     a simulated board in this program, new each time")
         ->required()
         ->type_name("P")
         ->check(ForgottenValue)
@@ -193,6 +196,8 @@ void AddBoard(CLI::App& command, Arguments& arguments) {
     AddYes(command, arguments, YesToBoard);
 }
 
+void AddPorts(CLI::App& command, Arguments& arguments) { AddJson(command, arguments, "As JSON, for other programs"); }
+
 void AddSimulate(CLI::App& command, Arguments& arguments) {
     command.add_option("--link", arguments.link, "Make a symbolic link to the device at this path")
         ->check(ForgottenValue)
@@ -213,7 +218,7 @@ void AddDemo(CLI::App& command, Arguments& arguments) {
     AddYes(command, arguments, YesToTrace);
 }
 
-constexpr std::array<Command, 14> Table = {{
+constexpr std::array<Command, 15> Table = {{
     {"new", "Write a set-up file with the defaults: status stack at V1, no sequence used", AddNew, NoFurtherHelp,
      "  vantrelctl new plant.sdt\n", NewCommand},
     {"show", "Show what is in a set-up file", AddShow, NoFurtherHelp,
@@ -254,6 +259,8 @@ constexpr std::array<Command, 14> Table = {{
      "  vantrelctl board --port 1\n"
      "  vantrelctl board --port 1 --reset-faults --set-clock\n",
      BoardCommand},
+    {"ports", "List the serial ports of this computer, and what they are", AddPorts, NoFurtherHelp,
+     "  vantrelctl ports\n", PortsCommand},
     {"simulate", "Be a board: a simulated one at a serial device of its own, until interrupted", AddSimulate,
      SimulateHelp,
      "  vantrelctl simulate --link /tmp/board\n"

@@ -19,6 +19,7 @@ namespace vantrel {
 [[nodiscard]] ExitCode WriteCommand(CommandContext& context);
 [[nodiscard]] ExitCode StatusCommand(CommandContext& context);
 [[nodiscard]] ExitCode BoardCommand(CommandContext& context);
+[[nodiscard]] ExitCode PortsCommand(CommandContext& context);
 [[nodiscard]] ExitCode SimulateCommand(CommandContext& context);
 [[nodiscard]] ExitCode DemoCommand(CommandContext& context);
 

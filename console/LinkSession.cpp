@@ -4,6 +4,7 @@
 #include "console/SetupFiles.h"
 #include "console/TransferReport.h"
 #include "document/FileQuestions.h"
+#include "platform/SerialDevices.h"
 #include "text/PathText.h"
 
 #include <algorithm>
@@ -31,6 +32,7 @@ std::string InLowerCase(std::string text) {
 
 /// Names that mean a port but are no devices: "COM2" is port 2, on every host.
 PortChoice DeviceChoice(const std::string& text) {
+    if (const auto device = SerialDeviceNamed(text)) return {.kind = PortChoice::Kind::Device, .device = *device};
     const auto hint = [&](const std::string& meant) {
         return UsageError("--port " + text + ": there is no such device. Did you mean --port " + meant + "?");
     };

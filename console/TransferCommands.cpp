@@ -4,13 +4,11 @@
 #include "console/SetupFiles.h"
 #include "console/Transfers.h"
 #include "document/FileQuestions.h"
-#include "platform/Folders.h"
-#include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
 #include "text/PathText.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 
 namespace vantrel {
@@ -36,21 +34,10 @@ bool OpenUploadTarget(CommandContext& context) {
     return true;
 }
 
-/// A target that cannot be written must be known before the board is asked for minutes, not after.
-void RequireWritable(const std::filesystem::path& target) {
-    std::error_code error;
-    const bool exists = std::filesystem::exists(target, error);
-    // Opened as for writing behind its end, an existing file stays as it is.
-    const bool writable =
-        exists ? std::ofstream(target, std::ios::app).is_open() : FolderIsWritable(target.parent_path());
-    if (writable) return;
-    const std::string why = exists ? "it is write-protected" : "its folder is write-protected or not there";
-    throw RuntimeError(ErrorNumber::PermissionDenied, QuotedPath(target) + " cannot be written: " + why + ".");
-}
-
 bool MayTransferInto(CommandContext& context, LinkSession& session) {
     const std::filesystem::path target = context.program.document.SaveTarget();
-    RequireWritable(target);
+    // A target that cannot be written must be known before the board is asked for minutes, not after.
+    RequireReplaceable(target);
     return session.TraceAccepted() &&
            Confirmed(context, session.PortName() + " to " + QuotedPath(target), UploadQuestion());
 }

@@ -27,9 +27,9 @@ std::vector<fs::path> ToolFiles(const ProgramFolder& folder) {
     return files;
 }
 
-/// How a user knows the device: where a link leads, and nothing where the port's number says it all.
+/// How a user knows the device: where a link leads, or what the host calls it where the port's number says the rest.
 std::string KnownName(const std::string& device) {
-    if (device.starts_with(R"(\\.\)")) return {};
+    if (device.starts_with(R"(\\.\)")) return SerialDeviceDescription(device);
     std::error_code error;
     const fs::path target = fs::read_symlink(PathFromUtf8(device), error);
     return error ? device : Utf8FromPath(target);

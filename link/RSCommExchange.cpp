@@ -200,7 +200,11 @@ TaskOf<bool> RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {
         const Handshake set = co_await Shake(modeByte, Receiver::Keep);
         if (set.answer == NoAnswer) co_return false;
         held = clock_.Now() - began >= LongestCleanTry;
-        if (!set.acknowledged) unsettled_ = true;
+        if (!set.acknowledged) {
+            unsettled_ = true;
+            // The mode byte may have been taken for the rest of an address that a sync byte had begun.
+            if (mayBeInWriteMode_) NoteReached(SyncByte, modeByte);
+        }
         targetMode_ = set.acknowledged ? mode : 0;
         mayBeInWriteMode_ = mode == WriteMode || !set.acknowledged;
     }

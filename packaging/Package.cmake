@@ -1,4 +1,4 @@
-# What `cmake --install` puts where, and the Debian package made of it. The program's folder holds everything that the
+# What `cmake --install` puts where, and the packages made of it: Debian's, or a zip and an installer for Windows. The program's folder holds everything that the
 # program looks for beside itself; the commands on the path are links into it.
 include(GNUInstallDirs)
 set(document_folder ${CMAKE_INSTALL_DATADIR}/doc/vantrel)
@@ -52,4 +52,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${CMAKE_SOURCE_DIR}/packaging/prerm)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS fonts-liberation)
+if(WIN32)
+    include(packaging/windows/Package.cmake)
+endif()
 include(CPack)

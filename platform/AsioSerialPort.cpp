@@ -36,7 +36,7 @@ unsigned SpeedOf(const std::string& settings) {
 struct AsioSerialPort::Line {
     asio::io_context context{1};
     asio::serial_port device{context};
-    std::array<std::uint8_t, 64> incoming{};
+    std::array<std::uint8_t, serial::BytesAtOnce> incoming{};
     std::deque<std::uint8_t> received;
     bool reading = false;
     bool lost = false;

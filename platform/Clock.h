@@ -5,7 +5,7 @@
 
 namespace vantrel {
 
-/// Time on a clock that never jumps, counted from an arbitrary start.
+/// Time on a clock that nobody sets, counted from an arbitrary start. Time in which the machine sleeps counts.
 using MonotonicTime = std::chrono::nanoseconds;
 
 class Clock {

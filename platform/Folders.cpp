@@ -4,7 +4,6 @@
 #include "text/PathText.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <system_error>
 #include <utility>
 
@@ -31,11 +30,8 @@ ProgramFolder::ProgramFolder(std::filesystem::path folder, std::filesystem::path
 
 ProgramFolder ProgramFolder::Find(const std::optional<std::filesystem::path>& named) {
     if (named) return ProgramFolder(std::filesystem::absolute(*named));
-    // Read once at start-up, before any other thread runs.
-    if (const char* variable = std::getenv("VANTREL_FOLDER"); variable && *variable) { // NOLINT(concurrency-mt-unsafe)
-        return ProgramFolder(std::filesystem::absolute(PathFromUtf8(variable)));
-    }
-    return ProgramFolder(ExecutableFolder());
+    const std::filesystem::path variable = FolderFromVariable("VANTREL_FOLDER");
+    return ProgramFolder(variable.empty() ? ExecutableFolder() : std::filesystem::absolute(variable));
 }
 
 std::filesystem::path ProgramFolder::Entry(const std::string& name) const { return EntryIgnoringCase(folder_, name); }

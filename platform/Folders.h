@@ -11,6 +11,8 @@ namespace vantrel {
 [[nodiscard]] std::filesystem::path ExecutableFolder();
 /// The folder for this user's program data ("%APPDATA%\VANTREL"; "$XDG_DATA_HOME/vantrel" or its default).
 [[nodiscard]] std::filesystem::path UserDataFolder();
+/// The folder that an environment variable names; empty when it is not set or empty. Before any other thread runs.
+[[nodiscard]] std::filesystem::path FolderFromVariable(const std::string& name);
 /// Whether new files can be made in an existing folder.
 [[nodiscard]] bool FolderIsWritable(const std::filesystem::path& folder);
 

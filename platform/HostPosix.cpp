@@ -30,11 +30,6 @@ extern "C" void OnInterrupt(int signal) {
     _exit(InterruptExitCode());
 }
 
-std::filesystem::path FolderFromVariable(const char* name) {
-    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): read before any other thread runs
-    return value && *value ? std::filesystem::path(value) : std::filesystem::path();
-}
-
 std::filesystem::path HomeFolder() {
     if (std::filesystem::path home = FolderFromVariable("HOME"); !home.empty()) return home;
     const passwd* user = getpwuid(getuid()); // NOLINT(concurrency-mt-unsafe)
@@ -42,6 +37,11 @@ std::filesystem::path HomeFolder() {
 }
 
 } // namespace
+
+std::filesystem::path FolderFromVariable(const std::string& name) {
+    const char* value = std::getenv(name.c_str()); // NOLINT(concurrency-mt-unsafe): as declared
+    return value ? std::filesystem::path(value) : std::filesystem::path();
+}
 
 std::filesystem::path ExecutableFolder() {
     std::error_code error;
@@ -58,6 +58,7 @@ std::filesystem::path UserDataFolder() {
 bool FolderIsWritable(const std::filesystem::path& folder) { return access(folder.c_str(), W_OK | X_OK) == 0; }
 
 bool StandardInputIsTerminal() { return isatty(STDIN_FILENO) != 0; }
+bool JoinTerminal() { return true; }
 bool StandardOutputIsTerminal() { return isatty(STDOUT_FILENO) != 0; }
 bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 

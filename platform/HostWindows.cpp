@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdio>
 #include <fcntl.h>
 #include <io.h>
 #include <shellapi.h>
@@ -58,6 +59,12 @@ std::filesystem::path UserDataFolder() {
     return data.empty() ? ExecutableFolder() : data / "VANTREL";
 }
 
+std::filesystem::path FolderFromVariable(const std::string& name) {
+    // What the narrow function answers is in the code page, which need not hold the name.
+    const wchar_t* value = _wgetenv(PathFromUtf8(name).c_str());
+    return value ? std::filesystem::path(value) : std::filesystem::path();
+}
+
 bool FolderIsWritable(const std::filesystem::path& folder) {
     // Access lists cannot be judged by attributes: only trying tells.
     const std::filesystem::path probe = folder / (L"~vantrel" + std::to_wstring(GetCurrentProcessId()) + L".tmp");
@@ -65,6 +72,21 @@ bool FolderIsWritable(const std::filesystem::path& folder) {
                                     FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
     if (file == INVALID_HANDLE_VALUE) return false;
     CloseHandle(file);
+    return true;
+}
+
+bool JoinTerminal() {
+    const auto leadsSomewhere = [](DWORD stream) {
+        const HANDLE handle = GetStdHandle(stream);
+        return handle != nullptr && handle != INVALID_HANDLE_VALUE;
+    };
+    const bool output = leadsSomewhere(STD_OUTPUT_HANDLE);
+    const bool errors = leadsSomewhere(STD_ERROR_HANDLE);
+    if (output && errors) return true;
+    if (!AttachConsole(ATTACH_PARENT_PROCESS)) return errors;
+    FILE* stream = nullptr;
+    if (!output) freopen_s(&stream, "CONOUT$", "w", stdout);
+    if (!errors) freopen_s(&stream, "CONOUT$", "w", stderr);
     return true;
 }
 

@@ -2,13 +2,13 @@
 // SafeFileHost.h.
 #include "platform/SafeFile.h"
 
+#include "platform/Folders.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFileHost.h"
 #include "text/NumberText.h"
 #include "text/PathText.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <fstream>
 #include <optional>
 #include <random>
@@ -43,7 +43,9 @@ std::string Quoted(const fs::path& path) { return "\"" + Utf8FromPath(path) + "\
     case std::errc::read_only_file_system:
         throw RuntimeError(ErrorNumber::PermissionDenied, "Permission denied: " + Quoted(path) + " " + what + ".");
     case std::errc::text_file_busy:
-        ThrowAccessError(path, "it is in use by another program");
+        ThrowAccessError(path, "it is in use by another program; close it there and try again");
+    case std::errc::invalid_argument:
+        ThrowAccessError(path, "this is no name that a file can have here");
     case std::errc::no_space_on_device:
         throw RuntimeError(ErrorNumber::DiskFull, "The disk is full: " + Quoted(path) + " " + what + ".");
     default:
@@ -218,10 +220,8 @@ std::vector<std::uint8_t> ReadWholeFile(const fs::path& path) {
     if (error) ThrowFor(Portable(error), path, "could not be read");
     if (size > LongestFile) ThrowAccessError(path, "it is too long for a file of this program");
 
-    errno = 0;
     std::ifstream file(path, std::ios::binary);
-    if (!file)
-        ThrowFor(errno == EACCES ? std::errc::permission_denied : std::errc::io_error, path, "could not be read");
+    if (!file) ThrowFor(host::ReadProblem(path), path, "could not be read");
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     if (file.bad()) ThrowFor(std::errc::io_error, path, "could not be read");
@@ -229,12 +229,23 @@ std::vector<std::uint8_t> ReadWholeFile(const fs::path& path) {
     return bytes;
 }
 
+void RequireReplaceable(const fs::path& path) {
+    const fs::path target = FollowLinks(path);
+    const bool exists = FileExists(target);
+    if (const std::errc problem = host::WriteProblem(target); problem != std::errc{}) {
+        ThrowFor(problem, target, "is write-protected");
+    }
+    if (!exists && !FolderIsWritable(target.has_parent_path() ? target.parent_path() : fs::path("."))) {
+        ThrowFor(std::errc::permission_denied, target, "cannot be written: its folder is write-protected");
+    }
+}
+
 void ReplaceFile(const fs::path& path, std::span<const std::uint8_t> bytes, OldTail tail, const SafeFileWarning& warn) {
     const fs::path target = FollowLinks(path);
     const bool exists = FileExists(target);
     // The folder's permissions would let a protected file be replaced; its own say that nobody meant that.
-    if (exists && !host::MayWrite(target)) {
-        ThrowFor(std::errc::permission_denied, target, "is write-protected");
+    if (const std::errc problem = host::WriteProblem(target); problem != std::errc{}) {
+        ThrowFor(problem, target, "is write-protected");
     }
     const std::vector<std::uint8_t> oldTail =
         exists && tail == OldTail::Keep ? TailBehind(target, bytes.size()) : std::vector<std::uint8_t>();

@@ -17,6 +17,9 @@ using SafeFileWarning = std::function<void(const std::string&)>;
 /// more than 16 MiB), 76 no such folder.
 [[nodiscard]] std::vector<std::uint8_t> ReadWholeFile(const std::filesystem::path& path);
 
+/// Throws what ReplaceFile would, as far as that can be told without writing: for those who fetch the bytes first.
+void RequireReplaceable(const std::filesystem::path& path);
+
 /// What happens to an existing file that is longer than the new bytes.
 enum class OldTail { Keep, Drop };
 

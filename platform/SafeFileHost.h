@@ -38,13 +38,20 @@ private:
     std::uintmax_t written_ = 0;
 };
 
+/// Why the file cannot be read: permission_denied, text_file_busy while another program keeps it to itself, io_error.
+[[nodiscard]] std::errc ReadProblem(const std::filesystem::path& path);
+
 /// Removes a file that an OutputFile has created, when it is abandoned and the host lets us.
 void RemoveAbandoned(const std::filesystem::path& path);
 
-/// Whether this user may change the content of an existing file.
-[[nodiscard]] bool MayWrite(const std::filesystem::path& path);
+/// What is already in the way of replacing a file, or of making it: permission_denied when this user may not change its
+/// content, text_file_busy while another program lets nobody replace it, invalid_argument for a name that no file can
+/// have. Changes nothing.
+[[nodiscard]] std::errc WriteProblem(const std::filesystem::path& path);
 
-/// Puts `from` in the place of `to` in one step, whether `to` exists or not. Both stand in the same folder.
+/// Puts `from` in the place of `to` in one step, whether `to` exists or not. Both stand in the same folder. On hosts
+/// where an open file cannot be replaced it waits a little for whoever only looks at it (a virus scanner, an index);
+/// text_file_busy when it is still open then.
 [[nodiscard]] std::errc RenameOver(const std::filesystem::path& from, const std::filesystem::path& to);
 
 } // namespace vantrel::host

@@ -113,7 +113,14 @@ void RemoveAbandoned(const std::filesystem::path& path) {
     close(file);
 }
 
-bool MayWrite(const std::filesystem::path& path) { return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0; }
+std::errc ReadProblem(const std::filesystem::path& path) {
+    return faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0 ? std::errc::io_error : LastError();
+}
+
+std::errc WriteProblem(const std::filesystem::path& path) {
+    const bool writable = faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+    return writable || errno == ENOENT ? std::errc{} : LastError();
+}
 
 std::errc RenameOver(const std::filesystem::path& from, const std::filesystem::path& to) {
     if (std::rename(from.c_str(), to.c_str()) != 0) return LastError();

@@ -28,6 +28,8 @@ std::errc LastError() {
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
         return std::errc::no_such_file_or_directory;
+    case ERROR_INVALID_NAME:
+        return std::errc::invalid_argument;
     default:
         return std::errc::io_error;
     }
@@ -50,6 +52,35 @@ void TakeOverAccess(const std::filesystem::path& path, const std::filesystem::pa
     if (size == 0 || !GetFileSecurityW(model.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size))
         return;
     SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data());
+}
+
+/// How opening an existing file with this access ends, when others may do with it what `share` says.
+std::errc TryToOpen(const std::filesystem::path& path, DWORD access, DWORD share) {
+    const HANDLE file =
+        CreateFileW(path.c_str(), access, share, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return LastError();
+    CloseHandle(file);
+    return {};
+}
+
+constexpr DWORD WithEverybody = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+bool IsOpenSomewhere(const std::filesystem::path& path) {
+    return TryToOpen(path, GENERIC_READ, 0) == std::errc::text_file_busy;
+}
+
+/// Who only looks at a file has let go of it after a moment. A file that is open elsewhere is not always told from a
+/// protected one.
+template <typename Action> std::errc WithPatience(const Action& action) {
+    constexpr int attempts = 5;
+    constexpr DWORD pause = 30;
+    std::errc error = action();
+    for (int attempt = 1; attempt < attempts; ++attempt) {
+        if (error != std::errc::text_file_busy && error != std::errc::permission_denied) break;
+        Sleep(pause);
+        error = action();
+    }
+    return error;
 }
 
 } // namespace
@@ -96,9 +127,20 @@ std::errc OutputFile::FlushAndClose() {
 // A file that is still open for writing is shared with nobody, so that the host refuses.
 void RemoveAbandoned(const std::filesystem::path& path) { DeleteFileW(path.c_str()); }
 
-bool MayWrite(const std::filesystem::path& path) {
+std::errc ReadProblem(const std::filesystem::path& path) {
+    const std::errc error = TryToOpen(path, GENERIC_READ, WithEverybody);
+    return error == std::errc{} ? std::errc::io_error : error;
+}
+
+std::errc WriteProblem(const std::filesystem::path& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) == 0;
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        return std::errc::permission_denied;
+    }
+    // Replacing a file needs what deleting it needs.
+    const std::errc error = WithPatience([&] { return TryToOpen(path, DELETE, WithEverybody); });
+    const bool inTheWay = error == std::errc::text_file_busy || error == std::errc::invalid_argument;
+    return inTheWay ? error : std::errc{};
 }
 
 std::errc RenameOver(const std::filesystem::path& from, const std::filesystem::path& to) {
@@ -106,7 +148,10 @@ std::errc RenameOver(const std::filesystem::path& from, const std::filesystem::p
     if (const DWORD attributes = GetFileAttributesW(to.c_str()); attributes != INVALID_FILE_ATTRIBUTES) {
         SetFileAttributesW(from.c_str(), attributes);
     }
-    return Answer(MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0);
+    constexpr DWORD how = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    const std::errc moved = WithPatience([&] { return Answer(MoveFileExW(from.c_str(), to.c_str(), how) != 0); });
+    const bool refused = moved == std::errc::permission_denied;
+    return refused && (IsOpenSomewhere(to) || IsOpenSomewhere(from)) ? std::errc::text_file_busy : moved;
 }
 
 } // namespace vantrel::host

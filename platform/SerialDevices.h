@@ -2,7 +2,9 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -10,8 +12,28 @@ namespace vantrel {
 /// such a link, else "/dev/ttyS(n-1)".
 [[nodiscard]] std::string SerialDeviceOf(int portNumber, const std::filesystem::path& supportFolder);
 
+/// The device that a name stands for which is no path but what people there call it: on Windows "com7" is `\\.\COM7`.
+/// Nothing for every other name, and elsewhere.
+[[nodiscard]] std::optional<std::string> SerialDeviceNamed(const std::string& name);
+
+/// What a device's name looks like on this host, for a help text.
+[[nodiscard]] std::string SerialDeviceExample();
+
 /// The highest port number that really exists on this machine (0: none), counting the links of `supportFolder`.
 [[nodiscard]] int HighestSerialPort(const std::filesystem::path& supportFolder);
+
+/// A serial device that is there now.
+struct SerialDevice {
+    int number = 0; ///< The port number that stands for it; 0 when none does.
+    std::string device; ///< What opens it, whatever numbers stand for.
+    std::string description; ///< What the host knows it as ("USB Serial Port"); empty when it knows nothing.
+};
+
+/// All that are there, those with a port number first, in its order. Opens none of them.
+[[nodiscard]] std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supportFolder);
+
+/// What the host knows the device as; empty when it knows nothing.
+[[nodiscard]] std::string SerialDeviceDescription(const std::string& device);
 
 /// What keeps this program from opening the device now, as a sentence that tells the user what to do (plug it in, close
 /// the other program, join a group); empty when nothing does. Opens the device for a moment and changes nothing of it.

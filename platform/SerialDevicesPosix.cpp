@@ -7,6 +7,8 @@
 #include <charconv>
 #include <fcntl.h>
 #include <fstream>
+#include <limits>
+#include <map>
 #include <sys/file.h>
 #include <system_error>
 #include <termios.h>
@@ -32,6 +34,15 @@ bool HasHardware(const std::filesystem::path& ttyFolder) {
     return file >> type && type != 0;
 }
 
+/// "usb-FTDI_FT232R_USB_UART_A50285BI-if00-port0" without what only tells it from its twins.
+std::string KnownAs(const std::filesystem::path& id) {
+    std::string name = id.string();
+    if (name.starts_with("usb-")) name.erase(0, 4);
+    name.resize(std::min(name.size(), name.rfind("-if")));
+    std::replace(name.begin(), name.end(), '_', ' ');
+    return name;
+}
+
 } // namespace
 
 std::string SerialDeviceOf(int portNumber, const std::filesystem::path& supportFolder) {
@@ -40,6 +51,10 @@ std::string SerialDeviceOf(int portNumber, const std::filesystem::path& supportF
     if (std::filesystem::exists(std::filesystem::symlink_status(link, error))) return link.string();
     return "/dev/ttyS" + std::to_string(portNumber - 1);
 }
+
+std::optional<std::string> SerialDeviceNamed(const std::string&) { return std::nullopt; }
+
+std::string SerialDeviceExample() { return "/dev/ttyUSB0"; }
 
 int HighestSerialPort(const std::filesystem::path& supportFolder) {
     int highest = 0;
@@ -57,6 +72,45 @@ int HighestSerialPort(const std::filesystem::path& supportFolder) {
         highest = std::max(highest, NumberBehind(entry->path().filename().string(), "COM"));
     }
     return highest;
+}
+
+std::string SerialDeviceDescription(const std::string& device) {
+    std::error_code error;
+    const std::filesystem::path wanted = std::filesystem::canonical(device, error);
+    if (error) return {};
+    for (std::filesystem::directory_iterator entry("/dev/serial/by-id", error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code broken;
+        if (std::filesystem::canonical(entry->path(), broken) == wanted) return KnownAs(entry->path().filename());
+    }
+    return {};
+}
+
+std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supportFolder) {
+    std::map<std::string, int> numbers;
+    for (int number = HighestSerialPort(supportFolder); number > 0; --number) {
+        std::error_code error;
+        const std::filesystem::path device = std::filesystem::canonical(SerialDeviceOf(number, supportFolder), error);
+        if (!error) numbers[device.string()] = number;
+    }
+    std::vector<SerialDevice> present;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry("/sys/class/tty", error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        std::error_code none;
+        const bool builtIn = name.starts_with("ttyS") && HasHardware(entry->path());
+        const bool plugged = !name.starts_with("ttyS") && std::filesystem::exists(entry->path() / "device", none);
+        if (builtIn || plugged) numbers.try_emplace("/dev/" + name, 0);
+    }
+    for (const auto& [device, number] : numbers)
+        present.push_back({.number = number, .device = device, .description = SerialDeviceDescription(device)});
+    constexpr auto place = [](const SerialDevice& device) {
+        return device.number > 0 ? device.number : std::numeric_limits<int>::max();
+    };
+    std::stable_sort(present.begin(), present.end(),
+                     [&](const SerialDevice& a, const SerialDevice& b) { return place(a) < place(b); });
+    return present;
 }
 
 std::string SerialDeviceProblem(const std::string& device) {

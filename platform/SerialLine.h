@@ -3,6 +3,7 @@
 
 #include "platform/RuntimeError.h"
 
+#include <cstddef>
 #include <string>
 #include <system_error>
 
@@ -12,6 +13,14 @@ namespace vantrel::serial {
 using NativeHandle = void*;
 #else
 using NativeHandle = int;
+#endif
+
+/// How many bytes to ask for at once, for an answer with the first one that arrives. A host whose drivers keep a read
+/// until all its bytes are there is asked for one.
+#ifdef _WIN32
+inline constexpr std::size_t BytesAtOnce = 1;
+#else
+inline constexpr std::size_t BytesAtOnce = 64;
 #endif
 
 /// Keeps every other program away from the device as long as it is open; false when another one has it already.

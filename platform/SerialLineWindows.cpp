@@ -9,14 +9,12 @@ bool TakeForOneself(NativeHandle) { return true; }
 
 void GiveBack(NativeHandle) {}
 
-// The timer of an adapter is set in its driver's own dialog, and no call reaches it. These times are ours: a read
-// answers at once with what is there, and with the first byte when there is none yet.
+// The timer of an adapter is set in its driver's own dialog, and no call reaches it. The times are ours: none, so that
+// a read ends when it has all its bytes and never without one. The value that means "answer with the first byte,
+// whatever was asked for" is not known to every driver.
 void AskForLowLatency(NativeHandle handle) {
-    COMMTIMEOUTS times{};
-    times.ReadIntervalTimeout = MAXDWORD;
-    times.ReadTotalTimeoutMultiplier = MAXDWORD;
-    times.ReadTotalTimeoutConstant = MAXDWORD - 1;
-    SetCommTimeouts(handle, &times);
+    COMMTIMEOUTS none{};
+    SetCommTimeouts(handle, &none);
 }
 
 void DiscardReceived(NativeHandle handle) { PurgeComm(handle, PURGE_RXCLEAR); }

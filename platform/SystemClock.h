@@ -1,4 +1,4 @@
-// The host's own clock.
+// The host's own clock. It counts the time in which the machine slept.
 #pragma once
 
 #include "platform/Clock.h"

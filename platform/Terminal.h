@@ -11,6 +11,10 @@ namespace vantrel {
 [[nodiscard]] bool StandardOutputIsTerminal();
 [[nodiscard]] bool StandardErrorIsTerminal();
 
+/// Some hosts give a program with windows no terminal. From now on what it writes to its standard streams goes to the
+/// terminal of the program that started it, unless they lead somewhere already. False when there is none: whoever
+/// started it from the desktop sees only windows.
+[[nodiscard]] bool JoinTerminal();
 /// From now on what is read from standard input and written to standard output are bytes, line ends included.
 void UseStandardStreamsForBytes();
 

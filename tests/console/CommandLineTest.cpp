@@ -25,7 +25,9 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
         {{"compare", file}, 2, "--port is required"},
         {{"compare", file, "--port", "0"}, 2, "Port numbers here go from 1 to"},
         {{"compare", file, "--port", "99999999999"}, 2, "Port numbers here go from 1 to"},
+#ifndef _WIN32
         {{"compare", file, "--port", "COM2"}, 2, "Did you mean --port 2?"},
+#endif
         {{"compare", file, "--port", "Simulated"}, 2, "Did you mean --port simulated?"},
         {{"compare", file, "--port"}, 2, "--port: a value is missing"},
         {{"compare", file, "--port", "1", "--port", "2"}, 2, "--port: At Most 1 required but received 2"},
@@ -59,7 +61,7 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
         {{"download", File("missing.sdt"), "--port", "1", "--yes"}, 4, "missing.sdt"},
         {{"new", File("nowhere/plant.sdt")}, 4, "nowhere"},
         {{"read", "W1", "--port", "1", "--trace", File("nowhere/trace")}, 4, "No such file"},
-        {{"upload", File("nowhere/plant.sdt"), "--port", "1", "--yes"}, 4, "its folder"},
+        {{"upload", File("nowhere/plant.sdt"), "--port", "1", "--yes"}, 4, "there is no folder"},
     };
     for (const Case& each : cases) {
         const Ended ended = Run(each.arguments);
@@ -72,6 +74,15 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
     }
     EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), 100);
 }
+
+#ifdef __unix__
+TEST_F(ConsoleTest, ThePortsOfTheComputerAreListedWithWhatStandsBehindTheirNumbers) {
+    std::filesystem::create_directory(folder / "Support");
+    std::filesystem::create_symlink("/dev/null", folder / "Support" / "COM14");
+    EXPECT_NE(Run({"ports"}).out.find("COM14  /dev/null\n"), std::string::npos);
+    EXPECT_NE(Run({"ports", "--json"}).out.find("\"port\": \"14\""), std::string::npos);
+}
+#endif
 
 TEST_F(ConsoleTest, AMissingProgramFolderIsWrongUsage) {
     std::filesystem::remove_all(folder);

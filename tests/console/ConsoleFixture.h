@@ -100,7 +100,7 @@ protected:
     ~ConsoleTest() override { std::filesystem::remove_all(folder); }
 
     /// A file in the test's own folder, which is the program folder as well.
-    [[nodiscard]] std::string File(const std::string& name) const { return (folder / name).string(); }
+    [[nodiscard]] std::string File(const std::string& name) const { return (folder / name).make_preferred().string(); }
 
     [[nodiscard]] static std::string TextOf(const std::string& file) {
         std::ifstream in(file, std::ios::binary);

@@ -9,6 +9,13 @@
 
 #include <string_view>
 
+#ifdef _WIN32
+#include <functional>
+#include <initializer_list>
+#include <windows.h>
+#undef ReplaceFile
+#endif
+
 #ifdef __unix__
 #include <csignal>
 #include <sys/resource.h>
@@ -80,6 +87,63 @@ TEST_F(SafeFile, PathsKeepEveryCharacterAsUtf8) {
     const std::string text = "M\u00FChle/\u03A9.sdt";
     EXPECT_EQ(Utf8FromPath(PathFromUtf8(text)), text);
 }
+
+#ifdef _WIN32
+
+/// Another program that has the file open and lets the others do with it what `share` says.
+class Holder {
+public:
+    Holder(const fs::path& path, DWORD share)
+        : file_(CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr)) {}
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+    ~Holder() { CloseHandle(file_); }
+
+private:
+    HANDLE file_;
+};
+
+TEST_F(SafeFile, AFileThatAnotherProgramHoldsOpenIsInUseAndNeverWrittenInPlace) {
+    const fs::path path = folder / "a";
+    for (const DWORD share : {0, FILE_SHARE_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE}) {
+        WriteText(path, "old text");
+        bool replaced = false;
+        {
+            const Holder other(path, share);
+            try {
+                Replace(path, "new");
+                replaced = true;
+            } catch (const RuntimeError& error) {
+                EXPECT_EQ(error.Number(), 75);
+                EXPECT_NE(error.Description().find("in use by another program"), std::string::npos)
+                    << error.Description();
+            }
+            // Who lets others delete the file may find it replaced, on systems that can do that.
+            const bool mayBeReplaced = (share & FILE_SHARE_DELETE) != 0;
+            EXPECT_TRUE(mayBeReplaced || !replaced) << share;
+            EXPECT_EQ(ErrorOf([&] { RequireReplaceable(path); }), mayBeReplaced ? 0 : 75) << share;
+            EXPECT_EQ(ReadError(path), share == 0 ? 75 : 0) << share;
+        }
+        EXPECT_EQ(FileText(path), replaced ? "new text" : "old text");
+        EXPECT_EQ(Entries(), 1U);
+    }
+    EXPECT_TRUE(warnings.empty()) << "nobody is asked for leave to risk the file";
+}
+
+TEST_F(SafeFile, ANameThatNoFileCanHaveIsNamedAsTheReason) {
+    for (const auto& action : std::initializer_list<std::function<void()>>{
+             [&] { Replace(folder / "a?b", "new"); }, [&] { RequireReplaceable(folder / "a?b"); }}) {
+        try {
+            action();
+            FAIL();
+        } catch (const RuntimeError& error) {
+            EXPECT_NE(error.Description().find("no name that a file can have"), std::string::npos);
+        }
+    }
+}
+
+#endif
 
 #ifdef __unix__
 
@@ -153,6 +217,8 @@ TEST_F(SafeFile, AProtectedFileIsNotReplacedAndAClosedOneNotRead) {
     WriteText(path, "old");
     fs::permissions(path, static_cast<fs::perms>(0444));
     EXPECT_EQ(ReplaceError(path), 70);
+    EXPECT_EQ(ErrorOf([&] { RequireReplaceable(path); }), 70);
+    EXPECT_EQ(ErrorOf([&] { RequireReplaceable(folder / "b"); }), 0);
     fs::permissions(path, fs::perms::none);
     EXPECT_EQ(ReadError(path), 70);
     fs::permissions(path, Everybody);

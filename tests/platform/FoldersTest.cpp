@@ -1,11 +1,14 @@
-// Where the program finds its files and keeps its settings.
+// What the host says: where the program finds its files and keeps its settings, its serial devices, its clock.
 #include "platform/Folders.h"
+#include "platform/Registry.h"
 #include "platform/SerialDevices.h"
+#include "platform/SystemClock.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
 
 namespace vantrel {
 namespace {
@@ -15,8 +18,10 @@ TEST(ProgramFolder, FindsSubFoldersAndFilesWithoutRegardToCase) {
     std::filesystem::create_directories(home / "SUPPORT");
     WriteText(home.Path() / "SUPPORT" / "faulterrcodes.TXT", "");
     const ProgramFolder program(home.Path(), home / "user");
-    EXPECT_EQ(program.File("Support", "FaultErrCodes.txt"), home.Path() / "SUPPORT" / "faulterrcodes.TXT");
-    EXPECT_EQ(program.WritableSupportFile("RSPort.cfg"), home.Path() / "SUPPORT" / "RSPort.cfg");
+    WriteText(home.Path() / "SUPPORT" / "RSPORT.CFG", "");
+    using std::filesystem::equivalent;
+    EXPECT_TRUE(equivalent(program.File("Support", "FaultErrCodes.txt"), home / "SUPPORT" / "faulterrcodes.TXT"));
+    EXPECT_TRUE(equivalent(program.WritableSupportFile("RSPort.cfg"), home / "SUPPORT" / "RSPORT.CFG"));
     EXPECT_EQ(program.Entry("Help"), home / "Help") << "what is not there yet keeps the name that it will get";
 }
 
@@ -26,6 +31,20 @@ TEST(ProgramFolder, KeepsSettingsWithTheUserWhereTheProgramFolderCannotBeWritten
     EXPECT_EQ(program.WritableSupportFile("RSPort.cfg"), home.Path() / "user" / "Support" / "RSPort.cfg");
 }
 
+TEST(SerialDevice, HasOnWindowsTheNameThatPeopleThereTypeForIt) {
+    const TemporaryFolder support;
+#ifdef _WIN32
+    EXPECT_EQ(SerialDeviceOf(3, support.Path()), R"(\\.\COM3)");
+    EXPECT_EQ(SerialDeviceNamed("com12"), R"(\\.\COM12)");
+#else
+    EXPECT_EQ(SerialDeviceNamed("COM12"), std::nullopt);
+#endif
+    for (const char* other : {"COM", "COM1234", "COMA", "CON1", "12", "", R"(\\.\COM3)"}) {
+        EXPECT_EQ(SerialDeviceNamed(other), std::nullopt) << other;
+    }
+}
+
+#ifdef __unix__
 TEST(SerialDevice, IsTheLinkOfTheSupportFolderBeforeTheMachinesOwn) {
     const TemporaryFolder support;
     EXPECT_EQ(SerialDeviceOf(3, support.Path()), "/dev/ttyS2");
@@ -34,6 +53,43 @@ TEST(SerialDevice, IsTheLinkOfTheSupportFolderBeforeTheMachinesOwn) {
     std::filesystem::create_symlink("/dev/not-plugged-in", support / "COM12");
     EXPECT_EQ(SerialDeviceOf(3, support.Path()), (support / "COM3").string());
     EXPECT_EQ(HighestSerialPort(support.Path()), std::max(machine, 12));
+
+    std::filesystem::create_symlink("/dev/null", support / "COM14");
+    const auto present = PresentSerialDevices(support.Path());
+    const auto is = [](int number) { return [=](const SerialDevice& device) { return device.number == number; }; };
+    const auto linked = std::find_if(present.begin(), present.end(), is(14));
+    ASSERT_NE(linked, present.end());
+    EXPECT_EQ(linked->device, "/dev/null");
+    EXPECT_TRUE(std::none_of(present.begin(), present.end(), is(3)))
+        << "an adapter that is not plugged in is not there";
+}
+#endif
+
+#ifdef _WIN32
+TEST(Host, TellsWhatItsRegistryAndTheUsersFolderHold) {
+    const std::string key = R"(SOFTWARE\Microsoft\Windows NT\CurrentVersion)";
+    EXPECT_NE(GetKeyValue(RegistryRoot::LocalMachine, key, "CurrentVersion").value_or(""), "");
+    EXPECT_EQ(GetKeyValue(RegistryRoot::LocalMachine, key, "No such value"), std::nullopt);
+    EXPECT_EQ(GetKeyValue(RegistryRoot::CurrentUser, R"(Software\No such key)", ""), std::nullopt);
+    EXPECT_EQ(UserDataFolder().filename(), "VANTREL");
+    EXPECT_TRUE(FolderIsWritable(UserDataFolder().parent_path()));
+    EXPECT_FALSE(FolderIsWritable(UserDataFolder() / "no such folder"));
+}
+#endif
+
+TEST(SystemClock, SleepsOnTheTimeThatItTellsAndCountsTheMachinesSleep) {
+    using namespace std::chrono_literals;
+    SystemClock clock;
+    const MonotonicTime start = clock.Now();
+    clock.SleepUntil(start);
+    clock.SleepUntil(start + 2ms);
+    EXPECT_GE(clock.Now(), start + 2ms);
+    EXPECT_LT(clock.Now(), start + 60s);
+    // Where the machine tells for how long it has been up, asleep or not.
+    double uptime = 0;
+    if (std::ifstream("/proc/uptime") >> uptime) {
+        EXPECT_NEAR(std::chrono::duration<double>(clock.Now()).count(), uptime, 1);
+    }
 }
 
 } // namespace

@@ -93,8 +93,10 @@ TEST(SerialPortOpen, SaysWhyADeviceCannotBeOpened) {
         std::string settings;
         int number;
     };
-    for (const Case& one : {Case{(folder / "nothing").string(), "9600,n,8,1", 53}, Case{"/dev/null", "9600,n,8,1", 75},
-                            Case{"/dev/null", "fast", 5}}) {
+    const std::string noDevice = (folder / "file").string();
+    WriteText(noDevice, "");
+    for (const Case& one : {Case{(folder / "nothing").string(), "9600,n,8,1", 53}, Case{noDevice, "9600,n,8,1", 75},
+                            Case{noDevice, "fast", 5}}) {
         AsioSerialPort port(clock, one.device);
         port.SetSettings(one.settings);
         try {

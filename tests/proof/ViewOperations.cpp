@@ -33,7 +33,8 @@ public:
         Note(SequenceWord(Sequence, static_cast<std::size_t>(3 * static_cast<int>(grid) + row)), text);
     }
     void ShowStatus(const std::string& text) override {
-        if (text != "-") Note(StatusWordAddress(Sequence), text.substr(0, 2));
+        if (const auto code = ShownNumber(text.substr(0, text.find(':')), 16))
+            world_.said.Value(world_.said.shown, StatusWordAddress(Sequence), *code);
     }
     void ShowDataWord(int row, DataDirection column, const std::string& text) override {
         Note(DataWordAddress(Sequence, column, row), text);

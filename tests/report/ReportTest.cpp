@@ -1,6 +1,7 @@
 // The report on paper of any size: what is printed, where, and on which page.
 #include "report/Report.h"
 #include "report/TextWrap.h"
+#include "tests/support/VirtualClock.h"
 
 #include <gtest/gtest.h>
 
@@ -67,7 +68,8 @@ private:
 Configuration Record() { return DefaultRecord("VANTREL_R1.0.0", OleDate{}); }
 
 void Report(RecordingPrinter& printer, const Configuration& record = Record()) {
-    TurnQueue queue;
+    const VirtualClock clock;
+    TurnQueue queue(clock);
     Task task =
         PrintReport({record, "[plant.sdt]", [] { return std::string("3/14/2026 9:05:07 AM"); }}, printer, queue);
     task.Start();
