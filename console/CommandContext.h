@@ -14,6 +14,9 @@
 
 namespace vantrel {
 
+/// The value that belongs to no sequence, by its name on the console.
+inline constexpr const char* StatusStackField = "StatusStackAddress";
+
 /// The command line, taken apart. Each command reads what it has options for.
 struct Arguments {
     std::string file;
@@ -33,7 +36,7 @@ struct Arguments {
     bool resetFaults = false;
     bool setClock = false;
     std::optional<std::string> networkAddress;
-    std::optional<std::string> sequence;
+    std::optional<std::string> sequence; ///< None for StatusStackField.
     std::string field;
     std::optional<std::string> link;
     int lineSpeed = 9600;

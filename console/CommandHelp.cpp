@@ -81,16 +81,17 @@ std::string FieldHelp() {
         const std::string_view type(&notation, 1);
         return DisplayValue(field.minimum, type) + " to " + DisplayValue(maximum, type);
     };
-    std::string help = "Fields, and what is stored in them:\n";
+    std::string help = "Fields, and what is stored in them:\n"
+                       "  StatusStackAddress  V1 to V34463; of the whole set-up, without a sequence\n";
     for (const FieldDescription& field : FieldTable()) {
         const bool switchable = field.notation == 'W';
         const bool maybeUnused = field.field == SequenceField::NodeNumber;
-        help += "  " + std::string(field.name) + std::string(18 - field.name.size(), ' ') +
+        help += "  " + std::string(field.name) + std::string(20 - field.name.size(), ' ') +
                 limits(field, field.notation, field.maximum) +
                 (switchable ? ", or " + limits(field, 'H', field.hexadecimalMaximum) + "; even" : "") +
                 (maybeUnused ? ", or 0: not used" : "") + "\n";
     }
-    return help + "  NodeDescription   any text\n\n";
+    return help + "  NodeDescription     any text\n\n";
 }
 
 std::string FaultList() {

@@ -5,7 +5,7 @@
 #include "console/CommandLine.h"
 #include "console/Commands.h"
 #include "console/PrintableText.h"
-#include "link/TargetMap.h"
+#include "console/Transfers.h"
 #include "platform/RuntimeError.h"
 
 #include <atomic>
@@ -18,11 +18,7 @@ namespace {
 
 /// A second interrupt leaves the board as it is in that moment.
 std::string LastWordsOf(const Arguments& arguments) {
-    const std::string flag = WriteThroughFlag;
-    return "\nvantrelctl: ended at once. " + flag +
-           " may have been left set to 1: the board then still expects a download. Download again, or end it with\n"
-           "  vantrelctl write " +
-           flag + " 0 --port " + PrintableText(arguments.port, Layout::Drop) + "\n";
+    return "\nvantrelctl: ended at once. " + PrintableText(FlagLeftText(arguments), Layout::Keep) + "\n";
 }
 
 ExitCode Run(const std::vector<std::string>& arguments, ConsoleHost& host) {

@@ -1,6 +1,7 @@
 // The JSON of results, in the order in which a person would read it.
 #include "console/ResultJson.h"
 
+#include "console/CommandContext.h"
 #include "document/FieldTable.h"
 #include "link/TargetAddress.h"
 #include "text/NumberText.h"
@@ -33,8 +34,7 @@ std::optional<std::size_t> SettingAt(const std::string& address) {
 
 void AddName(Json& json, std::size_t index) {
     if (index != StatusStackIndex) json["sequence"] = SequenceOf(index);
-    json["field"] =
-        index == StatusStackIndex ? "StatusStackAddress" : std::string(FieldTable().at(FieldOf(index)).name);
+    json["field"] = index == StatusStackIndex ? StatusStackField : std::string(FieldTable().at(FieldOf(index)).name);
 }
 
 Json ValueOf(const std::string& text) {

@@ -2,6 +2,7 @@
 #include "console/Commands.h"
 #include "console/PrintableText.h"
 #include "console/SetupFiles.h"
+#include "document/FileCommands.h"
 #include "document/SequenceEditor.h"
 #include "document/ValueDisplay.h"
 #include "platform/Dialogs.h"
@@ -65,19 +66,38 @@ std::string Stored(CommandContext& context, const Edit& edit) {
     return "sequence " + std::to_string(description.sequence) + ", " + Description + ": " + description.after;
 }
 
+/// What has been stored in the document, in words; nothing when it was refused.
+std::optional<std::string> StoredOf(CommandContext& context, const EditPlace& place) {
+    const std::optional<Edit> edit = Entered(context, place);
+    if (!edit) return std::nullopt;
+    return Stored(context, *edit);
+}
+
+/// The same of the one value that belongs to no sequence.
+std::optional<std::string> StoredStackAddress(CommandContext& context) {
+    Configuration& record = context.program.document.CurrentConfiguration;
+    const auto address = StackAddressIn(context.arguments.value);
+    if (!address) {
+        context.dialogs.Show(StackAddressRefusal());
+        return std::nullopt;
+    }
+    record.SetValue(StatusStackIndex, *address);
+    return ValueName(StatusStackIndex) + ": " + DisplayValue(record, StatusStackIndex);
+}
+
 } // namespace
 
 ExitCode SetCommand(CommandContext& context) {
     constexpr const char* nothing = "Nothing was stored.";
-    const EditPlace place{SequenceNumber(context.arguments.sequence.value_or("")), FieldNamed(context.arguments.field)};
-    if (!OpenSetupFile(context, SetupFileNamed(context.arguments.file), OtherVersion::Ask)) {
-        return Refuse(context, nothing);
-    }
-    const std::optional<Edit> edit = Entered(context, place);
-    if (!edit || !MayOverwrite(context)) return Refuse(context, nothing);
-    const std::string stored = Stored(context, *edit);
+    const Arguments& asked = context.arguments;
+    const bool ofSequence = asked.sequence.has_value();
+    EditPlace place;
+    if (ofSequence) place = {SequenceNumber(*asked.sequence), FieldNamed(asked.field)};
+    if (!OpenSetupFile(context, SetupFileNamed(asked.file), OtherVersion::Ask)) return Refuse(context, nothing);
+    const auto stored = ofSequence ? StoredOf(context, place) : StoredStackAddress(context);
+    if (!stored || !MayOverwrite(context)) return Refuse(context, nothing);
     SaveSetupFile(context);
-    context.host.out << PrintableText(stored, Layout::Drop) << '\n';
+    context.host.out << PrintableText(*stored, Layout::Drop) << '\n';
     return ExitCode::Done;
 }
 

@@ -60,23 +60,13 @@ bool FlagInOrder(CommandContext& context, const LinkSession& session, const Sett
     return transfer.FlagRaised() && transfer.FlagCleared();
 }
 
-/// A board that outlives the command may be left expecting a download.
-void NameFlagLeft(CommandContext& context, const LinkSession& session) {
-    const Arguments& arguments = context.arguments;
-    if (!session.Failed() || arguments.port.empty()) return;
-    const std::string flag = WriteThroughFlag;
-    context.Say(flag +
-                " may have been left at 1: the board may still expect a download. Download again, or end it "
-                "with\n  vantrelctl write " +
-                flag + " 0 --port " + arguments.port + (arguments.speed ? " --speed " + *arguments.speed : ""));
-}
-
 void ReportUnfinishedDownload(CommandContext& context, const LinkSession& session, const SettingsTransfer& transfer) {
     if (transfer.Complete() && !session.Failed()) return;
     if (transfer.Cancelled())
         context.Say(transfer.GaveUp() ? "Cancelled. The board gave no proper answer any more." : "Cancelled.");
     context.Say(ReachedText(transfer.Walked(), transfer.Unconfirmed().size()));
-    NameFlagLeft(context, session);
+    // A board that the command made itself is gone with it.
+    if (session.Failed() && !context.arguments.port.empty()) context.Say(FlagLeftText(context.arguments));
 }
 
 /// Whether what has been read may be of two boards; says so, and what to do `again`.
@@ -121,6 +111,14 @@ std::string ConfirmedText(const SettingsTransfer& transfer) {
 }
 
 } // namespace
+
+std::string FlagLeftText(const Arguments& arguments) {
+    const std::string flag = WriteThroughFlag;
+    return flag +
+           " may have been left at 1: the board may still expect a download. Download again, or end it with\n"
+           "  vantrelctl write " +
+           flag + " 0 --port " + arguments.port + (arguments.speed ? " --speed " + *arguments.speed : "");
+}
 
 ExitCode SendDocument(CommandContext& context, LinkSession& session) {
     SettingsTransfer transfer(TransferMode::DownloadData, context.program.document.CurrentConfiguration, session.Link(),

@@ -15,6 +15,9 @@ namespace vantrel {
 /// stood all the time. What had to be sent twice, and what that may have done, is named.
 [[nodiscard]] ExitCode SendDocument(CommandContext& context, LinkSession& session);
 
+/// That a download may have left the board expecting one, and the command that ends it.
+[[nodiscard]] std::string FlagLeftText(const Arguments& arguments);
+
 /// Reads the board's values into the document. Done when every one was read, over one and the same connection.
 [[nodiscard]] ExitCode FetchDocument(CommandContext& context, LinkSession& session);
 

@@ -218,10 +218,7 @@ Task FileCommands::AskStatusStackAddress() {
     if (!answer || answer->empty()) co_return;
     const std::optional<std::int32_t> address = StackAddressIn(*answer);
     if (!address) {
-        dialogs_.Show({.title = StackTitle,
-                       .text = "Only a V Memory Space Address Between 1 and 34463 can be Entered",
-                       .icon = MessageIcon::Exclamation,
-                       .buttons = MessageButtons::Ok});
+        dialogs_.Show(StackAddressRefusal());
         co_return;
     }
     document_.CurrentConfiguration.SetValue(StatusStackIndex, *address);
@@ -258,6 +255,13 @@ Task FileCommands::SendStackAddress(std::int32_t address) {
                            " and may still use the old one.\nEnter the address once more." + flag,
                    .icon = MessageIcon::Exclamation,
                    .buttons = MessageButtons::Ok});
+}
+
+MessageBox StackAddressRefusal() {
+    return {.title = StackTitle,
+            .text = "Only a V Memory Space Address Between 1 and 34463 can be Entered",
+            .icon = MessageIcon::Exclamation,
+            .buttons = MessageButtons::Ok};
 }
 
 std::optional<std::int32_t> StackAddressIn(const std::string& answer) {

@@ -86,5 +86,7 @@ private:
 /// The V memory address that an answer means: a whole number, or "V" (either case) and a number, of 1..34463; nothing
 /// for any other text. Blanks around the number are fine.
 [[nodiscard]] std::optional<std::int32_t> StackAddressIn(const std::string& answer);
+/// What any other text is refused with.
+[[nodiscard]] MessageBox StackAddressRefusal();
 
 } // namespace vantrel

@@ -13,6 +13,8 @@ TEST_F(ConsoleTest, SetStoresWhatTheEditorWouldStore) {
     const std::string file = Imported("plant.sdt", TwoSequences);
     EXPECT_EQ(Run({"set", File("plant"), "1", "sendtonode", "w1024"}).out, file + "\nsequence 1, SendToNode: W1024\n");
     EXPECT_EQ(Run({"set", file, "0", "ReceiveFromNode", "1a0h"}).out, file + "\nsequence 0, ReceiveFromNode: 1A0H\n");
+    EXPECT_EQ(Run({"set", file, "statusstackaddress", "v500"}).out, file + "\nstatus stack address: V500\n");
+    EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), 500);
     const Ended described = Run({"set", file, "30", "NODEDESCRIPTION", "F\u00FCller \u03A9"});
     EXPECT_EQ(described.out, file + "\nsequence 30, NodeDescription: F\u00FCller ?\n");
     EXPECT_EQ(CountOf(described.err, "cannot hold"), 1U);
@@ -32,6 +34,8 @@ TEST_F(ConsoleTest, SetChangesNothingWhenItRefuses) {
         {{file, "0", "NodeNumber", "1"}, 1, "VANTREL Configuration: Only a Number Between 2 and 32 can be Entered\n"},
         {{file, "0", "SendWordCount", "-5"}, 1, "can be Entered\nNothing was stored.\n"},
         {{file, "0", "SendToNode", "AH"}, 1, "Error Number = 5\nInvalid procedure call or argument\n"},
+        {{file, "StatusStackAddress", "34464"}, 1, "Address Between 1 and 34463 can be Entered\nNothing was stored."},
+        {{file, "0", "NodeNumber"}, 2, "VALUE is required"},
         {{file, "0", "Node", "2"}, 2, "There is no field \"Node\". The fields are NodeNumber, "},
         {{file, "31", "NodeNumber", "2"}, 2, "There is no sequence \"31\". Sequence numbers go from 0 to 30."},
         {{file, "-1", "NodeNumber", "2"}, 2, "There is no sequence \"-1\""},
