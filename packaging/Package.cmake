@@ -33,6 +33,7 @@ if(UNIX AND NOT APPLE)
     install(FILES packaging/vantrel-mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages RENAME vantrel.xml)
     install(FILES LICENSE DESTINATION ${document_folder} RENAME copyright)
     install(FILES README.md DESTINATION ${document_folder})
+    include(packaging/Documents.cmake)
 endif()
 
 set(CPACK_PACKAGE_NAME vantrel)
