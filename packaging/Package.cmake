@@ -1,6 +1,7 @@
 # What `cmake --install` puts where, and the Debian package made of it. The program's folder holds everything that the
 # program looks for beside itself; the commands on the path are links into it.
 include(GNUInstallDirs)
+include(packaging/Hardening.cmake)
 set(document_folder ${CMAKE_INSTALL_DATADIR}/doc/vantrel)
 
 if(WIN32)
