@@ -1,6 +1,7 @@
 # What `cmake --install` puts where, and the packages made of it: Debian's, or a zip and an installer for Windows. The program's folder holds everything that the
 # program looks for beside itself; the commands on the path are links into it.
 include(GNUInstallDirs)
+include(packaging/Hardening.cmake)
 set(document_folder ${CMAKE_INSTALL_DATADIR}/doc/vantrel)
 
 if(WIN32)
@@ -33,6 +34,7 @@ if(UNIX AND NOT APPLE)
     install(FILES packaging/vantrel-mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages RENAME vantrel.xml)
     install(FILES LICENSE DESTINATION ${document_folder} RENAME copyright)
     install(FILES README.md DESTINATION ${document_folder})
+    include(packaging/Documents.cmake)
 endif()
 
 set(CPACK_PACKAGE_NAME vantrel)
