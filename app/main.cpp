@@ -155,7 +155,7 @@ int PrintReportOf(const Options& options, int argc, char** argv) {
     UseStandardStreamsForBytes();
     PrintWithoutScreen();
     const QApplication application(argc, argv);
-    SystemClock clock;
+    const SystemClock clock;
     return WriteReportFile({.setupFile = PathFromUtf8(options.file),
                             .reportFile = PathFromUtf8(options.report),
                             .makePrinter =

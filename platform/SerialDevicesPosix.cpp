@@ -103,6 +103,7 @@ std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supp
         const bool plugged = !name.starts_with("ttyS") && std::filesystem::exists(entry->path() / "device", none);
         if (builtIn || plugged) numbers.try_emplace("/dev/" + name, 0);
     }
+    present.reserve(numbers.size());
     for (const auto& [device, number] : numbers)
         present.push_back({.number = number, .device = device, .description = SerialDeviceDescription(device)});
     constexpr auto place = [](const SerialDevice& device) {

@@ -33,6 +33,7 @@ BoardFiles BoardFilesOf(const ProgramFolder& folder) {
 
 TaskOf<bool> BoardMonitor::ReadAll(std::vector<int> bytes, Take take) {
     std::vector<std::string> addresses;
+    addresses.reserve(bytes.size());
     for (const int byte : bytes)
         addresses.push_back(ByteAddress(byte));
     const std::function<bool()> mayRead = [this] { return MayRead(); };
@@ -196,6 +197,7 @@ void BoardMonitor::ShowAdvice() {
 
 TaskOf<bool> BoardMonitor::ReadRevision() {
     std::vector<int> bytes;
+    bytes.reserve(IdentLength + 2);
     for (int i = 0; i < IdentLength + 2; ++i)
         bytes.push_back(i < IdentLength ? RevisionIdentBase + i : RevisionNumberBase + i - IdentLength);
     std::string ident;
@@ -227,6 +229,7 @@ void BoardMonitor::ShowDeadLink() {
 
 Task BoardMonitor::RefreshSetupFields() {
     std::vector<int> bytes;
+    bytes.reserve(SetupFields.size());
     for (const SetupField& field : SetupFields)
         bytes.push_back(field.byte);
     const Take take = [this](const JudgedReading& judged) {

@@ -69,7 +69,7 @@ public:
                 for (const auto button : {QMessageBox::Yes, QMessageBox::Cancel, QMessageBox::Ok}) {
                     if (box->button(button)) return box->button(button)->click();
                 }
-            } else if (window && window->findChild<QLineEdit*>()) {
+            } else if (window && window->objectName() == QLatin1String("AskText")) {
                 window->reject();
             }
         });
