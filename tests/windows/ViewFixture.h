@@ -31,9 +31,10 @@ protected:
         mode_ = Switch(view);
         mode_.Start();
     }
-    /// Beyond any answer.
-    void Silence(std::size_t afterBytes = 0) {
-        board.AddFault({.kind = FaultKind::NoAnswer, .afterBytes = board.ReceivedBytes() + afterBytes});
+    /// The board answers no more, and that has been so for a while.
+    void Silence() {
+        board.AddFault({.kind = FaultKind::NoAnswer});
+        TurnsUntil([&] { return link.AwaitingSince() && clock.Now() > *link.AwaitingSince() + RSComm::SilenceTime; });
     }
     static void Turns(int count) {
         for (int i = 0; i < count; ++i)
