@@ -1,0 +1,124 @@
+// What a set-up's check finds between its cells, and what it lets pass.
+#include "document/SetupCheck.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+namespace {
+
+using enum SequenceField;
+
+/// Fields by their place; a used sequence has a description.
+using Fields = std::map<std::pair<std::size_t, SequenceField>, std::int32_t>;
+
+Configuration RecordOf(std::int32_t stack, const Fields& fields) {
+    Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
+    record.SetValue(StatusStackIndex, stack);
+    for (const auto& [place, value] : fields) {
+        record.SetValue(ValueIndex(place.first, place.second), value);
+        record.SetNodeDescription(place.first, "Filler");
+    }
+    return record;
+}
+
+std::string Found(const Configuration& record) {
+    std::string text;
+    for (const Finding& finding : CheckSetup(record)) {
+        text += std::string(SeverityName(finding.severity)).substr(0, 1) + " " +
+                std::to_string(finding.index.value_or(ValueCount)) + ": " + finding.text + "\n";
+    }
+    return text;
+}
+
+struct Case {
+    std::int32_t stack;
+    Fields fields;
+    std::string found; ///< How the lines begin, or what they hold; none for a clean set-up.
+};
+
+TEST(SetupCheck, FindsWhatTheRulesOfSingleCellsCannotSee) {
+    const std::vector<Case> cases = {
+        {1, {}, ""},
+        {34432, {}, ""},
+        {34433, {}, "E 0: The status stack takes 32 words: V34433 to V34464 end behind V34463"},
+        {0, {}, "E 0: V0 is no word of V memory."},
+        // Blocks that touch do not overlap; what is sent may be read from anywhere.
+        {1,
+         {{{0, NodeNumber}, 5},
+          {{0, ReceiveWordCount}, 10},
+          {{0, ReceiveToTI}, 33},
+          {{1, NodeNumber}, 6},
+          {{1, ReceiveWordCount}, 10},
+          {{1, ReceiveToTI}, 43},
+          {{2, NodeNumber}, 7},
+          {{2, SendWordCount}, 120},
+          {{2, SendFromTI}, 1}},
+         ""},
+        {1,
+         {{{0, NodeNumber}, 5}, {{0, ReceiveWordCount}, 10}, {{0, ReceiveToTI}, 32}},
+         "E 7: The words received, V32 to V41, overwrite the status stack, V1 to V32."},
+        {1,
+         {{{0, NodeNumber}, 5},
+          {{0, ReceiveWordCount}, 10},
+          {{0, ReceiveToTI}, 100},
+          {{3, NodeNumber}, 6},
+          {{3, ReceiveWordCount}, 1},
+          {{3, ReceiveToTI}, 109}},
+         "E 28: The words received, V109, overwrite those of sequence 0, V100 to V109."},
+        {1,
+         {{{0, NodeNumber}, 5}, {{0, SendWordCount}, 2}, {{0, SendFromTI}, 34463}},
+         "E 3: The words sent, V34463 to V34464, end behind V34463, the last word of V memory. Begin at V34462"},
+        // Words of a node count by two.
+        {1, {{{0, NodeNumber}, 5}, {{0, SendWordCount}, 2}, {{0, SendToNode}, 8172}}, ""},
+        {1,
+         {{{0, NodeNumber}, 5}, {{0, SendWordCount}, 2}, {{0, SendToNode}, 8174}},
+         "E 4: W8174 to W8176 end behind W8174"},
+        {1,
+         {{{0, NodeNumber}, 5},
+          {{0, SendWordCount}, 3},
+          {{0, SendToNode}, 40},
+          {{1, NodeNumber}, 5},
+          {{1, SendWordCount}, 1},
+          {{1, SendToNode}, 44}},
+         "W 11: In node 5 sequence 0 writes W40 to W44 and this one W44"},
+        {1,
+         {{{0, NodeNumber}, 5},
+          {{0, SendWordCount}, 3},
+          {{0, SendToNode}, 40},
+          {{1, NodeNumber}, 6},
+          {{1, SendWordCount}, 1},
+          {{1, SendToNode}, 44}},
+         ""},
+        {1, {{{4, NodeNumber}, 5}}, "W 29: Nothing is sent to node 5"},
+        {1, {{{4, SendWordCount}, 5}}, "W 29: Words are to be moved, but the node number is 0"},
+        {1, {{{4, NodeNumber}, 1}, {{4, SendWordCount}, 5}}, "E 29: 1 is out of range. Only a Number Between 2 and 32"},
+    };
+    for (const Case& one : cases) {
+        const std::string found = Found(RecordOf(one.stack, one.fields));
+        EXPECT_EQ(found.substr(0, one.found.size()), one.found);
+        EXPECT_EQ(std::ranges::count(found, '\n'), one.found.empty() ? 0 : 1) << found;
+    }
+}
+
+TEST(SetupCheck, HexadecimalAddressesReachFurtherAndTheWorstStandsFirst) {
+    Configuration record = RecordOf(1, {{{0, NodeNumber}, 5}, {{0, SendWordCount}, 2}, {{0, SendToNode}, 65534}});
+    record.SetAddressType(ValueIndex(0, SendToNode), "H");
+    record.SetNodeDescription(0, " ");
+    record.SetValue(ValueIndex(9, SendWordCount), 1);
+    EXPECT_EQ(Found(record).substr(0, 25), "E 4: FFFEH to 10000H end ");
+    const std::vector<Finding> findings = CheckSetup(record);
+    ASSERT_EQ(findings.size(), 3U);
+    EXPECT_EQ(findings[1].severity, Severity::Warning);
+    EXPECT_EQ(findings[2].Place(), "sequence 0, Description");
+    EXPECT_TRUE(HasErrors(findings));
+    EXPECT_FALSE(HasErrors({findings[1], findings[2]}));
+}
+
+} // namespace
+
+} // namespace vantrel
