@@ -1,10 +1,9 @@
-// The table and the JSON of a record.
+// The table of a record.
 #include "console/RecordText.h"
 
 #include "console/PrintableText.h"
+#include "document/MemoryMap.h"
 #include "document/ValueDisplay.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <vector>
@@ -31,10 +30,6 @@ std::string DateText(OleDate date) {
     std::string text = IsoText(date);
     std::replace(text.begin(), text.end(), 'T', ' ');
     return text.empty() ? "no date" : text;
-}
-
-bool IsUsed(const Configuration& record, std::size_t sequence) {
-    return record.Value(ValueIndex(sequence, SequenceField::NodeNumber)) != 0;
 }
 
 using Row = std::vector<std::string>;
@@ -98,16 +93,6 @@ std::string RecordTable(const std::string& file, const Configuration& record, Se
            Labelled("Saved:", DateText(record.SavedDate)) +
            Labelled("Status stack address:", DisplayValue(record, StatusStackIndex)) + "\n" +
            (shown > 0 ? TableText(rows) : std::string()) + UnusedText(SequenceCount - shown);
-}
-
-std::string RecordJson(const Configuration& record) {
-    const nlohmann::ordered_json json = {{"creatorVersion", record.CreatorVersion},
-                                         {"savedDate", IsoText(record.SavedDate)},
-                                         {"values", record.Values},
-                                         {"targetAddresses", record.TargetAddresses},
-                                         {"nodeDescriptions", record.NodeDescriptions},
-                                         {"addressTypes", record.AddressTypes}};
-    return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
 
 } // namespace vantrel

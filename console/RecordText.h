@@ -1,4 +1,4 @@
-// A set-up record for reading: as a table for people and as JSON for programs. Knows the record only.
+// A set-up record for reading: a table for people. Knows the record only.
 #pragma once
 
 #include "document/Configuration.h"
@@ -15,9 +15,5 @@ enum class Sequences { Used, All };
 
 /// File name, version, date, status stack address and the communication sequences, a line each.
 [[nodiscard]] std::string RecordTable(const std::string& file, const Configuration& record, Sequences which);
-
-/// The whole record, its arrays in the sizes that it has: creatorVersion, savedDate ("2026-03-14T09:05:07", empty for a
-/// value that is no date), values, targetAddresses, nodeDescriptions, addressTypes.
-[[nodiscard]] std::string RecordJson(const Configuration& record);
 
 } // namespace vantrel

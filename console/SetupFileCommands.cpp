@@ -2,6 +2,7 @@
 #include "console/Commands.h"
 #include "console/RecordText.h"
 #include "console/SetupFiles.h"
+#include "document/RecordTables.h"
 #include "document/ValueDisplay.h"
 #include "text/PathText.h"
 

@@ -3,7 +3,6 @@
 
 #include "document/ValueDisplay.h"
 #include "link/TargetMap.h"
-#include "text/Windows1252.h"
 
 #include <algorithm>
 #include <utility>
@@ -25,24 +24,6 @@ std::string ByteList(const std::vector<std::uint16_t>& bytes) {
 }
 
 } // namespace
-
-Edit TurnedAround(Edit edit) {
-    std::visit([](auto& one) { std::swap(one.before, one.after); }, edit);
-    return edit;
-}
-
-EditAnswer EditOf(const Configuration& record, const EditPlace& place, const std::string& text) {
-    if (!place.field) {
-        return DescriptionEdit{place.sequence, record.NodeDescription(place.sequence),
-                               Utf8FromWindows1252(Windows1252FromUtf8(text))};
-    }
-    const EntryAnswer answer = CheckEntry(*place.field, text);
-    if (const auto* refused = std::get_if<RefusedEntry>(&answer)) return *refused;
-    const auto& accepted = std::get<AcceptedEntry>(answer);
-    const std::size_t index = ValueIndex(place.sequence, *place.field);
-    return ValueEdit{
-        index, {record.Value(index), record.AddressType(index)}, {accepted.value, std::string(1, accepted.notation)}};
-}
 
 bool LandedEdit::Confirmed() const {
     return result.Holds(edit.after.value) && result.flagRaised && result.flagLowered && !result.reconnected;
@@ -96,16 +77,12 @@ EditAnswer SequenceEditor::Enter(const EditPlace& place, const std::string& text
 }
 
 void SequenceEditor::Apply(const Edit& edit) {
-    if (const auto* description = std::get_if<DescriptionEdit>(&edit)) {
-        record_.SetNodeDescription(description->sequence, description->after);
-        return;
-    }
-    const auto& value = std::get<ValueEdit>(edit);
-    record_.SetValue(value.index, value.after.value);
-    record_.SetAddressType(value.index, value.after.notation);
-    unconfirmed_.erase(value.index);
+    Store(record_, edit);
+    const auto* value = std::get_if<ValueEdit>(&edit);
+    if (!value) return;
+    unconfirmed_.erase(value->index);
     // Also when the link has failed: the user may be about to choose Retry, and hears of it if not.
-    if (board_ && board_->link.OnlineMode()) Send(value);
+    if (board_ && board_->link.OnlineMode()) Send(*value);
 }
 
 void SequenceEditor::Send(const ValueEdit& edit) {

@@ -2,8 +2,7 @@
 // ONLINE, written through to the board. Knows the record, the entry rules and the link.
 #pragma once
 
-#include "document/Configuration.h"
-#include "document/EntryRules.h"
+#include "document/Edit.h"
 #include "document/WriteThrough.h"
 #include "platform/Signal.h"
 #include "platform/Task.h"
@@ -20,41 +19,6 @@
 #include <vector>
 
 namespace vantrel {
-
-/// What can be edited of a sequence: one of its values, or its description.
-struct EditPlace {
-    std::size_t sequence = 0; ///< 0..30.
-    std::optional<SequenceField> field{}; ///< None: the description.
-};
-
-/// A value as the record keeps it: the number, and the letter of its notation.
-struct NotedValue {
-    std::int32_t value = 0;
-    std::string notation{};
-    friend bool operator==(const NotedValue&, const NotedValue&) = default;
-};
-
-struct ValueEdit {
-    std::size_t index = 0; ///< In the record's value arrays.
-    NotedValue before{};
-    NotedValue after{};
-};
-struct DescriptionEdit {
-    std::size_t sequence = 0;
-    std::string before{};
-    std::string after{};
-};
-/// One change of the record. A value by itself: it can be kept, and applied or turned around later.
-using Edit = std::variant<ValueEdit, DescriptionEdit>;
-
-/// The edit that takes `edit` back.
-[[nodiscard]] Edit TurnedAround(Edit edit);
-
-using EditAnswer = std::variant<Edit, RefusedEntry>;
-
-/// What a text entered at a place comes to; stores nothing. What a set-up file cannot hold of a description becomes
-/// "?". Throws as CheckEntry does.
-[[nodiscard]] EditAnswer EditOf(const Configuration& record, const EditPlace& place, const std::string& text);
 
 /// The entry box of an editor, whoever shows it.
 enum class EntryState {
