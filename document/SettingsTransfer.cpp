@@ -2,6 +2,7 @@
 
 #include "link/TargetMap.h"
 
+#include <numeric>
 #include <utility>
 
 namespace vantrel {
@@ -39,6 +40,12 @@ std::string_view TransferLabel(TransferMode mode) {
     return {};
 }
 
+std::vector<std::size_t> EveryIndex() {
+    std::vector<std::size_t> indices(ValueCount);
+    std::iota(indices.begin(), indices.end(), std::size_t{0});
+    return indices;
+}
+
 std::string SignedText(std::int32_t value) { return value < 0 ? std::to_string(value) : " " + std::to_string(value); }
 
 MessageBox UploadQuestion() { return TransferQuestion("Data Upload", "Upload Data from"); }
@@ -62,7 +69,7 @@ bool SettingsTransfer::HasWork() const {
 
 void SettingsTransfer::Load() {
     display_.ShowLabel(TransferLabel(mode_));
-    if (HasWork()) display_.ShowProgress(0, ValueCount);
+    if (HasWork()) display_.ShowProgress(0, indices_.size());
 }
 
 void SettingsTransfer::Cancel() {
@@ -98,13 +105,10 @@ TaskOf<bool> SettingsTransfer::WriteFlag(std::string value) {
     co_return written.Confirmed();
 }
 
-void SettingsTransfer::Advance(std::size_t walked) {
-    walked_ = walked;
-    display_.ShowProgress(walked_, ValueCount);
-}
+void SettingsTransfer::Advance() { display_.ShowProgress(++walked_, indices_.size()); }
 
 Task SettingsTransfer::Download() {
-    for (std::size_t index = 0; index < ValueCount; ++index) {
+    for (const std::size_t index : indices_) {
         co_await turns_.Next();
         if (!MayGoOn()) co_return;
         const WriteResult written =
@@ -112,13 +116,13 @@ Task SettingsTransfer::Download() {
         if (written.repeated || !written.mayHaveReached.empty()) repeated_.push_back({index, written.mayHaveReached});
         if (link_.LinkFailed()) co_return;
         if (!written.Confirmed()) unconfirmed_.push_back(index);
-        Advance(index + 1);
+        Advance();
     }
 }
 
 Task SettingsTransfer::Upload() {
     ReadingWalk walk(link_);
-    for (std::size_t index = 0; index < ValueCount; ++index) {
+    for (const std::size_t index : indices_) {
         co_await turns_.Next();
         if (!MayGoOn()) break;
         const auto judged = co_await walk.Read(record_.TargetAddress(index), index);
@@ -134,7 +138,7 @@ void SettingsTransfer::Store(const std::optional<JudgedReading>& judged) {
     const std::uint32_t number = judged->reading.NumberEvenIfDoubtful().value_or(0);
     record_.SetValue(judged->tag, static_cast<std::int32_t>(number));
     if (!judged->reading.IsValue()) unconfirmed_.push_back(judged->tag);
-    Advance(judged->tag + 1);
+    Advance();
 }
 
 BoardComparison::BoardComparison(const Configuration& record, RSComm& link, TurnQueue& turns, TransferDisplay& display)
@@ -147,9 +151,9 @@ void BoardComparison::Cancel() {
 
 Task BoardComparison::Run() {
     display_.ShowLabel("Comparing Data, Please Standby...");
-    display_.ShowProgress(0, ValueCount);
+    display_.ShowProgress(0, indices_.size());
     ReadingWalk walk(link_);
-    for (std::size_t index = 0; index < ValueCount; ++index) {
+    for (const std::size_t index : indices_) {
         co_await turns_.Next();
         if (cancelled_ || link_.LinkFailed()) break;
         const auto judged = co_await walk.Read(record_.TargetAddress(index), index);
@@ -168,8 +172,14 @@ void BoardComparison::Compare(const std::optional<JudgedReading>& judged) {
     } else if (const auto onBoard = static_cast<std::int32_t>(*number); onBoard != record_.Value(index)) {
         differences_.push_back({index, record_.Value(index), onBoard});
     }
-    compared_ = index + 1;
-    display_.ShowProgress(compared_, ValueCount);
+    display_.ShowProgress(++compared_, indices_.size());
+}
+
+Configuration BoardComparison::OnBoard() const {
+    Configuration board = record_;
+    for (const ValueDifference& difference : differences_)
+        board.SetValue(difference.index, difference.onBoard);
+    return board;
 }
 
 } // namespace vantrel

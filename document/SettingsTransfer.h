@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vantrel {
@@ -63,6 +64,9 @@ struct RepeatedWrite {
     std::vector<std::uint16_t> mayHaveReached;
 };
 
+/// 0..LastValueIndex.
+[[nodiscard]] std::vector<std::size_t> EveryIndex();
+
 /// One transfer between a record and the board. Load(), then Run() once. All that it is given must outlive it, and it
 /// its running task.
 class SettingsTransfer {
@@ -73,6 +77,8 @@ public:
     SettingsTransfer(TransferMode mode, Configuration& record, RSComm& link, Dialogs& dialogs, TurnQueue& turns,
                      TransferDisplay& display);
 
+    /// Only these values, ascending, instead of all: for a download of what differs. Before Load().
+    void Only(std::vector<std::size_t> indices) { indices_ = std::move(indices); }
     /// What happens when the progress window opens: the label and the empty bar.
     void Load();
     /// The transfer itself, the board's download flag first. Yields before each value; ends by Cancel, by a failed link
@@ -83,11 +89,11 @@ public:
     void Cancel();
 
     [[nodiscard]] bool Cancelled() const { return cancelled_; }
-    /// How many values, from index 0 on, were walked before the transfer ended; the one at which the link failed is
+    /// How many values, from the first on, were walked before the transfer ended; the one at which the link failed is
     /// not.
     [[nodiscard]] std::size_t Walked() const { return walked_; }
     /// Every value was walked; see also Unconfirmed().
-    [[nodiscard]] bool Complete() const { return walked_ == ValueCount; }
+    [[nodiscard]] bool Complete() const { return walked_ == indices_.size(); }
     /// The board echoed that a download begins, or that the transfer has ended ("B105").
     [[nodiscard]] bool FlagRaised() const { return flagRaised_; }
     [[nodiscard]] bool FlagCleared() const { return flagCleared_; }
@@ -109,7 +115,7 @@ private:
     [[nodiscard]] Task Download();
     [[nodiscard]] Task Upload();
     void Store(const std::optional<JudgedReading>& judged);
-    void Advance(std::size_t walked);
+    void Advance();
     [[nodiscard]] TaskOf<bool> WriteFlag(std::string value);
 
     TransferMode mode_;
@@ -121,6 +127,7 @@ private:
     bool cancelled_ = false;
     bool flagRaised_ = false;
     bool flagCleared_ = false;
+    std::vector<std::size_t> indices_ = EveryIndex();
     std::size_t walked_ = 0;
     bool reconnected_ = false;
     std::vector<std::size_t> unconfirmed_;
@@ -135,22 +142,27 @@ struct ValueDifference {
     std::int32_t onBoard;
 };
 
-/// Reads every value from the board and keeps what differs from the record. Writes nothing to the board. Yields before
+/// Reads values from the board and keeps what differs from the record. Writes nothing to the board. Yields before
 /// each value; ends early when the link fails or `Cancel` was called.
 class BoardComparison {
 public:
     BoardComparison(const Configuration& record, RSComm& link, TurnQueue& turns, TransferDisplay& display);
 
+    /// Only these values, ascending, instead of all. Before Run().
+    void Only(std::vector<std::size_t> indices) { indices_ = std::move(indices); }
     [[nodiscard]] Task Run();
     void Cancel();
     /// The port was opened again in the middle: the values may be those of two boards.
     [[nodiscard]] bool Reconnected() const { return reconnected_; }
-    [[nodiscard]] bool Complete() const { return compared_ == ValueCount; }
-    /// How many values, from index 0 on, were compared.
+    [[nodiscard]] bool Complete() const { return compared_ == indices_.size(); }
+    /// How many values, from the first on, were compared.
     [[nodiscard]] std::size_t Compared() const { return compared_; }
     [[nodiscard]] const std::vector<ValueDifference>& Differences() const { return differences_; }
     /// Indices of doubtful values: the board did not give them clearly although the link stood.
     [[nodiscard]] const std::vector<std::size_t>& Unread() const { return unread_; }
+    /// The record with every value that was read clearly as the board holds it: a copy of the board, when nothing is
+    /// unread.
+    [[nodiscard]] Configuration OnBoard() const;
 
 private:
     void Compare(const std::optional<JudgedReading>& judged);
@@ -159,6 +171,7 @@ private:
     RSComm& link_;
     TurnQueue& turns_;
     TransferDisplay& display_;
+    std::vector<std::size_t> indices_ = EveryIndex();
     bool cancelled_ = false;
     std::size_t compared_ = 0;
     bool reconnected_ = false;
