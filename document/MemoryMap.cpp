@@ -48,6 +48,10 @@ bool MemoryBlock::Overlaps(const MemoryBlock& other) const {
     return node == other.node && first <= other.last && other.first <= last;
 }
 
+bool MemoryBlock::Destroys(const MemoryBlock& other) const {
+    return index != other.index && kind == Kind::Receive && other.kind != Kind::Send && Overlaps(other);
+}
+
 std::string MemoryBlock::Text() const {
     const auto shown = [this](std::int64_t word) {
         return DisplayValue(static_cast<std::int32_t>(word), std::string(1, notation));

@@ -24,6 +24,8 @@ struct MemoryBlock {
     std::int32_t node = 0; ///< The node whose words they are; 0 for V memory.
 
     [[nodiscard]] bool Overlaps(const MemoryBlock& other) const;
+    /// What is received here overwrites the other block, which is the board's to write as well. In V memory.
+    [[nodiscard]] bool Destroys(const MemoryBlock& other) const;
     /// "V100 to V119", "V7" for a single word.
     [[nodiscard]] std::string Text() const;
 };

@@ -83,10 +83,9 @@ void CheckEndOfNode(const std::vector<MemoryBlock>& blocks, Findings& findings) 
 /// The board writes the received words one sequence after another, and the status stack all the time.
 void CheckReceiveOverlaps(const std::vector<MemoryBlock>& blocks, Findings& findings) {
     for (std::size_t i = 0; i < blocks.size(); ++i) {
-        if (blocks[i].kind != MemoryBlock::Kind::Receive) continue;
         for (std::size_t j = 0; j < i; ++j) {
             const MemoryBlock& other = blocks[j];
-            if (other.kind == MemoryBlock::Kind::Send || !blocks[i].Overlaps(other)) continue;
+            if (!blocks[i].Destroys(other)) continue;
             const bool stack = other.kind == MemoryBlock::Kind::StatusStack;
             Add(findings, Severity::Error, blocks[i].index,
                 WhoseWords(blocks[i]) + " overwrite " +
