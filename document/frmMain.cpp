@@ -52,6 +52,8 @@ frmMain::frmMain(Document& document, RSComm& link, TurnQueue& turns, Dialogs& di
     LayOutWindow();
     BuildDefaultButton();
     BuildEntryBox();
+    BuildUndo();
+    BuildBlockCommands();
     tmrStatusTab.setInterval(StatusPeriod);
     tmrStatusTab.setSingleShot(true);
     tmrStatusTab.callOnTimeout(this, [this] { periodOver_.Raise(); });

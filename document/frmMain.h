@@ -2,7 +2,9 @@
 // being edited, and the system messages. Carries texts to SequenceEditor, which edits the document's working copy.
 #pragma once
 
+#include "document/CellBlock.h"
 #include "document/Document.h"
+#include "document/Edit.h"
 #include "document/GridTexts.h"
 #include "document/SequenceEditor.h"
 #include "document/StatusTab.h"
@@ -13,6 +15,7 @@
 #include "platform/TurnQueue.h"
 #include "widgets/QtFormatGrid.h"
 
+#include <QAction>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -22,12 +25,14 @@
 #include <QStackedLayout>
 #include <QTabBar>
 #include <QTimer>
+#include <QUndoStack>
 #include <QWidget>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -67,6 +72,18 @@ public:
     void Confirm(std::size_t index) { edits_.Confirm(index); }
     /// Scrolls to the row of the selected sequence and selects it; call when another window has changed the number.
     void ShowSelectedSequence();
+    /// Leads to the cell of a value, or of a sequence's description, on its tab.
+    void GoTo(std::size_t sequence, std::optional<std::size_t> index);
+
+    /// What has changed the record elsewhere (an upload, the stack address) can be undone from now on.
+    void Remember(EditStep step);
+    /// Does what a command comes to, and remembers it: OFFLINE it is stored; ONLINE it goes to the board as well,
+    /// several values only when the user agrees. False when the user does not: nothing has changed.
+    bool Make(const EditStep& step);
+    /// Sends values that are stored already to the board, while the user watches.
+    void SetOnSendBlock(std::function<void(const std::vector<std::size_t>&)> send) { sendBlock_ = std::move(send); }
+    /// The editor's own commands, for a menu; nullptr stands for a separator.
+    [[nodiscard]] const std::vector<QAction*>& Commands() const { return commands_; }
 
     // Controls, by their names.
     QTabBar tbsComm;
@@ -157,6 +174,31 @@ private:
     [[nodiscard]] std::optional<Cell> CellBeside(int step) const;
     Task PassOn(std::exception_ptr error);
 
+    // Undo and redo (frmMainUndo.cpp)
+    class Step;
+    void BuildUndo();
+    void Undo();
+    void Redo();
+    [[nodiscard]] bool Perform(const EditStep& step);
+    [[nodiscard]] bool MaySend(const std::string& name, std::size_t values);
+
+    // Blocks of cells (frmMainBlocks.cpp)
+    QAction* AddCommand(const char* name, const QString& caption, const QKeySequence& keys, void (frmMain::*command)());
+    void BuildBlockCommands();
+    [[nodiscard]] std::optional<CellBlock> SelectedBlock() const;
+    void ShowBlockCommands();
+    void MakeBlock(const char* name, const BlockAnswer& answer);
+    void Cut();
+    void Copy();
+    void Paste();
+    void Clear();
+    void FillDown();
+    void FillSeries();
+    void DuplicateSequence();
+    void MoveSequenceUp() { MoveSequence(-1); }
+    void MoveSequenceDown() { MoveSequence(1); }
+    void MoveSequence(int rows);
+
     // Back from the board (frmMainLanding.cpp)
     void Landed(const LandedEdit& landed);
     void ShowLanded(const LandedEdit& landed);
@@ -167,6 +209,8 @@ private:
     // Keys, clicks, focus (frmMainKeys.cpp); each filter answers whether the event ends there
     bool EntryEvent(QEvent& event);
     bool EntryKey(QKeyEvent& key);
+    /// Keys that mean the grid although the box has the focus: a selection begins, or a block is pasted.
+    bool KeyForGrid(QKeyEvent& key);
     void ComeIntoSight(const QString& text);
     bool CharacterTyped(const QString& text);
     /// While the entry is on its way.
@@ -204,7 +248,11 @@ private:
     Task refill_;
     Task untrapped_;
     SequenceEditor edits_;
-    int markedDocument_ = 0; ///< Whose values are marked.
+    int markedDocument_ = 0; ///< Whose values are marked, and whose steps can be undone.
+    QUndoStack undo_;
+    std::vector<QAction*> commands_; ///< Qt's children of the editor.
+    std::vector<QAction*> blockCommands_; ///< Those of them that need a block of cells.
+    std::function<void(const std::vector<std::size_t>&)> sendBlock_;
 };
 
 } // namespace vantrel

@@ -137,10 +137,11 @@ bool frmMain::StoreEntry() {
         ShowRefusal(*refusal);
         return false;
     }
+    const Edit& edit = std::get<Edit>(answer);
+    Remember({std::holds_alternative<DescriptionEdit>(edit) ? "Description" : "Entry", {edit}});
     const auto texts = EditorRowTexts(document_.CurrentConfiguration, CurrentTab, PlaceOfEntry().sequence);
     ShowCell(EditRow, EditCol, texts.at(static_cast<std::size_t>(EditCol)));
-    const bool sent = std::holds_alternative<ValueEdit>(std::get<Edit>(answer)) &&
-                      edits_.OnItsWay(static_cast<std::size_t>(EditIndex));
+    const bool sent = std::holds_alternative<ValueEdit>(edit) && edits_.OnItsWay(static_cast<std::size_t>(EditIndex));
     SetEntry(sent ? EntryState::OnItsWay : EntryState::Open);
     return true;
 }

@@ -3,6 +3,7 @@
 #include "document/frmMain.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFocusEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -83,6 +84,7 @@ bool frmMain::EntryKey(QKeyEvent& key) {
         KeyMeanwhile(key);
         return true;
     }
+    if (KeyForGrid(key)) return true;
     switch (key.key()) {
     case Qt::Key_Up:
         EndBy(EntryEnd::Up);
@@ -111,6 +113,22 @@ bool frmMain::EntryKey(QKeyEvent& key) {
         EntryChanged = true;
         return CharacterTyped(key.text());
     }
+}
+
+bool frmMain::KeyForGrid(QKeyEvent& key) {
+    const bool arrow =
+        key.key() == Qt::Key_Up || key.key() == Qt::Key_Down || key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
+    if (arrow && key.modifiers() == Qt::ShiftModifier && !EntryChanged) {
+        CloseEntryBox();
+        VisibleGrid().setFocus();
+        QCoreApplication::sendEvent(&VisibleGrid(), &key);
+        return true;
+    }
+    if (!key.matches(QKeySequence::Paste)) return false;
+    const QString copied = QApplication::clipboard()->text().trimmed();
+    if (!copied.contains(QLatin1Char('\t')) && !copied.contains(QLatin1Char('\n'))) return false;
+    Paste();
+    return true;
 }
 
 void frmMain::KeyMeanwhile(const QKeyEvent& key) {

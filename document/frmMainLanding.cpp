@@ -33,7 +33,8 @@ void frmMain::Landed(const LandedEdit& landed) {
 }
 
 void frmMain::ShowLanded(const LandedEdit& landed) {
-    if (CurrentTab != EditorTab::Configuration || !edits_.Stands(landed.edit)) return;
+    const bool inGrid = CurrentTab == EditorTab::Configuration && landed.edit.index != StatusStackIndex;
+    if (!inGrid || !edits_.Stands(landed.edit)) return;
     FinishFill();
     const int row = RowOf(landed.edit);
     const int column = ColumnOf(landed.edit);
@@ -61,7 +62,8 @@ void frmMain::ComeBack(const LandedEdit& landed) {
     endedBy_ = EntryEnd::Elsewhere;
     // A half-typed entry elsewhere is not taken from under the user's hands, and another document has other values.
     const bool typing = EntryOpen() && entry_ != EntryState::OnItsWay && txtEntry.text() != SavedCellText;
-    if (typing || QApplication::activeModalWidget() || !edits_.Stands(landed.edit)) return;
+    const bool hasCell = landed.edit.index != StatusStackIndex;
+    if (!hasCell || typing || QApplication::activeModalWidget() || !edits_.Stands(landed.edit)) return;
     CloseEntryBox();
     if (CurrentTab != EditorTab::Configuration)
         tbsComm.setCurrentIndex(static_cast<int>(IndexOf(EditorTab::Configuration)));

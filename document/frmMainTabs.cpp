@@ -29,6 +29,7 @@ void frmMain::ChangeTab() {
     // Without a current cell, which comes with the first key.
     if (hadFocus) VisibleGrid().setFocus(Qt::ActiveWindowFocusReason);
     hint_.setText(QString::fromStdString(EditorTabHint(CurrentTab)));
+    ShowBlockCommands();
     StartFill();
 }
 
@@ -45,6 +46,18 @@ void frmMain::SelectSequenceInView() {
 
 void frmMain::ShowSelectedSequence() {
     if (FinishEntry()) SelectSequenceInView();
+}
+
+void frmMain::GoTo(std::size_t sequence, std::optional<std::size_t> index) {
+    if (!FinishEntry()) return;
+    const EditorTab tab = index ? EditorTab::Configuration : EditorTab::Descriptions;
+    tbsComm.setCurrentIndex(static_cast<int>(IndexOf(tab)));
+    window()->activateWindow();
+    // The status stack address has no cell.
+    if (index == StatusStackIndex) return;
+    const int column = index ? static_cast<int>(FieldOf(*index)) + 1 : FirstColumn();
+    VisibleGrid().SetCurrentCell(static_cast<int>(sequence) + 1, column);
+    VisibleGrid().setFocus();
 }
 
 void frmMain::RefillIfAsked() {
@@ -66,7 +79,10 @@ Task frmMain::RefillInTurn() {
 void frmMain::Refill() {
     document_.ReloadDisplay = false;
     // The marks of a document stay until the board is known to hold what it says.
-    if (std::exchange(markedDocument_, document_.Generation) != document_.Generation) edits_.ForgetUnconfirmed();
+    if (std::exchange(markedDocument_, document_.Generation) != document_.Generation) {
+        edits_.ForgetUnconfirmed();
+        undo_.clear();
+    }
     CloseEntryBox();
     StartFill();
 }
