@@ -1,9 +1,9 @@
 // From a text to an edit, from an edit to the record and the board, and what the user has to know of its landing.
 #include "document/SequenceEditor.h"
 
+#include "document/EntryRules.h"
 #include "document/ValueDisplay.h"
 #include "link/TargetMap.h"
-#include "text/Windows1252.h"
 
 #include <algorithm>
 #include <utility>
@@ -33,8 +33,7 @@ Edit TurnedAround(Edit edit) {
 
 EditAnswer EditOf(const Configuration& record, const EditPlace& place, const std::string& text) {
     if (!place.field) {
-        return DescriptionEdit{place.sequence, record.NodeDescription(place.sequence),
-                               Utf8FromWindows1252(Windows1252FromUtf8(text))};
+        return DescriptionEdit{place.sequence, record.NodeDescription(place.sequence), DescriptionToStore(text)};
     }
     const EntryAnswer answer = CheckEntry(*place.field, text);
     if (const auto* refused = std::get_if<RefusedEntry>(&answer)) return *refused;
