@@ -77,7 +77,10 @@ bool frmMDIMain::HelpKey(const QEvent& event) {
     for (const QObject* owner = modal; owner; owner = owner->parent()) {
         if (help_ == owner) return false;
     }
+    const auto* box = qobject_cast<const QMessageBox*>(modal);
+    const std::string message = box ? (box->windowTitle() + ": " + box->text()).toStdString() : "";
     ShowHelp(TopicOf(*modal));
+    if (box && help_) help_->ShowMessage(message);
     return true;
 }
 

@@ -197,6 +197,8 @@ private:
     };
 
     void InitializeRSComm(SerialPort& port);
+    /// What the settings file says; the defaults for one that cannot be read and is not needed.
+    [[nodiscard]] StoredPortSettings StoredSettings() const;
     [[nodiscard]] PortSettings EffectiveSettings();
     void ShowPortError(const RuntimeError& error);
 

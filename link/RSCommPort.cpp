@@ -19,8 +19,21 @@ RSComm::RSComm(std::filesystem::path settingsFile, PortRange range, Clock& clock
 
 std::string RSComm::CommSettingsFile() const { return Utf8FromPath(settingsFile_); }
 
+StoredPortSettings RSComm::StoredSettings() const {
+    const bool needed = !override_.speed || !(override_.number || override_.leaveFileAlone);
+    try {
+        return ReadPortSettings(settingsFile_, range_);
+    } catch (const RuntimeError&) {
+        if (needed) throw;
+        // There is a file; what it holds stays as it is.
+        StoredPortSettings unread;
+        unread.present = true;
+        return unread;
+    }
+}
+
 PortSettings RSComm::EffectiveSettings() {
-    const StoredPortSettings stored = ReadPortSettings(settingsFile_, range_);
+    const StoredPortSettings stored = StoredSettings();
     PortSettings settings = stored.settings;
     if (!stored.present && !override_.leaveFileAlone) WritePortSettings(settingsFile_, settings);
     if (override_.speed) settings.speed = *override_.speed;

@@ -56,7 +56,7 @@ TEST_F(SequenceEditorTest, AnEditIsStoredKeptAndTurnedAround) {
     const EditAnswer value = editor.Enter({1, SendToNode}, "1a0h");
     EXPECT_EQ(record.Value(11), 416);
     EXPECT_EQ(record.AddressType(11), "H");
-    const EditAnswer description = editor.Enter({30, std::nullopt}, "M\u00FChle \u4E2D");
+    const EditAnswer description = editor.Enter({30, std::nullopt}, "M\u00FChle\t\u4E2D");
     EXPECT_EQ(record.NodeDescription(30), "M\u00FChle ?");
     const auto refused = editor.Enter({1, SendToNode}, "33");
     EXPECT_EQ(std::get<RefusedEntry>(refused).text, "Only an Even Value Between W32 and W8174 can be Entered");

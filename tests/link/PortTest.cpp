@@ -62,6 +62,13 @@ TEST_F(LinkTest, SettingsThatCannotBeReadKeepThePortClosed) {
     EXPECT_FALSE(port.IsOpen());
     ASSERT_EQ(dialogs.shown.size(), 1U);
     EXPECT_EQ(Shown().substr(0, 45), "RSComm InitializeRSComm|Error Number = 75\nPat");
+    for (const PortOverride& named : {PortOverride{.number = 2, .speed = "19200"},
+                                      PortOverride{.number = {}, .speed = "19200", .leaveFileAlone = true}}) {
+        link.SetPortOverride(named);
+        GoOnline();
+        EXPECT_EQ(port.settings, "19200,n,8,1") << "who names port and speed needs no file";
+    }
+    link.SetPortOverride({});
     std::filesystem::remove(folder / "Support" / "RSPort.cfg");
     WriteText(folder / "Support" / "RSPort.cfg", "2,9600");
     GoOnline();

@@ -96,6 +96,16 @@ TEST_F(HelpTest, TheSearchGoesFromRowToRowAndDrawsATopicOnce) {
     EXPECT_TRUE(help->ShowMessage("VANTREL: full line"));
     EXPECT_EQ(foundIn(), 2);
     EXPECT_FALSE(help->ShowMessage("nothing of the kind"));
+    int inBox = -1;
+    user.whileShown = [&] {
+        F1();
+        help = Window();
+        inBox = help ? foundIn() : -1;
+        QApplication::activeModalWidget()->activateWindow();
+    };
+    frame->Boxes().Show({.title = "VANTREL", .text = "full line"});
+    EXPECT_EQ(inBox, 2);
+    user.whileShown = nullptr;
 }
 
 TEST_F(HelpTest, ThePrintDialogGoesWithTheHelpAndTheHelpWithItsOwner) {
