@@ -3,9 +3,11 @@
 #include "app/Program.h"
 #include "app/ReportFile.h"
 #include "app/frmMDIMain.h"
+#include "link/PortChoice.h"
 #include "platform/AsioSerialPort.h"
 #include "platform/QtPrinter.h"
 #include "platform/QtScreen.h"
+#include "platform/SerialDevices.h"
 #include "platform/SystemClock.h"
 #include "platform/Terminal.h"
 #include "simulator/SimulatedPort.h"
@@ -24,6 +26,7 @@
 #include <optional>
 #include <sstream>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace {
@@ -56,6 +59,7 @@ struct Options {
     std::string programFolder;
     std::string trace;
     std::string report;
+    std::string port;
     bool simulatedBoard = false;
 };
 
@@ -82,7 +86,11 @@ std::optional<int> Read(Options& options, const std::vector<std::string>& argume
     CLI::App line("VANTREL sets up the K5216-505 network communication board.", "vantrel");
     line.add_option("FILE", options.file, "The set-up file (.sdt) to open, or a text file (.vtl) to import")
         ->type_name("");
-    line.add_flag("--simulated-board", options.simulatedBoard, "A simulated board in the place of the serial port");
+    line.add_option("--port", options.port,
+                    "The port of this run: a number (1 is COM1), a device\n(" + SerialDeviceExample() +
+                        "), or \"simulated\"; else the\nstored one")
+        ->option_text("PORT");
+    line.add_flag("--simulated-board", options.simulatedBoard, "The same as --port simulated")->excludes("--port");
     line.add_option("--trace", options.trace,
                     "Write every byte sent and received, with its time, to\n"
                     "this file")
@@ -100,6 +108,9 @@ std::optional<int> Read(Options& options, const std::vector<std::string>& argume
     line.footer("Examples:\n"
                 "  vantrel plant.sdt\n"
                 "  vantrel --simulated-board\n"
+                "  vantrel --port " +
+                SerialDeviceExample() +
+                "\n"
                 "  vantrel --report plant.pdf plant.sdt\n"
                 "\n"
                 "Without a display use vantrelctl, its console twin.\n"
@@ -141,6 +152,31 @@ std::vector<std::string> LeftByQt(const std::vector<std::string>& all, const std
         if (std::find(argv, argv + argc, before[i]) != argv + argc) left.push_back(all[i]);
     }
     return left;
+}
+
+/// Without a name: the stored number, whatever it is.
+std::variant<PortChoice, std::string> PortOf(const Options& options, const ProgramFolder& folder) {
+    if (options.simulatedBoard) return PortChoice{.kind = PortChoice::Kind::Simulated};
+    if (options.port.empty()) return PortChoice{.kind = PortChoice::Kind::Number};
+    return ReadPortChoice(options.port, PortRangeOf(folder.SupportFolder()));
+}
+
+std::unique_ptr<SerialPort> MakePort(const PortChoice& choice, SimulatedBoard& board, Clock& clock,
+                                     const ProgramFolder& folder) {
+    switch (choice.kind) {
+    case PortChoice::Kind::Number:
+        return std::make_unique<AsioSerialPort>(clock, folder.SupportFolder());
+    case PortChoice::Kind::Device:
+        return std::make_unique<AsioSerialPort>(clock, choice.device);
+    default:
+        return std::make_unique<SimulatedPort>(board, clock, LinePacing::LineSpeed);
+    }
+}
+
+/// Of a port that stands for one thing whatever its number says.
+std::string NameOf(const PortChoice& choice) {
+    if (choice.kind == PortChoice::Kind::Number) return {};
+    return choice.kind == PortChoice::Kind::Device ? choice.device : "the simulated board";
 }
 
 int PrintReportOf(const Options& options, int argc, char** argv) {
@@ -186,17 +222,19 @@ int main(int argc, char** argv) {
 
     SystemClock clock;
     const ProgramFolder folder = FolderFor(options);
-    SimulatedBoard board(BoardStart(clock));
-    std::unique_ptr<SerialPort> port;
-    if (options.simulatedBoard) {
-        port = std::make_unique<SimulatedPort>(board, clock, LinePacing::LineSpeed);
-    } else {
-        port = std::make_unique<AsioSerialPort>(clock, folder.SupportFolder());
+    const auto chosen = PortOf(options, folder);
+    if (const auto* problem = std::get_if<std::string>(&chosen)) {
+        starter.Tell("vantrel: " + *problem + '\n');
+        return WrongUsage;
     }
+    const PortChoice choice = std::get<PortChoice>(chosen);
+    SimulatedBoard board(BoardStart(clock));
+    const std::unique_ptr<SerialPort> port = MakePort(choice, board, clock, folder);
     std::ofstream traceFile;
     TextTrafficLog trace(traceFile);
 
-    frmMDIMain frame(folder, clock, *port, options.simulatedBoard ? "the simulated board" : "");
+    frmMDIMain frame(folder, clock, *port, NameOf(choice));
+    if (!options.port.empty()) frame.Link().SetPortOverride(OverrideFor(choice, std::nullopt));
     application.SetFrame(&frame);
     if (!options.trace.empty()) {
         if (HoldsSomethingElse(PathFromUtf8(options.trace))) {

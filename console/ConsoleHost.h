@@ -2,6 +2,7 @@
 // one is put together in main.cpp; the tests put theirs together from streams in memory and a virtual clock.
 #pragma once
 
+#include "link/PortChoice.h"
 #include "platform/Clock.h"
 #include "platform/SerialPort.h"
 
@@ -22,19 +23,6 @@ enum class ExitCode : int {
     LinkFailed = 3,
     FileError = 4,
     Interrupted = 130, ///< Ended before its time by Ctrl+C, as shells know it.
-};
-
-/// What the user named with --port.
-struct PortChoice {
-    enum class Kind {
-        Number, ///< A port number: 1 is COM1.
-        Device, ///< A device by its path.
-        Simulated, ///< A simulated board in this process.
-        Demonstration, ///< A simulated board behind a device of its own where the host can have one.
-    };
-    Kind kind = Kind::Simulated;
-    int number = 0;
-    std::string device{};
 };
 
 /// A port at whose far end a board is, not yet opened, and what to call it in messages.

@@ -4,13 +4,12 @@
 #include "console/SetupFiles.h"
 #include "console/TransferReport.h"
 #include "document/FileQuestions.h"
-#include "platform/SerialDevices.h"
 #include "text/PathText.h"
 
-#include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <system_error>
+#include <utility>
+#include <variant>
 
 namespace vantrel {
 
@@ -20,50 +19,10 @@ std::filesystem::path SupportFolder(const CommandContext& context) { return cont
 
 PortRange AllowedPorts(const CommandContext& context) { return PortRangeOf(SupportFolder(context)); }
 
-bool IsNumber(const std::string& text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-std::string InLowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return text;
-}
-
-/// Names that mean a port but are no devices: "COM2" is port 2, on every host.
-PortChoice DeviceChoice(const std::string& text) {
-    if (const auto device = SerialDeviceNamed(text)) return {.kind = PortChoice::Kind::Device, .device = *device};
-    const auto hint = [&](const std::string& meant) {
-        return UsageError("--port " + text + ": there is no such device. Did you mean --port " + meant + "?");
-    };
-    std::error_code error;
-    const bool there = std::filesystem::exists(PathFromUtf8(text), error);
-    const std::string name = InLowerCase(text);
-    if (!there && name == "simulated") throw hint(name);
-    constexpr std::string_view com = "com";
-    if (!there && name.starts_with(com) && IsNumber(name.substr(com.size()))) throw hint(name.substr(com.size()));
-    return {.kind = PortChoice::Kind::Device, .device = text};
-}
-
 PortChoice ChoiceFor(const CommandContext& context) {
-    const std::string& text = context.arguments.port;
-    if (text.empty()) throw UsageError("--port is empty. Name a port number, a device, or \"simulated\".");
-    if (text == "simulated") return {.kind = PortChoice::Kind::Simulated};
-    if (!IsNumber(text)) return DeviceChoice(text);
-    const PortRange range = AllowedPorts(context);
-    int number = 0;
-    const auto error = std::from_chars(text.data(), text.data() + text.size(), number).ec;
-    if (error != std::errc{} || number < range.minimum || number > range.maximum) {
-        throw UsageError("--port " + text + ": there is no such port. Port numbers here go from " +
-                         std::to_string(range.minimum) + " to " + std::to_string(range.maximum) +
-                         ". Any other device can be named by its path.");
-    }
-    return {.kind = PortChoice::Kind::Number, .number = number};
-}
-
-PortOverride OverrideFor(const PortChoice& choice, const std::optional<std::string>& speed) {
-    if (choice.kind != PortChoice::Kind::Number) return {.number = {}, .speed = speed, .leaveFileAlone = true};
-    return {.number = choice.number, .speed = speed};
+    auto choice = ReadPortChoice(context.arguments.port, AllowedPorts(context));
+    if (const auto* problem = std::get_if<std::string>(&choice)) throw UsageError(*problem);
+    return std::get<PortChoice>(std::move(choice));
 }
 
 bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {

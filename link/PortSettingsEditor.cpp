@@ -1,9 +1,9 @@
 // The port dialog's checks and its files. Shows its own failures.
 #include "link/PortSettingsEditor.h"
 
+#include "platform/ChosenDevices.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
-#include "platform/SerialDevices.h"
 #include "text/NumberText.h"
 #include "text/PathText.h"
 
@@ -27,12 +27,17 @@ std::vector<fs::path> ToolFiles(const ProgramFolder& folder) {
     return files;
 }
 
-/// How a user knows the device: where a link leads, or what the host calls it where the port's number says the rest.
+constexpr const char* HostPrefix = R"(\\.\)"; ///< Where the port's number is the device's name.
+
+/// How a user knows the device: what it is, and where it is found unless the port's number says so.
 std::string KnownName(const std::string& device) {
-    if (device.starts_with(R"(\\.\)")) return SerialDeviceDescription(device);
+    const std::string what = SerialDeviceDescription(device);
+    if (device.starts_with(HostPrefix)) return what;
     std::error_code error;
-    const fs::path target = fs::read_symlink(PathFromUtf8(device), error);
-    return error ? device : Utf8FromPath(target);
+    const fs::path real = fs::canonical(PathFromUtf8(device), error);
+    const fs::path target = error ? fs::read_symlink(PathFromUtf8(device), error) : real;
+    const std::string name = error ? device : Utf8FromPath(target);
+    return what.empty() ? name : name + ", " + what;
 }
 
 } // namespace
@@ -44,7 +49,9 @@ PortSettingsEditor::PortSettingsEditor(RSComm& link, SerialPort& port, const Pro
 
 PortSettings PortSettingsEditor::CurrentSettings() {
     try {
-        return ReadPortSettings(PathFromUtf8(link_.CommSettingsFile()), range_).settings;
+        PortSettings settings = ReadPortSettings(PathFromUtf8(link_.CommSettingsFile()), range_).settings;
+        settings.number = link_.CurrentPortOverride().number.value_or(settings.number);
+        return settings;
     } catch (const RuntimeError& error) {
         ReportRuntimeError(dialogs_, "SetupComm CurrentSettings", error);
         return link_.Settings();
@@ -73,25 +80,59 @@ std::string PortSettingsEditor::Stepped(const std::string& text, int steps) cons
     return std::to_string(std::clamp(from + steps, range_.minimum, range_.maximum));
 }
 
-std::string PortSettingsEditor::DeviceName(const std::string& text) const {
-    if (!InRange(text)) return {};
-    const int number = WholeNumber(text).value_or(range_.minimum);
-    const std::string device = fixedDevice_.empty() ? KnownName(SerialDeviceOf(number, supportFolder_)) : fixedDevice_;
-    return "COM" + std::to_string(number) + (device.empty() ? "" : " (" + device + ")");
+PortSettingsEditor::DeviceTexts PortSettingsEditor::TextsOf(const SerialDevice& device) {
+    if (device.number == 0) return {.name = device.device, .what = device.description};
+    const std::string name = "COM" + std::to_string(device.number);
+    if (device.device.starts_with(HostPrefix)) return {.name = name, .what = device.description};
+    return {.name = name,
+            .what = device.device + (device.description.empty() ? std::string() : ", " + device.description)};
 }
 
-std::string PortSettingsEditor::DeviceLine(const std::string& text) const {
-    std::string line = DeviceName(text);
-    if (line.empty() || !fixedDevice_.empty()) return line;
-    const int number = WholeNumber(text).value_or(range_.minimum);
+std::string PortSettingsEditor::DeviceOf(const std::string& text, const std::string& chosen) const {
+    if (!chosen.empty()) return chosen;
+    return SerialDeviceOf(WholeNumber(text).value_or(range_.minimum), supportFolder_);
+}
+
+bool PortSettingsEditor::StandsFor(const std::string& text, const SerialDevice& device) const {
+    return InRange(text) && SameSerialDevice(DeviceOf(text, {}), device.device);
+}
+
+std::string PortSettingsEditor::NumberFor(const std::string& text, const SerialDevice& device) const {
+    if (StandsFor(text, device)) return text;
+    if (device.number >= range_.minimum && device.number <= range_.maximum) return std::to_string(device.number);
+    return InRange(text) ? text : std::to_string(range_.minimum);
+}
+
+bool PortSettingsEditor::PortIsOpen() {
     // A port notices that its device has gone when it is looked at.
     if (port_.IsOpen()) (void)port_.ReceivedCount();
-    if (port_.IsOpen() && !port_.IsLost() && number == link_.Settings().number) return line + ": open in this program.";
-    const std::string problem = SerialDeviceProblem(SerialDeviceOf(number, supportFolder_));
+    return port_.IsOpen() && !port_.IsLost();
+}
+
+std::string PortSettingsEditor::DeviceName(const std::string& text, const std::string& chosen) const {
+    if (!InRange(text)) return {};
+    const std::string device = fixedDevice_.empty() ? KnownName(DeviceOf(text, chosen)) : fixedDevice_;
+    return "COM" + std::to_string(WholeNumber(text).value_or(range_.minimum)) +
+           (device.empty() ? "" : " (" + device + ")");
+}
+
+std::string PortSettingsEditor::DeviceLine(const std::string& text, const std::string& chosen) {
+    std::string line = DeviceName(text, chosen);
+    if (line.empty()) return line;
+    const bool open = PortIsOpen();
+    if (!fixedDevice_.empty()) {
+        if (port_.IsLost()) return "The port is " + fixedDevice_ + ", whose device has gone.";
+        return "The program was started with " + fixedDevice_ + " as its port. The number counts from the next start.";
+    }
+    const int number = WholeNumber(text).value_or(range_.minimum);
+    const std::string device = DeviceOf(text, chosen);
+    const bool openHere = number == link_.Settings().number && SameSerialDevice(device, DeviceOf(text, {}));
+    if (open && openHere) return line + ": open in this program.";
+    const std::string problem = SerialDeviceProblem(device);
     return line + (problem.empty() ? ": there, and free." : ":\n" + problem);
 }
 
-TaskOf<bool> PortSettingsEditor::Save(std::string text, std::string speed) {
+TaskOf<bool> PortSettingsEditor::Save(std::string text, std::string speed, std::string chosen) {
     if (!AcceptsPort(text)) co_return false;
     const PortSettings settings{.number = WholeNumber(text).value_or(range_.minimum), .speed = speed};
     reopen_ = reopen_ || port_.IsOpen();
@@ -99,11 +140,15 @@ TaskOf<bool> PortSettingsEditor::Save(std::string text, std::string speed) {
     link_.GiveUp();
     co_await link_.CloseRSComm();
     try {
+        if (!chosen.empty()) {
+            KeepChosenDevice(supportFolder_, settings.number, SteadySerialDevice(chosen));
+        }
         WritePortSettings(PathFromUtf8(link_.CommSettingsFile()), settings);
     } catch (const RuntimeError& error) {
         ReportRuntimeError(dialogs_, "SetupComm", error);
         co_return false;
     }
+    if (fixedDevice_.empty()) link_.SetPortOverride({});
     for (const fs::path& file : toolFiles_)
         WriteToolFile(file, settings.number);
     co_return true;

@@ -6,6 +6,7 @@
 #include "link/RSComm.h"
 #include "platform/Dialogs.h"
 #include "platform/Folders.h"
+#include "platform/SerialDevices.h"
 #include "platform/SerialPort.h"
 
 #include <filesystem>
@@ -17,8 +18,7 @@ namespace vantrel {
 class PortSettingsEditor {
 public:
     /// One showing of the dialog; everything given must outlive it. `fixedDevice`: what `port` opens whatever its
-    /// number
-    /// ("a simulated board"); empty when the number decides.
+    /// number ("a simulated board"); empty when the number decides.
     PortSettingsEditor(RSComm& link, SerialPort& port, const ProgramFolder& folder, PortRange range, Dialogs& dialogs,
                        std::string fixedDevice = {});
 
@@ -30,20 +30,39 @@ public:
     /// The text after so many steps up (below 0: down), within the range. What is no number steps to the minimum.
     [[nodiscard]] std::string Stepped(const std::string& text, int steps) const;
 
+    /// The serial devices that are there. Opens none of them.
+    [[nodiscard]] std::vector<SerialDevice> Devices() const { return PresentSerialDevices(supportFolder_); }
+    /// What a device is called in a list, and what else is known of it.
+    struct DeviceTexts {
+        std::string name;
+        std::string what;
+    };
+    [[nodiscard]] static DeviceTexts TextsOf(const SerialDevice& device);
+    /// The number in the box stands for this device.
+    [[nodiscard]] bool StandsFor(const std::string& text, const SerialDevice& device) const;
+    /// The number to show when the user takes a device from the list: its own, else the one that it is chosen for.
+    [[nodiscard]] std::string NumberFor(const std::string& text, const SerialDevice& device) const;
+    /// The program has the port open, and its device is still there.
+    [[nodiscard]] bool PortIsOpen();
+
+    // `chosen`: the device that the user has taken for the number; empty for the one that the number stands for.
+
     /// The device that the number stands for; empty when the text is no number of the range.
-    [[nodiscard]] std::string DeviceName(const std::string& text) const;
+    [[nodiscard]] std::string DeviceName(const std::string& text, const std::string& chosen = {}) const;
     /// The same, and whether it is there, in use or not permitted, with what to do. Opens the device for a moment,
     /// unless the program has it open.
-    [[nodiscard]] std::string DeviceLine(const std::string& text) const;
+    [[nodiscard]] std::string DeviceLine(const std::string& text, const std::string& chosen = {});
 
-    /// Closes the port and writes `RSPort.cfg` and the file of each development tool. False when the dialog has to stay
-    /// open: the number was refused, or `RSPort.cfg` could not be written, which is reported.
-    [[nodiscard]] TaskOf<bool> Save(std::string text, std::string speed);
+    /// Closes the port and writes `RSPort.cfg`, the device that was chosen for the number, and the file of each
+    /// development tool. From then on the saved number counts, whatever the command line named. False when the dialog
+    /// has to stay open: the number was refused, or the settings could not be written, which is reported.
+    [[nodiscard]] TaskOf<bool> Save(std::string text, std::string speed, std::string chosen = {});
     /// Opens the port again if saving closed it; after the dialog has closed, by whatever button.
     [[nodiscard]] Task Finish();
 
 private:
     [[nodiscard]] bool InRange(const std::string& text) const;
+    [[nodiscard]] std::string DeviceOf(const std::string& text, const std::string& chosen) const;
     void WriteToolFile(const std::filesystem::path& file, int portNumber);
 
     RSComm& link_;

@@ -50,6 +50,7 @@ public:
     /// For the openings to come; devices are plugged in and pulled while the program runs.
     void SetPortRange(PortRange range) { range_ = range; }
     void SetPortOverride(PortOverride override) { override_ = std::move(override); }
+    [[nodiscard]] const PortOverride& CurrentPortOverride() const { return override_; }
     /// Reads the settings, opens `port` and probes the board. `OnlineMode` tells afterwards whether it answered. An
     /// error is shown as "Comm Port Error" and leaves the port closed. `port` must outlive the link's use of it.
     [[nodiscard]] Task OpenRSComm(SerialPort& port);

@@ -6,20 +6,25 @@
 #include <QApplication>
 #include <QFontMetrics>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QShowEvent>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include <initializer_list>
+#include <utility>
 
 namespace vantrel {
 
 namespace {
 
-constexpr int DialogTwips = 6000;
+constexpr int DialogTwips = 7200;
+constexpr int DevicesTwips = 1800; ///< The height of the list.
 constexpr int BoxTwips = 720;
 constexpr int DeviceLines = 4;
 /// Looking at a device opens it for a moment, which those that are only stepped over are spared.
 constexpr int DeviceMilliseconds = 300;
+constexpr int LookMilliseconds = 1000;
 
 constexpr const char* Speeds[2] = {"9600", "19200"};
 
@@ -34,6 +39,7 @@ frmSetupComm::frmSetupComm(PortSettingsEditor& decides, QWidget* parent) : QDial
     setObjectName(QStringLiteral("frmSetupComm"));
     setWindowTitle(QStringLiteral("Comm Port Settings"));
     BuildPortFrame();
+    BuildDevices();
     BuildSpeedFrame();
     BuildButtons();
     LayOut();
@@ -73,13 +79,22 @@ void frmSetupComm::BuildPortFrame() {
     lblDevice->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     lblDevice->setTextInteractionFlags(Qt::TextSelectableByMouse);
     connect(optCommPort, &QRadioButton::clicked, this, &frmSetupComm::BackToPort);
-    connect(txtCommPort, &QLineEdit::textChanged, this, [this] {
-        lblDevice->setText(QString::fromStdString(decides_.DeviceName(PortText())));
-        deviceTimer_.start();
-    });
+    connect(txtCommPort, &QLineEdit::textChanged, this, &frmSetupComm::PortChanged);
     deviceTimer_.setSingleShot(true);
     deviceTimer_.setInterval(DeviceMilliseconds);
     deviceTimer_.callOnTimeout(this, [this] { ShowDevice(); });
+}
+
+void frmSetupComm::BuildDevices() {
+    lstDevices = Named(new QTreeWidget(fraCommPort), "lstDevices");
+    lstDevices->setAccessibleName(tr("Serial devices of this computer"));
+    lstDevices->setHeaderLabels({tr("Port"), tr("Serial devices of this computer")});
+    lstDevices->setRootIsDecorated(false);
+    lstDevices->setUniformRowHeights(true);
+    lstDevices->setFixedHeight(PixelsOfTwips(DevicesTwips, *this));
+    connect(lstDevices, &QTreeWidget::itemSelectionChanged, this, &frmSetupComm::TakeDevice);
+    lookTimer_.setInterval(LookMilliseconds);
+    lookTimer_.callOnTimeout(this, [this] { LookForDevices(); });
 }
 
 void frmSetupComm::BuildSpeedFrame() {
@@ -111,6 +126,7 @@ void frmSetupComm::LayOut() {
     number->setSpacing(0);
     auto* port = new QVBoxLayout(fraCommPort);
     port->addLayout(number);
+    port->addWidget(lstDevices);
     port->addWidget(lblDevice);
     auto* speed = new QHBoxLayout(fraPortSpeed);
     speed->addWidget(optPortSpeed[0]);
@@ -140,15 +156,78 @@ void frmSetupComm::ShowCurrentSettings() {
 
 void frmSetupComm::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
+        portIsOpen_ = decides_.PortIsOpen();
+        devices_ = decides_.Devices();
+        FillDevices();
         ShowDevice();
+        lookTimer_.start();
         CentreOnScreen(*this);
     }
     QDialog::showEvent(event);
 }
 
+void frmSetupComm::LookForDevices() {
+    const bool open = decides_.PortIsOpen();
+    std::vector<SerialDevice> devices = decides_.Devices();
+    if (saving_ || (open == portIsOpen_ && devices == devices_)) return;
+    portIsOpen_ = open;
+    devices_ = std::move(devices);
+    FillDevices();
+    ShowDevice();
+}
+
+void frmSetupComm::FillDevices() {
+    const QSignalBlocker quiet(lstDevices);
+    lstDevices->clear();
+    for (const SerialDevice& device : devices_) {
+        const auto texts = PortSettingsEditor::TextsOf(device);
+        lstDevices->addTopLevelItem(
+            new QTreeWidgetItem({QString::fromStdString(texts.name), QString::fromStdString(texts.what)}));
+    }
+    if (devices_.empty()) {
+        auto* none = new QTreeWidgetItem({QString(), tr("No serial device is plugged in.")});
+        none->setFlags(Qt::NoItemFlags);
+        lstDevices->addTopLevelItem(none);
+    }
+    lstDevices->resizeColumnToContents(0);
+    MarkDevice();
+}
+
+void frmSetupComm::MarkDevice() {
+    const QSignalBlocker quiet(lstDevices);
+    lstDevices->clearSelection();
+    for (std::size_t i = 0; i < devices_.size(); ++i) {
+        const bool marked =
+            chosen_.empty() ? decides_.StandsFor(PortText(), devices_[i]) : devices_[i].device == chosen_;
+        if (marked) lstDevices->setCurrentItem(lstDevices->topLevelItem(static_cast<int>(i)));
+    }
+}
+
+void frmSetupComm::TakeDevice() {
+    const QList<QTreeWidgetItem*> taken = lstDevices->selectedItems();
+    if (taken.isEmpty()) {
+        // A click beside the devices.
+        MarkDevice();
+        return;
+    }
+    const SerialDevice device = devices_.at(static_cast<std::size_t>(lstDevices->indexOfTopLevelItem(taken.front())));
+    const std::string number = decides_.NumberFor(PortText(), device);
+    txtCommPort->setText(QString::fromStdString(number));
+    chosen_ = decides_.StandsFor(number, device) ? std::string() : device.device;
+    MarkDevice();
+    ShowDevice();
+}
+
+void frmSetupComm::PortChanged() {
+    chosen_.clear();
+    lblDevice->setText(QString::fromStdString(decides_.DeviceName(PortText())));
+    MarkDevice();
+    deviceTimer_.start();
+}
+
 void frmSetupComm::ShowDevice() {
     deviceTimer_.stop();
-    const QString line = QString::fromStdString(decides_.DeviceLine(PortText()));
+    const QString line = QString::fromStdString(decides_.DeviceLine(PortText(), chosen_));
     lblDevice->setText(line);
     txtCommPort->setAccessibleDescription(line);
 }
@@ -181,7 +260,7 @@ Task frmSetupComm::SaveTask() {
     const std::string speed = Speeds[optPortSpeed[1]->isChecked() ? 1 : 0];
     bool saved = false;
     try {
-        saved = co_await decides_.Save(PortText(), speed);
+        saved = co_await decides_.Save(PortText(), speed, chosen_);
     } catch (...) {
         EnableControls(true);
         throw;
@@ -202,6 +281,7 @@ void frmSetupComm::EnableControls(bool enabled) {
 
 void frmSetupComm::done(int result) {
     if (saving_) return;
+    lookTimer_.stop();
     deviceTimer_.stop();
     checkTimer_.stop();
     QDialog::done(result);

@@ -12,8 +12,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -33,6 +35,7 @@ public:
     QRadioButton* optCommPort = nullptr;
     QLineEdit* txtCommPort = nullptr;
     QtUpDown* updCommPort = nullptr;
+    QTreeWidget* lstDevices = nullptr; ///< The serial devices that are there; a click takes one.
     QLabel* lblDevice = nullptr;
     QGroupBox* fraPortSpeed = nullptr;
     QRadioButton* optPortSpeed[2] = {nullptr, nullptr}; ///< 9600 and 19200.
@@ -44,6 +47,13 @@ protected:
 
 private:
     void BuildPortFrame();
+    void BuildDevices();
+    /// Looks which devices are there, and whether the open port still is one of them.
+    void LookForDevices();
+    void FillDevices();
+    void MarkDevice();
+    void TakeDevice();
+    void PortChanged();
     void BuildSpeedFrame();
     void BuildButtons();
     void LayOut();
@@ -58,6 +68,10 @@ private:
     [[nodiscard]] std::string PortText() const;
 
     PortSettingsEditor& decides_;
+    std::vector<SerialDevice> devices_; ///< As they are listed.
+    std::string chosen_; ///< The device taken from the list for the number; empty: the number says it.
+    bool portIsOpen_ = false;
+    QTimer lookTimer_; ///< While the dialog is up; devices come and go with their plugs.
     QTimer deviceTimer_; ///< Until the device of a changed number is looked at.
     QTimer checkTimer_; ///< Until the number that the focus has left is checked.
     bool saving_ = false;

@@ -8,8 +8,8 @@
 
 namespace vantrel {
 
-/// The device that a port number stands for: on Windows `\\.\COMn`; elsewhere `COMn` in `supportFolder` when there is
-/// such a link, else "/dev/ttyS(n-1)".
+/// The device that a port number stands for: on Windows `\\.\COMn`; elsewhere the one that was chosen for it (see
+/// ChosenDevices), else `COMn` in `supportFolder` when there is such a link, else "/dev/ttyS(n-1)".
 [[nodiscard]] std::string SerialDeviceOf(int portNumber, const std::filesystem::path& supportFolder);
 
 /// The device that a name stands for which is no path but what people there call it: on Windows "com7" is `\\.\COM7`.
@@ -19,7 +19,8 @@ namespace vantrel {
 /// What a device's name looks like on this host, for a help text.
 [[nodiscard]] std::string SerialDeviceExample();
 
-/// The highest port number that really exists on this machine (0: none), counting the links of `supportFolder`.
+/// The highest port number that really exists on this machine (0: none), counting the links of `supportFolder` and the
+/// numbers that a device was chosen for.
 [[nodiscard]] int HighestSerialPort(const std::filesystem::path& supportFolder);
 
 /// A serial device that is there now.
@@ -27,10 +28,19 @@ struct SerialDevice {
     int number = 0; ///< The port number that stands for it; 0 when none does.
     std::string device; ///< What opens it, whatever numbers stand for.
     std::string description; ///< What the host knows it as ("USB Serial Port"); empty when it knows nothing.
+
+    friend bool operator==(const SerialDevice&, const SerialDevice&) = default;
 };
 
 /// All that are there, those with a port number first, in its order. Opens none of them.
 [[nodiscard]] std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supportFolder);
+
+/// The name of a device that stays the same when it is plugged in elsewhere or after others; `device` itself where
+/// there is none.
+[[nodiscard]] std::string SteadySerialDevice(const std::string& device);
+
+/// Whether two names lead to the same device.
+[[nodiscard]] bool SameSerialDevice(const std::string& one, const std::string& other);
 
 /// What the host knows the device as; empty when it knows nothing.
 [[nodiscard]] std::string SerialDeviceDescription(const std::string& device);

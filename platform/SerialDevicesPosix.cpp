@@ -1,5 +1,6 @@
 #include "platform/SerialDevices.h"
 
+#include "platform/ChosenDevices.h"
 #include "platform/SerialLine.h"
 
 #include <algorithm>
@@ -43,9 +44,21 @@ std::string KnownAs(const std::filesystem::path& id) {
     return name;
 }
 
+/// The device's entry among those that are named after what is plugged in; empty when it has none.
+std::filesystem::path EntryById(const std::string& device) {
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry("/dev/serial/by-id", error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (SameSerialDevice(entry->path().string(), device)) return entry->path();
+    }
+    return {};
+}
+
 } // namespace
 
 std::string SerialDeviceOf(int portNumber, const std::filesystem::path& supportFolder) {
+    const std::map<int, std::string> chosen = ChosenDevices(supportFolder);
+    if (const auto device = chosen.find(portNumber); device != chosen.end()) return device->second;
     std::error_code error;
     const std::filesystem::path link = supportFolder / ("COM" + std::to_string(portNumber));
     if (std::filesystem::exists(std::filesystem::symlink_status(link, error))) return link.string();
@@ -71,19 +84,25 @@ int HighestSerialPort(const std::filesystem::path& supportFolder) {
          entry.increment(error)) {
         highest = std::max(highest, NumberBehind(entry->path().filename().string(), "COM"));
     }
-    return highest;
+    const std::map<int, std::string> chosen = ChosenDevices(supportFolder);
+    return chosen.empty() ? highest : std::max(highest, chosen.rbegin()->first);
+}
+
+bool SameSerialDevice(const std::string& one, const std::string& other) {
+    // Not std::filesystem::equivalent, which knows regular files and folders only.
+    std::error_code error;
+    const std::filesystem::path real = std::filesystem::canonical(one, error);
+    return one == other || (!error && real == std::filesystem::canonical(other, error) && !error);
+}
+
+std::string SteadySerialDevice(const std::string& device) {
+    const std::filesystem::path entry = EntryById(device);
+    return entry.empty() ? device : entry.string();
 }
 
 std::string SerialDeviceDescription(const std::string& device) {
-    std::error_code error;
-    const std::filesystem::path wanted = std::filesystem::canonical(device, error);
-    if (error) return {};
-    for (std::filesystem::directory_iterator entry("/dev/serial/by-id", error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::error_code broken;
-        if (std::filesystem::canonical(entry->path(), broken) == wanted) return KnownAs(entry->path().filename());
-    }
-    return {};
+    const std::filesystem::path entry = EntryById(device);
+    return entry.empty() ? std::string() : KnownAs(entry.filename());
 }
 
 std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supportFolder) {

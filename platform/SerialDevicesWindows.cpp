@@ -99,6 +99,10 @@ std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supp
     return present;
 }
 
+std::string SteadySerialDevice(const std::string& device) { return device; }
+
+bool SameSerialDevice(const std::string& one, const std::string& other) { return SameIgnoringCase(one, other); }
+
 std::string SerialDeviceDescription(const std::string& device) {
     const std::wstring path = PathFromUtf8(device).wstring();
     const std::wstring prefix = LR"(\\.\)";

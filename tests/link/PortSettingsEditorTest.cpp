@@ -110,7 +110,7 @@ TEST_F(PortSettingsEditorTest, SaysWhichDeviceANumberStandsForAndWhetherItCanBeU
     fs::create_symlink(terminal->Device(), folder / "Support" / "COM2");
     fs::create_symlink("/dev/null", folder / "Support" / "COM3");
     fs::create_symlink("/dev/not-plugged-in", folder / "Support" / "COM4");
-    const PortSettingsEditor dialog = Dialog();
+    PortSettingsEditor dialog = Dialog();
     const std::string name = "COM2 (" + terminal->Device() + ")";
     EXPECT_EQ(dialog.DeviceName("2"), name);
     EXPECT_EQ(dialog.DeviceLine("2"), name + ": there, and free.");
@@ -128,7 +128,39 @@ TEST_F(PortSettingsEditorTest, SaysWhichDeviceANumberStandsForAndWhetherItCanBeU
     GoOnline();
     EXPECT_EQ(dialog.DeviceLine("2"), name + ": open in this program.");
     EXPECT_EQ(PortSettingsEditor(link, port, program, {1, 4}, dialogs, "a simulated board").DeviceLine("2"),
-              "COM2 (a simulated board)");
+              "The program was started with a simulated board as its port. The number counts from the next start.");
+
+    port.otherwise = 0x55;
+    ASSERT_TRUE(turns.RunToEnd(dialog.Save("2", "9600")));
+    turns.RunToEnd(dialog.Finish());
+    ASSERT_TRUE(dialog.PortIsOpen());
+    port.lostAfter = 0;
+    (void)turns.RunToEnd(link.RSRead("B105"));
+    EXPECT_FALSE(dialog.PortIsOpen()) << "its device has gone";
+}
+
+TEST_F(PortSettingsEditorTest, KeepsTheDeviceThatWasTakenForANumberBesideEverythingElse) {
+    const fs::path ini = folder / "Support" / "vantrel.ini";
+    WriteText(ini,
+              "[Ports]\nCOM1=/dev/old\nCOM4=\"/dev/with\\\\blank\"\n\n[Window]\nPlace=@ByteArray(x)\nCOM1=no port\n");
+    fs::create_symlink("/dev/null", folder / "Support" / "COM2");
+    PortSettingsEditor dialog = Dialog();
+    const SerialDevice adapter{.number = 0, .device = "/dev/full", .description = {}};
+    EXPECT_EQ(dialog.NumberFor("3", adapter) + dialog.NumberFor("9", adapter), "31") << "the number in the box";
+    EXPECT_EQ(dialog.NumberFor("3", {.number = 2, .device = "/dev/null", .description = {}}), "2") << "its own";
+    ASSERT_TRUE(turns.RunToEnd(dialog.Save("1", "9600", "/dev/zero")));
+    ASSERT_TRUE(turns.RunToEnd(dialog.Save("2", "9600", "/dev/full")));
+    EXPECT_EQ(FileText(ini), "[Ports]\nCOM2=\"/dev/full\"\nCOM1=\"/dev/zero\"\nCOM4=\"/dev/with\\\\blank\"\n\n"
+                             "[Window]\nPlace=@ByteArray(x)\nCOM1=no port\n");
+    EXPECT_EQ(SerialDeviceOf(4, folder / "Support"), "/dev/with\\blank");
+    EXPECT_EQ(dialog.DeviceName("2"), "COM2 (/dev/full)") << "before the link";
+    EXPECT_TRUE(dialog.StandsFor("2", adapter));
+    EXPECT_EQ(FileText(settingsFile), "2,9600\r\n");
+
+    link.SetPortOverride({.number = 4, .speed = {}});
+    EXPECT_EQ(dialog.CurrentSettings().number, 4) << "what the command line named";
+    ASSERT_TRUE(turns.RunToEnd(dialog.Save("3", "9600")));
+    EXPECT_EQ(dialog.CurrentSettings().number, 3);
 }
 
 } // namespace

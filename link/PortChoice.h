@@ -1,0 +1,32 @@
+// What a user names as the port on a command line, and what that means for the link.
+#pragma once
+
+#include "link/RSComm.h"
+
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace vantrel {
+
+struct PortChoice {
+    enum class Kind {
+        Number, ///< A port number: 1 is COM1.
+        Device, ///< A device by its path.
+        Simulated, ///< A simulated board in this process.
+        Demonstration, ///< A simulated board behind a device of its own where the host can have one.
+    };
+    Kind kind = Kind::Simulated;
+    int number = 0;
+    std::string device{};
+};
+
+/// A number of the range, "simulated", a device's name or its path; else what is wrong with the text, as a sentence.
+/// Whether a device is there shows when it is opened.
+[[nodiscard]] std::variant<PortChoice, std::string> ReadPortChoice(const std::string& text, PortRange range);
+
+/// What replaces the stored settings: the number, if that was named, and the speed. A port that has no number leaves
+/// the stored one alone.
+[[nodiscard]] PortOverride OverrideFor(const PortChoice& choice, const std::optional<std::string>& speed);
+
+} // namespace vantrel
