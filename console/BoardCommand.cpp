@@ -5,6 +5,7 @@
 #include "console/LinkSession.h"
 #include "console/TransferReport.h"
 #include "link/TargetMap.h"
+#include "platform/RuntimeError.h"
 
 #include <optional>
 #include <ostream>
@@ -14,8 +15,14 @@ namespace vantrel {
 
 namespace {
 
-UserProgram ProgramOnDisk(const CommandContext& context) {
-    return ReadUserProgram(FindUserProgram(context.program.document.FilePath, context.program.folder));
+/// What the board itself tells does not depend on it.
+UserProgram ProgramOnDisk(CommandContext& context) {
+    try {
+        return ReadUserProgram(FindUserProgram(context.program.document.FilePath, context.program.folder));
+    } catch (const RuntimeError& error) {
+        context.Say("Note: the user program on disk is left out. " + error.Description());
+        return {};
+    }
 }
 
 /// What is wrong with what the command line asks for, before anything is sent; true when it may go on.

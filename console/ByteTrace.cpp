@@ -20,7 +20,7 @@ std::string Problem(const std::string& file) {
 } // namespace
 
 template <typename Action> void ByteTrace::Write(const Action& action) {
-    if (!file_.is_open() || !problem_.empty()) return;
+    if (!writes_ || !problem_.empty()) return;
     errno = 0;
     action();
     if (!file_) problem_ = Problem(name_);
@@ -31,10 +31,20 @@ void ByteTrace::WriteTo(const std::string& file) {
     errno = 0;
     file_.open(PathFromUtf8(file));
     if (!file_) throw RuntimeError(ErrorNumber::PathFileAccess, Problem(file));
+    writes_ = true;
+}
+
+void ByteTrace::WriteTo(std::ostream& out) {
+    name_ = "-";
+    static_cast<std::ostream&>(file_).rdbuf(out.rdbuf());
+    writes_ = true;
 }
 
 std::string ByteTrace::Finish() {
-    Write([this] { file_.close(); });
+    Write([this] {
+        file_.flush();
+        if (file_.is_open()) file_.close();
+    });
     return problem_;
 }
 

@@ -15,6 +15,8 @@ class ByteTrace final : public TrafficLog {
 public:
     /// Throws RuntimeError 75, with the reason, when the file cannot be opened for writing.
     void WriteTo(const std::string& file);
+    /// The same into a stream, which has to outlive this.
+    void WriteTo(std::ostream& out);
     /// Closes the file. What kept any of it from being written; empty when nothing did.
     [[nodiscard]] std::string Finish();
     void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) override;
@@ -25,6 +27,7 @@ private:
     template <typename Action> void Write(const Action& action);
 
     std::string name_;
+    bool writes_ = false;
     std::ofstream file_;
     TextTrafficLog text_{file_};
     std::string problem_;

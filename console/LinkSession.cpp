@@ -38,6 +38,10 @@ bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& o
 void RequireOwnTrace(const CommandContext& context) {
     const Arguments& arguments = context.arguments;
     if (!arguments.trace) return;
+    if (IsStandardStream(*arguments.trace)) {
+        if (!arguments.json) return;
+        throw UsageError("--trace: standard output holds the JSON already. Name a file.");
+    }
     const std::filesystem::path trace = PathFromUtf8(*arguments.trace);
     const auto refuse = [&](const std::string& what) {
         throw UsageError("--trace: \"" + *arguments.trace + "\" is " + what + ". Name another file.");
@@ -67,13 +71,15 @@ LinkSession::LinkSession(CommandContext& context, const PortChoice& choice, cons
 }
 
 bool LinkSession::TraceAccepted() {
-    if (!context_.arguments.trace) return true;
+    if (!context_.arguments.trace || IsStandardStream(*context_.arguments.trace)) return true;
     const std::filesystem::path trace = PathFromUtf8(*context_.arguments.trace);
     return !HoldsSomethingElse(trace) || context_.dialogs.Show(ReplaceQuestion(trace)) == MessageAnswer::Yes;
 }
 
 void LinkSession::Open() {
-    if (context_.arguments.trace) trace_.WriteTo(*context_.arguments.trace);
+    if (const auto& trace = context_.arguments.trace) {
+        IsStandardStream(*trace) ? trace_.WriteTo(context_.host.out) : trace_.WriteTo(*trace);
+    }
     link_.SetTrafficLog(&trace_);
     interrupted_ = &context_.host.catchInterrupts();
     turns_.HeedInterrupts(

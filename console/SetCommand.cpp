@@ -36,7 +36,7 @@ std::optional<Edit> Entered(CommandContext& context, const EditPlace& place) {
     const std::string& given = context.arguments.value;
     try {
         SequenceEditor editor(context.program.document.CurrentConfiguration);
-        const EditAnswer answer = editor.Enter(place, place.field ? given : PrintableText(given, Layout::Drop));
+        const EditAnswer answer = editor.Enter(place, given);
         if (const auto* edit = std::get_if<Edit>(&answer)) return *edit;
         context.dialogs.Show({.title = EntryRefusalTitle,
                               .text = std::get<RefusedEntry>(answer).text,
@@ -61,7 +61,7 @@ std::string Stored(CommandContext& context, const Edit& edit) {
     }
     const auto& description = std::get<DescriptionEdit>(edit);
     if (description.after != context.arguments.value) {
-        context.Say("Note: characters that a set-up file cannot hold became \"?\".");
+        context.Say("Note: line ends and tabs became blanks, and characters that a set-up file cannot hold \"?\".");
     }
     return "sequence " + std::to_string(description.sequence) + ", " + Description + ": " + description.after;
 }
@@ -97,7 +97,9 @@ ExitCode SetCommand(CommandContext& context) {
     const auto stored = ofSequence ? StoredOf(context, place) : StoredStackAddress(context);
     if (!stored || !MayOverwrite(context)) return Refuse(context, nothing);
     SaveSetupFile(context);
-    context.host.out << PrintableText(*stored, Layout::Drop) << '\n';
+    // Where the file itself is the result, it stays alone on standard output.
+    std::ostream& told = IsStandardStream(context.arguments.file) ? context.host.err : context.host.out;
+    told << PrintableText(*stored, Layout::Drop) << '\n';
     return ExitCode::Done;
 }
 

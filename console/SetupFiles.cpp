@@ -95,6 +95,9 @@ void OpenTextFile(CommandContext& context, const std::string& name) {
 }
 
 bool NameSetupFile(CommandContext& context, const std::string& name) {
+    if (IsStandardStream(name) && context.host.outIsTerminal) {
+        throw UsageError("A set-up file is no text for a terminal. Lead standard output into a file, or name one.");
+    }
     if (IsStandardStream(name)) return true;
     Document& document = context.program.document;
     RequireFilePart(name);
@@ -118,9 +121,6 @@ void SaveSetupFile(CommandContext& context) {
         document.Save([&](const std::string& warning) { context.Say("Warning: " + warning); });
         context.host.out << Utf8FromPath(document.FilePath) << '\n';
         return;
-    }
-    if (context.host.outIsTerminal) {
-        throw UsageError("A set-up file is no text for a terminal. Lead standard output into a file, or name one.");
     }
     const std::vector<std::uint8_t> bytes = SetupFileBytes(document.RecordToSave());
     context.host.out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));

@@ -37,14 +37,14 @@ void OpenTextFile(CommandContext& context, const std::string& name);
 
 /// Gives the document the name under which it will be saved, in the folder that was named, with a note when that is
 /// another one; does nothing for a standard stream. False when a file of that name is there and the user wants to keep
-/// it. Throws UsageError as RequireFilePart does.
+/// it. Throws UsageError as RequireFilePart does, and for a standard stream that is a terminal, which gets no bytes.
 [[nodiscard]] bool NameSetupFile(CommandContext& context, const std::string& name);
 
 /// The document's file in quotes, or the standard stream that stands for it, for messages.
 [[nodiscard]] std::string DocumentFile(const CommandContext& context);
 
 /// Writes the document and prints the full path of the file that was written; for a standard stream it prints the bytes
-/// instead, which a terminal does not get. Throws RuntimeError, UsageError.
+/// instead. Throws RuntimeError.
 void SaveSetupFile(CommandContext& context);
 
 } // namespace vantrel

@@ -24,6 +24,12 @@ bool Confirmed(CommandContext& context, const std::string& transfer, const Messa
 /// An existing file keeps its descriptions and notations; a new one begins with the defaults. The file may be the one
 /// that was named or the one that will be written, which has its extension forced.
 bool OpenUploadTarget(CommandContext& context) {
+    if (IsStandardStream(context.arguments.file)) {
+        if (IsStandardStream(context.arguments.trace.value_or(""))) {
+            throw UsageError("--trace: standard output takes the set-up file already. Name a file.");
+        }
+        return true;
+    }
     RequireFilePart(context.arguments.file);
     Document& document = context.program.document;
     document.NameFile(PathFromUtf8(context.arguments.file));
@@ -36,10 +42,12 @@ bool OpenUploadTarget(CommandContext& context) {
 
 bool MayTransferInto(CommandContext& context, LinkSession& session) {
     const std::filesystem::path target = context.program.document.SaveTarget();
+    const bool stream = IsStandardStream(context.arguments.file);
     // A target that cannot be written must be known before the board is asked for minutes, not after.
-    RequireReplaceable(target);
+    if (!stream) RequireReplaceable(target);
     return session.TraceAccepted() &&
-           Confirmed(context, session.PortName() + " to " + QuotedPath(target), UploadQuestion());
+           Confirmed(context, session.PortName() + " to " + (stream ? DocumentFile(context) : QuotedPath(target)),
+                     UploadQuestion());
 }
 
 /// A board that was away for a while may have lost what it had confirmed before; only reading it back tells.

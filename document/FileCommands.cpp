@@ -87,24 +87,26 @@ FileCommands::Outcome FileCommands::Open() {
     const auto choice = dialogs_.OpenFile(
         {.filters = {SetupFilter(), TextFilter()}, .initial = document_.FilePath, .filter = openFilter_});
     if (!choice) return Outcome::Cancelled;
-    return OpenAs(choice->filter == 0 ? FileKind::Setup : FileKind::TextImport, choice->path);
+    return OpenAs(choice->filter == 0 ? FileKind::Setup : FileKind::TextImport, choice->path, NamesFrom::Dialog);
 }
 
 FileCommands::Outcome FileCommands::OpenPath(const fs::path& path) {
     const Outcome saved = SaveChangesFirst();
     if (saved != Outcome::Done) return saved;
-    return OpenAs(MeansTextFile(path) ? FileKind::TextImport : FileKind::Setup, path);
+    return OpenAs(MeansTextFile(path) ? FileKind::TextImport : FileKind::Setup, path, NamesFrom::User);
 }
 
-FileCommands::Outcome FileCommands::OpenAs(FileKind kind, const fs::path& path) {
+FileCommands::Outcome FileCommands::OpenAs(FileKind kind, const fs::path& path, NamesFrom namedBy) {
     try {
         if (kind == FileKind::TextImport) {
             ImportTextFileByName(document_, path, "Open it as one of the " + SetupFilter().name + ".");
+            document_.FileNamedBy = namedBy;
             openFilter_ = 1;
         } else {
             ReadSetupFileByName(document_, path,
                                 "If it is a text file of the older format, open it as one of the " + TextFilter().name +
                                     ".");
+            document_.FileNamedBy = namedBy;
             openFilter_ = 0;
             if (!AcceptsLoadedVersion()) return Outcome::Cancelled;
             document_.ApplyLoadedFile();
@@ -169,12 +171,14 @@ FileCommands::Outcome FileCommands::SaveAs() {
     const bool wasUnnamed = document_.IsUnnamed;
     const fs::path oldPath = document_.FilePath;
     const std::string oldTitle = document_.FileTitle;
+    const NamesFrom oldNamedBy = std::exchange(document_.FileNamedBy, NamesFrom::Dialog);
     document_.NameFile(choice->path);
     const Outcome saved = SaveOver(document_.FilePath);
     if (saved != Outcome::Done) {
         document_.IsUnnamed = wasUnnamed;
         document_.FilePath = oldPath;
         document_.FileTitle = oldTitle;
+        document_.FileNamedBy = oldNamedBy;
         hooks_.showDocumentDate();
     }
     return saved;

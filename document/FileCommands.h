@@ -64,7 +64,7 @@ private:
     enum class FileKind { Setup, TextImport };
 
     [[nodiscard]] Outcome SaveChangesFirst();
-    Outcome OpenAs(FileKind kind, const std::filesystem::path& path);
+    Outcome OpenAs(FileKind kind, const std::filesystem::path& path, NamesFrom namedBy);
     [[nodiscard]] bool AcceptsLoadedVersion();
     void NameUnholdableValues();
     [[nodiscard]] bool FetchFromBoard();

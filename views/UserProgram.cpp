@@ -1,9 +1,11 @@
 // Two small files of a file set: the first character of one, the first line of the other.
 #include "views/UserProgram.h"
 
-#include "document/FileQuestions.h"
+#include "document/DocumentFiles.h"
 #include "link/RSComm.h"
+#include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
+#include "text/PrintableText.h"
 #include "text/Windows1252.h"
 
 #include <algorithm>
@@ -43,8 +45,13 @@ std::string FirstLine(const std::filesystem::path& file) {
     return {bytes.begin(), end};
 }
 
-int RevisionNumber(std::string_view markHex) {
+int RevisionNumber(const std::filesystem::path& file, std::string_view markHex) {
     const std::string hex = RSComm::MarkHex2HEX(std::string(markHex));
+    if (hex.find_first_not_of("0123456789ABCDEFabcdef") != std::string::npos) {
+        throw RuntimeError(ErrorNumber::BadFileFormat, QuotedPath(file) + ": \"" +
+                                                           Excerpt(Utf8FromWindows1252(hex), NumberDigits) +
+                                                           "\" is no revision number (00 to FF).");
+    }
     int number = 0;
     std::from_chars(hex.data(), hex.data() + hex.size(), number, 16);
     return number;
@@ -70,8 +77,8 @@ UserProgram ReadUserProgram(const std::filesystem::path& programFile) {
     if (line.size() <= 2 * NumberDigits) return program;
     const std::string_view numbers = std::string_view(line).substr(line.size() - 2 * NumberDigits);
     program.revIdentOnDisk = Utf8FromWindows1252(line.substr(0, line.size() - 2 * NumberDigits));
-    program.revisionNumbers = {RevisionNumber(numbers.substr(NumberDigits)),
-                               RevisionNumber(numbers.substr(0, NumberDigits))};
+    program.revisionNumbers = {RevisionNumber(*revisionFile, numbers.substr(NumberDigits)),
+                               RevisionNumber(*revisionFile, numbers.substr(0, NumberDigits))};
     return program;
 }
 

@@ -24,7 +24,8 @@ struct UserProgram {
                                                     const ProgramFolder& folder);
 
 /// Reads the program file's board type and the revision file beside it (extension REV). A missing file leaves its
-/// values unknown. Throws RuntimeError when one that is there cannot be read.
+/// values unknown. Throws RuntimeError when one that is there cannot be read, 321 when the revision's numbers are none
+/// of 0..255.
 [[nodiscard]] UserProgram ReadUserProgram(const std::filesystem::path& programFile);
 
 } // namespace vantrel

@@ -36,6 +36,11 @@ TEST_F(BoardCommandTest, PrintsWhatTheBoardReports) {
     WriteText(File("Program/K5216-505.TRV"), "2");
     EXPECT_NE(Board({}).out.find("CO-CPU Slot: 0\n"), std::string::npos);
     EXPECT_EQ(Board({"--set-clock"}).code, 1) << "a board without a clock";
+    WriteText(File("Program/K5216-505.REV"), "K5216505-5+1\n");
+    const Ended spoilt = Board({});
+    EXPECT_NE(spoilt.err.find("K5216-505.REV\": \"+1\" is no revision number (00 to FF)."), std::string::npos)
+        << spoilt.err;
+    EXPECT_NE(spoilt.out.find("on disk:            not known\n"), std::string::npos) << "the board's own stays";
 }
 
 TEST_F(BoardCommandTest, SetsWhatItIsToldToAndShowsTheResult) {

@@ -131,11 +131,24 @@ TEST_F(ConsoleTest, AMinusIsStandardInputAndStandardOutput) {
     EXPECT_NE(Run({"report", "-", "--output", "-"}, made.out).out.find("V100"), std::string::npos);
     EXPECT_EQ(Run({"download", "-", "--port", "1", "--yes"}, made.out).code, 0);
     EXPECT_EQ(board.PeekWord(6400), 100);
+    const Ended set = Run({"set", "-", "0", "NodeNumber", "9"}, made.out);
+    EXPECT_EQ(set.err, "sequence 0, NodeNumber: 9\n");
+    const Ended fetched = Run({"upload", "-", "--port", "1", "--yes"});
+    for (const auto& [file, node] : {std::pair(set.out, 9), std::pair(fetched.out, 2)}) {
+        const std::vector<std::uint8_t> whole(file.begin(), file.end());
+        EXPECT_EQ(ParseSetupFile(whole).Value(1), node);
+        EXPECT_EQ(whole.size(), bytes.size() - (node == 2 ? 25 : 0)) << "nothing else, and no descriptions";
+    }
+    EXPECT_NE(Run({"read", "W6400", "--port", "1", "--trace", "-"}).out.find("  FF\n"), std::string::npos);
     const Ended none = Run({"show", "-"}, "no set-up file");
     EXPECT_EQ(none.code, 4);
     EXPECT_NE(none.err.find("standard input"), std::string::npos) << none.err;
     outIsTerminal = true;
-    EXPECT_EQ(Run({"new", "-"}).code, 2) << "no bytes of a file on a terminal";
+    for (const std::vector<std::string>& command :
+         std::vector<std::vector<std::string>>{{"new", "-"},
+                                               {"upload", "-", "--port", "1", "--yes"},
+                                               {"read", "W1", "--json", "--port", "1", "--trace", "-"}})
+        EXPECT_EQ(Run(command).code, 2) << command.front() << ": nothing that nobody could tell apart";
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1) << "the settings of the port";
 }
 

@@ -318,6 +318,9 @@ TEST_F(FileCommandsTest, TheUserIsToldWhereTheForcedExtensionLeads) {
     EXPECT_EQ(person.asked.filters.size(), 1U);
     EXPECT_EQ(person.trace, "save as;VANTREL;[plant.sdt];");
     EXPECT_NE(LastText().find((folder / "my.sdt").string()), std::string::npos);
+    EXPECT_EQ(files.OpenPath(folder / Stored("my.dir/typed", document.DefaultConfiguration)), Outcome::Done);
+    EXPECT_EQ(files.Save(), Outcome::Done);
+    EXPECT_EQ(document.OwnFile, folder / "my.dir/typed.sdt") << "a name on the command line stays in its folder";
 
     WriteText(folder / "old.vtl", "a,b,c,500,e,f,g,h,i\nN2\n");
     WriteText(folder / "old.sdt", "precious");

@@ -3,6 +3,7 @@
 #include "views/BoardMonitor.h"
 
 #include "link/TargetMap.h"
+#include "platform/RuntimeError.h"
 #include "tests/support/BoardLink.h"
 
 #include <functional>
@@ -348,6 +349,10 @@ TEST(UserProgram, IsFoundBesideTheSetUpFileAndReadWithItsRevision) {
     EXPECT_EQ(program.boardType, 65);
     EXPECT_EQ(program.revIdentOnDisk, "LINE-7>");
     EXPECT_EQ(program.revisionNumbers, (std::array<int, 2>{0xBC, 0x04}));
+    for (const char* numbers : {"-5", "+1", " 1", "G0"}) {
+        WriteText(folder / "plant.rev", std::string("IDENT01") + numbers + "\n");
+        EXPECT_THROW((void)ReadUserProgram(FindUserProgram(folder / "plant.sdt", programs)), RuntimeError) << numbers;
+    }
 }
 
 } // namespace
