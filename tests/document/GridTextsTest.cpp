@@ -38,17 +38,5 @@ TEST(GridTexts, ARowShowsItsSequenceInItsNotations) {
               (Texts{"0", "0", "0", "V1", "W32", "0", "W32", "V1"}));
 }
 
-TEST(GridTexts, ARecordWithoutElementsFillsARowOfTheSameLength) {
-    for (const EditorTab tab : EditorTabs)
-        EXPECT_EQ(EditorRowTexts({}, tab, 30).size(), EditorColumnWidths(tab).size());
-}
-
-TEST(GridTexts, StatusAddressesFollowTheBoardsMemoryMap) {
-    const auto status = StatusWordAddressTable();
-    const auto nodes = NodeNumberAddressTable();
-    EXPECT_EQ((Texts{status.front(), status[1], status.back()}), (Texts{"W6914", "W6916", "W6974"}));
-    EXPECT_EQ((Texts{nodes.front(), nodes[1], nodes.back()}), (Texts{"W16384", "W16896", "W31744"}));
-}
-
 } // namespace
 } // namespace vantrel

@@ -1,7 +1,6 @@
 // Edits and what becomes of them, against the simulated board: what is stored, what is written, what is told.
 #include "document/SequenceEditor.h"
 
-#include "simulator/SimulatedFaults.h"
 #include "tests/support/BoardLink.h"
 
 #include <functional>
@@ -136,23 +135,6 @@ TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged
         landed.clear();
         EXPECT_TRUE(Land("1a0h").Confirmed()) << one.what;
         EXPECT_FALSE(editor.Unconfirmed(11)) << one.what;
-    }
-}
-
-TEST_F(SequenceEditorTest, OneFaultAtAnyByteMakesNoWrongStatement) {
-    for (const FaultKind kind : {FaultKind::NoAnswer, FaultKind::WrongEcho, FaultKind::LateAnswer, FaultKind::LostByte,
-                                 FaultKind::DoubledByte}) {
-        for (std::size_t at = 0; at < 40; ++at) {
-            Begin();
-            board = SimulatedBoard();
-            board.AddFault({.kind = kind, .firstTimeOnly = true, .afterBytes = at});
-            const LandedEdit edit = Land("1a0h");
-            const auto& fault = FaultNames().at(static_cast<std::size_t>(kind));
-            const auto held = edit.result.onBoard.Number();
-            EXPECT_TRUE(!edit.Confirmed() || (Word() == 416 && Flag() == 0)) << fault.name << at;
-            EXPECT_TRUE(!held || static_cast<int>(*held) == Word()) << fault.name << at;
-            EXPECT_TRUE(Flag() == 0 || edit.Message().find("B105") != std::string::npos) << fault.name << at;
-        }
     }
 }
 
