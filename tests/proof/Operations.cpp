@@ -1,4 +1,4 @@
-#include "tests/proof/Operations.h"
+#include "tests/proof/ProofWorld.h"
 
 #include "document/SettingsTransfer.h"
 #include "document/StatusTab.h"
@@ -29,12 +29,17 @@ void Said::Value(std::map<int, int>& list, const std::string& address, std::uint
         list[first + i] = static_cast<int>((i < 2 ? low : high) >> (i % 2 * 8) & 0xFF);
 }
 
+void Said::TakeBack(std::map<int, int>& list, const std::string& address) {
+    const auto [first, count] = Span(address);
+    for (int i = 0; i < count; ++i)
+        list.erase(first + i);
+}
+
 void Said::Doubt(const std::string& address) {
     const auto [first, count] = Span(address);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         doubtful.insert(first + i);
-        stored.erase(first + i);
-    }
+    TakeBack(stored, address);
 }
 
 void Said::Wrote(const std::string& address, std::uint32_t number, const WriteResult& result) {
@@ -145,11 +150,8 @@ Task Upload(World& world) {
     Said& said = world.said;
     for (std::size_t i = 0; i < transfer.Walked(); ++i)
         said.Value(said.shown, record.TargetAddress(i), static_cast<std::uint32_t>(record.Value(i)));
-    for (const std::size_t index : transfer.Unconfirmed()) {
-        const auto [first, count] = Span(record.TargetAddress(index));
-        for (int i = 0; i < count; ++i)
-            said.shown.erase(first + i);
-    }
+    for (const std::size_t index : transfer.Unconfirmed())
+        Said::TakeBack(said.shown, record.TargetAddress(index));
     said.mayHaveReached.insert(transfer.MayHaveReached().begin(), transfer.MayHaveReached().end());
     said.flagNamed = !transfer.FlagCleared();
     if (!transfer.FlagCleared()) said.Doubt(WriteThroughFlag);
@@ -166,11 +168,8 @@ Task Compare(World& world) {
         said.Value(said.shown, record.TargetAddress(i), static_cast<std::uint32_t>(record.Value(i)));
     for (const ValueDifference& one : comparison.Differences())
         said.Value(said.shown, record.TargetAddress(one.index), static_cast<std::uint32_t>(one.onBoard));
-    for (const std::size_t index : comparison.Unread()) {
-        const auto [first, count] = Span(record.TargetAddress(index));
-        for (int i = 0; i < count; ++i)
-            said.shown.erase(first + i);
-    }
+    for (const std::size_t index : comparison.Unread())
+        Said::TakeBack(said.shown, record.TargetAddress(index));
 }
 
 /// Reads the shown texts back into numbers; a "-" says nothing.
