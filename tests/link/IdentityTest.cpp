@@ -1,4 +1,5 @@
-// Which board answers, what its faults are called, and whether it is ready.
+// Which board answers, what its faults and status codes are called, and whether it is ready.
+#include "link/StatusText.h"
 #include "tests/link/LinkFixture.h"
 
 namespace vantrel {
@@ -64,6 +65,33 @@ TEST_F(IdentityTest, TheReadyCheckGoesOnUntilTheBoardIsReadyOrTheUserGivesUp) {
     EXPECT_TRUE(link.LinkFailed());
     EXPECT_NEAR(Seconds() - start, 3.0 + 2.0, 0.02);
     EXPECT_EQ(Shown(1), "WARNING - Communication Error!|Cannot Determine PLS READY Mode Within Target Board.");
+}
+
+TEST(StatusText, ACodeIsShownInHexadecimalWithItsText) {
+    const std::pair<const char*, const char*> cases[] = {
+        // clang-format off
+        {"0", "00: Comm Disabled"}, {"1", "01: Undefinded Error"}, {"2", "02: Comm to Node OK"},
+        {"3", "03: More Than One Bus Master"}, {"4", "04: Xmitt Timeout, No Response"},
+        {"5", "05: No Slave Response, Timeout"}, {"6", "06: Invalid Command - Master"},
+        {"7", "07: Receive Overflow"}, {"8", "08: Receive Collision Detected"},
+        {"9", "09: Receive Alignment Error"}, {"10", "0A: Receive CRC Error"}, {"11", "0B: Unknown Error"},
+        {"12", "0C: Xmitt No Acknowledge"}, {"13", "0D: Xmitt Underrun Error"},
+        {"14", "0E: Xmitt Collision Detected"}, {"15", "0F: Address Range Error"},
+        {"16", "10: Unexpected Slave Response"}, {"17", "11: TI-505/K5216 Read Error"},
+        {"18", "12: TI-505/K5216 Write Error"}, {"19", "13: Undefinded Error"},
+        {"-1", "FFFFFFFF: Undefinded Error"}, {"2.5 x", "02: Comm to Node OK"}, {"", "00: Comm Disabled"},
+        // clang-format on
+    };
+    for (const auto& [value, shown] : cases)
+        EXPECT_EQ(StatusDisplay(value), shown) << value;
+    EXPECT_NE(StatusDisplay("99999999999").find("Undefinded Error"), std::string::npos);
+}
+
+TEST(StatusText, EachSequenceHasItsOwnWords) {
+    EXPECT_EQ(StatusWordAddress(0) + StatusWordAddress(30), "W6914W6974");
+    EXPECT_EQ(DataWordAddress(0, DataDirection::Send, 1), "W16400");
+    EXPECT_EQ(DataWordAddress(30, DataDirection::Send, 120), "W31998");
+    EXPECT_EQ(DataWordAddress(30, DataDirection::Receive, 1), "W32000");
 }
 
 } // namespace

@@ -33,18 +33,15 @@ TEST_F(PortSettingsEditorTest, ShowsWhatTheNextOpeningTakesAlsoBeforeTheFirst) {
 
 TEST_F(PortSettingsEditorTest, TakesOnlyWholeNumbersOfTheRange) {
     PortSettingsEditor dialog = Dialog();
-    for (const char* text : {"1", "4", " 2 ", "03"}) {
+    for (const char* text : {"1", "4", " 2 ", "03"})
         EXPECT_TRUE(dialog.AcceptsPort(text)) << text;
-    }
     for (const char* text : {"", " ", "0", "5", "-1", "2.5", "COM1", "1e0", "99999999999"}) {
         dialogs.shown.clear();
         EXPECT_FALSE(dialog.AcceptsPort(text)) << text;
         EXPECT_EQ(Shown(), "Comm Port|Only a Number Between 1 and 4 can be Entered") << text;
-        EXPECT_EQ(dialogs.shown.at(0).icon, MessageIcon::Information);
         EXPECT_EQ(dialog.DeviceLine(text), "");
     }
-    EXPECT_FALSE(turns.RunToEnd(dialog.Save("5", "9600")));
-    EXPECT_FALSE(fs::exists(settingsFile));
+    EXPECT_FALSE(turns.RunToEnd(dialog.Save("5", "9600")) || fs::exists(settingsFile));
     EXPECT_EQ(dialog.Stepped("3", 1) + dialog.Stepped("4", 1) + dialog.Stepped("1", -1) + dialog.Stepped("x", 1) +
                   dialog.Stepped("2147483647", 1),
               "44114");
