@@ -76,7 +76,24 @@ TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged
         const char* told;
         bool linkFailed = false;
     };
-    const auto once = [](auto act) { return [act, done = false]() mutable { done = done || act(); }; };
+    const auto once = [](auto when, auto act) {
+        return [when, act, done = false]() mutable {
+            if (done || !when()) return;
+            done = true;
+            act();
+        };
+    };
+    const auto atFlag = [this] { return Flag() == 1; };
+    const auto atValue = [this] { return Word() == 416; };
+    const auto spoilTwoEchoes = [this] {
+        for (int i = 0; i < 2; ++i)
+            board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
+    };
+    const auto reconnect = [this] {
+        port.CutLine();
+        port.MendLine();
+        dialogs.answers = {MessageAnswer::Retry};
+    };
     const std::vector<Case> cases = {
         {"a healthy board", nullptr, "1A0H", ""},
         {"a board that makes its own of the value",
@@ -84,37 +101,17 @@ TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged
              if (Flag() == 0 && Word() == 416) board.PokeWord(SendToNodeOf1, 418, clock.Now());
          },
          "1A2H", "The board confirmed 1A0H for sequence 1, SendToNode, but holds 1A2H now.\nEnter it once more."},
-        {"a board that spoils an echo of the value twice", once([this] {
-             for (int i = 0; Flag() == 1 && i < 2; ++i)
-                 board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
-             return Flag() == 1;
-         }),
-         "20H", "The board did not confirm 1A0H for sequence 1, SendToNode.\nIt holds 20H now."},
-        {"a board that spoils an echo of the flag's end twice", once([this] {
-             for (int i = 0; Word() == 416 && i < 2; ++i)
-                 board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
-             return Word() == 416;
-         }),
-         "1A0H",
+        {"a board that spoils an echo of the value twice", once(atFlag, spoilTwoEchoes), "20H",
+         "The board did not confirm 1A0H for sequence 1, SendToNode.\nIt holds 20H now."},
+        {"a board that spoils an echo of the flag's end twice", once(atValue, spoilTwoEchoes), "1A0H",
          "The board holds 1A0H for sequence 1, SendToNode, but did not confirm all steps of the entry.\n"
          "Its B105 may be left at 1."},
-        {"a link that is taken up again between the flags", once([this] {
-             if (Flag() == 1) port.CutLine();
-             port.MendLine();
-             dialogs.answers = {MessageAnswer::Retry};
-             return Flag() == 1;
-         }),
-         "1A0H", "\nThe link was lost and taken up again in the middle of it."},
-        {"a board that answers twice from the value on", once([this] {
-             if (Word() == 416) board.AddFault({.kind = FaultKind::DoubledByte});
-             return Word() == 416;
-         }),
-         "1A0H", "could not be read clearly.\nIts B105 may be left at 1."},
-        {"a link that dies between the flags", once([this] {
-             if (Flag() == 1) port.CutLine();
-             return Flag() == 1;
-         }),
-         "1A0H",
+        {"a link that is taken up again between the flags", once(atFlag, reconnect), "1A0H",
+         "\nThe link was lost and taken up again in the middle of it."},
+        {"a board that answers twice from the value on",
+         once(atValue, [this] { board.AddFault({.kind = FaultKind::DoubledByte}); }), "1A0H",
+         "could not be read clearly.\nIts B105 may be left at 1."},
+        {"a link that dies between the flags", once(atFlag, [this] { port.CutLine(); }), "1A0H",
          "The link failed before the board had confirmed 1A0H for sequence 1, SendToNode.\nIts B105 may be left at 1.",
          true},
     };

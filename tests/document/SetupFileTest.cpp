@@ -95,17 +95,11 @@ TEST(SetupFile, EveryTruncationIsNamedAndNothingElse) {
 }
 
 TEST(SetupFile, BadArrayHeadersAreRefusedWhereTheyStand) {
-    const struct {
-        std::size_t offset;
-        Bytes bytes;
-        int number;
-    } cases[] = {
-        {AddressHeader, {2}, 321},
-        {ValueHeader, {0}, 321},
-        {AddressHeader + 2, {0xFF, 0xFF, 0xFF, 0xFF}, 321},
-        {TypeHeader + 6, {1}, 321},
-        {AddressHeader + 2, {0xFF, 0xFF, 0xFF, 0x7F}, 62},
-        {ValueHeader + 2, {0x00, 0x02}, 62},
+    const std::tuple<std::size_t, Bytes, int> cases[] = {
+        // clang-format off
+        {AddressHeader, {2}, 321}, {ValueHeader, {0}, 321}, {AddressHeader + 2, {0xFF, 0xFF, 0xFF, 0xFF}, 321},
+        {TypeHeader + 6, {1}, 321}, {AddressHeader + 2, {0xFF, 0xFF, 0xFF, 0x7F}, 62}, {ValueHeader + 2, {0, 2}, 62},
+        // clang-format on
     };
     for (const auto& [offset, bytes, number] : cases) {
         Bytes file = DefaultBytes();

@@ -20,18 +20,6 @@ TEST_F(IdentityTest, BoardTypesAreCharacterCodes) {
     EXPECT_EQ(RSComm::MarkHex2HEX("0:;9<=>?@A"), "0AB9CDEF@A");
 }
 
-TEST_F(IdentityTest, TheRevisionIsReadOnlyOverALinkThatStands) {
-    EXPECT_EQ(turns.RunToEnd(link.FirmwareRev()), 0);
-    EXPECT_FALSE(link.LinkFailed());
-    GoOnline();
-    Expect("FF>55 01>55 1F DF>17 1F F0>45");
-    EXPECT_EQ(turns.RunToEnd(link.FirmwareRev()), 23);
-    EXPECT_EQ(turns.RunToEnd(link.FaultCode()), 0x45);
-    EXPECT_TRUE(AsExpected());
-    EXPECT_EQ(turns.RunToEnd(link.FaultCode()), 0);
-    EXPECT_TRUE(link.LinkFailed());
-}
-
 TEST_F(IdentityTest, FaultsAreDescribedByTheFirstRecordOfTheFile) {
     link.SetFaultFile(folder / "FaultErrCodes.txt");
     EXPECT_EQ(link.FaultDescription(10), "Fault Code (0AH): --- Fault File Not Found ---");

@@ -44,13 +44,6 @@ TEST_F(LinkTest, StoredSettingsAreBroughtToWhatIsAllowedAndNotWrittenBack) {
     }
 }
 
-TEST_F(LinkTest, AnOverrideReplacesTheStoredSettingsAndMayLeaveTheFileAlone) {
-    link.SetPortOverride({.number = {}, .speed = "19200", .leaveFileAlone = true});
-    GoOnline();
-    EXPECT_EQ(port.settings, "19200,n,8,1");
-    EXPECT_FALSE(std::filesystem::exists(folder / "Support"));
-}
-
 TEST_F(LinkTest, SettingsThatCannotBeReadKeepThePortClosed) {
     std::filesystem::create_directories(folder / "Support" / "RSPort.cfg");
     Open();

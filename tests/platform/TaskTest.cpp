@@ -43,19 +43,6 @@ protected:
     std::string trace;
 };
 
-TEST_F(TaskTest, DoesNothingUntilStartedAndThenTakesTurns) {
-    Task a = Count(turns, trace, 'a', 3);
-    Task b = Count(turns, trace, 'b', 2);
-    EXPECT_EQ(trace, "");
-    a.Start();
-    b.Start();
-    EXPECT_EQ(turns.Waiting(), 2U);
-    while (turns.RunOne()) {
-    }
-    EXPECT_EQ(trace, "ababa..");
-    EXPECT_TRUE(a.Done() && b.Done());
-}
-
 TEST_F(TaskTest, StoppingUnwindsInnerTasksAndWithdrawsTheirTurn) {
     Task whole = Outer(turns, trace);
     turns.RunToEnd(whole);
@@ -69,16 +56,19 @@ TEST_F(TaskTest, StoppingUnwindsInnerTasksAndWithdrawsTheirTurn) {
     EXPECT_FALSE(turns.RunOne());
 }
 
-TEST_F(TaskTest, ReplacingARunningTaskEndsItBeforeTheNextOneBegins) {
+TEST_F(TaskTest, TasksTakeTurnsAndReplacingARunningOneEndsItBeforeTheNextBegins) {
+    Task other = Count(turns, trace, 'o', 2);
     Task pass;
     for (const char name : {'a', 'b', 'c'}) {
         pass = Count(turns, trace, name, 2);
         pass.Start();
     }
-    EXPECT_EQ(turns.Waiting(), 1U);
+    other.Start();
+    EXPECT_EQ(turns.Waiting(), 2U);
     while (turns.RunOne()) {
     }
-    EXPECT_EQ(trace, "a.b.cc.");
+    EXPECT_EQ(trace, "a.b.coco..");
+    EXPECT_TRUE(pass.Done() && other.Done());
 }
 
 Task Fail(TurnQueue& turns) {

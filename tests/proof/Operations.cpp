@@ -3,7 +3,6 @@
 #include "document/SettingsTransfer.h"
 #include "document/StatusTab.h"
 #include "document/WriteThrough.h"
-#include "link/ReadingWalk.h"
 #include "link/StatusText.h"
 
 #include <memory>
@@ -78,20 +77,6 @@ Task ReadValues(World& world) {
     const Reading bit = co_await world.link.Read("B33.5");
     const auto number = bit.Number();
     if (number && *number != 1) world.said.shown[33] = -1;
-}
-
-Task Walk(World& world) {
-    const std::vector<std::string> addresses{"W17000", "B8177", "W18000", "W18002", "D19000", "B33", "W17000"};
-    ReadingWalk walk(world.link);
-    const auto note = [&](const std::optional<JudgedReading>& judged) {
-        if (judged) world.said.Read(addresses.at(judged->tag), judged->reading);
-    };
-    for (std::size_t i = 0; i < addresses.size(); ++i) {
-        const auto judged = co_await walk.Read(addresses[i], i);
-        note(judged);
-    }
-    const auto last = co_await walk.End();
-    note(last);
 }
 
 Task WriteValues(World& world) {
@@ -204,15 +189,10 @@ Task StatusPass(World& world) {
 
 const std::vector<Operation>& LinkOperations() {
     static const std::vector<Operation> all{
-        {"read", &ReadValues},
-        {"walk", &Walk},
-        {"write", &WriteValues},
-        {"write bits", &WriteBits},
-        {"write-through", &WriteOneThrough},
-        {"download", &Download},
-        {"upload", &Upload},
-        {"compare", &Compare},
-        {"status pass", &StatusPass},
+        {"read", &ReadValues},      {"write", &WriteValues},
+        {"write bits", &WriteBits}, {"write-through", &WriteOneThrough},
+        {"download", &Download},    {"upload", &Upload},
+        {"compare", &Compare},      {"status pass", &StatusPass},
     };
     return all;
 }

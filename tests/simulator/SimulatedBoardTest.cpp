@@ -120,16 +120,27 @@ const Conversation HabitTable[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Habits, Conversations, testing::ValuesIn(HabitTable));
 
-TEST(BoardHabits, NothingElseIsAHabit) {
+TEST(SimulatedFaults, HabitsAndFaultsAreParsedByNameAndNothingElseIs) {
     for (const HabitName& each : HabitNames()) {
         for (const char* value : {"", "=", "=x", "=0", "=12m"})
             EXPECT_FALSE(WithHabit({}, std::string(each.name) + value)) << each.name << value;
     }
     for (const char* text : {"", "=echo", "idel=echo", "half-sent=-1ms", "half-sent=999999999s", "refuse=B5-B4",
-                             "refuse=B65536", "refuse=B5-"}) {
+                             "refuse=B65536", "refuse=B5-"})
         EXPECT_FALSE(WithHabit({}, text)) << text;
-    }
     EXPECT_EQ(WithHabit(WithHabit({}, "idle=echo").value(), "idle=zero"), BoardHabits{});
+    for (const FaultName& each : FaultNames()) {
+        const SimulatedFault plain = ParseFault(each.name).value();
+        EXPECT_TRUE(plain.kind == each.kind && !plain.firstTimeOnly) << each.name;
+        for (const char* how : {":once@120", "@120:once"}) {
+            const SimulatedFault once = ParseFault(std::string(each.name) + how).value();
+            EXPECT_TRUE(once.firstTimeOnly && once.afterBytes == 120) << each.name << how;
+        }
+    }
+    for (const char* text : {"", "hang", "hang-up@", "hang-up@x", "hang-up@-1", "hang-up@1x", "hang-up:once@1:once",
+                             "hang-up:twice", ":once", "hang-up@99999999999999999999", "hang-up:60ms", "late-answer:60",
+                             "late-answer:1ms:2ms", "spoiled-byte:00H", "spoiled-byte:100H", "spoiled-answer:1"})
+        EXPECT_FALSE(ParseFault(text)) << text;
 }
 
 TEST(SimulatedFaults, LateAnswerIsLateByOneAndAHalfSecondsOrAsSaid) {
@@ -139,23 +150,6 @@ TEST(SimulatedFaults, LateAnswerIsLateByOneAndAHalfSecondsOrAsSaid) {
     for (const MonotonicTime delay : {1500ms, 60ms, 3000ms, 0ms})
         EXPECT_EQ(board.Receive(0xFF, 0s).delay, delay);
     EXPECT_EQ(board.ReceivedBytes(), 4U);
-}
-
-TEST(SimulatedFaults, AreParsedByNameAndNothingElseIs) {
-    for (const FaultName& each : FaultNames()) {
-        const std::string name(each.name);
-        EXPECT_EQ(ParseFault(name).value().kind, each.kind);
-        EXPECT_FALSE(ParseFault(name).value().firstTimeOnly);
-        for (const char* how : {":once@120", "@120:once"}) {
-            const SimulatedFault once = ParseFault(name + how).value();
-            EXPECT_TRUE(once.firstTimeOnly && once.afterBytes == 120) << name << how;
-        }
-    }
-    for (const char* text : {"", "hang", "hang-up@", "hang-up@x", "hang-up@-1", "hang-up@1x", "hang-up:once@1:once",
-                             "hang-up:twice", ":once", "hang-up@99999999999999999999", "hang-up:60ms", "late-answer:60",
-                             "late-answer:1ms:2ms", "spoiled-byte:00H", "spoiled-byte:100H", "spoiled-answer:1"}) {
-        EXPECT_FALSE(ParseFault(text)) << text;
-    }
 }
 
 int SettingByte(int sequence, int field) { return SequenceBase + SequenceStride * sequence + 2 * field; }
@@ -168,18 +162,6 @@ void Use(SimulatedBoard& board, int sequence, std::uint16_t node, std::uint16_t 
     board.PokeWord(static_cast<std::uint16_t>(SettingByte(sequence, 0)), node);
     board.PokeWord(static_cast<std::uint16_t>(SettingByte(sequence, 1)), words);
     board.PokeWord(static_cast<std::uint16_t>(SettingByte(sequence, 4)), words);
-}
-
-TEST(BoardMemory, IsFreshWithTheDefaultConfiguration) {
-    const SimulatedBoard board;
-    EXPECT_EQ(board.PeekWord(6400), 1);
-    constexpr int Defaults[] = {0, 0, 1, 32, 0, 32, 1};
-    for (int field = 0; field < 7; ++field)
-        EXPECT_EQ(Word(board, SettingByte(30, field)), Defaults[field]);
-    EXPECT_EQ(board.Peek(NetworkAddressByte), 1);
-    for (int address = CoCpuSlotByte; address <= CurrentCommErrorByte; ++address) {
-        EXPECT_EQ(board.Peek(static_cast<std::uint16_t>(address)), 0) << address;
-    }
 }
 
 TEST(BoardMemory, StatusFollowsTheNodeNumberAndASilentNodeSendsNothingNew) {

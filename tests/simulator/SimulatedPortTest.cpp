@@ -86,31 +86,6 @@ TEST_F(Port, IsLostInTheMiddleOfAWaitUntilTheLineIsMendedAndThePortOpenedAgain) 
     EXPECT_EQ(port.WaitForByte(5s), PortWait::Lost);
 }
 
-TEST_F(Port, APauseOfTheHostCountsAsSilenceOnTheLine) {
-    for (const auto& [pause, stored] : {std::pair<MonotonicTime, int>{400ms, 0xAB}, {600ms, 0}}) {
-        port.Open();
-        Send({0xFF, 0x02, 0x20, 0x05});
-        clock.Advance(4 * Byte9600 + pause);
-        EXPECT_EQ(port.ReceivedCount(), 4U) << "what came during the pause is there";
-        board.Poke(0x2005, 0);
-        Send({0xAB});
-        EXPECT_EQ(board.Peek(0x2005), stored) << pause.count();
-        clock.Advance(1s);
-    }
-}
-
-TEST_F(Port, ABoardOfAnotherSpeedIsNotUnderstood) {
-    port.SetBoardSpeed(19200);
-    port.Open();
-    Send({0xFF});
-    EXPECT_EQ(ByteAt(2 * Byte9600), 0xF8) << "it heard FE, and answered 00";
-    port.SetSettings("19200,n,8,1");
-    port.Open();
-    const MonotonicTime start = clock.Now();
-    Send({0xFF});
-    EXPECT_EQ(ByteAt(start + 2 * 520833ns), 0x55);
-}
-
 TEST(WrongSpeed, MakesGarbageOrNothingOfAByte) {
     using Bytes = std::vector<std::uint8_t>;
     EXPECT_EQ(HeardAtSpeed(0x00, 19200, 9600), Bytes{0xF8});
