@@ -16,7 +16,7 @@ namespace vantrel {
 /// as good as instantaneous (one microsecond, so that a virtual clock always moves).
 enum class LinePacing { LineSpeed, None };
 
-class SimulatedPort final : public SerialPort {
+class SimulatedPort : public SerialPort {
 public:
     SimulatedPort(SimulatedBoard& board, Clock& clock, LinePacing pacing);
 

@@ -1,5 +1,6 @@
-// What the editor accepts for a value and what it refuses, through the whole field table.
+// What the editor accepts for a value and what it refuses, through the whole field table; and what its grids show.
 #include "document/EntryRules.h"
+#include "document/GridTexts.h"
 #include "document/ValueDisplay.h"
 #include "platform/RuntimeError.h"
 
@@ -81,6 +82,37 @@ TEST(EntryRules, AHexadecimalEntryWithoutTwoDigitsIsAnInvalidCall) {
 TEST(EntryRules, APastedDescriptionIsOneLineThatTheFileCanHold) {
     EXPECT_EQ(DescriptionToStore("a\tb\r\nc\nd\re\x7F\x1B[\u0085\u2028f"), "a b c d e  [  f");
     EXPECT_EQ(DescriptionToStore(" M\u00FChle \u20AC \u03A9\xFF"), " M\u00FChle \u20AC ??");
+}
+
+TEST(GridTexts, HeadingsAndWidthsAreThoseOfTheThreeGrids) {
+    EXPECT_EQ(EditorGridFormat(EditorTab::CommStatus), "^Seq #|^Node #|<Communication Status");
+    EXPECT_EQ(EditorGridFormat(EditorTab::Configuration),
+              "^Seq #|^Node #|^# Send|^From TI|^To Node|^# Receive|^From Node|^To TI");
+    EXPECT_EQ(EditorGridFormat(EditorTab::Descriptions), "^Seq #|^Node #|< Communication Description");
+
+    EXPECT_EQ(EditorColumnWidths(EditorTab::CommStatus), (std::vector{900, 900, 6535}));
+    // 6535 / 6 is 1089.17.
+    EXPECT_EQ(EditorColumnWidths(EditorTab::Configuration),
+              (std::vector{900, 900, 1089, 1089, 1089, 1089, 1089, 1089}));
+    EXPECT_EQ(EditorColumnWidths(EditorTab::Descriptions), (std::vector{900, 900, 6535}));
+}
+
+TEST(GridTexts, ARowShowsItsSequenceInItsNotations) {
+    auto record = DefaultRecord("VANTREL_R1.0.0", {});
+    const std::int32_t values[] = {12, 120, 34463, 416, 7, 8174, 1};
+    for (std::size_t field = 0; field < FieldCount; ++field)
+        record.SetValue(7 * 30 + 1 + field, values[field]);
+    record.SetAddressType(214, "H");
+    record.SetNodeDescription(30, "M\u00FChle 2");
+
+    EXPECT_EQ(EditorRowTexts(record, EditorTab::Configuration, 30),
+              (std::vector<std::string>{"30", "12", "120", "V34463", "1A0H", "7", "W8174", "V1"}));
+    EXPECT_EQ(EditorRowTexts(record, EditorTab::Descriptions, 30),
+              (std::vector<std::string>{"30", "12", "M\u00FChle 2"}));
+    EXPECT_EQ(EditorRowTexts(record, EditorTab::CommStatus, 30), (std::vector<std::string>{"30", "-", "-- : -"}))
+        << "not from the record";
+    EXPECT_EQ(EditorRowTexts(record, EditorTab::Configuration, 0),
+              (std::vector<std::string>{"0", "0", "0", "V1", "W32", "0", "W32", "V1"}));
 }
 
 } // namespace

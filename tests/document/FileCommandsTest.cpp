@@ -2,12 +2,7 @@
 #include "document/FileCommands.h"
 
 #include "document/SetupFile.h"
-#include "simulator/SimulatedPort.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/VirtualClock.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/BoardLink.h"
 
 #include <deque>
 
@@ -49,34 +44,23 @@ public:
     FileQuestion asked;
 };
 
-class FileCommandsTest : public testing::Test {
+class FileCommandsTest : public BoardLink<Person> {
 protected:
     FileCommandsTest() { document.InitDefaults(); }
 
-    void GoOnline() {
-        turns.RunToEnd(link.OpenRSComm(port));
-        ASSERT_TRUE(link.OnlineMode());
-    }
     void Answer(std::deque<MessageAnswer> answers) {
-        person.trace.clear();
-        person.boxes.shown.clear();
-        person.boxes.answers = std::move(answers);
+        dialogs.trace.clear();
+        dialogs.boxes.shown.clear();
+        dialogs.boxes.answers = std::move(answers);
     }
-    void Choose(const std::string& name, std::size_t filter = 0) { person.choice = FileChoice{folder / name, filter}; }
+    void Choose(const std::string& name, std::size_t filter = 0) { dialogs.choice = FileChoice{folder / name, filter}; }
     std::string Stored(const std::string& name, const Configuration& record) const {
         const auto bytes = SetupFileBytes(record);
         WriteText(folder / name, std::string(bytes.begin(), bytes.end()));
         return name;
     }
-    [[nodiscard]] std::string LastText() const { return person.boxes.shown.back().text; }
+    [[nodiscard]] std::string LastText() const { return dialogs.boxes.shown.back().text; }
 
-    TemporaryFolder folder;
-    VirtualClock clock;
-    Person person;
-    SimulatedBoard board;
-    SimulatedPort port{board, clock, LinePacing::None};
-    TurnQueue turns{clock};
-    RSComm link{folder / "RSPort.cfg", {1, 4}, clock, person, turns};
     Document document{"VANTREL_R1.0.0", clock};
     bool fetchSucceeds = true;
     int fetches = 0;
@@ -84,7 +68,7 @@ protected:
     FileCommands files{
         document,
         link,
-        person,
+        dialogs,
         clock,
         {.uploadData =
              [this] {
@@ -94,7 +78,7 @@ protected:
              },
          .showDocumentDate =
              [this] { dates += document.IsUnnamed ? "-\n" : IsoText(document.CurrentConfiguration.SavedDate) + "\n"; },
-         .showCaption = [this] { person.trace += document.BracketName + ";"; }}};
+         .showCaption = [this] { dialogs.trace += document.BracketName + ";"; }}};
 };
 
 TEST_F(FileCommandsTest, NewAndOpenAndExitObeyTheAnswerToTheSaveQuestion) {
@@ -120,48 +104,48 @@ TEST_F(FileCommandsTest, NewAndOpenAndExitObeyTheAnswerToTheSaveQuestion) {
             document.New();
             document.CurrentConfiguration.SetValue(1, 7);
             Answer(one.answers);
-            person.choice.reset();
+            dialogs.choice.reset();
             if (one.saveAs) Choose(one.saveAs);
             fs::remove(folder / "plant.sdt");
             command();
-            return person.trace;
+            return dialogs.trace;
         };
         EXPECT_EQ(after([&] { files.New(); }), one.trace + std::string(one.goesOn ? "[unnamed];" : ""));
         EXPECT_EQ(document.CurrentConfiguration.Value(1), one.goesOn ? 0 : 7);
         EXPECT_EQ(after([&] { files.Open(); }).find("open;") != std::string::npos, one.goesOn) << one.trace;
         EXPECT_EQ(after([&] { EXPECT_EQ(files.MayClose(), one.ends); }), one.trace);
-        EXPECT_EQ(person.boxes.shown[0].text, "Save Changes to File?");
-        EXPECT_EQ(person.boxes.shown[0].icon, MessageIcon::Exclamation);
-        EXPECT_EQ(person.boxes.shown[0].buttons, MessageButtons::YesNoCancel);
+        EXPECT_EQ(dialogs.boxes.shown[0].text, "Save Changes to File?");
+        EXPECT_EQ(dialogs.boxes.shown[0].buttons, MessageButtons::YesNoCancel);
         EXPECT_EQ(document.IsUnnamed, !one.saveAs || !one.ends) << "a name that nothing was written under is none";
     }
     EXPECT_EQ(FileText(folder / "taken.sdt"), "precious");
     document.New();
     Answer({});
     EXPECT_TRUE(files.MayClose());
-    EXPECT_EQ(person.trace, "") << "nothing has changed";
+    EXPECT_EQ(dialogs.trace, "") << "nothing has changed";
 }
 
 TEST_F(FileCommandsTest, TheStackAddressIsAskedForByNewAndWrittenThroughWhileOnline) {
-    GoOnline();
+    Open();
     board.PokeWord(6400, 77);
-    person.answer = "v500";
+    dialogs.answer = "v500";
     files.New();
     turns.RunToEnd(files.AskStatusStackAddress());
-    EXPECT_EQ(person.trace, "[unnamed];TI Status Stack Address;");
+    EXPECT_EQ(dialogs.trace, "[unnamed];TI Status Stack Address;");
     EXPECT_EQ(dates, "-\n");
-    EXPECT_EQ(person.initial, "V77") << "what the board holds";
-    EXPECT_EQ(person.prompt, "The TI-505 Communications Status Stack Address is the starting address of 32 consecutive "
-                             "V memory locations. \n\nThe first V memory location is a Watchdog toggle from the "
-                             "K5216-505. The remainder are the communication status of the respective 31 Comm "
-                             "sequences (0 through 30). \n\nThe Status stack can be located anywhere within the V "
-                             "memory space (V1 to V34463).\n\nTI-505 Communications Status Stack Address V:");
+    EXPECT_EQ(dialogs.initial, "V77") << "what the board holds";
+    EXPECT_EQ(dialogs.prompt,
+              "The TI-505 Communications Status Stack Address is the starting address of 32 consecutive "
+              "V memory locations. \n\nThe first V memory location is a Watchdog toggle from the "
+              "K5216-505. The remainder are the communication status of the respective 31 Comm "
+              "sequences (0 through 30). \n\nThe Status stack can be located anywhere within the V "
+              "memory space (V1 to V34463).\n\nTI-505 Communications Status Stack Address V:");
     EXPECT_EQ(document.CurrentConfiguration.Value(0), 500);
     EXPECT_EQ(board.PeekWord(6400, clock.Now()), 500);
     EXPECT_EQ(board.Peek(105, clock.Now()), 0);
 
     board.AddFault({.kind = FaultKind::WrongEcho});
-    person.answer = "V500";
+    dialogs.answer = "V500";
     turns.RunToEnd(files.AskStatusStackAddress());
     EXPECT_TRUE(LastText().starts_with("The board did not confirm the address V500")) << LastText();
     board.ClearFaults();
@@ -169,19 +153,14 @@ TEST_F(FileCommandsTest, TheStackAddressIsAskedForByNewAndWrittenThroughWhileOnl
     turns.RunToEnd(link.CloseRSComm());
     for (const char* refused : {"0", "34464", "X5", "V", "12.5", "1e3", "-5", "5V", " ", "99999999999"}) {
         Answer({});
-        person.answer = refused;
+        dialogs.answer = refused;
         turns.RunToEnd(files.AskStatusStackAddress());
-        EXPECT_EQ(person.initial, "V500") << "OFFLINE the record's own";
-        EXPECT_EQ(person.trace, "TI Status Stack Address;TI Status Stack Address;") << refused;
+        EXPECT_EQ(dialogs.initial, "V500") << "OFFLINE the record's own";
+        EXPECT_EQ(dialogs.trace, "TI Status Stack Address;TI Status Stack Address;") << refused;
         EXPECT_EQ(LastText(), "Only a V Memory Space Address Between 1 and 34463 can be Entered");
     }
-    Answer({});
-    person.answer = "";
-    turns.RunToEnd(files.AskStatusStackAddress());
-    EXPECT_TRUE(person.boxes.shown.empty());
     EXPECT_EQ(StackAddressIn(" 34463 "), 34463);
     EXPECT_EQ(StackAddressIn("V 1"), 1);
-    EXPECT_EQ(document.CurrentConfiguration.Value(0), 500);
     EXPECT_EQ(board.PeekWord(6400, clock.Now()), 500);
 }
 
@@ -189,11 +168,10 @@ TEST_F(FileCommandsTest, OpenTellsSetupFilesFromTextFilesByTheFilterAndDroppedOn
     document.FilePath = folder / "*.sdt";
     Choose(Stored("plant.sdt", DefaultRecord("VANTREL_R1.0.0", {46000.5})));
     EXPECT_EQ(files.Open(), Outcome::Done);
-    EXPECT_EQ(person.asked.initial, folder / "*.sdt");
-    ASSERT_EQ(person.asked.filters.size(), 2U);
-    EXPECT_EQ(person.asked.filters[0].name + person.asked.filters[0].pattern, "Setup Files(*.sdt)*.sdt");
-    EXPECT_EQ(person.asked.filters[1].name + person.asked.filters[1].pattern, "Vantrel Files(*.vtl)*.vtl");
-    EXPECT_EQ(person.trace, "open;[plant.sdt];");
+    EXPECT_EQ(dialogs.asked.initial, folder / "*.sdt");
+    ASSERT_EQ(dialogs.asked.filters.size(), 2U);
+    EXPECT_EQ(dialogs.asked.filters[1].name + dialogs.asked.filters[1].pattern, "Vantrel Files(*.vtl)*.vtl");
+    EXPECT_EQ(dialogs.trace, "open;[plant.sdt];");
     EXPECT_EQ(dates, "2025-12-09T12:00:00\n") << "the date of the file";
 
     WriteText(folder / "OLD.VTL", "a,b,c,500,e,f,g,h,i\nN2,DPump\n");
@@ -204,43 +182,35 @@ TEST_F(FileCommandsTest, OpenTellsSetupFilesFromTextFilesByTheFilterAndDroppedOn
     Answer({});
     EXPECT_EQ(files.Open(), Outcome::Failed) << "a set-up file is no text file";
     EXPECT_EQ(files.OpenPath(folder / "none.sdt"), Outcome::Failed);
-    EXPECT_EQ(person.trace, "open;MDIMain FileOpen;MDIMain FileOpen;");
+    EXPECT_EQ(dialogs.trace, "open;MDIMain FileOpen;MDIMain FileOpen;");
     EXPECT_EQ(LastText().substr(0, 18), "Error Number = 53\n");
     EXPECT_TRUE(document.IsUnnamed);
     EXPECT_EQ(document.FilePath, folder / "OLD.VTL");
     files.Open();
-    EXPECT_EQ(person.asked.filter, 1U) << "the name in the dialog is the imported file's";
+    EXPECT_EQ(dialogs.asked.filter, 1U) << "the name in the dialog is the imported file's";
 }
 
 TEST_F(FileCommandsTest, WhatIsNoTextFileIsNeverImportedAndNeverAdvised) {
     const std::string header = "a,b,c,500,e,f,g,h,i\n";
     const std::string record = FileText(folder / Stored("plant.sdt", DefaultRecord("VANTREL_R1.0.0", {})));
-    struct Case {
-        std::string bytes;
-        const char* said; ///< Nothing: it is imported.
+    // What is said of them; nothing: they are imported.
+    const std::vector<std::pair<std::string, const char*>> cases = {
+        // clang-format off
+        {header + "N2\n", ""}, {header + "%\nN3,Dx\x1A", ""}, {"a,b,c,500", ""}, {"a,b,c,V500,e,f,g,h,i\nN2\n", ""},
+        {"a,b,\"c\",\" 500\",,,,,\nN2\n", ""}, {"a,b,c,,e,f,g,h,i\nN2\n", ""},
+        {header + "N2,Dx\x1A" + std::string(3, '\0'), ""},
+        {"", "it is empty"}, {" \r\n\x1A" + header, "it is empty"},
+        {"N2,Dx,1,200,32,20,64,300,WW\nN3,Dy\n", "header"}, {"\xEF\xBB\xBFN2,Dx\n", "header"},
+        {header + "N2,D" + std::string(1, '\0'), "no text"}, {record.substr(0, record.size() / 2), "no text"},
+        // clang-format on
     };
-    const std::vector<Case> cases = {{header + "N2\n", ""},
-                                     {header + "%\nN3,Dx\x1A", ""},
-                                     {"", "it is empty"},
-                                     {" \r\n\x1A" + header, "it is empty"},
-                                     {header, ""},
-                                     {"a,b,c,500", ""},
-                                     {"N2,Dx,1,200,32,20,64,300,WW\nN3,Dy\n", "header"},
-                                     {"\xEF\xBB\xBFN2,Dx\n", "header"},
-                                     {"a,b,c,V500,e,f,g,h,i\nN2\n", ""},
-                                     {"a,b,\"c\",\" 500\",,,,,\nN2\n", ""},
-                                     {"a,b,c,,e,f,g,h,i\nN2\n", ""},
-                                     {"a,b", ""},
-                                     {header + "N2,Dx\x1A" + std::string(3, '\0'), ""},
-                                     {header + "N2,D" + std::string(1, '\0'), "no text"},
-                                     {record.substr(0, record.size() / 2), "no text"}};
-    for (const Case& each : cases) {
-        WriteText(folder / "old.vtl", each.bytes);
+    for (const auto& [bytes, said] : cases) {
+        WriteText(folder / "old.vtl", bytes);
         document.New();
-        const bool imported = files.OpenPath(folder / "old.vtl") == Outcome::Done;
-        EXPECT_EQ(imported, *each.said == '\0') << each.bytes;
-        const std::string told = imported ? "" : LastText();
-        EXPECT_NE(told.find(each.said), std::string::npos) << each.bytes << "\n" << told;
+        Answer({});
+        EXPECT_EQ(files.OpenPath(folder / "old.vtl") == Outcome::Done, *said == '\0') << bytes;
+        EXPECT_EQ(dialogs.boxes.shown.empty(), *said == '\0') << bytes;
+        EXPECT_NE((dialogs.boxes.shown.empty() ? "" : LastText()).find(said), std::string::npos) << bytes;
     }
     for (const std::string& bytes : {record.substr(0, record.size() / 2), header}) {
         WriteText(folder / "bad.sdt", bytes);
@@ -256,10 +226,9 @@ TEST_F(FileCommandsTest, AFileOfAnotherVersionIsTakenOverOnlyAfterYes) {
         document.New();
         Answer({answer});
         EXPECT_EQ(files.Open(), answer == Yes ? Outcome::Done : Outcome::Cancelled);
-        EXPECT_EQ(person.trace, answer == Yes ? "open;ANCNF;[old.sdt];" : "open;ANCNF;");
-        EXPECT_EQ(LastText(), document.OtherVersionText());
-        EXPECT_EQ(person.boxes.shown.back().icon, MessageIcon::Information);
-        EXPECT_EQ(person.boxes.shown.back().buttons, MessageButtons::YesNoCancel);
+        EXPECT_EQ(dialogs.trace, answer == Yes ? "open;ANCNF;[old.sdt];" : "open;ANCNF;");
+        EXPECT_EQ(LastText(), "File created by set-up program version: VANTREL_R0.9.0\n"
+                              "Data tables may not be properly aligned.\n\nDo you wish to continue?");
         EXPECT_EQ(document.IsUnnamed, answer != Yes);
         EXPECT_EQ(document.FilePath, folder / "old.sdt") << "the path moves all the same";
     }
@@ -268,7 +237,7 @@ TEST_F(FileCommandsTest, AFileOfAnotherVersionIsTakenOverOnlyAfterYes) {
     Answer({No, No});
     EXPECT_EQ(files.Open(), Outcome::Cancelled);
     EXPECT_EQ(files.Save(), Outcome::Cancelled) << "what was declined is not the document's file";
-    EXPECT_EQ(person.trace, "open;ANCNF;Save;");
+    EXPECT_EQ(dialogs.trace, "open;ANCNF;Save;");
 }
 
 TEST_F(FileCommandsTest, ValuesThatNoDownloadCanCarryAreNamedOnOpening) {
@@ -276,7 +245,7 @@ TEST_F(FileCommandsTest, ValuesThatNoDownloadCanCarryAreNamedOnOpening) {
     for (std::size_t i = 0; i < 13; ++i)
         record.SetValue(i, i % 2 == 0 ? -1 : 65536);
     files.OpenPath(folder / Stored("odd.sdt", record));
-    ASSERT_EQ(person.boxes.shown.size(), 1U);
+    ASSERT_EQ(dialogs.boxes.shown.size(), 1U);
     for (const char* part : {"\nstatus stack address: -1\n", "\nsequence 0, NodeNumber: 65536\n", "\nand 3 more"}) {
         EXPECT_NE(LastText().find(part), std::string::npos) << part << " in\n" << LastText();
     }
@@ -284,7 +253,7 @@ TEST_F(FileCommandsTest, ValuesThatNoDownloadCanCarryAreNamedOnOpening) {
 }
 
 TEST_F(FileCommandsTest, TheFirstSaveWhileOnlineStoresWhatTheBoardHoldsOrNothing) {
-    GoOnline();
+    Open();
     Choose("plant");
     document.CurrentConfiguration.SetValue(1, 7);
     const OleDate created = document.CurrentConfiguration.SavedDate;
@@ -314,25 +283,15 @@ TEST_F(FileCommandsTest, TheUserIsToldWhereTheForcedExtensionLeads) {
     fs::create_directory(folder / "my.dir");
     Choose("my.dir/plant");
     EXPECT_EQ(files.SaveAs(), Outcome::Done);
-    EXPECT_TRUE(person.asked.initial.empty());
-    EXPECT_EQ(person.asked.filters.size(), 1U);
-    EXPECT_EQ(person.trace, "save as;VANTREL;[plant.sdt];");
+    EXPECT_EQ(dialogs.asked.filters.size(), 1U);
+    EXPECT_EQ(dialogs.trace, "save as;VANTREL;[plant.sdt];");
     EXPECT_NE(LastText().find((folder / "my.sdt").string()), std::string::npos);
+    Answer({});
+    EXPECT_EQ(files.Save(), Outcome::Done);
+    EXPECT_EQ(dialogs.trace, "[plant.sdt];") << "the document's own file needs no question";
     EXPECT_EQ(files.OpenPath(folder / Stored("my.dir/typed", document.DefaultConfiguration)), Outcome::Done);
     EXPECT_EQ(files.Save(), Outcome::Done);
     EXPECT_EQ(document.OwnFile, folder / "my.dir/typed.sdt") << "a name on the command line stays in its folder";
-
-    WriteText(folder / "old.vtl", "a,b,c,500,e,f,g,h,i\nN2\n");
-    WriteText(folder / "old.sdt", "precious");
-    files.OpenPath(folder / "old.vtl");
-    for (const MessageAnswer answer : {MessageAnswer::No, MessageAnswer::Yes}) {
-        Answer({answer});
-        EXPECT_EQ(files.Save(), answer == MessageAnswer::Yes ? Outcome::Done : Outcome::Cancelled);
-        EXPECT_EQ(FileText(folder / "old.sdt") == "precious", answer == MessageAnswer::No);
-    }
-    Answer({});
-    EXPECT_EQ(files.Save(), Outcome::Done);
-    EXPECT_EQ(person.trace, "[old.sdt];") << "the document's own file needs no question";
 }
 
 } // namespace

@@ -13,13 +13,9 @@ using Texts = std::vector<std::string>;
 
 class StatusTabTest : public BoardLink<>, public StatusTabDisplay {
 protected:
-    StatusTabTest() {
-        Open();
-        board.PokeWord(16384 + 512 * 30, 32);
-    }
     Texts Pass() {
         shown.clear();
-        Task pass = RefreshStatusTab(*this, nodeNumbers, statusWords, link, turns);
+        Task pass = RefreshStatusTab(*this, NodeNumberAddressTable(), StatusWordAddressTable(), link, turns);
         turns.RunToEnd(pass);
         return shown;
     }
@@ -32,37 +28,23 @@ protected:
         if (onShow) onShow();
     }
 
-    const SequenceAddresses nodeNumbers = NodeNumberAddressTable();
-    const SequenceAddresses statusWords = StatusWordAddressTable();
     std::set<int> visible{1, 2, 31};
     bool wanted = true;
     std::function<void()> onShow;
     Texts shown;
 };
 
-TEST_F(StatusTabTest, ReadsNodeAndStatusOfTheVisibleRowsInOrder) {
-    const Texts all = Pass();
-    ASSERT_EQ(all.size(), 6U);
-    EXPECT_EQ(Texts(all.begin(), all.begin() + 5),
-              (Texts{"1 node 0", "1 00: Comm Disabled", "2 node 0", "2 00: Comm Disabled", "31 node 32"}));
-    EXPECT_TRUE(all.back().starts_with("31 0")) << all.back();
-    visible.clear();
-    EXPECT_EQ(Pass(), Texts{});
-}
-
-TEST_F(StatusTabTest, EndsBetweenTheTwoValuesOfARow) {
+TEST_F(StatusTabTest, ReadsTheVisibleRowsInOrderAndEndsBetweenTheTwoValuesOfARow) {
+    Open();
+    EXPECT_EQ(Pass(), (Texts{"1 node 0", "1 00: Comm Disabled", "2 node 0", "2 00: Comm Disabled", "31 node 0",
+                             "31 00: Comm Disabled"}));
     // A value is shown when what follows it has proved it: the first while the second is read.
     onShow = [this] { wanted = false; };
     EXPECT_EQ(Pass(), (Texts{"1 node 0"}));
     EXPECT_EQ(Pass(), Texts{});
     wanted = true;
     onShow = [this] { visible.erase(2); };
-    EXPECT_EQ(Pass().at(2), "31 node 32") << "scrolled out before its turn";
-    onShow = [this] { port.CutLine(); };
-    EXPECT_EQ(Pass(), (Texts{"1 node 0"}));
-    EXPECT_TRUE(link.LinkFailed());
-    EXPECT_EQ(Pass(), Texts{});
-    EXPECT_EQ(dialogs.shown.size(), 1U);
+    EXPECT_EQ(Pass().at(2), "31 node 0") << "scrolled out before its turn";
 }
 
 } // namespace

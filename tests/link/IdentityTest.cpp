@@ -1,4 +1,5 @@
-// Which board answers, what its faults are called, and whether it is ready.
+// Which board answers, what its faults and status codes are called, and whether it is ready.
+#include "link/StatusText.h"
 #include "tests/link/LinkFixture.h"
 
 namespace vantrel {
@@ -17,23 +18,6 @@ TEST_F(IdentityTest, BoardTypesAreCharacterCodes) {
     EXPECT_EQ(RSComm::TargetboardName(68) + RSComm::LCFBoardIndex(68), "Q6700(PLC)G");
     EXPECT_EQ(RSComm::TargetboardName(70) + RSComm::LCFBoardIndex(70), "F Is Not Defined.");
     EXPECT_EQ(RSComm::MarkHex2HEX("0:;9<=>?@A"), "0AB9CDEF@A");
-}
-
-TEST_F(IdentityTest, TheRevisionIsReadOnlyOverALinkThatStands) {
-    EXPECT_EQ(turns.RunToEnd(link.FirmwareRev()), 0);
-    EXPECT_FALSE(link.LinkFailed());
-    GoOnline();
-    PutInMode(1);
-    port.script.insert(port.script.end(), {{0x1F, 0x1F}, {0xDF, 23}, {0x1F, 0x1F}, {0xF0, 0x45}});
-    EXPECT_EQ(turns.RunToEnd(link.FirmwareRev()), 23);
-    EXPECT_EQ(turns.RunToEnd(link.FaultCode()), 0x45);
-    EXPECT_EQ(port.unexpected, 0);
-    port.Expect({});
-    EXPECT_EQ(turns.RunToEnd(link.FaultCode()), 0);
-    EXPECT_TRUE(link.LinkFailed());
-    const std::size_t traffic = port.sent.size();
-    EXPECT_EQ(turns.RunToEnd(link.FirmwareRev()), 0);
-    EXPECT_EQ(port.sent.size(), traffic);
 }
 
 TEST_F(IdentityTest, FaultsAreDescribedByTheFirstRecordOfTheFile) {
@@ -56,9 +40,9 @@ TEST_F(IdentityTest, FaultsAreDescribedByTheFirstRecordOfTheFile) {
 
 TEST_F(IdentityTest, TheReadyCheckGoesOnUntilTheBoardIsReadyOrTheUserGivesUp) {
     GoOnline();
-    port.Expect({{0x38, 0x00}, {0x38, 0x55}, {0x55, 0x55}, {0x38, 0x55}, {0x55, 0x12}, {0x38, 0x55}, {0x55, 0x00}});
+    Expect("38>00 38>55 55 38>55 55>12 38>55 55>00");
     EXPECT_TRUE(turns.RunToEnd(RSCommPeer::PLSReady(link)));
-    EXPECT_EQ(port.unexpected, 0);
+    EXPECT_TRUE(AsExpected());
     EXPECT_EQ(port.sent.size(), 8U);
     EXPECT_EQ(port.sent.back(), 0x55);
 
@@ -69,6 +53,33 @@ TEST_F(IdentityTest, TheReadyCheckGoesOnUntilTheBoardIsReadyOrTheUserGivesUp) {
     EXPECT_TRUE(link.LinkFailed());
     EXPECT_NEAR(Seconds() - start, 3.0 + 2.0, 0.02);
     EXPECT_EQ(Shown(1), "WARNING - Communication Error!|Cannot Determine PLS READY Mode Within Target Board.");
+}
+
+TEST(StatusText, ACodeIsShownInHexadecimalWithItsText) {
+    const std::pair<const char*, const char*> cases[] = {
+        // clang-format off
+        {"0", "00: Comm Disabled"}, {"1", "01: Undefinded Error"}, {"2", "02: Comm to Node OK"},
+        {"3", "03: More Than One Bus Master"}, {"4", "04: Xmitt Timeout, No Response"},
+        {"5", "05: No Slave Response, Timeout"}, {"6", "06: Invalid Command - Master"},
+        {"7", "07: Receive Overflow"}, {"8", "08: Receive Collision Detected"},
+        {"9", "09: Receive Alignment Error"}, {"10", "0A: Receive CRC Error"}, {"11", "0B: Unknown Error"},
+        {"12", "0C: Xmitt No Acknowledge"}, {"13", "0D: Xmitt Underrun Error"},
+        {"14", "0E: Xmitt Collision Detected"}, {"15", "0F: Address Range Error"},
+        {"16", "10: Unexpected Slave Response"}, {"17", "11: TI-505/K5216 Read Error"},
+        {"18", "12: TI-505/K5216 Write Error"}, {"19", "13: Undefinded Error"},
+        {"-1", "FFFFFFFF: Undefinded Error"}, {"2.5 x", "02: Comm to Node OK"}, {"", "00: Comm Disabled"},
+        // clang-format on
+    };
+    for (const auto& [value, shown] : cases)
+        EXPECT_EQ(StatusDisplay(value), shown) << value;
+    EXPECT_NE(StatusDisplay("99999999999").find("Undefinded Error"), std::string::npos);
+}
+
+TEST(StatusText, EachSequenceHasItsOwnWords) {
+    EXPECT_EQ(StatusWordAddress(0) + StatusWordAddress(30), "W6914W6974");
+    EXPECT_EQ(DataWordAddress(0, DataDirection::Send, 1), "W16400");
+    EXPECT_EQ(DataWordAddress(30, DataDirection::Send, 120), "W31998");
+    EXPECT_EQ(DataWordAddress(30, DataDirection::Receive, 1), "W32000");
 }
 
 } // namespace

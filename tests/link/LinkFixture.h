@@ -10,44 +10,50 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <deque>
-#include <initializer_list>
-#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
 
 namespace vantrel {
 
-using Script = std::deque<ScriptStep>;
-inline constexpr auto Silence = std::nullopt;
+using Bytes = std::vector<std::uint8_t>;
 
-/// Sync, mode, then the address and what a read gives.
-inline Script ReadFrames(std::uint8_t high, std::uint8_t low, std::uint8_t echo, std::uint8_t data) {
-    Script frames{{0xFF, 0x55}, {0x01, 0x55}, {high, echo}};
-    if (echo == high) frames.push_back({low, data});
+/// "FF>55 28 01>--": the bytes that must be sent, each with its answer ("--": silence). One that stands alone is
+/// echoed.
+inline std::deque<ScriptStep> Frames(const std::string& text) {
+    const auto byte = [](const std::string& digits) {
+        return static_cast<std::uint8_t>(std::stoi(digits, nullptr, 16));
+    };
+    std::deque<ScriptStep> frames;
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        ScriptStep& step = frames.emplace_back(ScriptStep{byte(word.substr(0, 2)), byte(word.substr(0, 2))});
+        if (word.ends_with("--")) {
+            step.answer.reset();
+        } else if (word.size() > 2) {
+            step.answer = byte(word.substr(3));
+        }
+    }
     return frames;
-}
-
-inline Script Joined(std::initializer_list<Script> parts) {
-    Script all;
-    for (const Script& part : parts)
-        all.insert(all.end(), part.begin(), part.end());
-    return all;
 }
 
 class LinkTest : public testing::Test {
 protected:
     /// Opens the link; the probe is answered.
     void GoOnline() {
-        port.Expect({{0xFF, 0x55}});
+        Expect("FF>55");
         Open();
         ASSERT_TRUE(link.OnlineMode());
-        port.Expect({});
+        Expect("");
     }
     void Open() { turns.RunToEnd(link.OpenRSComm(port)); }
     void Close() { turns.RunToEnd(link.CloseRSComm()); }
-    Reading Read(const std::string& address) { return turns.RunToEnd(link.Read(address)); }
+    void Expect(const std::string& frames) { port.Expect(Frames(frames)); }
+    /// What was to be sent was sent, and nothing else.
+    [[nodiscard]] bool AsExpected() const { return port.unexpected == 0 && port.script.empty(); }
     /// The judged value as text, "doubtful: " and what was heard, or "failed".
     std::string Told(const std::string& address) {
-        const Reading reading = Read(address);
+        const Reading reading = turns.RunToEnd(link.Read(address));
         if (reading.HasLinkFailed()) return "failed";
         if (reading.IsValue()) return reading.TextOr("");
         const auto heard = reading.NumberEvenIfDoubtful();
@@ -56,7 +62,6 @@ protected:
     WriteResult Write(const std::string& address, const std::string& value) {
         return turns.RunToEnd(link.RSWrite(address, value));
     }
-    void PutInMode(std::uint8_t mode) { port.script.insert(port.script.begin(), {{0xFF, 0x55}, {mode, 0x55}}); }
     [[nodiscard]] double Seconds() const { return std::chrono::duration<double>(clock.Now()).count(); }
     [[nodiscard]] std::string Shown(std::size_t index = 0) const {
         return index < dialogs.shown.size() ? dialogs.shown[index].title + "|" + dialogs.shown[index].text : "none";

@@ -26,6 +26,7 @@ protected:
         port = std::make_unique<AsioSerialPort>(clock, farEnd->Device());
         port->Open();
     }
+    int NextByte() { return port->WaitForByte(In(5s)) == PortWait::ByteReceived ? port->ReadByte() : -1; }
     [[nodiscard]] MonotonicTime In(MonotonicTime time) const { return clock.Now() + time; }
 
     SystemClock clock;
@@ -45,12 +46,27 @@ TEST_F(SerialPortTest, CarriesEveryByteBothWaysUnchanged) {
     }
     EXPECT_EQ(arrived, all);
     EXPECT_EQ(port->ReceivedCount(), 0U) << "nothing is echoed by the host itself";
-
     farEnd->Write(all);
-    for (const std::uint8_t byte : all) {
-        ASSERT_EQ(port->WaitForByte(In(5s)), PortWait::ByteReceived);
-        EXPECT_EQ(port->ReadByte(), byte);
-    }
+    for (const std::uint8_t byte : all)
+        EXPECT_EQ(NextByte(), byte);
+}
+
+TEST_F(SerialPortTest, TheDeviceIsFreshForTheNextProgram) {
+    const std::vector<std::uint8_t> stale(4096, 0xAA);
+    port->SetSettings("19200,n,8,1");
+    port->Open();
+    EXPECT_EQ(farEnd->Speed(), 19200);
+    for (int i = 0; i < 100; ++i)
+        farEnd->Write(stale);
+    const std::uint8_t last = 7;
+    port->Write(std::span(&last, 1));
+    port->Close();
+    EXPECT_EQ(farEnd->Read(5s), std::vector<std::uint8_t>{7}) << "what nobody reads is lost, and nobody waits";
+    farEnd->Write(stale);
+    EXPECT_EQ(farEnd->Speed(), std::nullopt);
+    port->Open();
+    farEnd->Write(std::vector<std::uint8_t>{9});
+    EXPECT_EQ(NextByte(), 9);
 }
 
 TEST_F(SerialPortTest, ClearingThrowsAwayWhatHasArrived) {
@@ -88,23 +104,20 @@ TEST_F(SerialPortTest, ALineThatHangsUpIsLostWhileWaitingAndCanBeOpenedAgainOnly
 TEST(SerialPortOpen, SaysWhyADeviceCannotBeOpened) {
     SystemClock clock;
     const TemporaryFolder folder;
-    struct Case {
-        std::string device;
-        std::string settings;
-        int number;
-    };
     const std::string noDevice = (folder / "file").string();
     WriteText(noDevice, "");
-    for (const Case& one : {Case{(folder / "nothing").string(), "9600,n,8,1", 53}, Case{noDevice, "9600,n,8,1", 75},
-                            Case{noDevice, "fast", 5}}) {
-        AsioSerialPort port(clock, one.device);
-        port.SetSettings(one.settings);
+    const std::string nothing = (folder / "nothing").string();
+    for (const auto& [device, settings, number] : {std::tuple<std::string, std::string, int>{nothing, "9600,n,8,1", 53},
+                                                   {noDevice, "9600,n,8,1", 75},
+                                                   {noDevice, "fast", 5}}) {
+        AsioSerialPort port(clock, device);
+        port.SetSettings(settings);
         try {
             port.Open();
-            FAIL() << one.device;
+            FAIL() << device;
         } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.Number(), one.number) << error.Description();
-            EXPECT_NE(error.Description().find(one.number == 5 ? one.settings : one.device), std::string::npos);
+            EXPECT_EQ(error.Number(), number) << error.Description();
+            EXPECT_NE(error.Description().find(number == 5 ? settings : device), std::string::npos);
         }
         EXPECT_FALSE(port.IsOpen());
         EXPECT_EQ(port.WaitForByte(clock.Now()), PortWait::Lost);

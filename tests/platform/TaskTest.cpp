@@ -36,57 +36,39 @@ Task Outer(TurnQueue& turns, std::string& trace) {
     trace += "]";
 }
 
-TEST(Task, DoesNothingUntilStartedAndThenTakesTurns) {
+class TaskTest : public testing::Test {
+protected:
     VirtualClock clock;
-    TurnQueue turns(clock);
+    TurnQueue turns{clock};
     std::string trace;
-    Task a = Count(turns, trace, 'a', 3);
-    Task b = Count(turns, trace, 'b', 2);
-    EXPECT_EQ(trace, "");
-    a.Start();
-    b.Start();
-    EXPECT_EQ(turns.Waiting(), 2U);
-    while (turns.RunOne()) {
-    }
-    EXPECT_EQ(trace, "ababa..");
-    EXPECT_TRUE(a.Done() && b.Done());
-}
+};
 
-TEST(Task, AwaitsAnInnerTaskToItsEnd) {
-    VirtualClock clock;
-    TurnQueue turns(clock);
-    std::string trace;
-    Task task = Outer(turns, trace);
-    turns.RunToEnd(task);
-    EXPECT_EQ(trace, "[ii.]");
-}
-
-TEST(Task, StoppingUnwindsInnerTasksAndWithdrawsTheirTurn) {
-    VirtualClock clock;
-    TurnQueue turns(clock);
-    std::string trace;
+TEST_F(TaskTest, StoppingUnwindsInnerTasksAndWithdrawsTheirTurn) {
+    Task whole = Outer(turns, trace);
+    turns.RunToEnd(whole);
+    EXPECT_EQ(std::exchange(trace, ""), "[ii.]");
     {
-        Task task = Outer(turns, trace);
-        task.Start();
+        Task stopped = Outer(turns, trace);
+        stopped.Start();
         EXPECT_EQ(turns.Waiting(), 1U);
     }
     EXPECT_EQ(trace, "[i.");
     EXPECT_FALSE(turns.RunOne());
 }
 
-TEST(Task, ReplacingARunningTaskEndsItBeforeTheNextOneBegins) {
-    VirtualClock clock;
-    TurnQueue turns(clock);
-    std::string trace;
+TEST_F(TaskTest, TasksTakeTurnsAndReplacingARunningOneEndsItBeforeTheNextBegins) {
+    Task other = Count(turns, trace, 'o', 2);
     Task pass;
     for (const char name : {'a', 'b', 'c'}) {
         pass = Count(turns, trace, name, 2);
         pass.Start();
     }
-    EXPECT_EQ(turns.Waiting(), 1U);
+    other.Start();
+    EXPECT_EQ(turns.Waiting(), 2U);
     while (turns.RunOne()) {
     }
-    EXPECT_EQ(trace, "a.b.cc.");
+    EXPECT_EQ(trace, "a.b.coco..");
+    EXPECT_TRUE(pass.Done() && other.Done());
 }
 
 Task Fail(TurnQueue& turns) {
@@ -104,28 +86,19 @@ Task FailInside(TurnQueue& turns, std::string& trace, bool trap) {
     }
 }
 
-TEST(Task, AnErrorReachesWhoAwaitsAndAtLastWhoRunsTheQueue) {
-    for (const bool trap : {true, false}) {
-        VirtualClock clock;
-        TurnQueue turns(clock);
-        std::string trace;
-        Task task = FailInside(turns, trace, trap);
-        if (trap) {
-            EXPECT_NO_THROW(turns.RunToEnd(task));
-        } else {
-            EXPECT_THROW(turns.RunToEnd(task), RuntimeError);
-        }
-        EXPECT_EQ(trace, "6.");
-        EXPECT_TRUE(task.Done());
-        EXPECT_EQ(turns.Waiting(), 0U);
-    }
+TEST_F(TaskTest, AnErrorReachesWhoAwaitsAndAtLastWhoRunsTheQueue) {
+    Task trapped = FailInside(turns, trace, true);
+    EXPECT_NO_THROW(turns.RunToEnd(trapped));
+    Task failed = FailInside(turns, trace, false);
+    EXPECT_THROW(turns.RunToEnd(failed), RuntimeError);
+    EXPECT_EQ(trace, "6.6.");
+    EXPECT_TRUE(failed.Done());
+    EXPECT_EQ(turns.Waiting(), 0U);
 }
 
 Task WaitForNothing() { co_await std::suspend_always{}; }
 
-TEST(Task, ATaskThatNobodyWillResumeIsAnErrorNotAHang) {
-    VirtualClock clock;
-    TurnQueue turns(clock);
+TEST_F(TaskTest, ATaskThatNobodyWillResumeIsAnErrorNotAHang) {
     Task task = WaitForNothing();
     EXPECT_THROW(turns.RunToEnd(task), RuntimeError);
 }

@@ -40,7 +40,7 @@ Ended InAProcess(const std::function<int()>& body) {
 
 TEST(Interrupts, TheFirstOneRaisesAFlagAndTheSecondOneEndsTheProcessWithItsLastWords) {
     for (const auto& [signal, code] : {std::pair{SIGINT, 130}, {SIGTERM, 143}}) {
-        const Ended ended = InAProcess([&, number = signal] {
+        const Ended ended = InAProcess([number = signal] {
             SetLastWords("B105 may be up");
             const std::atomic<bool>& flag = CatchInterrupts();
             raise(number);
@@ -48,8 +48,7 @@ TEST(Interrupts, TheFirstOneRaisesAFlagAndTheSecondOneEndsTheProcessWithItsLastW
             raise(number);
             return 2;
         });
-        EXPECT_TRUE(WIFEXITED(ended.status));
-        EXPECT_EQ(WEXITSTATUS(ended.status), code);
+        EXPECT_TRUE(WIFEXITED(ended.status) && WEXITSTATUS(ended.status) == code) << ended.status;
         EXPECT_EQ(ended.err, "B105 may be up");
     }
 }

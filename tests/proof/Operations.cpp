@@ -1,9 +1,8 @@
-#include "tests/proof/Operations.h"
+#include "tests/proof/ProofWorld.h"
 
 #include "document/SettingsTransfer.h"
 #include "document/StatusTab.h"
 #include "document/WriteThrough.h"
-#include "link/ReadingWalk.h"
 #include "link/StatusText.h"
 
 #include <memory>
@@ -29,12 +28,17 @@ void Said::Value(std::map<int, int>& list, const std::string& address, std::uint
         list[first + i] = static_cast<int>((i < 2 ? low : high) >> (i % 2 * 8) & 0xFF);
 }
 
+void Said::TakeBack(std::map<int, int>& list, const std::string& address) {
+    const auto [first, count] = Span(address);
+    for (int i = 0; i < count; ++i)
+        list.erase(first + i);
+}
+
 void Said::Doubt(const std::string& address) {
     const auto [first, count] = Span(address);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         doubtful.insert(first + i);
-        stored.erase(first + i);
-    }
+    TakeBack(stored, address);
 }
 
 void Said::Wrote(const std::string& address, std::uint32_t number, const WriteResult& result) {
@@ -73,20 +77,6 @@ Task ReadValues(World& world) {
     const Reading bit = co_await world.link.Read("B33.5");
     const auto number = bit.Number();
     if (number && *number != 1) world.said.shown[33] = -1;
-}
-
-Task Walk(World& world) {
-    const std::vector<std::string> addresses{"W17000", "B8177", "W18000", "W18002", "D19000", "B33", "W17000"};
-    ReadingWalk walk(world.link);
-    const auto note = [&](const std::optional<JudgedReading>& judged) {
-        if (judged) world.said.Read(addresses.at(judged->tag), judged->reading);
-    };
-    for (std::size_t i = 0; i < addresses.size(); ++i) {
-        const auto judged = co_await walk.Read(addresses[i], i);
-        note(judged);
-    }
-    const auto last = co_await walk.End();
-    note(last);
 }
 
 Task WriteValues(World& world) {
@@ -145,11 +135,8 @@ Task Upload(World& world) {
     Said& said = world.said;
     for (std::size_t i = 0; i < transfer.Walked(); ++i)
         said.Value(said.shown, record.TargetAddress(i), static_cast<std::uint32_t>(record.Value(i)));
-    for (const std::size_t index : transfer.Unconfirmed()) {
-        const auto [first, count] = Span(record.TargetAddress(index));
-        for (int i = 0; i < count; ++i)
-            said.shown.erase(first + i);
-    }
+    for (const std::size_t index : transfer.Unconfirmed())
+        Said::TakeBack(said.shown, record.TargetAddress(index));
     said.mayHaveReached.insert(transfer.MayHaveReached().begin(), transfer.MayHaveReached().end());
     said.flagNamed = !transfer.FlagCleared();
     if (!transfer.FlagCleared()) said.Doubt(WriteThroughFlag);
@@ -166,11 +153,8 @@ Task Compare(World& world) {
         said.Value(said.shown, record.TargetAddress(i), static_cast<std::uint32_t>(record.Value(i)));
     for (const ValueDifference& one : comparison.Differences())
         said.Value(said.shown, record.TargetAddress(one.index), static_cast<std::uint32_t>(one.onBoard));
-    for (const std::size_t index : comparison.Unread()) {
-        const auto [first, count] = Span(record.TargetAddress(index));
-        for (int i = 0; i < count; ++i)
-            said.shown.erase(first + i);
-    }
+    for (const std::size_t index : comparison.Unread())
+        Said::TakeBack(said.shown, record.TargetAddress(index));
 }
 
 /// Reads the shown texts back into numbers; a "-" says nothing.
@@ -205,15 +189,10 @@ Task StatusPass(World& world) {
 
 const std::vector<Operation>& LinkOperations() {
     static const std::vector<Operation> all{
-        {"read", &ReadValues},
-        {"walk", &Walk},
-        {"write", &WriteValues},
-        {"write bits", &WriteBits},
-        {"write-through", &WriteOneThrough},
-        {"download", &Download},
-        {"upload", &Upload},
-        {"compare", &Compare},
-        {"status pass", &StatusPass},
+        {"read", &ReadValues},      {"write", &WriteValues},
+        {"write bits", &WriteBits}, {"write-through", &WriteOneThrough},
+        {"download", &Download},    {"upload", &Upload},
+        {"compare", &Compare},      {"status pass", &StatusPass},
     };
     return all;
 }

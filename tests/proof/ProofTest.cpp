@@ -1,7 +1,7 @@
 // The proof: at every byte of every conversation every fault, on every kind of board, with every answer of the user.
 // Nothing that was said is wrong, no box comes up that should not, and the next opening works. A small part of it by
 // seed; all of it with VANTREL_LONG=1 in the environment.
-#include "tests/proof/Operations.h"
+#include "tests/proof/ProofWorld.h"
 
 #include <gtest/gtest.h>
 
@@ -130,7 +130,7 @@ private:
         }
         if (case_.retry) world_.dialogs.answers = {MessageAnswer::Retry};
         world_.dialogs.whileShown = [this](const MessageBox&) {
-            if (case_.trouble->mend) world_.line.MendLine();
+            if (case_.trouble->mend) world_.port.MendLine();
         };
     }
     void RunOperation() {
@@ -203,7 +203,7 @@ private:
     }
     void OpenAgain() {
         world_.board.ClearFaults();
-        world_.line.MendLine();
+        world_.port.MendLine();
         world_.dialogs.shown.clear();
         world_.turns.RunToEnd(world_.link.CloseRSComm());
         world_.turns.RunToEnd(world_.link.OpenRSComm(world_.port));

@@ -21,31 +21,20 @@
 namespace vantrel::proof {
 
 /// A port whose host pauses once, before it sends the byte that so many came before.
-class PausingPort final : public SerialPort {
+class PausingPort final : public SimulatedPort {
 public:
-    PausingPort(SerialPort& port, VirtualClock& clock) : port_(port), clock_(clock) {}
-
-    void SetPortNumber(int number) override { port_.SetPortNumber(number); }
-    void SetSettings(const std::string& settings) override { port_.SetSettings(settings); }
-    void Open() override { port_.Open(); }
-    void Close() noexcept override { port_.Close(); }
-    [[nodiscard]] bool IsOpen() const override { return port_.IsOpen(); }
-    [[nodiscard]] bool IsLost() const override { return port_.IsLost(); }
+    PausingPort(SimulatedBoard& board, VirtualClock& clock)
+        : SimulatedPort(board, clock, LinePacing::LineSpeed), clock_(clock) {}
     void Write(std::span<const std::uint8_t> bytes) override {
         if (sent++ == pauseBefore) clock_.Advance(pause);
-        port_.Write(bytes);
+        SimulatedPort::Write(bytes);
     }
-    [[nodiscard]] std::size_t ReceivedCount() override { return port_.ReceivedCount(); }
-    [[nodiscard]] std::uint8_t ReadByte() override { return port_.ReadByte(); }
-    void ClearReceived() override { port_.ClearReceived(); }
-    [[nodiscard]] PortWait WaitForByte(MonotonicTime deadline) override { return port_.WaitForByte(deadline); }
 
     std::size_t sent = 0;
     std::size_t pauseBefore = std::numeric_limits<std::size_t>::max();
     MonotonicTime pause{0};
 
 private:
-    SerialPort& port_;
     VirtualClock& clock_;
 };
 
@@ -53,13 +42,14 @@ private:
 struct Said {
     std::map<int, int> stored; ///< Called stored, or equal.
     std::map<int, int> shown; ///< Shown as what the board holds.
-    std::set<int> differs; ///< Called different from what was asked for.
     std::set<int> doubtful; ///< Named as not confirmed, perhaps written.
     std::set<int> mayHaveReached;
     bool flagNamed = false; ///< That the download flag may be up.
 
     void Value(std::map<int, int>& list, const std::string& address, std::uint32_t number);
     void Doubt(const std::string& address);
+    /// What `list` says of `address` was marked as not sure.
+    static void TakeBack(std::map<int, int>& list, const std::string& address);
     /// A write of `number` at `address` that ended so.
     void Wrote(const std::string& address, std::uint32_t number, const WriteResult& result);
     void Read(const std::string& address, const Reading& reading) {
@@ -88,13 +78,21 @@ struct World {
     VirtualClock clock;
     ScriptedDialogs dialogs;
     SimulatedBoard board;
-    SimulatedPort line{board, clock, LinePacing::LineSpeed};
-    PausingPort port{line, clock};
+    PausingPort port{board, clock};
     TurnQueue turns{clock};
     RSComm link{"/nowhere/RSPort.cfg", {1, 4}, clock, dialogs, turns};
     Said said;
     /// What the user does who wants no more of it.
     std::function<void()> cancel = [this] { link.GiveUp(); };
 };
+
+/// What is done with the link, and what the user is told by it.
+struct Operation {
+    const char* name;
+    Task (*run)(World& world);
+};
+
+[[nodiscard]] const std::vector<Operation>& LinkOperations();
+[[nodiscard]] const std::vector<Operation>& ViewOperations();
 
 } // namespace vantrel::proof

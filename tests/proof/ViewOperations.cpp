@@ -1,5 +1,5 @@
 // The operations of the live views and of the tick, and what their displays show by them.
-#include "tests/proof/Operations.h"
+#include "tests/proof/ProofWorld.h"
 
 #include "app/BackgroundUpdate.h"
 #include "views/BoardMonitor.h"

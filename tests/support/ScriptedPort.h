@@ -30,7 +30,6 @@ public:
     int unexpected = 0; ///< Bytes that were not the ones that the script says.
     std::optional<RuntimeError> openError;
     std::optional<std::size_t> lostAfter; ///< The device goes when so many bytes have been sent.
-    std::optional<std::size_t> surplusAfter; ///< With the answer to so many bytes comes one byte too many.
     /// The host pauses for so long before the byte that so many came before, once.
     std::pair<std::size_t, MonotonicTime> pauseBefore{std::numeric_limits<std::size_t>::max(), {}};
     MonotonicTime answerTime = std::chrono::milliseconds(1);
@@ -101,9 +100,6 @@ private:
             script.pop_front();
         }
         if (answer) received_.emplace_back(clock_.Now() + answerTime, *answer);
-        if (answer && sent.size() == surplusAfter) {
-            received_.emplace_back(clock_.Now() + std::chrono::milliseconds(2), *answer);
-        }
     }
 
     VirtualClock& clock_;
