@@ -27,13 +27,9 @@ protected:
     Program program{ProgramFolder(folder.Path(), folder.Path()), clock};
     BackgroundUpdate update{program, link, clock};
     bool transferring = false;
-    std::size_t bytesOnLine = 0; ///< Since the board began.
 
 private:
-    void Exchanged(MonotonicTime, std::uint8_t, std::optional<std::uint8_t>) override {
-        ++bytes_;
-        ++bytesOnLine;
-    }
+    void Exchanged(MonotonicTime, std::uint8_t, std::optional<std::uint8_t>) override { ++bytes_; }
     void Surplus(MonotonicTime, std::uint8_t) override {}
     int bytes_ = 0;
 };
@@ -55,32 +51,6 @@ TEST_F(BackgroundUpdateTest, TheMessageFollowsTheModeAndTheLink) {
     link.SetOnlineMode(false);
     Tick();
     EXPECT_EQ(update.PanelText(), "System Message:  Comm Fault with Q6700");
-}
-
-TEST_F(BackgroundUpdateTest, NothingIsCalledNormalWhileTheBoardIsSilent) {
-    Open();
-    Tick();
-    board.AddFault({.kind = FaultKind::NoAnswer});
-    Task tick = update.Tick(false);
-    tick.Start();
-    while (clock.Now() < std::chrono::milliseconds(3500))
-        turns.RunOneOrSleep(std::chrono::milliseconds(100));
-    update.Refresh();
-    EXPECT_EQ(update.PanelText(), "System Message:  Waiting for the board ... 3 s");
-    EXPECT_EQ(program.systemMessage.find("Normal"), std::string::npos);
-}
-
-TEST_F(BackgroundUpdateTest, ADoubtfulReadingRaisesNoAlarm) {
-    for (std::size_t at = 0; at < 8; ++at) {
-        SCOPED_TRACE(at);
-        Open();
-        Tick();
-        board.AddFault({.kind = FaultKind::DoubledByte, .firstTimeOnly = true, .afterBytes = bytesOnLine + at});
-        Tick(2);
-        EXPECT_EQ(program.alarms, AlarmFlags{});
-        EXPECT_EQ(update.PanelText(), "System Message:  All Faults Normal");
-        board.ClearFaults();
-    }
 }
 
 TEST_F(BackgroundUpdateTest, AlarmsAreReadWhenTheProgramGoesOnlineAndEveryTwentiethTick) {

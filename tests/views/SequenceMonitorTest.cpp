@@ -115,29 +115,23 @@ TEST_F(SequenceMonitorTest, TheRecordsOwnAddressesAreReadAndAnEmptyDescriptionIs
 }
 
 TEST_F(SequenceMonitorTest, EveryStopConditionEndsAPassBeforeItsNextRead) {
-    const std::vector<std::function<void()>> reasons{[&] { active = false; }, [&] { link.SetOnlineMode(false); },
-                                                     [&] { port.CutLine(); }};
-    for (std::size_t reason = 0; reason < reasons.size(); ++reason) {
+    const std::function<void()> reasons[] = {[&] { active = false; }, [&] { link.SetOnlineMode(false); },
+                                             [&] { port.CutLine(); }};
+    for (const auto& reason : reasons) {
         for (const bool settings : {false, true}) {
-            SCOPED_TRACE(testing::Message() << reason << settings);
             active = true;
             Online();
             shown.clear();
             onShow = [&] {
-                if (shown.size() == 3) reasons[reason]();
+                if (shown.size() == 3) reason();
             };
-            dialogs.shown.clear();
-            if (settings) {
-                Settings();
-            } else {
-                Run(monitor.RefreshStatusAndData());
-            }
+            settings ? Settings() : Run(monitor.RefreshStatusAndData());
             EXPECT_EQ(shown.size(), 3U);
             EXPECT_LE(log.Words().size(), 4U) << "the one that proved the third, and no more";
-            EXPECT_EQ(dialogs.shown.size(), reason == 2 ? 1U : 0U);
             onShow = nullptr;
         }
     }
+    EXPECT_EQ(dialogs.shown.size(), 2U) << "of the cut line alone";
 }
 
 TEST_F(SequenceMonitorTest, BetweenTwoReadsOthersGetATurnAndANewSelectionEndsThePass) {
@@ -162,25 +156,19 @@ TEST_F(SequenceMonitorTest, BetweenTwoReadsOthersGetATurnAndANewSelectionEndsThe
 }
 
 TEST_F(SequenceMonitorTest, SettingsOfAnotherSequenceNeverStandUnderTheNewNumber) {
-    for (const std::size_t readFirst : {0U, 2U}) {
-        selected = 29;
-        Online();
-        Settings();
-        Run(monitor.RefreshStatusAndData());
-        EXPECT_EQ(Known(), 12U);
-        selected = 4;
-        EXPECT_TRUE(monitor.Outdated());
-        shown.clear();
-        const auto cut = [&] {
-            if (shown.size() == readFirst) port.CutLine();
-        };
-        onShow = cut;
-        cut();
-        Settings();
-        onShow = nullptr;
-        EXPECT_EQ(Known(), readFirst);
-        EXPECT_EQ(now.size(), 9U) << "no data";
-    }
+    selected = 29;
+    Settings();
+    Run(monitor.RefreshStatusAndData());
+    EXPECT_EQ(Known(), 12U);
+    selected = 4;
+    EXPECT_TRUE(monitor.Outdated());
+    shown.clear();
+    onShow = [&] {
+        if (shown.size() == 2) port.CutLine();
+    };
+    Settings();
+    EXPECT_EQ(Known(), 2U);
+    EXPECT_EQ(now.size(), 9U) << "no data";
 }
 
 TEST_F(SequenceMonitorTest, AfterAReconnectionNothingOfTheOldBoardStays) {
@@ -207,27 +195,17 @@ TEST_F(SequenceMonitorTest, AfterAReconnectionNothingOfTheOldBoardStays) {
     EXPECT_EQ(Known(), 0U) << "dashes until the new board has told";
 }
 
-TEST_F(SequenceMonitorTest, WhatIsDoubtfulIsReadAgainAndThenADash) {
-    board.PokeWord(6914, 2);
-    const auto run = [&](FaultKind kind, int times) {
-        for (; times > 0; --times)
-            board.AddFault({.kind = kind, .firstTimeOnly = true});
-        Settings();
-        Run(monitor.RefreshStatusAndData());
-        EXPECT_EQ(board.FaultsLeft(), 0U);
+TEST_F(SequenceMonitorTest, WhatStaysDoubtfulIsADash) {
+    const auto spoil = [&] {
+        for (int i = 0; i < 2; ++i)
+            board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
     };
-    for (const FaultKind kind : {FaultKind::WrongEcho, FaultKind::DoubledByte, FaultKind::LostByte}) {
-        run(kind, 1);
-        EXPECT_EQ(Known(), 12U);
-    }
-    run(FaultKind::WrongEcho, 2);
+    spoil();
+    Settings();
     EXPECT_EQ(now["node"] + now["send 2"], "-V1");
-    for (int i = 0; i < 2; ++i)
-        board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
-    const MonotonicTime begun = clock.Now();
+    spoil();
     Run(monitor.RefreshStatusAndData());
     EXPECT_EQ(now["status"], "-");
-    EXPECT_GT(clock.Now() - begun, std::chrono::milliseconds(50)) << "after quiet";
 }
 
 TEST_F(SequenceMonitorTest, APassLooksForASurplusByteOnce) {
@@ -250,15 +228,6 @@ TEST(SequenceEntryTest, TakesNumbersUpToThirtyAndCountsBelowZeroAsZero) {
         EXPECT_EQ(SteppedSequence(one.text, 1, 5), one.up) << one.text;
         EXPECT_EQ(SteppedSequence(one.text, -1, 5), one.down) << one.text;
     }
-}
-
-TEST(StatusDisplayTest, ShowsAtLeastTwoHexadecimalDigitsAndTheText) {
-    for (const auto& [value, text] :
-         {std::pair{"0", "00: Comm Disabled"}, std::pair{"1", "01: Undefinded Error"},
-          std::pair{"2", "02: Comm to Node OK"}, std::pair{"18", "12: TI-505/K5216 Write Error"},
-          std::pair{"19", "13: Undefinded Error"}, std::pair{"255", "FF: Undefinded Error"},
-          std::pair{"-1", "FFFFFFFF: Undefinded Error"}, std::pair{"2.5", "02: Comm to Node OK"}})
-        EXPECT_EQ(StatusDisplay(value), text);
 }
 
 } // namespace

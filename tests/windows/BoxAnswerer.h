@@ -28,8 +28,9 @@ public:
         timer_.start(0);
     }
 
-    /// Clicked in this order; when they have run out, Cancel, No or OK, the first that the box has.
+    /// Clicked in this order; when they have run out, the first of `habit` that the box has.
     std::deque<QMessageBox::StandardButton> answers;
+    std::vector<QMessageBox::StandardButton> habit{QMessageBox::Cancel, QMessageBox::No, QMessageBox::Ok};
     /// Title and text of every box, "title|text".
     std::vector<std::string> shown;
     /// Called before a box is answered.
@@ -51,8 +52,8 @@ private:
             answers.pop_front();
             return box.button(wanted);
         }
-        for (const auto careful : {QMessageBox::Cancel, QMessageBox::No, QMessageBox::Ok}) {
-            if (box.button(careful)) return box.button(careful);
+        for (const auto usual : habit) {
+            if (box.button(usual)) return box.button(usual);
         }
         return nullptr;
     }

@@ -33,6 +33,10 @@ protected:
         const QRect cell = Grid().CellRect(row, column).translated(-Grid().viewport()->pos());
         QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, cell.center());
     }
+    void StatusPass() {
+        QMetaObject::invokeMethod(&editor->tmrStatusTab, "timeout");
+        Settle();
+    }
     /// Opens a cell of the configuration tab and replaces its text.
     void Enter(int row, int column, const std::string& text) {
         if (editor->CurrentTab != EditorTab::Configuration) ClickTab(EditorTab::Configuration);

@@ -1,5 +1,6 @@
 // The main frame as a user meets it: menus by their keys, clicks on buttons and panels, dialogs that are answered, the
 // simulated board in process.
+#include "link/TargetMap.h"
 #include "tests/windows/FrameFixture.h"
 
 #include <QDragEnterEvent>
@@ -27,6 +28,7 @@ constexpr const char* OnlineAsked =
 TEST_F(FrameTest, StartsUnnamedAndOfflineWithNothingToSave) {
     EXPECT_EQ(Caption(), "VANTREL [unnamed]");
     EXPECT_EQ(Mode(), "OFFLINE");
+    EXPECT_TRUE(frame->tmrBackgroungUpdate.isActive());
     EXPECT_EQ(DateShown(), "");
     EXPECT_EQ(Doc().FilePath, folder / "*.sdt");
     EXPECT_FALSE(frame->mnuEditStackAdd->isEnabled());
@@ -79,34 +81,6 @@ TEST_F(FrameTest, OfflineEditingIsOneStateForEntryAndButton) {
         for (const bool state : {frame->State().offlineEditing, frame->mnuEditOfflineEditing->isChecked(),
                                  button->isChecked(), frame->mnuEditStackAdd->isEnabled()})
             EXPECT_EQ(state, on);
-    }
-}
-
-TEST_F(FrameTest, TheStatusStackDialogTakesOnlyVMemoryAddresses) {
-    const Boxes refused = {"TI Status Stack Address|Only a V Memory Space Address Between 1 and 34463 can be Entered"};
-    struct Case {
-        std::deque<std::string> typed; ///< None: Escape.
-        std::int32_t stored;
-        Boxes boxes;
-    };
-    for (const bool online : {false, true}) {
-        Start();
-        Menu(Qt::Key_E, Qt::Key_O);
-        if (online) GoOnline();
-        board.PokeWord(6400, 1, clock.Now());
-        std::int32_t before = 1;
-        for (const Case& one : {Case{{"v500"}, 500, {}}, Case{{"0"}, 500, refused}, Case{{"34464"}, 500, refused},
-                                Case{{"X5"}, 500, refused}, Case{{}, 500, {}}, Case{{""}, 500, {}}, Case{{"7"}, 7, {}},
-                                Case{{"500"}, 500, {}}}) {
-            Answer({}, one.typed);
-            Menu(Qt::Key_E, Qt::Key_A);
-            EXPECT_EQ(typer.shown, (Boxes{"TI Status Stack Address|V" + std::to_string(before)}));
-            EXPECT_EQ(Value(0), one.stored);
-            EXPECT_EQ(user.shown, one.boxes);
-            EXPECT_EQ(Word(6400), online ? one.stored : 1);
-            EXPECT_EQ(Flag(), 0);
-            before = one.stored;
-        }
     }
 }
 
@@ -190,21 +164,6 @@ TEST_F(FrameTest, SaveAsAndOpenGoThroughTheFileDialog) {
     EXPECT_TRUE(user.shown.size() == 1 && Doc().Changed()) << "asks before an existing file is overwritten";
 }
 
-TEST_F(FrameTest, AFileOfAnotherVersionThatIsDeclinedMovesThePathOnly) {
-    const std::string other = Stored("other.sdt", 900, "VANTREL_R0.9.0");
-    for (const auto answer : {QMessageBox::Cancel, No, Yes}) {
-        Start();
-        Answer({answer}, {other});
-        Ctrl(Qt::Key_O);
-        EXPECT_EQ(user.shown, (Boxes{"ANCNF|File created by set-up program version: VANTREL_R0.9.0\n"
-                                     "Data tables may not be properly aligned.\n\nDo you wish to continue?"}));
-        EXPECT_EQ(Doc().FilePath, folder / "other.sdt");
-        EXPECT_EQ(Value(0), answer == Yes ? 900 : 1);
-        EXPECT_EQ(Caption(), answer == Yes ? "VANTREL [other.sdt]" : "VANTREL [unnamed]");
-        EXPECT_EQ(DateShown().empty(), answer != Yes);
-    }
-}
-
 TEST_F(FrameTest, ADroppedFileOpensAndABadOneChangesNothing) {
     const auto drop = [&](const std::string& name) {
         QMimeData data;
@@ -234,24 +193,16 @@ TEST_F(FrameTest, ADroppedFileOpensAndABadOneChangesNothing) {
 
 TEST_F(FrameTest, TheFirstSaveWhileOnlineFetchesTheBoardsValues) {
     GoOnline();
-    const auto saved = [&](std::uint16_t onBoard) {
-        board.PokeWord(6400, onBoard, clock.Now());
-        Ctrl(Qt::Key_S);
-        const std::string bytes = FileText(folder / "plant.sdt");
-        return ParseSetupFile(std::vector<std::uint8_t>(bytes.begin(), bytes.end())).Value(0);
-    };
-    duringTransfer = [&](frmProcessing& window) { QTest::mouseClick(window.cmdCancel, Qt::LeftButton); };
     board.PokeWord(6400, 99, clock.Now());
+    duringTransfer = [&](frmProcessing& window) { QTest::mouseClick(window.cmdCancel, Qt::LeftButton); };
     Ctrl(Qt::Key_S);
     EXPECT_EQ(Value(0), 1) << "a cancelled fetch is taken back";
     EXPECT_TRUE(DateShown().empty() && typer.shown.empty());
     EXPECT_EQ(user.shown.size(), 1U) << "and the user is told that nothing was saved";
     Answer({}, {(folder / "plant.sdt").string()});
-    EXPECT_EQ(saved(123), 123);
-    EXPECT_EQ(saved(456), 123);
-    EXPECT_EQ(typer.shown.size(), 1U);
-    EXPECT_EQ(Flag(), 0);
-    EXPECT_TRUE(user.shown.empty());
+    Ctrl(Qt::Key_S);
+    EXPECT_EQ(Value(0), 99);
+    EXPECT_TRUE(std::filesystem::exists(folder / "plant.sdt"));
 }
 
 TEST_F(FrameTest, DownloadAndUploadAskAndGoOnlineWhenTheUserWants) {
@@ -273,41 +224,27 @@ TEST_F(FrameTest, DownloadAndUploadAskAndGoOnlineWhenTheUserWants) {
         EXPECT_EQ(Mode(), "OFFLINE");
         duringTransfer = nullptr;
     }
-    Answer({Yes, Yes});
-    ClickButton(frame->mnuFileDownload);
-    EXPECT_EQ(Mode(), "ONLINE");
-    EXPECT_EQ(Word(6400), 500);
-    EXPECT_TRUE(frame->State().refreshTargetStatus);
-    EXPECT_EQ(DateShown(), date);
+    atValue = 100;
+    frame->tmrBackgroungUpdate.stop(); // a tick comes when it is told to
     board.PokeWord(6400, 321, clock.Now());
-    Answer({Yes});
+    Answer({Yes, Yes});
     ClickButton(frame->mnuFileUpload);
-    EXPECT_EQ(user.shown, (Boxes{UploadAsked}));
+    EXPECT_EQ(Mode(), "ONLINE");
     EXPECT_EQ(Value(0), 321);
     EXPECT_NE(DateShown(), date);
-    EXPECT_EQ(Flag(), 0);
-}
-
-TEST_F(FrameTest, ACancelledDownloadStopsBeforeTheNextValueAndLowersTheFlag) {
-    GoOnline();
-    const auto word = [](std::size_t index) {
-        return static_cast<std::uint16_t>(std::stoi(DefaultTargetAddress(index).substr(1)));
-    };
-    for (const std::size_t index : {100U, 101U})
-        Doc().CurrentConfiguration.SetValue(index, 4321);
+    Tick();
+    Settle();
+    ASSERT_FALSE(frame->State().refreshTargetStatus);
+    board.Poke(CurrentFaultByte, 0x45, clock.Now());
+    duringTransfer = [&](frmProcessing&) { Tick(); };
+    Doc().CurrentConfiguration.SetValue(0, 500);
     Answer({Yes});
-    duringTransfer = [&](frmProcessing& window) {
-        EXPECT_EQ(Flag(), 1);
-        Tick();
-        QTest::mouseClick(window.cmdCancel, Qt::LeftButton);
-    };
-    Menu(Qt::Key_F, Qt::Key_D);
-    EXPECT_FALSE(duringTransfer);
-    EXPECT_EQ(Flag(), 0);
-    EXPECT_EQ(Word(word(100)), 4321);
-    EXPECT_NE(Word(word(101)), 4321);
+    ClickButton(frame->mnuFileDownload);
     EXPECT_EQ(user.shown, (Boxes{DownloadAsked}));
-    EXPECT_EQ(Mode(), "ONLINE");
+    EXPECT_EQ(Word(6400), 500);
+    EXPECT_EQ(Flag(), 0);
+    EXPECT_FALSE(frame->State().alarms[0]) << "the line was the transfer's";
+    EXPECT_TRUE(frame->State().refreshTargetStatus);
 }
 
 TEST_F(FrameTest, ATransferOverACutLineSaysSoOnceAndTheFrameStaysUsable) {

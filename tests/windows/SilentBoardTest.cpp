@@ -152,6 +152,11 @@ TEST_F(SilentBoardTest, WhatATransferMayHaveLeftBehindIsTold) {
             QTest::mouseClick(window.cmdCancel, Qt::LeftButton);
         });
     };
+    const auto reopen = [this](frmProcessing&) {
+        user.answers = {QMessageBox::Retry};
+        user.whileShown = [this] { port.MendLine(); };
+        port.CutLine();
+    };
     const std::string again = "VANTREL|These values had to be sent a second time before the board confirmed them. ";
     for (const Case& one :
          {Case{Qt::Key_D, fault(FaultKind::LostByte), 2, again, "sequence 14, SendWordCount: B23807"},
@@ -159,6 +164,7 @@ TEST_F(SilentBoardTest, WhatATransferMayHaveLeftBehindIsTold) {
                "VANTREL|These values were not confirmed by the board. Download again:\n", "B105"},
           Case{Qt::Key_U, [this](frmProcessing&) { board.AddFault({.kind = FaultKind::DoubledByte}); }, 2,
                "VANTREL|These values were not read reliably. Upload again:\n", "sequence 14, SendFromTI"},
+          Case{Qt::Key_D, reopen, 4, CableWarning, "The link was lost and taken up again"},
           Case{Qt::Key_D, giveUp, 2, "VANTREL|B105 of the board, which is 1 while a download runs, may have been left",
                "B105"},
           Case{Qt::Key_U, giveUp, 1, "", "B105"}}) {
@@ -167,7 +173,7 @@ TEST_F(SilentBoardTest, WhatATransferMayHaveLeftBehindIsTold) {
         Answer({Yes});
         duringTransfer = one.during;
         Menu(Qt::Key_F, one.entry);
-        ASSERT_EQ(user.shown.size(), one.boxes);
+        ASSERT_EQ(user.shown.size(), one.boxes) << testing::PrintToString(user.shown);
         EXPECT_TRUE(one.boxes < 2 || user.shown[1].starts_with(one.told)) << user.shown[1];
         EXPECT_EQ(user.shown.back().find(one.named) == std::string::npos, one.boxes < 2) << user.shown.back();
     }

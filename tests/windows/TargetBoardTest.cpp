@@ -17,10 +17,6 @@ constexpr const char* ResetAsked =
     "WARNING - Fault Code Reset!|Target Board will be reinitialized.\n\nDo you wish to continue?";
 constexpr const char* AddressRefused = "Network Address Set-up|Only a Number Between 1 and 32 can be Entered";
 constexpr const char* NoBoard = "Cannot Communicate with Target Board.";
-/// More turns than a first pass and one over the fields take, and more rounds of the event loop than anything without.
-constexpr int SettledTurns = 250;
-constexpr int QuietRounds = 30;
-
 class TargetBoardTest : public ViewFixture {
 protected:
     TargetBoardTest() {
@@ -31,30 +27,17 @@ protected:
         WriteText(folder / "line.rev", "K52165050104\n");
         board.Poke(CurrentFaultByte, 0x0A);
         board.Poke(LastFaultByte, 0x45);
-        onTurn = [this] {
-            ++turnsTaken_;
-            if (beforeTurn) beforeTurn(turnsTaken_);
-        };
-        steps_.callOnTimeout([this] { Step(); });
     }
-    /// Opens the view, lets the user do what `script` says, and closes it with Ok. Each `co_await Settled()` of the
-    /// script waits until what was done so far has had its effects.
-    void Run(bool online, const std::function<Task()>& script, const char* program = "line.TRV") {
+    /// Opens the view of a board that answers, and closes it without taking an open entry.
+    void Show(const std::function<void()>& acts, const char* program = "line.TRV") {
         window = std::make_unique<frmTargetBoard>(ProgramFolder(folder.Path(), folder / "user"), link, turns, dialogs,
                                                   clock, alarms, [this] { ApplyMode(*window); });
         user.shown.clear();
-        port.MendLine();
-        if (online) Online();
-        turnsTaken_ = 0;
-        Task work = script();
-        work.Start();
-        steps_.start(0);
-        window->InitializeForm(folder / program);
-        steps_.stop();
-        EXPECT_TRUE(work.Done()) << "closed too early";
-        EXPECT_EQ(turns.Waiting(), 0U);
+        Online();
+        Open(
+            *window, [&] { window->InitializeForm(folder / program); }, acts);
     }
-    [[nodiscard]] TurnQueue::Turn Settled() { return script_.Next(); }
+    void Settled() { Settle(*window); }
     void Click(QWidget* control) { QTest::mouseClick(control, Qt::LeftButton); }
     void Tab(int page) {
         QTabBar* bar = window->tabTargetBoard->tabBar();
@@ -87,39 +70,14 @@ protected:
         EXPECT_FALSE(link.OnlineMode() || port.IsOpen());
     }
 
-    std::function<void(int)> beforeTurn; ///< Gets the number of turns since the view was opened or a step was taken.
     AlarmFlags alarms{};
     std::unique_ptr<frmTargetBoard> window;
-
-private:
-    void Step() {
-        ++quiet_;
-        if (turnsTaken_ != turnsSeen_ || turns.Waiting() > 0) quiet_ = 0;
-        turnsSeen_ = turnsTaken_;
-        const bool settled = turnsTaken_ >= SettledTurns || quiet_ > QuietRounds;
-        if (stepping_ || !settled || link.Busy() || dialogs.BoxUp()) return;
-        // As a window manager does when a box has gone.
-        window->activateWindow();
-        if (!window->isActiveWindow()) return;
-        stepping_ = true;
-        turnsTaken_ = quiet_ = 0;
-        if (!script_.RunOne()) Click(&window->cmdOk);
-        stepping_ = false;
-    }
-
-    QTimer steps_;
-    TurnQueue script_{clock};
-    int turnsTaken_ = 0;
-    int turnsSeen_ = 0;
-    int quiet_ = 0; ///< Rounds of the event loop without a turn.
-    bool stepping_ = false;
 };
 
 TEST_F(TargetBoardTest, ShowsTheBoardsFaultsAndRevisionAndResetsThemOnYesOnly) {
     board.Poke(LastCommErrorByte, 5);
     board.Poke(CurrentCommErrorByte, 5);
-    Run(true, [&]() -> Task {
-        co_await Settled();
+    Show([&] {
         EXPECT_EQ(Shown(0), "Current Fault: Code = 0AH|Watchdog, first");
         EXPECT_EQ(Shown(4), "Current Comm Error: Code = 05H|No response");
         EXPECT_TRUE(Description(3).starts_with("User program executed an xcall09()"));
@@ -131,7 +89,7 @@ TEST_F(TargetBoardTest, ShowsTheBoardsFaultsAndRevisionAndResetsThemOnYesOnly) {
         window->txtTargetBoard[0]->setPlainText("one\ntwo");
         EXPECT_EQ(window->txtTargetBoard[0]->verticalScrollBar()->maximum(), 0) << "two lines have room";
         board.Poke(CurrentFaultByte, 0x45);
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Shown(0), "Current Fault: Code = 45H|User fault") << "the codes follow the board";
         user.answers = {QMessageBox::No, QMessageBox::Yes};
         Click(window->cmdResetFaults);
@@ -139,7 +97,7 @@ TEST_F(TargetBoardTest, ShowsTheBoardsFaultsAndRevisionAndResetsThemOnYesOnly) {
         Click(window->cmdResetFaults);
         for (const int address : {CurrentFaultByte, LastFaultByte, CurrentCommErrorByte, LastCommErrorByte})
             EXPECT_EQ(Byte(address), 0);
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Shown(0) + Description(3), "Current Fault: Code = 00H|NoneNone");
         EXPECT_FALSE(window->cmdResetFaults->isEnabled());
     });
@@ -149,35 +107,38 @@ TEST_F(TargetBoardTest, ShowsTheBoardsFaultsAndRevisionAndResetsThemOnYesOnly) {
 
 TEST_F(TargetBoardTest, AnEntryIsKeptFromTheRefreshAndWrittenWhenItIsLeft) {
     board.Poke(SerialSetupByte, 200);
-    Run(true, [&]() -> Task {
-        co_await Settled();
+    Show([&] {
         Tab(2);
         Click(window->Setup[0].txtSetup);
         board.Poke(NetworkAddressByte, 7);
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Field(0), "01");
         Key(Qt::Key_Return);
         EXPECT_TRUE(window->Setup[1].txtSetup->hasFocus());
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Field(0), "07") << "nobody has changed the text";
         Type(0, "9");
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Field(0), "9");
         Key(Qt::Key_Tab);
-        co_await Settled();
+        Settled();
         Wheel(0);
         Wheel(1);
         EXPECT_EQ(Field(0) + Field(1), "09201") << "the whole value is stepped, and only where the focus is";
         Key(Qt::Key_Escape);
-        EXPECT_EQ(window->Setup[1].lblSetupMark->text(), QStringLiteral("= 200"));
+        const QLabel& mark = *window->Setup[1].lblSetupMark;
+        EXPECT_TRUE(mark.isVisible() && mark.text() == QLatin1String("= 200"));
         Click(window->Setup[0].updSetup->up);
         Click(window->Setup[0].updSetup->up);
         Tab(3);
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Byte(NetworkAddressByte) + Byte(SerialSetupByte), 11 + 200);
         EXPECT_TRUE(window->fraTargetBoard[3]->isVisible() && !window->fraTargetBoard[2]->isVisible());
         Tab(2);
         Type(1, "00");
+        Click(&window->cmdOk);
+        TurnsUntil([&] { return !window->isVisible(); });
+        EXPECT_TRUE(mark.text().isEmpty());
     });
     EXPECT_EQ(Byte(SerialSetupByte), 0) << "Ok takes the open entry";
     EXPECT_TRUE(user.shown.empty());
@@ -190,72 +151,57 @@ TEST_F(TargetBoardTest, ARefusedEntryStaysWhateverTheUserDoesNext) {
         {"x", [&] { Tab(0); }},
         {"1.5", [&] { Click(&window->cmdOk); }},
     };
-    Run(true, [&]() -> Task {
-        co_await Settled();
+    Show([&] {
         Tab(2);
         for (const auto& [text, leave] : ways) {
             user.shown.clear();
             Type(0, text);
             leave();
-            co_await Settled();
+            Settled();
             EXPECT_EQ(user.shown, Boxes{AddressRefused}) << text;
             EXPECT_EQ(Field(0) + window->Setup[0].txtSetup->selectedText().toStdString(), "0101");
             EXPECT_TRUE(window->isVisible() && window->Setup[0].txtSetup->hasFocus());
         }
-    });
-    EXPECT_EQ(Byte(NetworkAddressByte), 1);
-}
-
-TEST_F(TargetBoardTest, EscapeRestoresThenLeavesThenCloses) {
-    Run(true, [&]() -> Task {
-        co_await Settled();
-        Tab(2);
-        for (const char* text : {"9", "8"}) {
-            Type(0, text);
+        Type(0, "9");
+        for (const bool leaves : {false, true}) {
             Key(Qt::Key_Escape);
             EXPECT_EQ(Field(0), "01");
-            EXPECT_TRUE(window->Setup[0].txtSetup->hasFocus());
+            EXPECT_NE(window->Setup[0].txtSetup->hasFocus(), leaves);
         }
         Key(Qt::Key_Escape);
-        EXPECT_FALSE(window->Setup[0].txtSetup->hasFocus());
-        co_await Settled();
-        EXPECT_TRUE(window->isVisible());
-        Key(Qt::Key_Escape);
+        EXPECT_FALSE(window->isVisible());
     });
     EXPECT_EQ(Byte(NetworkAddressByte), 1);
 }
 
 TEST_F(TargetBoardTest, TheClockButtonsSetABoardThatHasAClock) {
-    Run(true, [&]() -> Task {
-        co_await Settled();
+    Show([&] {
         Tab(3);
         EXPECT_EQ(window->lblCurrDate->text().toStdString(), "03 - 14 - 2026");
         Click(window->cmdSetToCurrTime);
         Click(window->cmdSetToCurrDate);
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Field(7) + Field(5) + Field(6) + Field(2) + Field(3) + Field(4), "260314090507");
     });
     WriteText(folder / "other.trv", "2\n");
     board.Poke(CoCpuSlotByte, 12);
-    const auto look = [&]() -> Task {
-        co_await Settled();
+    const auto look = [&] {
         EXPECT_EQ(window->lblTargetBoard[2]->text().toStdString(), "CO-CPU Slot: 12");
         EXPECT_TRUE(window->lblTargetBoard[2]->isVisible() && !window->cmdSetToCurrTime->isEnabled());
         Tab(2);
         Click(window->Setup[0].txtSetup);
         Wheel(0);
         board.Poke(NetworkAddressByte, 7);
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Field(0), "07") << "nobody can edit it";
     };
-    Run(true, look, "other.trv");
+    Show(look, "other.trv");
 }
 
 TEST_F(TargetBoardTest, ALinkThatDiesLaterLeavesTheCodesOneThatDiesInTheFirstPassLeavesNone) {
-    Run(true, [&]() -> Task {
-        co_await Settled();
+    Show([&] {
         port.CutLine();
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Shown(0), std::string("Current Fault: Code = 0AH|") + NoBoard);
         ExpectOffline();
         const std::size_t sent = board.ReceivedBytes();
@@ -264,18 +210,18 @@ TEST_F(TargetBoardTest, ALinkThatDiesLaterLeavesTheCodesOneThatDiesInTheFirstPas
         EXPECT_EQ(window->lblCurrTime->text().toStdString(), ComputerTimeText(clock.LocalNow()));
         EXPECT_EQ(board.ReceivedBytes(), sent);
         port.MendLine();
-        beforeTurn = [&](int turn) {
-            if (turn == 10) port.CutLine();
+        onTurn = [&] {
+            if (turnsTaken == 10) port.CutLine();
         };
         Click(&window->cmdGoOnline);
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Shown(5), std::string("Last Comm Error: Code = 42H|") + NoBoard);
         EXPECT_EQ(window->lblRevComparison->text() + window->lblRevIdentInPLC[1]->text(), "-");
         ExpectOffline();
-        beforeTurn = nullptr;
+        onTurn = nullptr;
         port.MendLine();
         Click(&window->cmdGoOnline);
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Shown(0), "Current Fault: Code = 0AH|Watchdog, first");
     });
     EXPECT_EQ(user.shown, (Boxes{CableWarning, CableWarning}));
@@ -286,20 +232,19 @@ TEST_F(TargetBoardTest, WhatTheBoardDidNotTakeIsToldAndTheBoxesShowWhatItHolds) 
     habits.refused = {
         {CurrentFaultByte, CurrentFaultByte}, {NetworkAddressByte, NetworkAddressByte}, {ClockYearByte, ClockYearByte}};
     board.SetHabits(habits);
-    Run(true, [&]() -> Task {
-        co_await Settled();
+    Show([&] {
         Tab(2);
         Type(0, "9");
         Key(Qt::Key_Tab);
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Field(0), "01");
         Tab(3);
         Click(window->cmdSetToCurrDate);
-        co_await Settled();
+        Settled();
         Tab(0);
         user.answers = {QMessageBox::Yes};
         Click(window->cmdResetFaults);
-        co_await Settled();
+        Settled();
         EXPECT_EQ(Shown(0), "Current Fault: Code = 0AH|Watchdog, first");
         EXPECT_TRUE(window->cmdResetFaults->isEnabled());
     });
@@ -310,50 +255,10 @@ TEST_F(TargetBoardTest, WhatTheBoardDidNotTakeIsToldAndTheBoxesShowWhatItHolds) 
                      "Reset Fault Codes|The board confirmed the reset, but it holds a fault or error code again."}));
 }
 
-TEST_F(TargetBoardTest, AnImpossibleValueIsMarkedAndStandsWholeBesideItsBox) {
-    board.Poke(NetworkAddressByte, 255);
-    Run(true, [&]() -> Task {
-        co_await Settled();
-        Tab(2);
-        EXPECT_EQ(Field(0), "55");
-        const QLabel& mark = *window->Setup[0].lblSetupMark;
-        EXPECT_TRUE(mark.isVisible() && mark.text() == QLatin1String("! 255 is not possible"));
-        Type(0, "7");
-        Key(Qt::Key_Tab);
-        co_await Settled();
-        EXPECT_TRUE(mark.text().isEmpty());
-    });
-}
-
-TEST_F(TargetBoardTest, AClosedViewMakesNoFurtherExchangeAndDropsAnOpenEntry) {
-    for (const bool inBox : {false, true}) {
-        std::size_t sent = 0;
-        const auto close = [&] {
-            window->close();
-            sent = board.ReceivedBytes();
-            EXPECT_EQ(window->isVisible(), inBox);
-        };
-        user.whileShown = [&] {
-            port.MendLine();
-            close();
-        };
-        Run(true, [&]() -> Task {
-            co_await Settled();
-            Tab(2);
-            Type(0, "9");
-            inBox ? port.CutLine() : close();
-            if (inBox) TurnsUntil([&] { return !window->isVisible(); });
-        });
-        EXPECT_EQ(board.ReceivedBytes(), sent);
-        EXPECT_EQ(Byte(NetworkAddressByte), 1);
-    }
-}
-
 TEST_F(TargetBoardTest, AWriteUnderWayEndsBeforeTheViewGoesUnlessTheBoardIsSilent) {
     for (const bool silent : {false, true}) {
         board.ClearFaults();
-        Run(true, [&]() -> Task {
-            co_await Settled();
+        Show([&] {
             Tab(2);
             Type(0, "9");
             board.AddFault({.kind = FaultKind::LateAnswer, .lateBy = std::chrono::milliseconds(25)});
@@ -372,28 +277,6 @@ TEST_F(TargetBoardTest, AWriteUnderWayEndsBeforeTheViewGoesUnlessTheBoardIsSilen
     }
     ASSERT_EQ(user.shown.size(), 1U);
     EXPECT_NE(user.shown[0].find("before the board had confirmed the value 9 (Network Address)"), std::string::npos);
-}
-
-TEST_F(TargetBoardTest, ASilentBoardHoldsUpNeitherTheViewNorItsEndAndAMinimisedViewSleeps) {
-    Run(true, [&]() -> Task {
-        co_await Settled();
-        window->showMinimized();
-        co_await Settled();
-        const std::size_t sent = board.ReceivedBytes();
-        Turns(200);
-        EXPECT_EQ(board.ReceivedBytes(), sent) << "nobody looks";
-        window->showNormal();
-        co_await Settled();
-        EXPECT_GT(board.ReceivedBytes(), sent);
-        Silence();
-        Tab(1);
-        EXPECT_TRUE(window->fraTargetBoard[1]->isVisible());
-        const MonotonicTime begun = clock.Now();
-        window->close();
-        EXPECT_FALSE(window->isVisible());
-        EXPECT_LT(clock.Now() - begun, std::chrono::milliseconds(100));
-    });
-    EXPECT_TRUE(link.LinkFailed() && user.shown.empty());
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// A live view in front of the tests' person: real boxes, the windows' own queue, the simulated board in process and in
-// virtual time.
+// A window on the link in front of the tests' person: real boxes, the windows' own queue, the simulated board in
+// process and in virtual time.
 #pragma once
 
 #include "link/RSComm.h"
@@ -31,6 +31,31 @@ protected:
         mode_ = Switch(view);
         mode_.Start();
     }
+    /// Lets a view run, does `acts` once it has read what it reads first, and closes it with its close button.
+    void Open(frmLiveView& view, const std::function<void()>& run, const std::function<void()>& acts) {
+        // By a timer that is none of the posted events, so that those behind it are sent to whoever waits in here.
+        QTimer::singleShot(1, &view, [&] {
+            Settle(view);
+            acts();
+            view.close();
+        });
+        run();
+        EXPECT_EQ(turns.Waiting(), 0U);
+    }
+    /// Until what was done so far has had its effects: after more turns than a first pass and one over the fields take,
+    /// or more rounds of the event loop than anything without a turn.
+    void Settle(frmLiveView& view) {
+        turnsTaken = 0;
+        for (int quiet = 0; turnsTaken < 250 && quiet < 30; ++quiet) {
+            const int before = turnsTaken;
+            Turns(1);
+            if (turnsTaken != before || turns.Waiting() > 0) quiet = 0;
+        }
+        TurnsUntil([&] { return !link.Busy() && !dialogs.BoxUp(); });
+        // As a window manager does when a box has gone.
+        view.activateWindow();
+        Turns(2);
+    }
     /// The board answers no more, and that has been so for a while.
     void Silence() {
         board.AddFault({.kind = FaultKind::NoAnswer});
@@ -52,14 +77,17 @@ protected:
     QtDialogs dialogs;
     SimulatedBoard board;
     SimulatedPort port{board, clock, LinePacing::None};
+    int turnsTaken = 0; ///< Since the view was opened or settled last.
     std::function<void()> onTurn;
+    std::function<void()> onError = [] { ADD_FAILURE() << "an error left the window"; };
     QtTurnQueue turns{clock,
                       [this] {
                           if (dialogs.BoxUp()) return false;
+                          ++turnsTaken;
                           if (onTurn) onTurn();
                           return true;
                       },
-                      [] { ADD_FAILURE() << "an error left the view"; }};
+                      [this] { onError(); }};
     RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs, turns};
     int applied = 0;
 
