@@ -90,6 +90,7 @@ void frmMDIMain::StartUp() {
     // Without a close button: the editor stays as long as the frame does.
     childWindows_[0] = children_->addSubWindow(editor_, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                                             Qt::WindowMinMaxButtonsHint);
+    BuildTools();
     program_.document.BracketName = "[unnamed]";
     captionPrefix_ = QString::fromLatin1(FrameCaption);
     ShowChild(0);

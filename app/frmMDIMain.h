@@ -5,6 +5,7 @@
 #include "app/BackgroundUpdate.h"
 #include "app/Program.h"
 #include "app/frmProcessing.h"
+#include "document/Comparison.h"
 #include "document/FileCommands.h"
 #include "link/PortSettingsEditor.h"
 #include "link/RSComm.h"
@@ -33,6 +34,8 @@
 
 namespace vantrel {
 
+class frmCheck;
+class frmCompare;
 class frmHelp;
 class frmMain;
 
@@ -74,6 +77,10 @@ public:
     QAction* mnuViewOffline = nullptr;
     QAction* mnuViewTargetBoardStatus = nullptr;
     QAction* mnuViewCommStatus = nullptr;
+    QMenu* mnuTools = nullptr;
+    QAction* mnuToolsCompareBoard = nullptr;
+    QAction* mnuToolsCompareFile = nullptr;
+    QAction* mnuToolsCheck = nullptr;
     QMenu* mnuHelp = nullptr;
     QAction* mnuHelpHelpTopics = nullptr;
     QAction* mnuHelpAbout = nullptr;
@@ -178,10 +185,29 @@ private:
     void StartPendingTransfer();
     void Transfer(TransferMode mode);
     /// The progress window itself; true when every value was transferred and can be relied on.
-    bool TransferInWindow(TransferMode mode);
+    bool TransferInWindow(TransferMode mode, std::vector<std::size_t> indices = EveryIndex());
     [[nodiscard]] bool CanStartTransfer() const;
     void ShowResult(TransferMode mode, const frmProcessing::Result& result);
     void Warn(const std::string& text);
+
+    // Tools (frmMDIMainTools.cpp)
+    void BuildTools();
+    void ToolsCheck();
+    /// Says before a download, once, that the check found errors; true when the user wants to see them first.
+    bool WantsToSeeErrors();
+    void ToolsCompareBoard();
+    void ToolsCompareFile();
+    frmCompare& OpenComparison(bool withBoard);
+    void CompareWithBoard();
+    void CompareWithFile(const std::filesystem::path& file);
+    void FollowComparison();
+    void SendValues(const std::vector<std::size_t>& indices);
+    /// What the board holds of these values, read once more; tells what is not there.
+    void ReadBack(const std::vector<std::size_t>& indices);
+    void TakeDifferences(const std::vector<Difference>& differences);
+    void SaveBoardValues();
+    void SaveComparison();
+    void PrintComparison();
 
     Clock& clock_;
     SerialPort& port_;
@@ -196,6 +222,12 @@ private:
     QMdiArea* children_ = nullptr;
     frmMain* editor_ = nullptr;
     QPointer<frmHelp> help_;
+    QPointer<frmCheck> check_;
+    std::string errorsTold_; ///< Of the check, before a download.
+    QPointer<frmCompare> compare_;
+    Configuration comparedHere_; ///< The set-up as it was compared,
+    Configuration comparedThere_; ///< and what it was compared with.
+    std::optional<int> comparedLink_; ///< RSComm::Opened() then; none for a file.
     std::array<QMdiSubWindow*, 1> childWindows_{};
     int currentChild_ = -1;
     std::function<void()> modeChanged_; ///< Of the view that is open.

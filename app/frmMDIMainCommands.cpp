@@ -141,7 +141,9 @@ void frmMDIMain::AskStackAddress() {
 
 Task frmMDIMain::StackAddressTask() {
     const UnderWay asking(askingStackAddress_, [this] { ShowCommands(); });
+    const Configuration before = program_.document.CurrentConfiguration;
     co_await files_.AskStatusStackAddress();
+    editor_->Remember({"Stack Address", EditsBetween(before, program_.document.CurrentConfiguration)});
     FollowLink();
 }
 

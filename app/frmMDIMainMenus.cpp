@@ -60,6 +60,13 @@ void frmMDIMain::BuildMenus() {
     mnuView->addSeparator();
     mnuViewCommStatus = AddEntry(mnuView, "mnuViewCommStatus", "&Communication Interface", &Frame::ViewCommStatus);
 
+    mnuTools = AddMenu("mnuTools", "&Tools");
+    mnuToolsCompareBoard =
+        AddEntry(mnuTools, "mnuToolsCompareBoard", "Compare With &Board...", &Frame::ToolsCompareBoard);
+    mnuToolsCompareFile = AddEntry(mnuTools, "mnuToolsCompareFile", "Compare With &File...", &Frame::ToolsCompareFile);
+    mnuTools->addSeparator();
+    mnuToolsCheck = AddEntry(mnuTools, "mnuToolsCheck", "Check &Set-up", &Frame::ToolsCheck);
+
     mnuHelp = AddMenu("mnuHelp", "&Help");
     mnuHelpHelpTopics = AddEntry(mnuHelp, "mnuHelpHelpTopics", "&Help Topics", &Frame::HelpHelpTopics);
     mnuHelp->addSeparator();

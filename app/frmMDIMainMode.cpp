@@ -52,6 +52,7 @@ void frmMDIMain::ShowMode(bool online) {
     shownOnline_ = online;
     sbrMainPanels[1]->setText(online ? QStringLiteral("ONLINE") : QStringLiteral("OFFLINE"));
     mnuViewCommStatus->setEnabled(online);
+    mnuToolsCompareBoard->setEnabled(online);
     ShowCommands();
     if (!online) editor_->ShowOffline();
     background_.Refresh();
@@ -97,6 +98,7 @@ void frmMDIMain::ToggleMode() {
 bool frmMDIMain::Idle() const { return !turns_.Running() && !dialogs_.BoxUp() && !transferring_; }
 
 void frmMDIMain::FollowLink() {
+    FollowComparison();
     if (!mode_.Done() || link_.Busy() || dialogs_.BoxUp() || transferring_) return;
     if (link_.LinkFailed()) link_.SetOnlineMode(false);
     if (link_.OnlineMode() == shownOnline_) return;

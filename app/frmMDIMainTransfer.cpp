@@ -77,7 +77,7 @@ void frmMDIMain::FileUpload() {
 }
 
 void frmMDIMain::FileDownload() {
-    if (!editor_->FinishEntry()) return;
+    if (!editor_->FinishEntry() || WantsToSeeErrors()) return;
     if (dialogs_.Show(DownloadQuestion()) == MessageAnswer::Yes) RunTransfer(TransferMode::DownloadData);
 }
 
@@ -105,9 +105,10 @@ void frmMDIMain::Transfer(TransferMode mode) {
 
 bool frmMDIMain::CanStartTransfer() const { return link_.OnlineMode() && !link_.LinkFailed(); }
 
-bool frmMDIMain::TransferInWindow(TransferMode mode) {
+bool frmMDIMain::TransferInWindow(TransferMode mode, std::vector<std::size_t> indices) {
     program_.transferMode = mode;
     Configuration& record = program_.document.CurrentConfiguration;
+    const Configuration before = record;
     if (mode == TransferMode::UploadData && CanStartTransfer()) {
         record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
         program_.document.FromBoard = true;
@@ -115,12 +116,14 @@ bool frmMDIMain::TransferInWindow(TransferMode mode) {
     }
     const frmProcessing::Result result = [&] {
         const Transferring transferring(transferring_);
-        frmProcessing window(mode, record, link_, dialogs_, turns_, this);
+        frmProcessing window(mode, record, link_, dialogs_, turns_, this, std::move(indices));
         return window.RunModal();
     }();
     background_.NoteReached(result.alsoReached);
-    for (std::size_t index = 0; index < result.walked && !result.reconnected; ++index) {
-        if (!std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), index)) editor_->Confirm(index);
+    editor_->Remember({"Upload", EditsBetween(before, record)});
+    for (const std::size_t index : result.walked) {
+        const bool doubtful = std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), index);
+        if (!doubtful && !result.reconnected) editor_->Confirm(index);
     }
     FollowLink();
     program_.document.ReloadDisplay = true;

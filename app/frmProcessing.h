@@ -2,21 +2,15 @@
 // cancel it. Knows no other window.
 #pragma once
 
-#include "document/SettingsTransfer.h"
-#include "widgets/QtTaskDialog.h"
-
-#include <QLabel>
-#include <QProgressBar>
-#include <QPushButton>
+#include "app/frmProgress.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 namespace vantrel {
 
-class frmProcessing final : public QtTaskDialog, private TransferDisplay {
+class frmProcessing final : public frmProgress {
 public:
     /// How the transfer ended; one of the first three is true.
     struct Result {
@@ -26,30 +20,21 @@ public:
         /// The board has not confirmed that the flag of a download ("B105") is 0 again.
         bool flagLeft = false;
         bool reconnected = false; ///< The port was opened again in the middle.
-        std::size_t walked = 0; ///< Values from index 0 on that were transferred.
+        std::vector<std::size_t> walked{}; ///< Indices of the values that were transferred, ascending.
         std::vector<std::size_t> unconfirmed{}; ///< Indices of walked values that cannot be relied on.
         std::vector<RepeatedWrite> repeated{}; ///< Writes that were sent twice.
         std::vector<std::uint16_t> alsoReached{}; ///< Bytes that the rest may have set to 255.
     };
 
-    /// `record`, `link`, `dialogs` and `turns` must outlive the window.
+    /// `record`, `link`, `dialogs` and `turns` must outlive the window. `indices`: see SettingsTransfer::Only.
     frmProcessing(TransferMode mode, Configuration& record, RSComm& link, Dialogs& dialogs, TurnQueue& turns,
-                  QWidget* parent);
+                  QWidget* parent, std::vector<std::size_t> indices = EveryIndex());
 
     /// Shows the window, runs the transfer and returns when both are over. Once.
     Result RunModal();
 
-    // Controls, by their names.
-    QLabel* lblProcessing = nullptr;
-    QProgressBar* prgProcessing = nullptr;
-    QPushButton* cmdCancel = nullptr;
-
 private:
-    void BuildControls();
-    void LayOutControls();
     void CloseAsked() override;
-    void ShowLabel(std::string_view label) override;
-    void ShowProgress(std::size_t done, std::size_t total) override;
 
     RSComm& link_;
     TransferMode mode_;

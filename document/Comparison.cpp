@@ -21,13 +21,6 @@ Difference ValueRow(const Configuration& here, std::size_t index, std::string th
         .sequence = SequenceAt(index), .index = index, .here = DisplayValue(here, index), .there = std::move(there)};
 }
 
-/// The status stack address, then each sequence's values, its description behind them.
-void PutInOrder(std::vector<Difference>& differences) {
-    std::ranges::stable_sort(differences, {}, [](const Difference& difference) {
-        return difference.index.value_or(ValueIndex(difference.sequence + 1, SequenceField{}));
-    });
-}
-
 std::string SequenceText(const Difference& difference) {
     return difference.index == StatusStackIndex ? "" : std::to_string(difference.sequence);
 }
@@ -39,6 +32,12 @@ std::string ThereText(const Difference& difference) { return difference.doubtful
 std::string Difference::Field() const {
     if (!index) return "Description";
     return *index == StatusStackIndex ? ValueName(*index) : std::string(FieldTable().at(FieldOf(*index)).heading);
+}
+
+void PutInOrder(std::vector<Difference>& differences) {
+    std::ranges::stable_sort(differences, {}, [](const Difference& difference) {
+        return difference.index.value_or(ValueIndex(difference.sequence + 1, SequenceField{}));
+    });
 }
 
 std::vector<Difference> DifferencesBetween(const Configuration& here, const Configuration& there) {

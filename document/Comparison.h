@@ -24,7 +24,10 @@ struct Difference {
     [[nodiscard]] std::string Field() const;
 };
 
-/// By sequence and field, the status stack address first. How a number is written is no difference.
+/// By sequence and field, the status stack address first.
+void PutInOrder(std::vector<Difference>& differences);
+
+/// In that order. How a number is written is no difference.
 [[nodiscard]] std::vector<Difference> DifferencesBetween(const Configuration& here, const Configuration& there);
 
 /// The same beside the board, which holds no descriptions. `here` is the record that was compared.
@@ -39,8 +42,8 @@ struct ComparisonReport {
     std::vector<Difference> differences;
 };
 
-/// A heading, both names and the date, and a line for each difference under its sequence. "No differences." is said only
-/// where there is no remark.
+/// A heading, both names and the date, and a line for each difference under its sequence. "No differences." is said
+/// only where there is no remark.
 [[nodiscard]] std::string ComparisonText(const ComparisonReport& report);
 /// The differences as a table for a spreadsheet; see RecordCsv for its form.
 [[nodiscard]] std::string ComparisonCsv(const ComparisonReport& report);

@@ -2,6 +2,7 @@
 
 #include "link/TargetMap.h"
 
+#include <algorithm>
 #include <numeric>
 #include <utility>
 
@@ -65,6 +66,15 @@ SettingsTransfer::SettingsTransfer(TransferMode mode, Configuration& record, RSC
 
 bool SettingsTransfer::HasWork() const {
     return mode_ == TransferMode::UploadData || mode_ == TransferMode::DownloadData;
+}
+
+std::vector<std::size_t> SettingsTransfer::WalkedIndices() const {
+    return {indices_.begin(), indices_.begin() + static_cast<std::ptrdiff_t>(walked_)};
+}
+
+bool SettingsTransfer::HasWalked(std::size_t index) const {
+    const auto end = indices_.begin() + static_cast<std::ptrdiff_t>(walked_);
+    return std::find(indices_.begin(), end, index) != end;
 }
 
 void SettingsTransfer::Load() {

@@ -92,6 +92,9 @@ public:
     /// How many values, from the first on, were walked before the transfer ended; the one at which the link failed is
     /// not.
     [[nodiscard]] std::size_t Walked() const { return walked_; }
+    /// Their indices.
+    [[nodiscard]] std::vector<std::size_t> WalkedIndices() const;
+    [[nodiscard]] bool HasWalked(std::size_t index) const;
     /// Every value was walked; see also Unconfirmed().
     [[nodiscard]] bool Complete() const { return walked_ == indices_.size(); }
     /// The board echoed that a download begins, or that the transfer has ended ("B105").

@@ -80,6 +80,8 @@ public:
     /// Does what a command comes to, and remembers it: OFFLINE it is stored; ONLINE it goes to the board as well,
     /// several values only when the user agrees. False when the user does not: nothing has changed.
     bool Make(const EditStep& step);
+    /// Stores what the board holds already, and remembers it: nothing is sent.
+    bool Take(const EditStep& step);
     /// Sends values that are stored already to the board, while the user watches.
     void SetOnSendBlock(std::function<void(const std::vector<std::size_t>&)> send) { sendBlock_ = std::move(send); }
     /// The editor's own commands, for a menu; nullptr stands for a separator.

@@ -4,6 +4,7 @@
 
 #include <QKeySequence>
 
+#include <algorithm>
 #include <utility>
 
 namespace vantrel {
@@ -52,6 +53,16 @@ void frmMain::Redo() {
 
 bool frmMain::Make(const EditStep& step) {
     if (step.edits.empty() || !FinishEntry() || !Perform(step)) return false;
+    Remember(step);
+    return true;
+}
+
+bool frmMain::Take(const EditStep& step) {
+    if (step.edits.empty() || !FinishEntry()) return false;
+    for (const Edit& edit : step.edits)
+        Store(document_.CurrentConfiguration, edit);
+    document_.ReloadDisplay = true;
+    RefillIfAsked();
     Remember(step);
     return true;
 }

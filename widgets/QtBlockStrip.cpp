@@ -158,14 +158,12 @@ void QtBlockStrip::PaintAddresses(QPainter& painter) const {
     painter.setPen(palette().windowText().color());
     double free = 0;
     for (const Stretch& stretch : stretches_) {
-        for (const std::int64_t word : {stretch.first, stretch.last}) {
-            const double x = X(word) + (word == stretch.last ? WordWidth : 0);
-            painter.drawLine(QPointF(x, top), QPointF(x, top + Tick));
-            const QString text = prefix_ + QString::number(word);
-            if (x < free) continue;
-            painter.drawText(QPointF(x, top + Tick + metrics.ascent()), text);
-            free = x + metrics.horizontalAdvance(text) + Margin;
-        }
+        const double x = X(stretch.first);
+        const QString text = prefix_ + QString::number(stretch.first);
+        painter.drawLine(QPointF(x, top), QPointF(x, top + Tick));
+        if (x < free) continue;
+        painter.drawText(QPointF(x, top + Tick + metrics.ascent()), text);
+        free = x + metrics.horizontalAdvance(text) + Margin;
     }
 }
 
