@@ -114,61 +114,29 @@ TEST_F(SequenceMonitorTest, TheRecordsOwnAddressesAreReadAndAnEmptyDescriptionIs
     EXPECT_TRUE(Run(monitor.RefreshStatusAndData()).empty());
 }
 
-TEST_F(SequenceMonitorTest, EveryStopConditionEndsAPassBeforeItsNextRead) {
-    const std::function<void()> reasons[] = {[&] { active = false; }, [&] { link.SetOnlineMode(false); },
-                                             [&] { port.CutLine(); }};
+TEST_F(SequenceMonitorTest, BetweenTwoReadsOthersGetATurnAndWhoeverWantsNoMoreEndsThePass) {
+    const std::function<void()> reasons[] = {[&] { selected = 1; }, [&] { active = false; },
+                                             [&] { link.SetOnlineMode(false); }};
     for (const auto& reason : reasons) {
         for (const bool settings : {false, true}) {
+            selected = 0;
             active = true;
             Online();
+            log.Forget();
             shown.clear();
-            onShow = [&] {
-                if (shown.size() == 3) reason();
-            };
-            settings ? Settings() : Run(monitor.RefreshStatusAndData());
-            EXPECT_EQ(shown.size(), 3U);
-            EXPECT_LE(log.Words().size(), 4U) << "the one that proved the third, and no more";
-            onShow = nullptr;
+            Task pass = settings ? monitor.RefreshSettings(SettingsBaseOf(0)) : monitor.RefreshStatusAndData();
+            pass.Start();
+            for (std::size_t reads = 0; reads < 3; ++reads) {
+                EXPECT_EQ(log.Words().size(), reads) << "yields before each";
+                EXPECT_TRUE(turns.RunOne());
+            }
+            reason();
+            turns.RunOne();
+            EXPECT_TRUE(pass.Done());
+            EXPECT_EQ(log.Words().size(), 3U);
+            EXPECT_EQ(shown.size(), 2U) << "the third word proves itself no more";
         }
     }
-    EXPECT_EQ(dialogs.shown.size(), 2U) << "of the cut line alone";
-}
-
-TEST_F(SequenceMonitorTest, BetweenTwoReadsOthersGetATurnAndANewSelectionEndsThePass) {
-    for (const bool settings : {false, true}) {
-        selected = 0;
-        log.Forget();
-        shown.clear();
-        Task pass = settings ? monitor.RefreshSettings(SettingsBaseOf(0)) : monitor.RefreshStatusAndData();
-        pass.Start();
-        EXPECT_TRUE(log.Words().empty()) << "yields before the first read";
-        for (std::size_t reads = 1; reads <= 3; ++reads) {
-            EXPECT_TRUE(turns.RunOne());
-            EXPECT_EQ(log.Words().size(), reads);
-        }
-        selected = 1;
-        turns.RunOne();
-        EXPECT_TRUE(pass.Done());
-        EXPECT_EQ(log.Words().size(), 3U);
-        EXPECT_EQ(shown.size(), 2U) << "the third word is the other sequence's";
-        EXPECT_EQ(turns.Waiting(), 0U);
-    }
-}
-
-TEST_F(SequenceMonitorTest, SettingsOfAnotherSequenceNeverStandUnderTheNewNumber) {
-    selected = 29;
-    Settings();
-    Run(monitor.RefreshStatusAndData());
-    EXPECT_EQ(Known(), 12U);
-    selected = 4;
-    EXPECT_TRUE(monitor.Outdated());
-    shown.clear();
-    onShow = [&] {
-        if (shown.size() == 2) port.CutLine();
-    };
-    Settings();
-    EXPECT_EQ(Known(), 2U);
-    EXPECT_EQ(now.size(), 9U) << "no data";
 }
 
 TEST_F(SequenceMonitorTest, AfterAReconnectionNothingOfTheOldBoardStays) {
@@ -193,25 +161,6 @@ TEST_F(SequenceMonitorTest, AfterAReconnectionNothingOfTheOldBoardStays) {
     active = false;
     Settings();
     EXPECT_EQ(Known(), 0U) << "dashes until the new board has told";
-}
-
-TEST_F(SequenceMonitorTest, WhatStaysDoubtfulIsADash) {
-    const auto spoil = [&] {
-        for (int i = 0; i < 2; ++i)
-            board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
-    };
-    spoil();
-    Settings();
-    EXPECT_EQ(now["node"] + now["send 2"], "-V1");
-    spoil();
-    Run(monitor.RefreshStatusAndData());
-    EXPECT_EQ(now["status"], "-");
-}
-
-TEST_F(SequenceMonitorTest, APassLooksForASurplusByteOnce) {
-    const MonotonicTime begun = clock.Now();
-    Run(monitor.RefreshStatusAndData());
-    EXPECT_LT(clock.Now() - begun, std::chrono::milliseconds(9));
 }
 
 TEST(SequenceEntryTest, TakesNumbersUpToThirtyAndCountsBelowZeroAsZero) {

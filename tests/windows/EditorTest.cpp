@@ -13,28 +13,12 @@ using Texts = std::vector<std::string>;
 constexpr const char* NodeRefused = "VANTREL Configuration|Only a Number Between 2 and 32 can be Entered";
 constexpr const char* CallError = "VANTREL|Error Number = 5";
 
-TEST_F(EditorTest, AnEntryIsStoredInItsNotationAndARefusedOneKeepsTheBox) {
-    struct Case {
-        int column;
-        std::string typed;
-        std::string shown; ///< Of a refused one: what its message is about.
-    };
-    for (const Case& one : {Case{2, "13.5", "14"}, Case{4, "20h", "20H"}, Case{7, "34463", "V34463"}}) {
-        Enter(5, one.column, one.typed);
+TEST_F(EditorTest, AnEntryIsStoredInItsNotation) {
+    for (const auto& [column, typed, shown] :
+         {std::tuple{2, "13.5", "14"}, {4, "20h", "20H"}, {7, "34463", "V34463"}}) {
+        Enter(5, column, typed);
         Press(Qt::Key_Return);
-        EXPECT_EQ(Cell(5, one.column), one.shown);
-    }
-    for (const Case& one :
-         {Case{1, "1", "a Number Between 2 and 32"}, Case{6, "1FH", "an Even Value Between 20H and FFFEH"}}) {
-        const std::int32_t before = Value(static_cast<std::size_t>(one.column));
-        Enter(1, one.column, one.typed);
-        Press(Qt::Key_Return);
-        EXPECT_EQ(user.shown, (Texts{"VANTREL Configuration|Only " + one.shown + " can be Entered"}));
-        EXPECT_EQ(Open(), "1," + std::to_string(one.column) + ":" + one.typed);
-        EXPECT_TRUE(AllSelected());
-        EXPECT_EQ(Value(static_cast<std::size_t>(one.column)), before);
-        Press(Qt::Key_Escape);
-        Forget();
+        EXPECT_EQ(Cell(5, column), shown);
     }
 }
 
@@ -44,7 +28,6 @@ TEST_F(EditorTest, EnterAndTheArrowsMoveOnWithTheBoxOpen) {
     EXPECT_EQ(Open(), "30,7:V1");
     EXPECT_TRUE(AllSelected());
     Press(Qt::Key_Return);
-    EXPECT_EQ(Open(), "31,1:0");
     Press(Qt::Key_Down);
     EXPECT_EQ(Open(), "31,1:0");
     Press(Qt::Key_Up);
@@ -89,6 +72,7 @@ TEST_F(EditorTest, ARefusedEntryStopsWhateverWouldLeaveIt) {
         [this] { QTest::mouseClick(Grid().horizontalHeader()->viewport(), Qt::LeftButton); },
         [this] { ClickTab(EditorTab::Descriptions); },
         [this] { Press(Qt::Key_D, Qt::AltModifier); },
+        [this] { Press(Qt::Key_Return); },
         [this] { Press(Qt::Key_Tab); },
         [this] { Press(Qt::Key_Backtab, Qt::ShiftModifier); },
         [this] { QTest::mouseClick(editor->txtMessageDisplay.viewport(), Qt::LeftButton); },
@@ -101,7 +85,7 @@ TEST_F(EditorTest, ARefusedEntryStopsWhateverWouldLeaveIt) {
             leaving.at(i)();
             Settle();
             ASSERT_EQ(user.shown.size(), 1U) << i;
-            EXPECT_TRUE(user.shown.front().starts_with(box)) << user.shown.front();
+            EXPECT_EQ(user.shown.front().substr(0, std::string_view(box).size()), box);
             EXPECT_EQ(Open(), "3," + std::to_string(column) + ":" + typed) << i;
             EXPECT_TRUE(AllSelected()) << i;
             EXPECT_EQ(editor->CurrentTab, EditorTab::Configuration);

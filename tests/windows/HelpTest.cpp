@@ -28,9 +28,16 @@ protected:
         const frmHelp* help = Window();
         return help ? help->txtTopic->toPlainText().toStdString() : "";
     }
-    void F1() {
+    static void F1() {
         QTest::keyClick(QApplication::activeWindow(), Qt::Key_F1);
         QCoreApplication::processEvents();
+    }
+    /// The help, over the frame.
+    frmHelp& Help() {
+        Activate();
+        F1();
+        EXPECT_TRUE(Window());
+        return *Window();
     }
 };
 
@@ -53,10 +60,7 @@ TEST_F(HelpTest, F1OpensTheTopicOfTheWindowInFrontAlsoOfAModalOne) {
 }
 
 TEST_F(HelpTest, LinksLeadOnAndBackLeadsBack) {
-    Activate();
-    F1();
-    frmHelp* help = Window();
-    ASSERT_TRUE(help);
+    frmHelp* help = &Help();
     EXPECT_FALSE(help->cmdBack->isEnabled());
     help->lstContents->setCurrentRow(0);
     emit help->txtTopic->anchorClicked(QUrl(QStringLiteral("#comm-port")));
@@ -73,10 +77,7 @@ TEST_F(HelpTest, TheSearchGoesFromRowToRowAndDrawsATopicOnce) {
     WriteText(folder / "Help" / "VANTREL.hlp", "# Main {#main-display}\ndisk, line, full\n# Messages {#messages}\n"
                                                "| A | B |\n|---|---|\n| full disk | one |\n| full line | two |\n"
                                                "| full disk | three |\n# Last {#last}\n| disk | full |\n|---|---|\n");
-    Activate();
-    F1();
-    frmHelp* help = Window();
-    ASSERT_TRUE(help);
+    frmHelp* help = &Help();
     const auto line = [&] { return help->txtTopic->textCursor().block().text().toStdString(); };
     const auto foundIn = [&] {
         QTextTable* table = help->txtTopic->textCursor().currentTable();
@@ -108,13 +109,12 @@ TEST_F(HelpTest, TheSearchGoesFromRowToRowAndDrawsATopicOnce) {
     user.whileShown = nullptr;
 }
 
-TEST_F(HelpTest, ThePrintDialogGoesWithTheHelpAndTheHelpWithItsOwner) {
-    Activate();
-    F1();
-    Window()->cmdPrint->trigger();
-    const QPointer<QPrintDialog> dialog = Window()->findChild<QPrintDialog*>();
+TEST_F(HelpTest, ThePrintDialogGoesWithTheHelp) {
+    frmHelp* help = &Help();
+    help->cmdPrint->trigger();
+    const QPointer<QPrintDialog> dialog = help->findChild<QPrintDialog*>();
     ASSERT_TRUE(dialog && dialog->isVisible());
-    delete Window();
+    delete help;
     EXPECT_FALSE(dialog);
 }
 

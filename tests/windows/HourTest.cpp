@@ -26,10 +26,11 @@ protected:
             QCoreApplication::processEvents();
     }
     /// At most so long; true when it has come about.
-    bool Pass(MonotonicTime longest, const std::function<bool()>& until = nullptr) {
-        for (const MonotonicTime end = clock.Now() + longest; !(until && until()) && clock.Now() < end;)
+    bool Pass(
+        MonotonicTime longest, const std::function<bool()>& until = [] { return false; }) {
+        for (const MonotonicTime end = clock.Now() + longest; !until() && clock.Now() < end;)
             HalfSecond();
-        return until && until();
+        return until();
     }
     void Mend() {
         board.ClearFaults();

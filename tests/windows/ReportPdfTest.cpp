@@ -2,19 +2,10 @@
 #include "app/ReportFile.h"
 #include "app/frmWaitDisplay.h"
 #include "platform/QtPrinter.h"
-#include "platform/QtTurnQueue.h"
-#include "platform/RuntimeError.h"
 #include "report/Report.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/VirtualClock.h"
 #include "tests/windows/FrameFixture.h"
 
-#include <QApplication>
-
-#include <gtest/gtest.h>
-
 #include <sstream>
-#include <vector>
 
 namespace vantrel {
 namespace {
@@ -26,31 +17,20 @@ std::size_t PagesIn(const std::string& pdf) {
     return pages;
 }
 
-ReportContents Defaults() {
-    return {DefaultRecord("VANTREL_R1.0.0", {}), "[plant.sdt]", [] { return std::string("today"); }};
-}
-
-TEST(ReportPdf, IsPrintedInTheWaitWindowAndIsNoFileBeforeItIsComplete) {
-    const TemporaryFolder folder;
-    VirtualClock clock;
+TEST_F(FrameTest, AReportIsPrintedInTheWaitWindowAndIsNoFileBeforeItIsComplete) {
+    const ReportContents contents{DefaultRecord("VANTREL_R1.0.0", {}), "[plant.sdt]",
+                                  [] { return std::string("today"); }};
+    std::unique_ptr<Printer> printer = PdfPrinter(folder / "plant.pdf", "VANTREL Report: [plant.sdt]");
     QtTurnQueue turns(
         clock, [] { return true; }, [] { FAIL(); });
-    std::unique_ptr<Printer> printer = PdfPrinter(folder / "plant.pdf", "VANTREL Report: [plant.sdt]");
-    std::string label;
     frmWaitDisplay window(
-        WaitSelector::Report,
-        [&] {
-            label = window.lblWait->text().toStdString();
-            return PrintReport(Defaults(), *printer, turns);
-        },
-        turns, nullptr);
+        WaitSelector::Report, [&] { return PrintReport(contents, *printer, turns); }, turns, nullptr);
     EXPECT_TRUE(window.RunModal());
-    EXPECT_EQ(label, "Generating Report, Please Standby ...");
     const std::string pdf = FileText(folder / "plant.pdf");
     EXPECT_EQ(PagesIn(pdf), static_cast<std::size_t>(printer->PageNumber()));
     EXPECT_GE(PagesIn(pdf), 6U);
 
-    Task stopped = PrintReport(Defaults(), *(printer = PdfPrinter(folder / "half.pdf", "half")), turns);
+    Task stopped = PrintReport(contents, *(printer = PdfPrinter(folder / "half.pdf", "half")), turns);
     stopped.Start();
     stopped.Stop();
     printer.reset();
