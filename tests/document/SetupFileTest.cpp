@@ -1,6 +1,7 @@
 // The record, its dates, the bytes of the set-up file and the items of the import, good and bad.
 #include "document/SetupFile.h"
 #include "document/TextImport.h"
+#include "tests/support/Thrown.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,6 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
-#include <optional>
 
 namespace vantrel {
 namespace {
@@ -17,16 +17,6 @@ using namespace std::chrono_literals;
 using Bytes = std::vector<std::uint8_t>;
 
 Bytes DefaultBytes() { return SetupFileBytes(DefaultRecord("VANTREL_R1.0.0", {46095.25})); }
-
-/// The error that `action` throws.
-template <typename Error, typename Action> std::optional<Error> Thrown(const Action& action) {
-    try {
-        (void)action();
-    } catch (const Error& error) {
-        return error;
-    }
-    return std::nullopt;
-}
 
 /// Where things stand in the default file.
 constexpr std::size_t AddressHeader = 24;
