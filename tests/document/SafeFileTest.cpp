@@ -17,7 +17,6 @@
 #ifdef __unix__
 #include <csignal>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #endif
 
@@ -202,18 +201,11 @@ TEST_F(SafeFile, AFullDiskLeavesTheOldFileAndNoOther) {
 
 TEST_F(SafeFile, WhatAKilledReplacementLeftIsClearedByTheNextOneOfThatFile) {
     const auto killed = [&](const char* name) {
-        const pid_t child = fork();
-        if (child == 0) {
-            const auto limit = WithSmallFiles(100, [](int) { _exit(1); });
-            ReplaceFile(folder / name, std::vector<std::uint8_t>(1000), OldTail::Keep, {});
-            _exit(0);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        EXPECT_NE(status, 0) << "the limit ends it in the middle";
+        const auto limit = WithSmallFiles(100, [](int) { _exit(1); });
+        ReplaceFile(folder / name, std::vector<std::uint8_t>(1000), OldTail::Keep, {});
     };
     for (const char* name : {"a", "a", "b"})
-        killed(name);
+        EXPECT_EXIT(killed(name), testing::ExitedWithCode(1), "") << "the limit ends it in the middle";
     EXPECT_EQ(Entries(), 2U) << "one for each file";
     Replace(folder / "a", "new");
     EXPECT_EQ(Entries(), 2U) << "the file, and what another one left behind";

@@ -26,10 +26,7 @@ constexpr std::size_t TypeHeader = DescriptionHeader + 10 + 66;
 constexpr std::size_t DefaultLength = TypeHeader + 10 + 654;
 
 TEST(SetupFile, DefaultRecordHasItsExactBytes) {
-    const struct {
-        std::size_t offset;
-        Bytes bytes;
-    } golden[] = {
+    const std::pair<std::size_t, Bytes> golden[] = {
         {0, {14, 0, 'V', 'A', 'N', 'T', 'R', 'E', 'L', '_', 'R', '1', '.', '0', '.', '0'}},
         {16, {0, 0, 0, 0, 0xE8, 0x81, 0xE6, 0x40}},
         {AddressHeader,
@@ -189,21 +186,18 @@ TEST(TextImport, WhatMakesNoSenseAbandonsItAtItsPlace) {
         blocks += "N2,D\n%\n";
     EXPECT_EQ(Imported(blocks).Values.at(211), 2);
     EXPECT_EQ(Imported(blocks + "%\n").Values.at(211), 2) << "an end mark alone stores nothing";
-    const struct {
-        std::string blocks;
-        int number;
-        std::size_t line, item;
-    } cases[] = {{blocks + "N2", 9, 64, 1},
-                 {"N2,D,1\n2,1e10", 6, 3, 2},
-                 {"N2,D,1,2,3,4,5,6,WV\n", 321, 2, 9},
-                 {"N2,D,1,2,3,4,5,6,#W\n", 321, 2, 9},
-                 {"N2,\"Dunclosed,1\nN3,D\n", 321, 2, 2},
-                 {"N2,\"D\rx\"\n", 321, 2, 2}};
-    for (const auto& bad : cases) {
-        const auto error = Thrown<BadImportFile>([&] { return Imported(bad.blocks); });
-        ASSERT_TRUE(error) << bad.number;
-        EXPECT_EQ(error->Number(), bad.number);
-        EXPECT_EQ(std::pair(error->Line(), error->ItemInLine()), std::pair(bad.line, bad.item));
+    using Place = std::pair<std::size_t, std::size_t>; // Line and item.
+    const std::tuple<std::string, int, Place> cases[] = {{blocks + "N2", 9, {64, 1}},
+                                                         {"N2,D,1\n2,1e10", 6, {3, 2}},
+                                                         {"N2,D,1,2,3,4,5,6,WV\n", 321, {2, 9}},
+                                                         {"N2,D,1,2,3,4,5,6,#W\n", 321, {2, 9}},
+                                                         {"N2,\"Dunclosed,1\nN3,D\n", 321, {2, 2}},
+                                                         {"N2,\"D\rx\"\n", 321, {2, 2}}};
+    for (const auto& [text, number, place] : cases) {
+        const auto error = Thrown<BadImportFile>([&] { return Imported(text); });
+        ASSERT_TRUE(error) << number;
+        EXPECT_EQ(error->Number(), number);
+        EXPECT_EQ(Place(error->Line(), error->ItemInLine()), place) << text;
     }
 }
 

@@ -85,9 +85,10 @@ struct Case {
 /// the line tells.
 class Judge {
 public:
-    explicit Judge(const Case& one, bool traced = false) : case_(one), world_(HabitsOf(one.habits)), traced_(traced) {}
+    explicit Judge(const Case& one) : case_(one), world_(HabitsOf(one.habits)) {}
 
-    [[nodiscard]] std::string Trace() const { return trace_.str(); }
+    /// What passed the line, for whoever has to find out why.
+    [[nodiscard]] std::string Trace() const { return trace_.str().substr(0, 2000); }
 
     std::string Run(bool& unseen) {
         Prepare();
@@ -108,7 +109,7 @@ private:
     [[nodiscard]] bool GivesUp() const { return case_.trouble->giveUpAfter > 0ms; }
     [[nodiscard]] bool Permanent() const { return !fault_.firstTimeOnly && fault_.afterBytes == 0; }
     void Prepare() {
-        if (traced_) world_.link.SetTrafficLog(&log_);
+        world_.link.SetTrafficLog(&log_);
         SimulatedFault fault = fault_;
         fault.afterBytes += world_.board.ReceivedBytes() + case_.atByte;
         world_.board.AddFault(fault);
@@ -147,13 +148,13 @@ private:
         world_.said.mayHaveReached.insert(reached.begin(), reached.end());
     }
     void LookAtWhatWasSaid() {
-        for (const auto& [byte, value] : world_.said.shown) {
-            if (world_.Byte(byte) != value && !Named(byte))
-                wrong_ << "B" << byte << " shown as " << value << ", is " << world_.Byte(byte) << "; ";
-        }
-        for (const auto& [byte, value] : world_.said.stored) {
-            if (world_.Byte(byte) != value && !Named(byte))
-                wrong_ << "B" << byte << " called stored as " << value << ", is " << world_.Byte(byte) << "; ";
+        const std::pair<const char*, const std::map<int, int>&> lists[] = {{" shown as ", world_.said.shown},
+                                                                           {" called stored as ", world_.said.stored}};
+        for (const auto& [said, list] : lists) {
+            for (const auto& [byte, value] : list) {
+                if (world_.Byte(byte) != value && !Named(byte))
+                    wrong_ << "B" << byte << said << value << ", is " << world_.Byte(byte) << "; ";
+            }
         }
         // One fault is mended by one repeat.
         const std::size_t told = world_.said.stored.size() + world_.said.shown.size();
@@ -215,7 +216,6 @@ private:
     const Case& case_;
     const SimulatedFault fault_ = FaultOf(*case_.trouble);
     World world_;
-    bool traced_;
     std::ostringstream wrong_;
     std::ostringstream trace_;
     TextTrafficLog log_{trace_};
@@ -232,14 +232,6 @@ Nominal NominalOf(const Operation& operation) {
     const std::size_t before = world.port.sent;
     world.turns.RunToEnd(operation.run(world));
     return {world.port.sent - before, world.said.stored.size() + world.said.shown.size()};
-}
-
-/// What passed the line in a case, for whoever has to find out why.
-std::string TraceOf(const Case& one) {
-    bool unseen = false;
-    Judge again(one, true);
-    (void)again.Run(unseen);
-    return again.Trace().substr(0, 2000);
 }
 
 class Proof : public testing::TestWithParam<Operation> {};
@@ -276,14 +268,15 @@ TEST_P(Proof, NothingIsSaidThatTheLineHasNotSaid) {
                        .retry = take(2) == 1,
                        .told = nominal.told};
         bool notSeen = false;
-        const std::string wrong = Judge(one).Run(notSeen);
+        Judge judge(one);
+        const std::string wrong = judge.Run(notSeen);
         ++cases;
         unseen += notSeen ? 1 : 0;
         violations += wrong.empty() ? 0 : 1;
         EXPECT_TRUE(wrong.empty()) << wrong.substr(0, 300) << '\n'
                                    << '"' << one.trouble->fault << "\" at byte " << one.atByte << " on a board with \""
                                    << one.habits << "\"" << (one.retry ? ", Retry" : "") << '\n'
-                                   << TraceOf(one);
+                                   << judge.Trace();
         if (violations == 20) break;
     }
     std::printf("%-14s %6zu of %6zu cases, %zu violations, %zu that the protocol cannot see\n", operation.name, cases,
