@@ -1,9 +1,9 @@
 // Whole files: what stands on the disk after a replacement that succeeded, and after one that did not.
 #include "platform/SafeFile.h"
 
-#include "platform/RuntimeError.h"
 #include "tests/support/AtEnd.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Thrown.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,6 @@
 #ifdef __unix__
 #include <csignal>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #endif
 
@@ -35,12 +34,8 @@ protected:
 
     /// The number of the error that `action` throws, 0 when it throws none.
     template <typename Action> static int ErrorOf(const Action& action) {
-        try {
-            action();
-        } catch (const RuntimeError& error) {
-            return error.Number();
-        }
-        return 0;
+        const auto error = Thrown(action);
+        return error ? error->Number() : 0;
     }
 
     int ReplaceError(const fs::path& path) {
@@ -88,37 +83,27 @@ TEST_F(SafeFile, AFileThatAnotherProgramHoldsOpenIsInUseAndNeverWrittenInPlace) 
     for (const DWORD share : {0, FILE_SHARE_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE}) {
         WriteText(path, "old text");
-        bool replaced = false;
+        // Who lets others delete the file may find it replaced, on systems that can do that.
+        const bool mayBeReplaced = (share & FILE_SHARE_DELETE) != 0;
+        std::string said;
         {
             HANDLE held = CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr);
             const AtEnd release([held] { CloseHandle(held); });
-            try {
-                Replace(path, "new");
-                replaced = true;
-            } catch (const RuntimeError& error) {
-                EXPECT_EQ(error.Number(), 75);
-                EXPECT_NE(error.Description().find("in use by another program"), std::string::npos)
-                    << error.Description();
-            }
-            // Who lets others delete the file may find it replaced, on systems that can do that.
-            const bool mayBeReplaced = (share & FILE_SHARE_DELETE) != 0;
-            EXPECT_TRUE(mayBeReplaced || !replaced) << share;
+            said = ErrorText([&] { Replace(path, "new"); });
+            EXPECT_TRUE(mayBeReplaced || !said.empty()) << share;
             EXPECT_EQ(ErrorOf([&] { RequireReplaceable(path); }), mayBeReplaced ? 0 : 75) << share;
             EXPECT_EQ(ReadError(path), share == 0 ? 75 : 0) << share;
         }
-        EXPECT_EQ(FileText(path), replaced ? "new text" : "old text");
+        EXPECT_EQ(said.find("in use by another program") == std::string::npos, said.empty()) << said;
+        EXPECT_EQ(FileText(path), said.empty() ? "new text" : "old text");
         EXPECT_EQ(Entries(), 1U);
     }
     EXPECT_TRUE(warnings.empty()) << "nobody is asked for leave to risk the file";
 }
 
 TEST_F(SafeFile, ANameThatNoFileCanHaveIsNamedAsTheReason) {
-    try {
-        Replace(folder / "a?b", "new");
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_NE(error.Description().find("no name that a file can have"), std::string::npos);
-    }
+    const std::string said = ErrorText([&] { Replace(folder / "a?b", "new"); });
+    EXPECT_NE(said.find("no name that a file can have"), std::string::npos) << said;
 }
 
 #endif
@@ -183,12 +168,8 @@ TEST_F(SafeFile, AFolderThatTakesNoFileIsWrittenInPlaceAfterAWarning) {
     EXPECT_EQ(ReplaceError(folder / "b"), 70) << "there is nothing to write in place";
     for (const auto& [limit, said] : {std::pair{0, "is as it was"}, {5, "only in part"}}) {
         const auto small = WithSmallFiles(static_cast<rlim_t>(limit));
-        try {
-            Replace(path, "new text");
-            ADD_FAILURE() << "no error";
-        } catch (const RuntimeError& error) {
-            EXPECT_NE(error.Description().find(said), std::string::npos) << error.Description();
-        }
+        const std::string told = ErrorText([&] { Replace(path, "new text"); });
+        EXPECT_NE(told.find(said), std::string::npos) << told;
     }
 }
 
@@ -220,18 +201,11 @@ TEST_F(SafeFile, AFullDiskLeavesTheOldFileAndNoOther) {
 
 TEST_F(SafeFile, WhatAKilledReplacementLeftIsClearedByTheNextOneOfThatFile) {
     const auto killed = [&](const char* name) {
-        const pid_t child = fork();
-        if (child == 0) {
-            const auto limit = WithSmallFiles(100, [](int) { _exit(1); });
-            ReplaceFile(folder / name, std::vector<std::uint8_t>(1000), OldTail::Keep, {});
-            _exit(0);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        EXPECT_NE(status, 0) << "the limit ends it in the middle";
+        const auto limit = WithSmallFiles(100, [](int) { _exit(1); });
+        ReplaceFile(folder / name, std::vector<std::uint8_t>(1000), OldTail::Keep, {});
     };
     for (const char* name : {"a", "a", "b"})
-        killed(name);
+        EXPECT_EXIT(killed(name), testing::ExitedWithCode(1), "") << "the limit ends it in the middle";
     EXPECT_EQ(Entries(), 2U) << "one for each file";
     Replace(folder / "a", "new");
     EXPECT_EQ(Entries(), 2U) << "the file, and what another one left behind";

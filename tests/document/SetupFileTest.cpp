@@ -1,6 +1,7 @@
 // The record, its dates, the bytes of the set-up file and the items of the import, good and bad.
 #include "document/SetupFile.h"
 #include "document/TextImport.h"
+#include "tests/support/Thrown.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,6 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
-#include <optional>
 
 namespace vantrel {
 namespace {
@@ -18,16 +18,6 @@ using Bytes = std::vector<std::uint8_t>;
 
 Bytes DefaultBytes() { return SetupFileBytes(DefaultRecord("VANTREL_R1.0.0", {46095.25})); }
 
-/// The error that `action` throws.
-template <typename Error, typename Action> std::optional<Error> Thrown(const Action& action) {
-    try {
-        (void)action();
-    } catch (const Error& error) {
-        return error;
-    }
-    return std::nullopt;
-}
-
 /// Where things stand in the default file.
 constexpr std::size_t AddressHeader = 24;
 constexpr std::size_t ValueHeader = 24 + 10 + 1743;
@@ -36,10 +26,7 @@ constexpr std::size_t TypeHeader = DescriptionHeader + 10 + 66;
 constexpr std::size_t DefaultLength = TypeHeader + 10 + 654;
 
 TEST(SetupFile, DefaultRecordHasItsExactBytes) {
-    const struct {
-        std::size_t offset;
-        Bytes bytes;
-    } golden[] = {
+    const std::pair<std::size_t, Bytes> golden[] = {
         {0, {14, 0, 'V', 'A', 'N', 'T', 'R', 'E', 'L', '_', 'R', '1', '.', '0', '.', '0'}},
         {16, {0, 0, 0, 0, 0xE8, 0x81, 0xE6, 0x40}},
         {AddressHeader,
@@ -199,21 +186,18 @@ TEST(TextImport, WhatMakesNoSenseAbandonsItAtItsPlace) {
         blocks += "N2,D\n%\n";
     EXPECT_EQ(Imported(blocks).Values.at(211), 2);
     EXPECT_EQ(Imported(blocks + "%\n").Values.at(211), 2) << "an end mark alone stores nothing";
-    const struct {
-        std::string blocks;
-        int number;
-        std::size_t line, item;
-    } cases[] = {{blocks + "N2", 9, 64, 1},
-                 {"N2,D,1\n2,1e10", 6, 3, 2},
-                 {"N2,D,1,2,3,4,5,6,WV\n", 321, 2, 9},
-                 {"N2,D,1,2,3,4,5,6,#W\n", 321, 2, 9},
-                 {"N2,\"Dunclosed,1\nN3,D\n", 321, 2, 2},
-                 {"N2,\"D\rx\"\n", 321, 2, 2}};
-    for (const auto& bad : cases) {
-        const auto error = Thrown<BadImportFile>([&] { return Imported(bad.blocks); });
-        ASSERT_TRUE(error) << bad.number;
-        EXPECT_EQ(error->Number(), bad.number);
-        EXPECT_EQ(std::pair(error->Line(), error->ItemInLine()), std::pair(bad.line, bad.item));
+    using Place = std::pair<std::size_t, std::size_t>; // Line and item.
+    const std::tuple<std::string, int, Place> cases[] = {{blocks + "N2", 9, {64, 1}},
+                                                         {"N2,D,1\n2,1e10", 6, {3, 2}},
+                                                         {"N2,D,1,2,3,4,5,6,WV\n", 321, {2, 9}},
+                                                         {"N2,D,1,2,3,4,5,6,#W\n", 321, {2, 9}},
+                                                         {"N2,\"Dunclosed,1\nN3,D\n", 321, {2, 2}},
+                                                         {"N2,\"D\rx\"\n", 321, {2, 2}}};
+    for (const auto& [text, number, place] : cases) {
+        const auto error = Thrown<BadImportFile>([&] { return Imported(text); });
+        ASSERT_TRUE(error) << number;
+        EXPECT_EQ(error->Number(), number);
+        EXPECT_EQ(Place(error->Line(), error->ItemInLine()), place) << text;
     }
 }
 

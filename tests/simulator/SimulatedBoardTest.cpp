@@ -1,6 +1,7 @@
 // The board's side of the protocol, its faults and its memory, byte by byte.
 #include "simulator/SimulatedBoard.h"
 #include "link/TargetMap.h"
+#include "tests/support/BoardTexts.h"
 
 #include <gtest/gtest.h>
 
@@ -52,14 +53,6 @@ struct Conversation {
 void PrintTo(const Conversation& conversation, std::ostream* out) { *out << conversation.what; }
 
 class Conversations : public testing::TestWithParam<Conversation> {};
-
-BoardHabits HabitsOf(const char* texts) {
-    BoardHabits habits;
-    std::istringstream words(texts);
-    for (std::string word; words >> word;)
-        habits = WithHabit(habits, word).value();
-    return habits;
-}
 
 TEST_P(Conversations, GoAsWritten) {
     SimulatedBoard board = PreparedBoard();
