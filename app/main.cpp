@@ -3,9 +3,11 @@
 #include "app/Program.h"
 #include "app/ReportFile.h"
 #include "app/frmMDIMain.h"
+#include "link/ByteTrace.h"
 #include "platform/AsioSerialPort.h"
 #include "platform/QtPrinter.h"
 #include "platform/QtScreen.h"
+#include "platform/RuntimeError.h"
 #include "platform/SystemClock.h"
 #include "platform/Terminal.h"
 #include "simulator/SimulatedPort.h"
@@ -18,7 +20,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -49,7 +50,9 @@ private:
     frmMDIMain* frame_ = nullptr;
 };
 
-constexpr int WrongUsage = 2; ///< The exit code, as of vantrelctl.
+// Exit codes, as of vantrelctl.
+constexpr int WrongUsage = 2;
+constexpr int FileError = 4;
 
 struct Options {
     std::string file;
@@ -193,8 +196,7 @@ int main(int argc, char** argv) {
     } else {
         port = std::make_unique<AsioSerialPort>(clock, folder.SupportFolder());
     }
-    std::ofstream traceFile;
-    TextTrafficLog trace(traceFile);
+    ByteTrace trace;
 
     frmMDIMain frame(folder, clock, *port, options.simulatedBoard ? "the simulated board" : "");
     application.SetFrame(&frame);
@@ -202,12 +204,13 @@ int main(int argc, char** argv) {
         if (HoldsSomethingElse(PathFromUtf8(options.trace))) {
             starter.Tell("vantrel: \"" + options.trace +
                          "\" is there already and no trace. Give the trace another name.\n");
-            return 4;
+            return FileError;
         }
-        traceFile.open(PathFromUtf8(options.trace));
-        if (!traceFile) {
-            starter.Tell("vantrel: the trace \"" + options.trace + "\" cannot be written.\n");
-            return 4;
+        try {
+            trace.WriteTo(options.trace, std::cout);
+        } catch (const RuntimeError& error) {
+            starter.Tell("vantrel: " + error.Description() + "\n");
+            return FileError;
         }
         frame.Link().SetTrafficLog(&trace);
     }
@@ -216,5 +219,10 @@ int main(int argc, char** argv) {
     if (!options.file.empty()) QTimer::singleShot(0, &frame, [&] { frame.OpenFile(PathFromUtf8(options.file)); });
     const int code = Application::exec();
     application.SetFrame(nullptr);
+    frame.Link().SetTrafficLog(nullptr);
+    if (const std::string problem = trace.Finish(); !problem.empty()) {
+        starter.Tell("vantrel: " + problem + "\n");
+        return FileError;
+    }
     return code;
 }

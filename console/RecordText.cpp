@@ -1,10 +1,9 @@
 // The table and the JSON of a record.
 #include "console/RecordText.h"
 
-#include "console/PrintableText.h"
+#include "console/ResultJson.h"
+#include "console/TextTable.h"
 #include "document/ValueDisplay.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <vector>
@@ -13,31 +12,9 @@ namespace vantrel {
 
 namespace {
 
-constexpr std::size_t LabelWidth = 23;
-constexpr std::size_t ColumnGap = 2;
-
-std::string Printable(const std::string& text) { return PrintableText(text, Layout::Drop); }
-
-std::string Padded(const std::string& text, std::size_t width) {
-    return std::string(width > text.size() ? width - text.size() : 0, ' ') + text;
-}
-
-std::string Labelled(std::string label, const std::string& text) {
-    label.resize(std::max(label.size(), LabelWidth), ' ');
-    return label + text + "\n";
-}
-
-std::string DateText(OleDate date) {
-    std::string text = IsoText(date);
-    std::replace(text.begin(), text.end(), 'T', ' ');
-    return text.empty() ? "no date" : text;
-}
-
 bool IsUsed(const Configuration& record, std::size_t sequence) {
     return record.Value(ValueIndex(sequence, SequenceField::NodeNumber)) != 0;
 }
-
-using Row = std::vector<std::string>;
 
 Row HeadingRow() {
     Row row{"Seq #"};
@@ -52,25 +29,8 @@ Row SequenceRow(const Configuration& record, std::size_t sequence) {
     for (const FieldDescription& field : FieldTable()) {
         row.push_back(DisplayValue(record, ValueIndex(sequence, field.field)));
     }
-    row.push_back(Printable(record.NodeDescription(sequence)));
+    row.push_back(record.NodeDescription(sequence));
     return row;
-}
-
-/// Columns to the right edge, but for the descriptions, which stand last.
-std::string TableText(const std::vector<Row>& rows) {
-    std::vector<std::size_t> widths(rows.front().size(), 0);
-    for (const Row& row : rows) {
-        for (std::size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], row[i].size());
-    }
-    std::string text;
-    for (const Row& row : rows) {
-        for (std::size_t i = 0; i + 1 < row.size(); ++i) {
-            text += Padded(row[i], widths[i]) + std::string(ColumnGap, ' ');
-        }
-        text += row.back() + "\n";
-    }
-    return text;
 }
 
 std::string UnusedText(std::size_t count) {
@@ -80,6 +40,12 @@ std::string UnusedText(std::size_t count) {
 }
 
 } // namespace
+
+std::string DateText(OleDate date) {
+    std::string text = IsoText(date);
+    std::ranges::replace(text, 'T', ' ');
+    return text;
+}
 
 std::size_t UsedSequences(const Configuration& record) {
     std::size_t count = 0;
@@ -94,20 +60,21 @@ std::string RecordTable(const std::string& file, const Configuration& record, Se
         if (which == Sequences::All || IsUsed(record, sequence)) rows.push_back(SequenceRow(record, sequence));
     }
     const std::size_t shown = rows.size() - 1;
-    return Labelled("File:", Printable(file)) + Labelled("Program version:", Printable(record.CreatorVersion)) +
-           Labelled("Saved:", DateText(record.SavedDate)) +
-           Labelled("Status stack address:", DisplayValue(record, StatusStackIndex)) + "\n" +
-           (shown > 0 ? TableText(rows) : std::string()) + UnusedText(SequenceCount - shown);
+    return TableText({{"File:", file},
+                      {"Program version:", record.CreatorVersion},
+                      {"Saved:", IsoText(record.SavedDate).empty() ? "no date" : DateText(record.SavedDate)},
+                      {"Status stack address:", DisplayValue(record, StatusStackIndex)}},
+                     "ll") +
+           "\n" + (shown > 0 ? TableText(rows, "rrrrrrrrl") : std::string()) + UnusedText(SequenceCount - shown);
 }
 
 std::string RecordJson(const Configuration& record) {
-    const nlohmann::ordered_json json = {{"creatorVersion", record.CreatorVersion},
-                                         {"savedDate", IsoText(record.SavedDate)},
-                                         {"values", record.Values},
-                                         {"targetAddresses", record.TargetAddresses},
-                                         {"nodeDescriptions", record.NodeDescriptions},
-                                         {"addressTypes", record.AddressTypes}};
-    return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+    return JsonText({{"creatorVersion", record.CreatorVersion},
+                     {"savedDate", IsoText(record.SavedDate)},
+                     {"values", record.Values},
+                     {"targetAddresses", record.TargetAddresses},
+                     {"nodeDescriptions", record.NodeDescriptions},
+                     {"addressTypes", record.AddressTypes}});
 }
 
 } // namespace vantrel
