@@ -82,13 +82,15 @@ bool frmMDIMain::WantsToSeeErrors() {
     }
     if (count == 0 || std::exchange(errorsTold_, errors) == errors) return false;
     const std::string found = count == 1 ? "1 error" : std::to_string(count) + " errors";
-    const bool sees = dialogs_.Show({.title = Title,
-                                     .text = "The check of the set-up found " + found +
-                                             ", overlapping blocks for instance.\n\nDo You Wish to See Them First?",
-                                     .icon = MessageIcon::Exclamation,
-                                     .buttons = MessageButtons::YesNo}) == MessageAnswer::Yes;
-    if (sees) ToolsCheck();
-    return sees;
+    const MessageAnswer answer =
+        dialogs_.Show({.title = Title,
+                       .text = "The check of the set-up found " + found +
+                               ", overlapping blocks for instance.\n\nDo You Wish to Continue? "
+                               "No shows the list instead.",
+                       .icon = MessageIcon::Exclamation,
+                       .buttons = MessageButtons::YesNo});
+    if (answer != MessageAnswer::Yes) ToolsCheck();
+    return answer != MessageAnswer::Yes;
 }
 
 frmCompare& frmMDIMain::OpenComparison(bool withBoard) {

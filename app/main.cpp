@@ -3,10 +3,12 @@
 #include "app/Program.h"
 #include "app/ReportFile.h"
 #include "app/frmMDIMain.h"
+#include "link/ByteTrace.h"
 #include "link/PortChoice.h"
 #include "platform/AsioSerialPort.h"
 #include "platform/QtPrinter.h"
 #include "platform/QtScreen.h"
+#include "platform/RuntimeError.h"
 #include "platform/SerialDevices.h"
 #include "platform/SystemClock.h"
 #include "platform/Terminal.h"
@@ -20,7 +22,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -52,7 +53,9 @@ private:
     frmMDIMain* frame_ = nullptr;
 };
 
-constexpr int WrongUsage = 2; ///< The exit code, as of vantrelctl.
+// Exit codes, as of vantrelctl.
+constexpr int WrongUsage = 2;
+constexpr int FileError = 4;
 
 struct Options {
     std::string file;
@@ -230,8 +233,7 @@ int main(int argc, char** argv) {
     const PortChoice choice = std::get<PortChoice>(chosen);
     SimulatedBoard board(BoardStart(clock));
     const std::unique_ptr<SerialPort> port = MakePort(choice, board, clock, folder);
-    std::ofstream traceFile;
-    TextTrafficLog trace(traceFile);
+    ByteTrace trace;
 
     frmMDIMain frame(folder, clock, *port, NameOf(choice));
     if (!options.port.empty()) frame.Link().SetPortOverride(OverrideFor(choice, std::nullopt));
@@ -240,12 +242,13 @@ int main(int argc, char** argv) {
         if (HoldsSomethingElse(PathFromUtf8(options.trace))) {
             starter.Tell("vantrel: \"" + options.trace +
                          "\" is there already and no trace. Give the trace another name.\n");
-            return 4;
+            return FileError;
         }
-        traceFile.open(PathFromUtf8(options.trace));
-        if (!traceFile) {
-            starter.Tell("vantrel: the trace \"" + options.trace + "\" cannot be written.\n");
-            return 4;
+        try {
+            trace.WriteTo(options.trace, std::cout);
+        } catch (const RuntimeError& error) {
+            starter.Tell("vantrel: " + error.Description() + "\n");
+            return FileError;
         }
         frame.Link().SetTrafficLog(&trace);
     }
@@ -254,5 +257,10 @@ int main(int argc, char** argv) {
     if (!options.file.empty()) QTimer::singleShot(0, &frame, [&] { frame.OpenFile(PathFromUtf8(options.file)); });
     const int code = Application::exec();
     application.SetFrame(nullptr);
+    frame.Link().SetTrafficLog(nullptr);
+    if (const std::string problem = trace.Finish(); !problem.empty()) {
+        starter.Tell("vantrel: " + problem + "\n");
+        return FileError;
+    }
     return code;
 }

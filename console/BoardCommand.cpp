@@ -102,41 +102,47 @@ void ReadBoard(LinkSession& session, BoardMonitor& monitor, BoardReport& report)
     }
 }
 
-/// Prints what was read. True when all of it was.
-bool Show(CommandContext& context, const LinkSession& session, const BoardMonitor& monitor, const BoardReport& report,
-          const UserProgram& onDisk) {
-    if (session.Interrupted()) {
-        context.Say("Cancelled.");
-        return false;
-    }
-    if (session.Failed()) {
-        context.Say("The link to the board failed before everything was read.");
-        return false;
-    }
-    const bool complete = monitor.Reliable() && report.Complete();
-    context.host.out << (context.arguments.json ? report.Json(onDisk, monitor.FaultCodes()) : report.Text(onDisk));
-    if (!complete) context.Say("Some of this was not read reliably. Run the command again.");
-    if (context.arguments.resetFaults && monitor.AnyCode()) context.dialogs.Show(CodesAfterReset());
-    return complete;
+/// Prints what was read, when nothing cut it short.
+ExitCode Show(CommandContext& context, LinkSession& session, const BoardMonitor& monitor, const BoardReport& report,
+              const UserProgram& onDisk) {
+    const bool whole = !session.Interrupted() && !session.Failed();
+    if (whole) context.host.out << report.Text(onDisk, monitor.FaultCodes(), context.arguments.json);
+    const ExitCode end = session.EndOfReading(monitor.Reliable() && report.Complete());
+    if (whole && context.arguments.resetFaults && monitor.AnyCode()) context.dialogs.Show(CodesAfterReset());
+    return end;
+}
+
+ExitCode Board(CommandContext& context) {
+    const UserProgram onDisk = ProgramOnDisk(context);
+    LinkSession session(context);
+    return session.Use(
+        "No value was sent to the board.", [&] { return Accepted(context, onDisk); },
+        [&] {
+            BoardReport report(session);
+            BoardMonitor monitor(session.Link(), session.Turns(), context.host.clock, context.dialogs,
+                                 context.program.alarms, BoardFilesOf(context.program.folder), report);
+            monitor.SetBoardType(onDisk.boardType);
+            const bool done = DoWhatWasAsked(context, session, monitor);
+            session.RunWhole([&] { ReadBoard(session, monitor, report); });
+            const ExitCode shown = Show(context, session, monitor, report, onDisk);
+            return done ? shown : ExitCode::Refused;
+        });
 }
 
 } // namespace
 
-ExitCode BoardCommand(CommandContext& context) {
-    const UserProgram onDisk = ProgramOnDisk(context);
-    LinkSession session(context);
-    if (!Accepted(context, onDisk) || !session.TraceAccepted())
-        return Refuse(context, "Nothing was sent to the board.");
-    session.Open();
-    if (session.Failed()) return session.Close(ExitCode::LinkFailed);
-    BoardReport report(session);
-    BoardMonitor monitor(session.Link(), session.Turns(), context.host.clock, context.dialogs, context.program.alarms,
-                         BoardFilesOf(context.program.folder), report);
-    monitor.SetBoardType(onDisk.boardType);
-    const bool done = DoWhatWasAsked(context, session, monitor);
-    session.RunWhole([&] { ReadBoard(session, monitor, report); });
-    const bool shown = Show(context, session, monitor, report, onDisk);
-    return session.Close(done && shown ? ExitCode::Done : ExitCode::Refused);
-}
+const Command BoardCommand{
+    "board", "Show the state of the board: faults, addresses, clock, revision",
+    [](CommandOptions& options) {
+        options.Flag("--reset-faults", options.to.resetFaults, "Set the fault and error codes back to 0 first");
+        options.Flag("--set-clock", options.to.setClock, "Set the board's time and date to the computer's first");
+        options.Option("--network-address", "N", options.to.networkAddress,
+                       "Give the board this address in the network first (1 to 32)");
+        options.Json();
+        options.Port();
+    },
+    "  vantrelctl board --port 1\n"
+    "  vantrelctl board --port 1 --reset-faults --set-clock\n",
+    Board};
 
 } // namespace vantrel

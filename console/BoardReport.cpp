@@ -1,9 +1,10 @@
 // The board's state as labels and values.
 #include "console/BoardReport.h"
 
-#include "console/PrintableText.h"
 #include "console/ResultJson.h"
+#include "console/TextTable.h"
 #include "link/TargetMap.h"
+#include "text/AsciiCase.h"
 
 #include <algorithm>
 #include <charconv>
@@ -14,14 +15,7 @@ namespace vantrel {
 
 namespace {
 
-constexpr std::size_t LabelWidth = 33;
 constexpr const char* Unread = "-";
-
-std::string Line(std::string label, const std::string& text) {
-    label.resize(std::max(label.size() + 1, LabelWidth), ' ');
-    const std::string line = label + PrintableText(text, Layout::Drop);
-    return line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
-}
 
 std::string RevisionText(const std::string& ident, const std::string& first, const std::string& second) {
     return ident + ", revision numbers " + first + " and " + second;
@@ -38,9 +32,7 @@ std::string Shown(std::size_t field, const std::string& value) {
 
 std::string Mark(std::size_t field, const std::string& value) {
     if (IsPossible(field, value)) return "";
-    std::string name(SetupFields.at(field).description);
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    const std::string name = InLowerCase(std::string(SetupFields.at(field).description));
     return " (" + (field == NetworkAddressField ? "" : value + " is ") + "not a valid " + name + ")";
 }
 
@@ -81,58 +73,67 @@ bool BoardReport::Complete() const {
            firmware_ != Unread;
 }
 
-std::string BoardReport::ClockText(std::size_t firstField, const std::string& separator) const {
+std::string BoardReport::FieldsText(std::size_t first, std::size_t count, const std::string& separator) const {
     std::string text;
     std::string marks;
-    for (std::size_t field = firstField; field < firstField + 3; ++field) {
-        text += (field > firstField ? separator : "") + Shown(field, setup_.at(field));
+    for (std::size_t field = first; field < first + count; ++field) {
+        text += (field > first ? separator : "") + Shown(field, setup_.at(field));
         marks += Mark(field, setup_.at(field));
     }
     return text + marks;
 }
 
-std::string BoardReport::Text(const UserProgram& onDisk) const {
-    constexpr std::size_t firstDateField = FirstClockField + 3;
-    std::string text = Line("Board model:", ModelText(onDisk)) + Line("Firmware revision:", firmware_);
-    for (std::size_t i = 0; i < BoardCodeCount; ++i) {
-        if (!captions_[i].empty()) text += Line(captions_[i], descriptions_[i]);
-    }
-    text += Line("Advice for the last fault:", descriptions_[IndexOf(BoardCode::Advice)]);
-    const std::string& address = setup_[NetworkAddressField];
-    text += Line("Network address:", Shown(NetworkAddressField, address) + Mark(NetworkAddressField, address));
-    text += Line("Serial set-up word:", serialWord_);
-    if (HasBoardClock(onDisk.boardType)) {
-        text += Line("Board time:", ClockText(FirstClockField, " : "));
-        text += Line("Board date (month, day, year):", ClockText(firstDateField, " - "));
-    }
-    const std::string diskText = OnDiskText(onDisk);
-    return text + Line("User program in the board:", RevisionText(revision_[0], revision_[1], revision_[2])) +
-           Line("User program on disk:", diskText == Unread ? "not known" : diskText);
+void BoardReport::AddClock(std::vector<Entry>& entries) const {
+    constexpr std::array members{"clock.hour",  "clock.minute", "clock.second",
+                                 "clock.month", "clock.day",    "clock.year"};
+    entries.push_back({"Board time:", FieldsText(FirstClockField, 3, " : ")});
+    entries.push_back({"Board date (month, day, year):", FieldsText(FirstClockField + 3, 3, " - ")});
+    for (std::size_t i = 0; i < members.size(); ++i)
+        entries.push_back({"", setup_.at(FirstClockField + i), members.at(i)});
 }
 
-std::string BoardReport::Json(const UserProgram& onDisk, const std::array<std::string, BoardCodeCount>& codes) const {
+std::vector<BoardReport::Entry> BoardReport::Entries(const UserProgram& onDisk,
+                                                     const std::array<std::string, BoardCodeCount>& codes) const {
     constexpr std::array names{std::pair{BoardCode::CurrentFault, "currentFault"},
                                std::pair{BoardCode::LastFault, "lastFault"},
                                std::pair{BoardCode::CurrentCommError, "currentCommError"},
                                std::pair{BoardCode::LastCommError, "lastCommError"}};
-    constexpr std::array fields{"networkAddress", "serialSetup", "clock.hour", "clock.minute",
-                                "clock.second",   "clock.month", "clock.day",  "clock.year"};
-    std::vector<std::pair<std::string, std::string>> members{
-        {"model", onDisk.boardType != 0 ? ModelText(onDisk) : Unread}, {"firmwareRevision", firmware_}};
+    const bool modelKnown = onDisk.boardType != 0;
+    std::vector<Entry> entries{{"Board model:", ModelText(onDisk), "model", modelKnown ? ModelText(onDisk) : Unread},
+                               {"Firmware revision:", firmware_, "firmwareRevision"}};
     for (const auto& [code, name] : names) {
-        members.emplace_back(std::string(name) + ".code", DecimalCode(codes.at(IndexOf(code))));
-        members.emplace_back(std::string(name) + ".description", descriptions_.at(IndexOf(code)));
+        const std::size_t at = IndexOf(code);
+        entries.push_back({"", DecimalCode(codes.at(at)), std::string(name) + ".code"});
+        entries.push_back({captions_.at(at), descriptions_.at(at), std::string(name) + ".description"});
     }
-    if (HasCoCpu(onDisk.boardType))
-        members.emplace_back("coCpuSlot", DecimalCode(codes.at(IndexOf(BoardCode::CoCpuSlot))));
-    members.emplace_back("advice", descriptions_.at(IndexOf(BoardCode::Advice)));
-    for (std::size_t field = 0; field < fields.size(); ++field) {
-        const bool shown = field < FirstClockField || HasBoardClock(onDisk.boardType);
-        if (shown) members.emplace_back(fields.at(field), field == SerialSetupField ? serialWord_ : setup_.at(field));
+    if (HasCoCpu(onDisk.boardType)) {
+        const std::size_t slot = IndexOf(BoardCode::CoCpuSlot);
+        entries.push_back({captions_.at(slot), "", "coCpuSlot", DecimalCode(codes.at(slot))});
     }
-    members.emplace_back("programInBoard", RevisionText(revision_[0], revision_[1], revision_[2]));
-    members.emplace_back("programOnDisk", OnDiskText(onDisk));
-    return ObjectJson(members);
+    entries.push_back({"Advice for the last fault:", descriptions_[IndexOf(BoardCode::Advice)], "advice"});
+    entries.push_back(
+        {"Network address:", FieldsText(NetworkAddressField, 1, ""), "networkAddress", setup_[NetworkAddressField]});
+    entries.push_back({"Serial set-up word:", serialWord_, "serialSetup"});
+    if (HasBoardClock(onDisk.boardType)) AddClock(entries);
+    entries.push_back(
+        {"User program in the board:", RevisionText(revision_[0], revision_[1], revision_[2]), "programInBoard"});
+    const std::string disk = OnDiskText(onDisk);
+    entries.push_back({"User program on disk:", disk == Unread ? "not known" : disk, "programOnDisk", disk});
+    return entries;
+}
+
+std::string BoardReport::Text(const UserProgram& onDisk, const std::array<std::string, BoardCodeCount>& codes,
+                              bool json) const {
+    Json result;
+    std::vector<Row> rows;
+    for (const Entry& entry : Entries(onDisk, codes)) {
+        if (!entry.label.empty()) rows.push_back({entry.label, entry.text});
+        if (entry.member.empty()) continue;
+        const std::size_t point = entry.member.find('.');
+        Json& object = point == std::string::npos ? result : result[entry.member.substr(0, point)];
+        object[entry.member.substr(point + 1)] = ValueJson(entry.value.empty() ? entry.text : entry.value);
+    }
+    return json ? JsonText(result) : TableText(rows, "ll");
 }
 
 } // namespace vantrel

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -31,14 +32,24 @@ public:
     void Clear();
     /// Whether every value has been read; the codes and the revision are the monitor's to tell.
     [[nodiscard]] bool Complete() const;
-    /// For people: labels and values. A value that its field cannot have is shown whole, and marked.
-    [[nodiscard]] std::string Text(const UserProgram& onDisk) const;
-    /// The same as JSON, codes as numbers. `codes`: as the monitor has read them.
-    [[nodiscard]] std::string Json(const UserProgram& onDisk,
-                                   const std::array<std::string, BoardCodeCount>& codes) const;
+    /// Labels and values; a value that its field cannot have is shown whole, and marked. Or the same as JSON, codes as
+    /// numbers. `codes`: as the monitor has read them.
+    [[nodiscard]] std::string Text(const UserProgram& onDisk, const std::array<std::string, BoardCodeCount>& codes,
+                                   bool json) const;
 
 private:
-    [[nodiscard]] std::string ClockText(std::size_t firstField, const std::string& separator) const;
+    /// A line for people, a member of the JSON, or both. A member "clock.hour" stands in an object of its own.
+    struct Entry {
+        std::string label;
+        std::string text;
+        std::string member{};
+        std::string value{}; ///< For the JSON; the text when there is none.
+    };
+
+    [[nodiscard]] std::vector<Entry> Entries(const UserProgram& onDisk,
+                                             const std::array<std::string, BoardCodeCount>& codes) const;
+    void AddClock(std::vector<Entry>& entries) const;
+    [[nodiscard]] std::string FieldsText(std::size_t first, std::size_t count, const std::string& separator) const;
 
     const LinkSession& session_;
     std::array<std::string, BoardCodeCount> captions_;

@@ -1,10 +1,10 @@
 // Where a command's program folder is, and lines for the user.
 #include "console/CommandContext.h"
 
-#include "console/PrintableText.h"
 #include "document/FieldTable.h"
 #include "text/NumberText.h"
 #include "text/PathText.h"
+#include "text/PrintableText.h"
 
 #include <filesystem>
 #include <ostream>

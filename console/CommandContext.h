@@ -36,8 +36,9 @@ struct Arguments {
     bool resetFaults = false;
     bool setClock = false;
     std::optional<std::string> networkAddress;
-    std::optional<std::string> sequence; ///< None for StatusStackField.
-    std::string field;
+    std::optional<std::string> sequence;
+    std::optional<std::string> field;
+    std::optional<std::string> entry; ///< What to store there.
     std::optional<std::string> link;
     int lineSpeed = 9600;
     std::vector<std::string> faults;

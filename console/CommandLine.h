@@ -1,10 +1,8 @@
 // The command line: what there is to ask for, how it is written, and the help that says so.
 #pragma once
 
-#include "console/CommandContext.h"
-#include "console/ConsoleHost.h"
+#include "console/Commands.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,7 +10,7 @@ namespace vantrel {
 
 /// A command line that has been understood, or one that is done with already (help, version, wrong usage).
 struct CommandLine {
-    ExitCode (*run)(CommandContext&) = nullptr; ///< Nothing: `ended` says how it ended.
+    const Command* command = nullptr; ///< Nothing: `ended` says how it ended.
     ExitCode ended = ExitCode::Done;
     Arguments arguments{};
 };

@@ -1,26 +1,39 @@
-// The commands, one function each. A command asks, does, reports and says how it ended; RuntimeError leaves it for a
-// file that could not be read or written, UsageError for an argument that cannot be.
+// The commands. Each stands whole in a file of its own kind: its name, what it takes, its help and what it does.
 #pragma once
 
 #include "console/CommandContext.h"
+#include "console/CommandOptions.h"
 #include "console/ConsoleHost.h"
+
+#include <string>
 
 namespace vantrel {
 
-[[nodiscard]] ExitCode NewCommand(CommandContext& context);
-[[nodiscard]] ExitCode ShowCommand(CommandContext& context);
-[[nodiscard]] ExitCode ImportCommand(CommandContext& context);
-[[nodiscard]] ExitCode SetCommand(CommandContext& context);
-[[nodiscard]] ExitCode ReportCommand(CommandContext& context);
-[[nodiscard]] ExitCode DownloadCommand(CommandContext& context);
-[[nodiscard]] ExitCode UploadCommand(CommandContext& context);
-[[nodiscard]] ExitCode CompareCommand(CommandContext& context);
-[[nodiscard]] ExitCode ReadCommand(CommandContext& context);
-[[nodiscard]] ExitCode WriteCommand(CommandContext& context);
-[[nodiscard]] ExitCode StatusCommand(CommandContext& context);
-[[nodiscard]] ExitCode BoardCommand(CommandContext& context);
-[[nodiscard]] ExitCode PortsCommand(CommandContext& context);
-[[nodiscard]] ExitCode SimulateCommand(CommandContext& context);
-[[nodiscard]] ExitCode DemoCommand(CommandContext& context);
+/// A command asks, does, reports and says how it ended; RuntimeError leaves it for a file that could not be read or
+/// written, UsageError for an argument that cannot be.
+struct Command {
+    const char* name;
+    const char* summary;
+    void (*takes)(CommandOptions&);
+    const char* examples;
+    ExitCode (*run)(CommandContext&);
+    std::string (*furtherHelp)() = nullptr; ///< Behind the options; ends in a blank line.
+};
+
+extern const Command NewCommand;
+extern const Command ShowCommand;
+extern const Command ReportCommand;
+extern const Command ImportCommand;
+extern const Command SetCommand;
+extern const Command DownloadCommand;
+extern const Command UploadCommand;
+extern const Command CompareCommand;
+extern const Command ReadCommand;
+extern const Command WriteCommand;
+extern const Command StatusCommand;
+extern const Command BoardCommand;
+extern const Command PortsCommand;
+extern const Command SimulateCommand;
+extern const Command DemoCommand;
 
 } // namespace vantrel

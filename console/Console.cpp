@@ -1,12 +1,10 @@
 // From a command line to an exit code; the last place where errors are caught.
 #include "console/Console.h"
 
-#include "console/CommandContext.h"
 #include "console/CommandLine.h"
-#include "console/Commands.h"
-#include "console/PrintableText.h"
 #include "console/Transfers.h"
 #include "platform/RuntimeError.h"
+#include "text/PrintableText.h"
 
 #include <atomic>
 #include <exception>
@@ -23,11 +21,11 @@ std::string LastWordsOf(const Arguments& arguments) {
 
 ExitCode Run(const std::vector<std::string>& arguments, ConsoleHost& host) {
     const CommandLine line = ReadCommandLine(arguments, host);
-    if (!line.run) return line.ended;
-    if (line.run == DownloadCommand && host.setLastWords) host.setLastWords(LastWordsOf(line.arguments));
+    if (!line.command) return line.ended;
+    if (line.command == &DownloadCommand && host.setLastWords) host.setLastWords(LastWordsOf(line.arguments));
     CommandContext context(line.arguments, host);
     try {
-        return line.run(context);
+        return line.command->run(context);
     } catch (...) {
         context.progress.EndLine();
         throw;

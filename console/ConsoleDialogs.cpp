@@ -1,61 +1,57 @@
 // Boxes as text, buttons as letters to type.
 #include "console/ConsoleDialogs.h"
 
-#include "console/PrintableText.h"
+#include "text/AsciiCase.h"
+#include "text/PrintableText.h"
 
 #include <array>
 #include <istream>
+#include <optional>
 #include <ostream>
 #include <string>
-#include <string_view>
+#include <vector>
 
 namespace vantrel {
 
 namespace {
 
-struct Choice {
-    char key;
-    std::string_view word;
-    MessageAnswer answer;
-};
-
-/// A set of buttons as a question. The last choice is the careful one: it changes nothing.
-struct Question {
-    std::string_view prompt;
-    std::array<Choice, 3> choices;
-    std::size_t count;
-    [[nodiscard]] const Choice& Careful() const { return choices.at(count - 1); }
-};
-
-Question QuestionOf(MessageButtons buttons) {
-    constexpr Choice yes{'y', "yes", MessageAnswer::Yes};
-    constexpr Choice no{'n', "no", MessageAnswer::No};
-    constexpr Choice cancel{'c', "cancel", MessageAnswer::Cancel};
-    constexpr Choice retry{'r', "retry", MessageAnswer::Retry};
+/// The answers to a set of buttons. The last one is the careful one: it changes nothing.
+std::vector<MessageAnswer> AnswersTo(MessageButtons buttons) {
+    using enum MessageAnswer;
     switch (buttons) {
     case MessageButtons::YesNo:
-        return {"[y/n] ", {yes, no}, 2};
+        return {Yes, No};
     case MessageButtons::YesNoCancel:
-        return {"[y/n/c] ", {yes, no, cancel}, 3};
+        return {Yes, No, Cancel};
     case MessageButtons::RetryCancel:
-        return {"[r/c] ", {retry, cancel}, 2};
+        return {Retry, Cancel};
     case MessageButtons::Ok:
         break;
     }
-    return {"", {Choice{'o', "ok", MessageAnswer::Ok}}, 1};
+    return {Ok};
 }
 
-/// The choice that a typed line names, by its letter or its word.
-const Choice* ChoiceNamed(const Question& question, std::string line) {
-    for (char& c : line) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
+std::string WordOf(MessageAnswer answer) {
+    constexpr std::array words{"ok", "cancel", "retry", "yes", "no"};
+    return words.at(static_cast<std::size_t>(answer));
+}
+
+/// "[y/n/c] "
+std::string PromptOf(const std::vector<MessageAnswer>& answers) {
+    std::string letters;
+    for (const MessageAnswer answer : answers)
+        letters += std::string("/") + WordOf(answer).front();
+    return "[" + letters.substr(1) + "] ";
+}
+
+/// The answer that a typed line names, by its letter or its word.
+std::optional<MessageAnswer> AnswerNamed(const std::vector<MessageAnswer>& answers, std::string line) {
     std::erase_if(line, [](char c) { return c == ' ' || c == '\t' || c == '\r'; });
-    for (std::size_t i = 0; i < question.count; ++i) {
-        const Choice& choice = question.choices.at(i);
-        if (line == std::string(1, choice.key) || line == choice.word) return &choice;
+    for (const MessageAnswer answer : answers) {
+        const std::string word = WordOf(answer);
+        if (SameIgnoringCase(line, word) || SameIgnoringCase(line, word.substr(0, 1))) return answer;
     }
-    return nullptr;
+    return std::nullopt;
 }
 
 } // namespace
@@ -67,24 +63,25 @@ MessageAnswer ConsoleDialogs::Show(const MessageBox& box) {
 }
 
 MessageAnswer ConsoleDialogs::Ask(MessageButtons buttons) {
-    const Question question = QuestionOf(buttons);
+    const std::vector<MessageAnswer> answers = AnswersTo(buttons);
     const bool mayAgree = buttons != MessageButtons::RetryCancel;
-    host_.err << question.prompt << std::flush;
+    const std::string prompt = PromptOf(answers);
+    host_.err << prompt << std::flush;
     if (mayAgree && answersYes_) {
         host_.err << "yes (--yes)\n";
         return MessageAnswer::Yes;
     }
     std::string line;
     while (host_.personPresent && !Interrupted() && std::getline(host_.in, line)) {
-        if (const Choice* choice = ChoiceNamed(question, line)) return choice->answer;
-        host_.err << question.prompt << std::flush;
+        if (const auto answer = AnswerNamed(answers, line)) return *answer;
+        host_.err << prompt << std::flush;
     }
-    host_.err << question.Careful().word
+    host_.err << WordOf(answers.back())
               << (host_.personPresent ? "\n"
                   : mayAgree          ? " (no terminal to ask at; --yes answers yes)\n"
                                       : " (no terminal to ask at)\n");
     if (Interrupted() && look_) look_();
-    return question.Careful().answer;
+    return answers.back();
 }
 
 } // namespace vantrel

@@ -46,37 +46,22 @@ private:
     fs::path path_;
 };
 
-struct Round {
-    ExitCode end = ExitCode::Done;
-    std::string board{};
-    std::size_t bytes = 0;
-    double seconds = 0;
-};
-
 void SaveAs(Document& document, const fs::path& file) {
     document.NameFile(file);
     document.Save({});
 }
 
 /// Downloads the document, forgets its values, and uploads them again.
-Round SendAndFetch(CommandContext& context, const fs::path& sent, const fs::path& fetched) {
+ExitCode SendAndFetch(CommandContext& context, LinkSession& session, const fs::path& sent, const fs::path& fetched) {
     Document& document = context.program.document;
-    LinkSession session(context, {.kind = PortChoice::Kind::Demonstration}, DemonstrationSpeed);
-    if (!session.TraceAccepted()) return {.end = ExitCode::Refused};
-    const MonotonicTime start = context.host.clock.Now();
-    context.Say("Downloading to " + session.PortName() + " at " + DemonstrationSpeed + " baud.");
     SaveAs(document, sent);
-    session.Open();
-    ExitCode end = session.Failed() ? ExitCode::LinkFailed : SendDocument(context, session);
-    if (end == ExitCode::Done) {
-        context.Say("Uploading into a second file, which has nothing but the descriptions and notations yet.");
-        document.CurrentConfiguration.Values = document.DefaultConfiguration.Values;
-        end = FetchDocument(context, session);
-        SaveAs(document, fetched);
-    }
-    end = session.Close(end);
-    const std::chrono::duration<double> seconds = context.host.clock.Now() - start;
-    return {end, session.PortName(), session.BytesExchanged(), seconds.count()};
+    const ExitCode end = SendDocument(context, session);
+    if (end != ExitCode::Done) return end;
+    context.Say("Uploading into a second file, which has nothing but the descriptions and notations yet.");
+    document.CurrentConfiguration.Values = document.DefaultConfiguration.Values;
+    const ExitCode back = FetchDocument(context, session);
+    SaveAs(document, fetched);
+    return back;
 }
 
 /// Which parts of two set-up files differ, as "values, descriptions"; empty when nothing does but the dates.
@@ -95,19 +80,14 @@ std::string Differences(const fs::path& one, const fs::path& other) {
     return parts;
 }
 
-std::string Summary(const Round& round, const std::string& differences) {
+/// One decimal.
+std::string SecondsText(MonotonicTime time) {
     std::ostringstream text;
-    text << "Demonstration: " << ValueCount << " values downloaded to " << round.board << " and uploaded again, "
-         << round.bytes << " bytes on the line in " << std::fixed << std::setprecision(1) << round.seconds << " s.\n"
-         << (differences.empty() ? std::string("Result: both set-up files hold the same record.")
-                                 : "Result: the two set-up files differ in " + differences + ".")
-         << '\n';
+    text << std::fixed << std::setprecision(1) << std::chrono::duration<double>(time).count();
     return text.str();
 }
 
-} // namespace
-
-ExitCode DemoCommand(CommandContext& context) {
+ExitCode Demo(CommandContext& context) {
     const fs::path sample = context.program.folder.File("samples", "bottling-line.vtl");
     const TemporaryFolder folder;
     const fs::path sent = folder.File("bottling-line.sdt");
@@ -115,14 +95,29 @@ ExitCode DemoCommand(CommandContext& context) {
     context.Say("Importing the sample " + Utf8FromPath(sample) + ".");
     OpenTextFile(context, Utf8FromPath(sample));
 
-    const Round round = SendAndFetch(context, sent, fetched);
-    if (round.end != ExitCode::Done) {
+    LinkSession session(context, {.kind = PortChoice::Kind::Demonstration}, DemonstrationSpeed);
+    context.Say("Downloading to " + session.PortName() + " at " + DemonstrationSpeed + " baud.");
+    const MonotonicTime start = context.host.clock.Now();
+    const ExitCode end = session.Use(
+        "No value was sent to the board.", [] { return true; },
+        [&] { return SendAndFetch(context, session, sent, fetched); });
+    if (end != ExitCode::Done) {
         context.Say("The demonstration did not come to its end.");
-        return round.end;
+        return end;
     }
     const std::string differences = Differences(sent, fetched);
-    context.host.out << Summary(round, differences);
+    context.host.out << "Demonstration: " << ValueCount << " values downloaded to " << session.PortName()
+                     << " and uploaded again, " << session.BytesExchanged() << " bytes on the line in "
+                     << SecondsText(context.host.clock.Now() - start) << " s.\n"
+                     << (differences.empty() ? "Result: both set-up files hold the same record."
+                                             : "Result: the two set-up files differ in " + differences + ".")
+                     << '\n';
     return differences.empty() ? ExitCode::Done : ExitCode::Refused;
 }
+
+} // namespace
+
+const Command DemoCommand{"demo", "Send a sample plant to a simulated board, fetch it back and compare",
+                          [](CommandOptions& options) { options.Trace(); }, "  vantrelctl demo\n", Demo};
 
 } // namespace vantrel

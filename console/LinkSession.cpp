@@ -25,15 +25,6 @@ PortChoice ChoiceFor(const CommandContext& context) {
     return std::get<PortChoice>(std::move(choice));
 }
 
-bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
-    std::error_code error;
-    if (std::filesystem::equivalent(one, other, error)) return true;
-    const auto full = [&](const std::filesystem::path& path) {
-        return std::filesystem::weakly_canonical(std::filesystem::absolute(path, error), error);
-    };
-    return full(one) == full(other);
-}
-
 /// The trace must not go where the command's own file or its board is.
 void RequireOwnTrace(const CommandContext& context) {
     const Arguments& arguments = context.arguments;
@@ -46,28 +37,36 @@ void RequireOwnTrace(const CommandContext& context) {
     const auto refuse = [&](const std::string& what) {
         throw UsageError("--trace: \"" + *arguments.trace + "\" is " + what + ". Name another file.");
     };
-    if (trace.empty()) throw UsageError("--trace: the name is empty.");
     for (const std::filesystem::path& file : SetupFilesMeant(arguments.file)) {
         if (IsSameFile(trace, file)) refuse("the set-up file itself");
     }
-    if (IsSameFile(trace, PathFromUtf8(arguments.port))) refuse("the port itself");
+    if (!arguments.port.empty() && IsSameFile(trace, PathFromUtf8(arguments.port))) refuse("the port itself");
 }
 
 } // namespace
 
-LinkSession::LinkSession(CommandContext& context)
+LinkSession::LinkSession(CommandContext& context) : LinkSession(context, ChoiceFor(context), context.arguments.speed) {}
+
+LinkSession::LinkSession(CommandContext& context, const PortChoice& choice, const std::optional<std::string>& speed)
     : context_(context), turns_(context.host.clock),
       link_(context.program.CommSettingsFile(), AllowedPorts(context), context.host.clock, context.dialogs, turns_) {
-    const PortChoice choice = ChoiceFor(context);
     RequireOwnTrace(context);
     port_ = context.host.reachBoard(choice, SupportFolder(context));
-    link_.SetPortOverride(OverrideFor(choice, context.arguments.speed));
+    link_.SetPortOverride(OverrideFor(choice, speed));
 }
 
-LinkSession::LinkSession(CommandContext& context, const PortChoice& choice, const std::string& speed)
-    : context_(context), port_(context.host.reachBoard(choice, SupportFolder(context))), turns_(context.host.clock),
-      link_(context.program.CommSettingsFile(), AllowedPorts(context), context.host.clock, context.dialogs, turns_) {
-    link_.SetPortOverride({.number = {}, .speed = speed, .leaveFileAlone = true});
+ExitCode LinkSession::Use(const std::string& nothing, const std::function<bool()>& agreed,
+                          const std::function<ExitCode()>& work) {
+    if (!TraceAccepted() || !agreed()) return Refuse(context_, nothing);
+    Open();
+    return Close(Failed() ? Refuse(context_, nothing) : work());
+}
+
+ExitCode LinkSession::EndOfReading(bool complete) {
+    if (Interrupted()) return Refuse(context_, "Cancelled.");
+    if (Failed()) return Refuse(context_, "The link to the board failed before everything was read.");
+    if (!complete) return Refuse(context_, "Some of this was not read reliably. Run the command again.");
+    return ExitCode::Done;
 }
 
 bool LinkSession::TraceAccepted() {
@@ -77,9 +76,7 @@ bool LinkSession::TraceAccepted() {
 }
 
 void LinkSession::Open() {
-    if (const auto& trace = context_.arguments.trace) {
-        IsStandardStream(*trace) ? trace_.WriteTo(context_.host.out) : trace_.WriteTo(*trace);
-    }
+    if (context_.arguments.trace) trace_.WriteTo(*context_.arguments.trace, context_.host.out);
     link_.SetTrafficLog(&trace_);
     interrupted_ = &context_.host.catchInterrupts();
     turns_.HeedInterrupts(

@@ -1,13 +1,15 @@
 // One use of the board by one command: the port that was named, the link over it, and the trace of its bytes.
 #pragma once
 
-#include "console/ByteTrace.h"
 #include "console/CommandContext.h"
 #include "console/ConsoleTurns.h"
+#include "link/ByteTrace.h"
 #include "link/RSComm.h"
 
 #include <atomic>
 #include <cstddef>
+#include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -19,22 +21,20 @@ public:
     /// would wipe out the command's own file.
     explicit LinkSession(CommandContext& context);
     /// A port of the program's own choice; `RSPort.cfg` is left alone.
-    LinkSession(CommandContext& context, const PortChoice& choice, const std::string& speed);
+    LinkSession(CommandContext& context, const PortChoice& choice, const std::optional<std::string>& speed);
     LinkSession(const LinkSession&) = delete;
     LinkSession& operator=(const LinkSession&) = delete;
     ~LinkSession();
 
-    /// Asks before the trace replaces a file that is none. False when the user wants to keep it; then nothing may be
-    /// opened.
-    [[nodiscard]] bool TraceAccepted();
-    /// Opens the port and asks the board for a sign of life; from here on an interrupt ends the work in good order,
-    /// and a silent board is given up then. The link's own boxes, and a line that names the port, tell the user what
-    /// went wrong. Throws RuntimeError when the trace cannot be opened.
-    void Open();
-    /// Says goodbye to the board, closes the port and the trace. How the command ends that would have ended with `end`:
-    /// a link that had failed before the goodbye and a trace that could not be written, which the user is told, outrank
-    /// it. Whether the goodbye is answered makes no difference.
-    [[nodiscard]] ExitCode Close(ExitCode end);
+    /// Does `work` with the board once the user has `agreed`, also to the file that the trace would replace. Else, and
+    /// when the board gives no sign of life, it says `nothing`: what has not happened. Opens the port and closes it
+    /// with a goodbye; in between an interrupt ends the work in good order, and a silent board is given up then. The
+    /// link's own boxes, and a line that names the port, tell the user what went wrong.
+    /// How the command ends: as `work` did, but a link that had failed before the goodbye and a trace that could not be
+    /// written, which the user is told, outrank it. Whether the goodbye is answered makes no difference. Throws
+    /// RuntimeError when the trace cannot be opened.
+    [[nodiscard]] ExitCode Use(const std::string& nothing, const std::function<bool()>& agreed,
+                               const std::function<ExitCode()>& work);
 
     [[nodiscard]] RSComm& Link() { return link_; }
     [[nodiscard]] ConsoleTurns& Turns() { return turns_; }
@@ -46,7 +46,8 @@ public:
         while (RunsAnew(pass)) {
         }
     }
-    [[nodiscard]] bool CameOnline() const { return cameOnline_; }
+    /// How a command ends that was to read something, after saying why not all of it was; `complete`: it was.
+    [[nodiscard]] ExitCode EndOfReading(bool complete);
     /// The link never came up, or broke since.
     [[nodiscard]] bool Failed() const { return !cameOnline_ || link_.LinkFailed(); }
     [[nodiscard]] const std::atomic<bool>& Interrupted() const { return *interrupted_; }
@@ -55,6 +56,9 @@ public:
     [[nodiscard]] std::size_t BytesExchanged() const { return trace_.Bytes(); }
 
 private:
+    [[nodiscard]] bool TraceAccepted();
+    void Open();
+    [[nodiscard]] ExitCode Close(ExitCode end);
     void CloseLink();
     void BeginToCancel();
     void GiveUpSilence();

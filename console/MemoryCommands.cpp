@@ -27,6 +27,21 @@ void RequireNumber(const std::string& value) {
     }
 }
 
+/// A reading and the address that it is of.
+struct NamedReading {
+    std::string address;
+    Reading reading;
+};
+
+/// Where a setting stands in the record; nothing for any other word.
+std::optional<std::size_t> SettingAt(const std::string& address) {
+    const TargetAddress parsed = ParseAddress(address);
+    for (std::size_t index = 0; index < ValueCount; ++index) {
+        if (ParseAddress(DefaultTargetAddress(index)) == parsed) return index;
+    }
+    return std::nullopt;
+}
+
 void Keep(std::vector<NamedReading>& readings, const std::vector<std::string>& addresses,
           const std::optional<JudgedReading>& judged) {
     if (judged) readings.push_back({addresses.at(judged->tag), judged->reading});
@@ -53,15 +68,20 @@ std::string UnreadText(const NamedReading& read) {
 /// Prints the values, and says which there are none of. True when all `addresses` have been read.
 bool Report(CommandContext& context, const LinkSession& session, const std::vector<NamedReading>& readings,
             std::size_t addresses) {
-    const bool json = context.arguments.json;
-    if (json) context.host.out << ReadingsJson(readings);
+    Json list = Json::array();
+    std::string lines;
     std::size_t read = 0;
     for (const NamedReading& each : readings) {
+        Json json{{"address", each.address}};
+        if (const auto index = SettingAt(each.address)) json.update(NameJson(*index));
         const auto number = each.reading.Number();
-        if (number && !json) context.host.out << each.address << ' ' << *number << '\n';
+        json["value"] = ValueJson(number);
+        list.push_back(json);
+        if (number) lines += each.address + " " + std::to_string(*number) + "\n";
         if (number) ++read;
         if (!number && !(session.Interrupted() && each.reading.HasLinkFailed())) context.Say(UnreadText(each));
     }
+    context.host.out << (context.arguments.json ? JsonText(list) : lines);
     return read == addresses;
 }
 
@@ -69,19 +89,6 @@ bool Report(CommandContext& context, const LinkSession& session, const std::vect
 std::string WrittenNumber(std::string value) {
     std::erase_if(value, [](char c) { return c < '0' || c > '9'; });
     return std::to_string(LeadingInteger(value).value_or(0));
-}
-
-ExitCode EndOf(WriteOutcome outcome) {
-    switch (outcome) {
-    case WriteOutcome::Written:
-        return ExitCode::Done;
-    case WriteOutcome::LinkFailed:
-        return ExitCode::LinkFailed;
-    case WriteOutcome::Refused:
-    case WriteOutcome::NotConfirmed:
-        break;
-    }
-    return ExitCode::Refused;
 }
 
 std::string NothingWritten(const std::string& address) { return "Nothing was written to " + address + "."; }
@@ -109,35 +116,74 @@ void ReportWrite(CommandContext& context, LinkSession& session, const WriteResul
     context.SayIf(ReachedBesideText(address, result.repeated, session.Link().TakeMayHaveReached()));
 }
 
-} // namespace
-
-ExitCode ReadCommand(CommandContext& context) {
+ExitCode Read(CommandContext& context) {
     const std::vector<std::string> addresses = AddressesIn(context.arguments.addresses);
     LinkSession session(context);
-    if (!session.TraceAccepted()) return Refuse(context, "Nothing was read.");
-    session.Open();
-    if (session.Failed()) return session.Close(ExitCode::LinkFailed);
-    std::vector<NamedReading> readings;
-    session.RunWhole([&] {
-        readings.clear();
-        session.Run(ReadAll(session, addresses, readings));
-    });
-    const bool allRead = Report(context, session, readings, addresses.size());
-    if (session.Interrupted()) context.Say("Cancelled.");
-    return session.Close(allRead && !session.Interrupted() ? ExitCode::Done : ExitCode::Refused);
+    return session.Use(
+        "Nothing was read.", [] { return true; },
+        [&] {
+            std::vector<NamedReading> readings;
+            session.RunWhole([&] {
+                readings.clear();
+                session.Run(ReadAll(session, addresses, readings));
+            });
+            const bool all = Report(context, session, readings, addresses.size());
+            return session.EndOfReading(all);
+        });
 }
 
-ExitCode WriteCommand(CommandContext& context) {
+ExitCode Write(CommandContext& context) {
     const std::string& address = context.arguments.address;
     RequireAddress(address);
     RequireNumber(context.arguments.value);
     LinkSession session(context);
-    if (!session.TraceAccepted()) return Refuse(context, NothingWritten(address));
-    session.Open();
-    if (session.Failed()) return session.Close(ExitCode::Refused);
-    const WriteResult result = session.Run(session.Link().RSWrite(address, context.arguments.value));
-    ReportWrite(context, session, result, address);
-    return session.Close(EndOf(result.outcome));
+    return session.Use(
+        NothingWritten(address), [] { return true; },
+        [&] {
+            const WriteResult result = session.Run(session.Link().RSWrite(address, context.arguments.value));
+            ReportWrite(context, session, result, address);
+            return result.Confirmed() ? ExitCode::Done : ExitCode::Refused;
+        });
 }
+
+std::string AddressHelp() {
+    return "Addresses: B8176 a byte, B8176.3 one of its bits (0 to 7), W16384 a word, D100 a double\n"
+           "word, F13 a flag, 1F40H a byte by its hexadecimal address. The status stack address of\n"
+           "the board is W6400; field k (0 to 6) of sequence s is W followed by 16384 + 512 s + 2 k.\n"
+           "\n";
+}
+
+std::string ReadHelp() {
+    return AddressHelp() + "A range, W16384-W16396, is all words from the first to the second; likewise bytes, double\n"
+                           "words, flags, and bits of a byte. A value that the board did not give clearly, twice, is\n"
+                           "not printed, but named as not read reliably.\n"
+                           "\n";
+}
+
+} // namespace
+
+const Command ReadCommand{"read",
+                          "Read values from the board's memory",
+                          [](CommandOptions& options) {
+                              options.Place("ADDRESS", options.to.addresses,
+                                            "Addresses in the board's memory, or ranges of them");
+                              options.Json();
+                              options.Port();
+                          },
+                          "  vantrelctl read W6400 B8176 --port 1\n"
+                          "  vantrelctl read W16384-W16396 --port 1 --json\n",
+                          Read,
+                          ReadHelp};
+
+const Command WriteCommand{"write",
+                           "Write one value to the board's memory",
+                           [](CommandOptions& options) {
+                               options.Place("ADDRESS", options.to.address, "An address in the board's memory");
+                               options.Place("VALUE", options.to.value, "The number to write, in decimal");
+                               options.Port();
+                           },
+                           "  vantrelctl write W6400 100 --port 1\n",
+                           Write,
+                           AddressHelp};
 
 } // namespace vantrel

@@ -1,7 +1,7 @@
 // The table of a record.
 #include "console/RecordText.h"
 
-#include "console/PrintableText.h"
+#include "console/TextTable.h"
 #include "document/MemoryMap.h"
 #include "document/ValueDisplay.h"
 
@@ -11,28 +11,6 @@
 namespace vantrel {
 
 namespace {
-
-constexpr std::size_t LabelWidth = 23;
-constexpr std::size_t ColumnGap = 2;
-
-std::string Printable(const std::string& text) { return PrintableText(text, Layout::Drop); }
-
-std::string Padded(const std::string& text, std::size_t width) {
-    return std::string(width > text.size() ? width - text.size() : 0, ' ') + text;
-}
-
-std::string Labelled(std::string label, const std::string& text) {
-    label.resize(std::max(label.size(), LabelWidth), ' ');
-    return label + text + "\n";
-}
-
-std::string DateText(OleDate date) {
-    std::string text = IsoText(date);
-    std::replace(text.begin(), text.end(), 'T', ' ');
-    return text.empty() ? "no date" : text;
-}
-
-using Row = std::vector<std::string>;
 
 Row HeadingRow() {
     Row row{"Seq #"};
@@ -47,25 +25,8 @@ Row SequenceRow(const Configuration& record, std::size_t sequence) {
     for (const FieldDescription& field : FieldTable()) {
         row.push_back(DisplayValue(record, ValueIndex(sequence, field.field)));
     }
-    row.push_back(Printable(record.NodeDescription(sequence)));
+    row.push_back(record.NodeDescription(sequence));
     return row;
-}
-
-/// Columns to the right edge, but for the descriptions, which stand last.
-std::string TableText(const std::vector<Row>& rows) {
-    std::vector<std::size_t> widths(rows.front().size(), 0);
-    for (const Row& row : rows) {
-        for (std::size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], row[i].size());
-    }
-    std::string text;
-    for (const Row& row : rows) {
-        for (std::size_t i = 0; i + 1 < row.size(); ++i) {
-            text += Padded(row[i], widths[i]) + std::string(ColumnGap, ' ');
-        }
-        text += row.back() + "\n";
-    }
-    return text;
 }
 
 std::string UnusedText(std::size_t count) {
@@ -75,6 +36,12 @@ std::string UnusedText(std::size_t count) {
 }
 
 } // namespace
+
+std::string DateText(OleDate date) {
+    std::string text = IsoText(date);
+    std::ranges::replace(text, 'T', ' ');
+    return text;
+}
 
 std::size_t UsedSequences(const Configuration& record) {
     std::size_t count = 0;
@@ -89,10 +56,12 @@ std::string RecordTable(const std::string& file, const Configuration& record, Se
         if (which == Sequences::All || IsUsed(record, sequence)) rows.push_back(SequenceRow(record, sequence));
     }
     const std::size_t shown = rows.size() - 1;
-    return Labelled("File:", Printable(file)) + Labelled("Program version:", Printable(record.CreatorVersion)) +
-           Labelled("Saved:", DateText(record.SavedDate)) +
-           Labelled("Status stack address:", DisplayValue(record, StatusStackIndex)) + "\n" +
-           (shown > 0 ? TableText(rows) : std::string()) + UnusedText(SequenceCount - shown);
+    return TableText({{"File:", file},
+                      {"Program version:", record.CreatorVersion},
+                      {"Saved:", IsoText(record.SavedDate).empty() ? "no date" : DateText(record.SavedDate)},
+                      {"Status stack address:", DisplayValue(record, StatusStackIndex)}},
+                     "ll") +
+           "\n" + (shown > 0 ? TableText(rows, "rrrrrrrrl") : std::string()) + UnusedText(SequenceCount - shown);
 }
 
 } // namespace vantrel

@@ -8,6 +8,9 @@
 
 namespace vantrel {
 
+/// "2026-03-14 09:05:07", as everything on the console writes it, whatever the host's own way is; empty for no date.
+[[nodiscard]] std::string DateText(OleDate date);
+
 /// How many sequences are used: have a node number.
 [[nodiscard]] std::size_t UsedSequences(const Configuration& record);
 

@@ -1,6 +1,7 @@
 // The command report: the printed report as text, on standard output or in a file.
 #include "app/ReportFile.h"
 #include "console/Commands.h"
+#include "console/RecordText.h"
 #include "console/SetupFiles.h"
 #include "console/TextPrinter.h"
 #include "document/DocumentFiles.h"
@@ -21,42 +22,36 @@ namespace {
 namespace fs = std::filesystem;
 
 bool Open(CommandContext& context, const std::string& name) {
-    if (!MeansTextFile(PathFromUtf8(name))) return OpenSetupFile(context, SetupFileNamed(name), OtherVersion::Note);
+    if (!MeansTextFile(PathFromUtf8(name))) return OpenSetupFile(context, OtherVersion::Note);
     OpenTextFile(context, name);
     return true;
-}
-
-/// As everything on the console writes it, whatever the host's own way is.
-std::string DateText(std::chrono::local_seconds time) {
-    std::string text = IsoText(OleDate::FromLocal(time));
-    std::replace(text.begin(), text.end(), 'T', ' ');
-    return text;
 }
 
 std::string ReportText(const CommandContext& context) {
     const Document& document = context.program.document;
     TextPrinter printer;
     TurnQueue turns(context.host.clock);
-    Task task = PrintReport({.record = document.CurrentConfiguration,
-                             .name = document.BracketName,
-                             .generalDate = [&] { return DateText(context.host.clock.LocalNow()); }},
-                            printer, turns);
+    Task task =
+        PrintReport({.record = document.CurrentConfiguration,
+                     .name = document.BracketName,
+                     .generalDate = [&] { return DateText(OleDate::FromLocal(context.host.clock.LocalNow())); }},
+                    printer, turns);
     turns.RunToEnd(task);
     return printer.Document();
 }
 
 bool MayWrite(CommandContext& context, const fs::path& file) {
     std::error_code error;
-    if (!fs::exists(file, error)) return true;
-    if (fs::equivalent(file, context.program.document.FilePath, error)) {
-        throw UsageError("--output: the report must not take the place of the file that it is about.");
+    // Under any name by which the set-up file is found the report would be taken for it from then on.
+    for (const fs::path& meant : SetupFilesMeant(context.arguments.file)) {
+        if (IsSameFile(file, meant)) {
+            throw UsageError("--output: the report must not take the place of the file that it is about.");
+        }
     }
-    return context.dialogs.Show(ReplaceQuestion(file)) == MessageAnswer::Yes;
+    return !fs::exists(file, error) || context.dialogs.Show(ReplaceQuestion(file)) == MessageAnswer::Yes;
 }
 
-} // namespace
-
-ExitCode ReportCommand(CommandContext& context) {
+ExitCode Report(CommandContext& context) {
     const Arguments& arguments = context.arguments;
     if (!Open(context, arguments.file)) return ExitCode::Refused;
     const std::string text = ReportText(context);
@@ -71,5 +66,18 @@ ExitCode ReportCommand(CommandContext& context) {
     context.host.out << Utf8FromPath(fs::absolute(file)) << '\n';
     return ExitCode::Done;
 }
+
+} // namespace
+
+const Command ReportCommand{"report", "Write the configuration report as text: 66 lines by 80 columns a page",
+                            [](CommandOptions& options) {
+                                options.File("The set-up file, or the text file (.vtl), to report on");
+                                options.Option("--output", "OUT", options.to.output,
+                                               "Write the report to this file instead of standard output");
+                                options.Yes();
+                            },
+                            "  vantrelctl report plant.sdt --output plant.txt\n"
+                            "  vantrelctl report plant.sdt | lp\n",
+                            Report};
 
 } // namespace vantrel

@@ -1,6 +1,5 @@
 // The command that changes one value of a set-up file, by the rules of the editor. Needs no board.
 #include "console/Commands.h"
-#include "console/PrintableText.h"
 #include "console/SetupFiles.h"
 #include "document/FileCommands.h"
 #include "document/SequenceEditor.h"
@@ -8,6 +7,8 @@
 #include "platform/Dialogs.h"
 #include "platform/RuntimeError.h"
 #include "text/AsciiCase.h"
+#include "text/Padding.h"
+#include "text/PrintableText.h"
 
 #include <optional>
 #include <ostream>
@@ -31,9 +32,16 @@ std::optional<SequenceField> FieldNamed(const std::string& name) {
     throw UsageError("There is no field \"" + name + "\". The fields are " + known + "and " + Description + ".");
 }
 
+/// The one value that belongs to no sequence, and so needs one word less.
+bool OfStackAddress(const Arguments& asked) {
+    return !asked.entry && SameIgnoringCase(asked.sequence.value_or(""), StatusStackField);
+}
+
+const std::string& EntryOf(const Arguments& asked) { return OfStackAddress(asked) ? *asked.field : *asked.entry; }
+
 /// The edit that the entry comes to, in the document; nothing when it is refused, which the user is told.
 std::optional<Edit> Entered(CommandContext& context, const EditPlace& place) {
-    const std::string& given = context.arguments.value;
+    const std::string& given = EntryOf(context.arguments);
     try {
         SequenceEditor editor(context.program.document.CurrentConfiguration);
         const EditAnswer answer = editor.Enter(place, given);
@@ -60,7 +68,7 @@ std::string Stored(CommandContext& context, const Edit& edit) {
                DisplayValue(context.program.document.CurrentConfiguration, value->index);
     }
     const auto& description = std::get<DescriptionEdit>(edit);
-    if (description.after != context.arguments.value) {
+    if (description.after != EntryOf(context.arguments)) {
         context.Say("Note: line ends and tabs became blanks, and characters that a set-up file cannot hold \"?\".");
     }
     return "sequence " + std::to_string(description.sequence) + ", " + Description + ": " + description.after;
@@ -76,7 +84,7 @@ std::optional<std::string> StoredOf(CommandContext& context, const EditPlace& pl
 /// The same of the one value that belongs to no sequence.
 std::optional<std::string> StoredStackAddress(CommandContext& context) {
     Configuration& record = context.program.document.CurrentConfiguration;
-    const auto address = StackAddressIn(context.arguments.value);
+    const auto address = StackAddressIn(EntryOf(context.arguments));
     if (!address) {
         context.dialogs.Show(StackAddressRefusal());
         return std::nullopt;
@@ -85,16 +93,21 @@ std::optional<std::string> StoredStackAddress(CommandContext& context) {
     return ValueName(StatusStackIndex) + ": " + DisplayValue(record, StatusStackIndex);
 }
 
-} // namespace
+/// The sequence and its field; nothing for the status stack address.
+std::optional<EditPlace> PlaceNamed(const Arguments& asked) {
+    if (OfStackAddress(asked) && asked.field) return std::nullopt;
+    if (!asked.entry) {
+        throw UsageError(std::string("Say what to set: a SEQUENCE, its FIELD and the VALUE, or ") + StatusStackField +
+                         " and the VALUE.");
+    }
+    return EditPlace{SequenceNumber(*asked.sequence), FieldNamed(*asked.field)};
+}
 
-ExitCode SetCommand(CommandContext& context) {
+ExitCode Set(CommandContext& context) {
     constexpr const char* nothing = "Nothing was stored.";
-    const Arguments& asked = context.arguments;
-    const bool ofSequence = asked.sequence.has_value();
-    EditPlace place;
-    if (ofSequence) place = {SequenceNumber(*asked.sequence), FieldNamed(asked.field)};
-    if (!OpenSetupFile(context, SetupFileNamed(asked.file), OtherVersion::Ask)) return Refuse(context, nothing);
-    const auto stored = ofSequence ? StoredOf(context, place) : StoredStackAddress(context);
+    const std::optional<EditPlace> place = PlaceNamed(context.arguments);
+    if (!OpenSetupFile(context, OtherVersion::Ask)) return Refuse(context, nothing);
+    const auto stored = place ? StoredOf(context, *place) : StoredStackAddress(context);
     if (!stored || !MayOverwrite(context)) return Refuse(context, nothing);
     SaveSetupFile(context);
     // Where the file itself is the result, it stays alone on standard output.
@@ -102,5 +115,41 @@ ExitCode SetCommand(CommandContext& context) {
     told << PrintableText(*stored, Layout::Drop) << '\n';
     return ExitCode::Done;
 }
+
+std::string Help() {
+    const auto limits = [](const FieldDescription& field, char notation, std::int32_t maximum) {
+        const std::string_view type(&notation, 1);
+        return DisplayValue(field.minimum, type) + " to " + DisplayValue(maximum, type);
+    };
+    std::string help = "Fields, and what is stored in them:\n"
+                       "  StatusStackAddress  V1 to V34463; of the whole set-up, without a sequence\n";
+    for (const FieldDescription& field : FieldTable()) {
+        const bool switchable = field.notation == 'W';
+        const bool maybeUnused = field.field == SequenceField::NodeNumber;
+        help += "  " + PadRight(std::string(field.name), 20) + limits(field, field.notation, field.maximum) +
+                (switchable ? ", or " + limits(field, 'H', field.hexadecimalMaximum) + "; even" : "") +
+                (maybeUnused ? ", or 0: not used" : "") + "\n";
+    }
+    return help + "  NodeDescription     any text\n\n";
+}
+
+} // namespace
+
+const Command SetCommand{"set",
+                         "Change one value in a set-up file",
+                         [](CommandOptions& options) {
+                             options.File("The set-up file to change");
+                             options.Place("SEQUENCE", options.to.sequence,
+                                           "The number of the sequence, 0 to 30; StatusStackAddress needs no FIELD");
+                             options.Place("FIELD", options.to.field, "The name of the field, in any case, see below");
+                             options.Place("VALUE", options.to.entry, "What to store, as it is entered in the editor");
+                             options.Yes();
+                         },
+                         "  vantrelctl set plant.sdt StatusStackAddress V500\n"
+                         "  vantrelctl set plant.sdt 3 NodeNumber 5\n"
+                         "  vantrelctl set plant.sdt 3 SendToNode 1A0H\n"
+                         "  vantrelctl set plant.sdt 3 NodeDescription \"Filler, left\"\n",
+                         Set,
+                         Help};
 
 } // namespace vantrel

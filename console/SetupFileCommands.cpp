@@ -13,10 +13,7 @@ namespace vantrel {
 namespace {
 
 ExitCode SaveUnlessKept(CommandContext& context) {
-    if (!NameSetupFile(context, context.arguments.file)) {
-        context.Say("Nothing was written.");
-        return ExitCode::Refused;
-    }
+    if (!NameSetupFile(context, context.arguments.file)) return Refuse(context, "Nothing was written.");
     SaveSetupFile(context);
     return ExitCode::Done;
 }
@@ -26,16 +23,14 @@ std::string ImportSummary(const Configuration& record) {
            std::to_string(UsedSequences(record)) + " of " + std::to_string(SequenceCount) + " sequences.";
 }
 
-} // namespace
-
-ExitCode NewCommand(CommandContext& context) {
+ExitCode New(CommandContext& context) {
     context.program.document.New();
     return SaveUnlessKept(context);
 }
 
-ExitCode ShowCommand(CommandContext& context) {
+ExitCode Show(CommandContext& context) {
     const Arguments& arguments = context.arguments;
-    if (!OpenSetupFile(context, SetupFileNamed(arguments.file), OtherVersion::Note)) return ExitCode::Refused;
+    if (!OpenSetupFile(context, OtherVersion::Note)) return ExitCode::Refused;
     const Document& document = context.program.document;
     const Configuration& record = document.CurrentConfiguration;
     context.host.out << (arguments.json
@@ -46,11 +41,38 @@ ExitCode ShowCommand(CommandContext& context) {
     return ExitCode::Done;
 }
 
-ExitCode ImportCommand(CommandContext& context) {
+ExitCode Import(CommandContext& context) {
     OpenTextFile(context, context.arguments.textFile);
     const ExitCode end = SaveUnlessKept(context);
     if (end == ExitCode::Done) context.Say(ImportSummary(context.program.document.CurrentConfiguration));
     return end;
 }
+
+void TakeFileToWrite(CommandOptions& options) {
+    options.File("The set-up file to write");
+    options.Yes();
+}
+
+} // namespace
+
+const Command NewCommand{"new", "Write a set-up file with the defaults: status stack at V1, no sequence used",
+                         TakeFileToWrite, "  vantrelctl new plant.sdt\n", New};
+
+const Command ShowCommand{"show", "Show what is in a set-up file",
+                          [](CommandOptions& options) {
+                              options.File("The set-up file to show");
+                              options.Flag("--all", options.to.all, "Show the unused sequences, too");
+                              options.Json();
+                          },
+                          "  vantrelctl show plant.sdt\n"
+                          "  vantrelctl show plant.sdt --json\n",
+                          Show};
+
+const Command ImportCommand{"import", "Make a set-up file from a text file of the older format (.vtl)",
+                            [](CommandOptions& options) {
+                                options.Place("TEXTFILE", options.to.textFile, "The text file (.vtl) to read");
+                                TakeFileToWrite(options);
+                            },
+                            "  vantrelctl import samples/bottling-line.vtl plant.sdt\n", Import};
 
 } // namespace vantrel

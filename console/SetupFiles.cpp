@@ -57,6 +57,15 @@ std::filesystem::path SetupFileNamed(const std::string& name) {
     return found == meant.end() ? PathFromUtf8(name) : *found;
 }
 
+bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+    std::error_code error;
+    if (std::filesystem::equivalent(one, other, error)) return true;
+    const auto full = [&](const std::filesystem::path& path) {
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(path, error), error);
+    };
+    return full(one) == full(other);
+}
+
 void RequireFilePart(const std::string& name) {
     const std::filesystem::path file = PathFromUtf8(name);
     const std::string forced = ForcedFileName(file);
@@ -82,6 +91,10 @@ bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, O
     document.ApplyLoadedFile();
     WarnOfUnholdableValues(context);
     return true;
+}
+
+bool OpenSetupFile(CommandContext& context, OtherVersion otherVersion) {
+    return OpenSetupFile(context, SetupFileNamed(context.arguments.file), otherVersion);
 }
 
 void OpenTextFile(CommandContext& context, const std::string& name) {

@@ -26,9 +26,14 @@ enum class OtherVersion {
 /// Throws UsageError for a name that leaves nothing in front of a set-up file's extension: "..", "folder/", ".x".
 void RequireFilePart(const std::string& name);
 
+/// Whether two names are those of one file, which need not be there.
+[[nodiscard]] bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
+
 /// Makes a file, or what is on standard input, the document, and names the values that no board can hold. False when
 /// the user does not want it. Throws RuntimeError, with the file's name, when it cannot be read.
 [[nodiscard]] bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, OtherVersion otherVersion);
+/// The same with the file of the command line.
+[[nodiscard]] bool OpenSetupFile(CommandContext& context, OtherVersion otherVersion);
 
 /// Makes a text file of the older format, or what is on standard input, the document. Throws RuntimeError, with the
 /// file's name; also for a file that is a set-up file already, from which the forgiving text format would take over

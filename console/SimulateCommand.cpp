@@ -1,10 +1,12 @@
 // The command that is a board: a simulated one at a pseudo-terminal, for any program to open.
-#include "console/CommandHelp.h"
 #include "console/Commands.h"
 #include "console/DeviceLink.h"
 #include "platform/RuntimeError.h"
+#include "simulator/BoardHabits.h"
 #include "simulator/BoardServer.h"
 #include "simulator/SimulatedBoard.h"
+#include "simulator/SimulatedFaults.h"
+#include "text/Padding.h"
 #include "text/PathText.h"
 
 #include <memory>
@@ -16,6 +18,32 @@
 namespace vantrel {
 
 namespace {
+
+constexpr std::size_t ListColumn = 18;
+
+/// A line of its own for what leaves its sentence no room beside it.
+std::string Entry(std::string entry, std::string_view sentence) {
+    entry.insert(0, "\n  ");
+    entry = entry.size() <= ListColumn ? PadRight(entry, ListColumn + 1) : entry + "\n      ";
+    return entry + std::string(sentence);
+}
+
+std::string FaultList() {
+    std::string list = "Faults, each as NAME, NAME:once, NAME@BYTES (sleeps until the board has received so\n"
+                       "many bytes) or with both:";
+    for (const FaultName& fault : FaultNames())
+        list += Entry(std::string(fault.name), fault.sentence);
+    return list;
+}
+
+std::string HabitList() {
+    std::string list = "Habits, in which good boards differ; the value named first is the usual one:";
+    for (const HabitName& habit : HabitNames())
+        list += Entry(std::string(habit.name) + "=" + std::string(habit.value), habit.sentence);
+    return list;
+}
+
+std::string Help() { return FaultList() + "\n\n" + HabitList() + "\n\n"; }
 
 SimulatedFault FaultNamed(const std::string& text) {
     if (const auto fault = ParseFault(text)) return *fault;
@@ -42,9 +70,7 @@ std::unique_ptr<BoardServer> ServerFor(CommandContext& context, SimulatedBoard& 
     }
 }
 
-} // namespace
-
-ExitCode SimulateCommand(CommandContext& context) {
+ExitCode Simulate(CommandContext& context) {
     SimulatedBoard board(BoardStart(context.host.clock), HabitsNamed(context.arguments.habits));
     for (const std::string& fault : context.arguments.faults)
         board.AddFault(FaultNamed(fault));
@@ -64,5 +90,22 @@ ExitCode SimulateCommand(CommandContext& context) {
     context.Say(interrupted ? "The simulated board has gone." : "The simulated board has hung up.");
     return ExitCode::Done;
 }
+
+} // namespace
+
+const Command SimulateCommand{
+    "simulate",
+    "Be a board: a simulated one at a serial device of its own, until interrupted",
+    [](CommandOptions& options) {
+        options.Option("--link", "PATH", options.to.link, "Make a symbolic link to the device at this path");
+        options.SimulatedSpeed();
+        options.Option("--fault", "NAME", options.to.faults, "What the board does wrong, see below");
+        options.Option("--habit", "NAME=VALUE", options.to.habits, "What kind of board it is, see below");
+    },
+    "  vantrelctl simulate --link /tmp/board\n"
+    "  vantrelctl download plant.sdt --port /tmp/board     (at another terminal)\n"
+    "  vantrelctl simulate --fault wrong-echo:once hang-up@500 --habit half-sent=forever\n",
+    Simulate,
+    Help};
 
 } // namespace vantrel

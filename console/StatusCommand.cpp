@@ -2,9 +2,9 @@
 // it, or one of them as the communication view has it. Writes nothing to the board.
 #include "console/Commands.h"
 #include "console/LinkSession.h"
-#include "console/PrintableText.h"
 #include "console/ResultJson.h"
 #include "console/SetupFiles.h"
+#include "console/TextTable.h"
 #include "document/StatusTab.h"
 #include "link/TargetMap.h"
 #include "text/NumberText.h"
@@ -12,7 +12,7 @@
 
 #include <algorithm>
 #include <array>
-#include <iomanip>
+#include <charconv>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -23,6 +23,28 @@ namespace vantrel {
 namespace {
 
 constexpr const char* Unread = "-";
+
+struct SequenceStatus {
+    std::string node = Unread;
+    std::string status = Unread; ///< "02: Comm to Node OK"
+
+    [[nodiscard]] bool IsKnown() const { return node != Unread && status != Unread; }
+};
+
+/// The code in front of the text of a status.
+std::optional<int> CodeOf(const std::string& status) {
+    int code = 0;
+    const auto [end, error] = std::from_chars(status.data(), status.data() + status.size(), code, 16);
+    const bool found = error == std::errc{} && end != status.data() + status.size() && *end == ':';
+    return found ? std::optional(code) : std::nullopt;
+}
+
+Json StatusJson(std::size_t sequence, const SequenceStatus& status) {
+    return {{"sequence", sequence},
+            {"NodeNumber", ValueJson(status.node)},
+            {"statusCode", ValueJson(CodeOf(status.status))},
+            {"status", ValueJson(status.status)}};
+}
 
 /// Keeps the rows of the status tab until they are printed.
 class StatusTable final : public StatusTabDisplay {
@@ -36,28 +58,22 @@ public:
 
     /// Whether both values of every sequence have been read.
     [[nodiscard]] bool Complete() const {
-        return rows_.size() == SequenceCount && std::none_of(rows_.begin(), rows_.end(), [](const auto& row) {
-                   return row.node == Unread || row.status == Unread || row.status == NoStatus;
-               });
+        return rows_.size() == SequenceCount && std::ranges::all_of(rows_, &SequenceStatus::IsKnown);
     }
     /// As JSON, or as a table; up to the last row of which something has been read.
     void Print(std::ostream& out, bool json) const {
-        if (rows_.empty()) return;
-        if (json) {
-            out << StatusJson(rows_);
-            return;
+        Json list = Json::array();
+        std::vector<Row> table{{"Seq #", "Node #", "Communication Status"}};
+        for (std::size_t i = 0; i < rows_.size(); ++i) {
+            list.push_back(StatusJson(i, rows_[i]));
+            table.push_back({std::to_string(i), rows_[i].node, rows_[i].status});
         }
-        out << "Seq #  Node #  Communication Status\n";
-        for (std::size_t i = 0; i < rows_.size(); ++i)
-            out << std::setw(5) << i << std::setw(8) << rows_[i].node << "  " << rows_[i].status << '\n';
+        if (!rows_.empty()) out << (json ? JsonText(list) : TableText(table, "rrl"));
     }
 
 private:
-    static constexpr const char* NoStatus = "-- : -"; ///< As the tab begins.
-
     SequenceStatus& RowOf(int row) {
-        while (rows_.size() < static_cast<std::size_t>(row))
-            rows_.push_back({Unread, NoStatus});
+        rows_.resize(std::max(rows_.size(), static_cast<std::size_t>(row)));
         return rows_.at(static_cast<std::size_t>(row) - 1);
     }
 
@@ -72,104 +88,84 @@ public:
     explicit SequenceReport(const LinkSession& session) : session_(session) {}
 
     [[nodiscard]] bool Active() const override { return !session_.Interrupted(); }
-    [[nodiscard]] bool RowVisible(int row) const override { return row <= std::max(Words(send_), Words(receive_)); }
+    [[nodiscard]] bool RowVisible(int row) const override { return row <= Rows(); }
     void ShowDescription(const std::string& text) override { description_ = text; }
     void ShowNodeNumber(const std::string& text) override { status_.node = text; }
     void ShowSetting(SettingsGrid grid, int row, const std::string& text) override {
-        (grid == SettingsGrid::Send ? send_ : receive_).settings.at(static_cast<std::size_t>(row) - 1) = text;
+        ways_.at(grid == SettingsGrid::Send ? 0 : 1).settings.at(static_cast<std::size_t>(row) - 1) = text;
     }
     void ShowStatus(const std::string& text) override { status_.status = text; }
     void ShowDataWord(int row, DataDirection column, const std::string& text) override {
-        (column == DataDirection::Send ? send_ : receive_).data.at(static_cast<std::size_t>(row) - 1) = text;
+        ways_.at(column == DataDirection::Send ? 0 : 1).data.at(static_cast<std::size_t>(row) - 1) = text;
     }
     void ClearData() override {
-        send_.data.fill(Unread);
-        receive_.data.fill(Unread);
+        for (Way& way : ways_)
+            way.data.fill(Unread);
     }
 
     /// Whether everything that belongs to the sequence has been read.
-    [[nodiscard]] bool Complete() const {
-        return status_.node != Unread && status_.status != Unread && IsComplete(send_) && IsComplete(receive_);
-    }
+    [[nodiscard]] bool Complete() const { return status_.IsKnown() && std::ranges::all_of(ways_, &Way::IsComplete); }
     void Print(std::ostream& out, std::size_t sequence, bool json) const;
 
 private:
-    struct Direction {
-        Direction() {
+    /// Sending, or receiving.
+    struct Way {
+        Way(SequenceField field, const char* dataName) : first(field), dataMember(dataName) {
             settings.fill(Unread);
             data.fill(Unread);
         }
+        /// 0..120, whatever the board holds as the count.
+        [[nodiscard]] int Words() const {
+            return std::clamp(LeadingInteger(settings.front()).value_or(0), 0, DataWordCount);
+        }
+        [[nodiscard]] std::vector<std::string> MovedData() const { return {data.begin(), data.begin() + Words()}; }
+        [[nodiscard]] bool IsComplete() const {
+            return std::ranges::count(settings, Unread) + std::ranges::count(MovedData(), Unread) == 0;
+        }
+
+        SequenceField first; ///< Of the three that belong to it.
+        const char* dataMember;
         std::array<std::string, 3> settings;
         std::array<std::string, DataWordCount> data;
     };
 
-    /// 0..120, whatever the board holds as the count.
-    [[nodiscard]] static int Words(const Direction& direction) {
-        return std::clamp(LeadingInteger(direction.settings.front()).value_or(0), 0, DataWordCount);
-    }
-    [[nodiscard]] static std::vector<std::string> DataOf(const Direction& direction) {
-        return {direction.data.begin(), direction.data.begin() + Words(direction)};
-    }
-    [[nodiscard]] static bool IsComplete(const Direction& direction) {
-        const std::vector<std::string> data = DataOf(direction);
-        return std::find(direction.settings.begin(), direction.settings.end(), Unread) == direction.settings.end() &&
-               std::find(data.begin(), data.end(), Unread) == data.end();
-    }
-
-    void PrintSettings(std::ostream& out) const;
-    void PrintData(std::ostream& out) const;
+    [[nodiscard]] int Rows() const { return std::max(ways_[0].Words(), ways_[1].Words()); }
 
     const LinkSession& session_;
     std::string description_ = Unread;
-    SequenceStatus status_{Unread, Unread};
-    Direction send_;
-    Direction receive_;
+    SequenceStatus status_;
+    std::array<Way, 2> ways_{Way{SequenceField::SendWordCount, "sendData"},
+                             Way{SequenceField::ReceiveWordCount, "receiveData"}};
 };
 
 void SequenceReport::Print(std::ostream& out, std::size_t sequence, bool json) const {
     if (status_.node == Unread && status_.status == Unread) return;
-    if (json) {
-        out << SequenceJson(sequence, description_, status_, {send_.settings, receive_.settings},
-                            {DataOf(send_), DataOf(receive_)});
-        return;
+    Json result = StatusJson(sequence, status_);
+    result["description"] = ValueJson(description_);
+    std::vector<Row> settings(ways_[0].settings.size());
+    std::vector<Row> data{{"Word", "Send Data", "Receive Data"}};
+    for (int row = 1; row <= Rows(); ++row)
+        data.push_back({std::to_string(row)});
+    for (const Way& way : ways_) {
+        for (std::size_t i = 0; i < settings.size(); ++i) {
+            const FieldDescription& field = FieldTable().at(static_cast<std::size_t>(way.first) + i);
+            result[std::string(field.name)] = ValueJson(way.settings.at(i));
+            settings[i].insert(settings[i].end(), {std::string(field.heading), way.settings.at(i)});
+        }
+        Json& words = result[way.dataMember] = Json::array();
+        for (std::size_t i = 1; i < data.size(); ++i) {
+            const bool moved = i <= static_cast<std::size_t>(way.Words());
+            data[i].push_back(moved ? way.data.at(i - 1) : "");
+            if (moved) words.push_back(ValueJson(way.data.at(i - 1)));
+        }
     }
-    out << "Sequence Number:  " << sequence << "\nNode Number:      " << status_.node
-        << "\nDescription:      " << PrintableText(description_, Layout::Drop)
-        << "\nStatus:           " << status_.status << "\n\n";
-    PrintSettings(out);
-    if (RowVisible(1)) PrintData(out);
-}
-
-void SequenceReport::PrintSettings(std::ostream& out) const {
-    constexpr auto firstSend = static_cast<std::size_t>(SequenceField::SendWordCount);
-    constexpr auto firstReceive = static_cast<std::size_t>(SequenceField::ReceiveWordCount);
-    for (std::size_t i = 0; i < send_.settings.size(); ++i) {
-        out << std::left << std::setw(11) << FieldTable().at(firstSend + i).heading << std::setw(12)
-            << send_.settings.at(i) << std::setw(12) << FieldTable().at(firstReceive + i).heading << std::right
-            << receive_.settings.at(i) << '\n';
-    }
-}
-
-void SequenceReport::PrintData(std::ostream& out) const {
-    out << "\nWord  Send Data  Receive Data\n";
-    const std::vector<std::string> sent = DataOf(send_);
-    const std::vector<std::string> received = DataOf(receive_);
-    for (std::size_t i = 0; i < std::max(sent.size(), received.size()); ++i) {
-        out << std::setw(4) << i + 1 << std::setw(11) << (i < sent.size() ? sent[i] : "");
-        if (i < received.size()) out << std::setw(14) << received[i];
-        out << '\n';
-    }
-}
-
-ExitCode EndOf(CommandContext& context, LinkSession& session, bool complete) {
-    if (session.Interrupted()) {
-        context.Say("Cancelled.");
-    } else if (session.Failed()) {
-        context.Say("The link to the board failed before everything was read.");
-    } else if (!complete) {
-        context.Say("Some of this was not read reliably. Run the command again.");
-    }
-    return session.Close(complete && !session.Interrupted() ? ExitCode::Done : ExitCode::Refused);
+    const std::string head = TableText({{"Sequence Number:", std::to_string(sequence)},
+                                        {"Node Number:", status_.node},
+                                        {"Description:", description_},
+                                        {"Status:", status_.status}},
+                                       "ll");
+    const std::string words = Rows() > 0 ? "\n" + TableText(data, "rrr") : "";
+    out << (json ? JsonText(result) : head + "\n" + TableText(settings, "llll") + words);
 }
 
 ExitCode ShowAll(CommandContext& context, LinkSession& session) {
@@ -181,7 +177,7 @@ ExitCode ShowAll(CommandContext& context, LinkSession& session) {
         session.Run(RefreshStatusTab(*table, nodes, statuses, session.Link(), session.Turns()));
     });
     table->Print(context.host.out, context.arguments.json);
-    return EndOf(context, session, table->Complete());
+    return session.EndOfReading(table->Complete());
 }
 
 ExitCode ShowOne(CommandContext& context, LinkSession& session, std::size_t sequence) {
@@ -195,12 +191,10 @@ ExitCode ShowOne(CommandContext& context, LinkSession& session, std::size_t sequ
         session.Run(monitor.RefreshStatusAndData());
     });
     report->Print(context.host.out, sequence, context.arguments.json);
-    return EndOf(context, session, report->Complete());
+    return session.EndOfReading(report->Complete());
 }
 
-} // namespace
-
-ExitCode StatusCommand(CommandContext& context) {
+ExitCode Status(CommandContext& context) {
     const Arguments& asked = context.arguments;
     const bool one = asked.sequence.has_value();
     const std::size_t sequence = one ? SequenceNumber(*asked.sequence) : 0;
@@ -208,13 +202,25 @@ ExitCode StatusCommand(CommandContext& context) {
         throw UsageError("--file: the status of all sequences needs no set-up file. Name one by --sequence.");
     }
     LinkSession session(context);
-    if (!session.TraceAccepted() ||
-        (!asked.file.empty() && !OpenSetupFile(context, SetupFileNamed(asked.file), OtherVersion::Note))) {
-        return Refuse(context, "Nothing was read.");
-    }
-    session.Open();
-    if (session.Failed()) return session.Close(ExitCode::LinkFailed);
-    return one ? ShowOne(context, session, sequence) : ShowAll(context, session);
+    return session.Use(
+        "Nothing was read.", [&] { return asked.file.empty() || OpenSetupFile(context, OtherVersion::Note); },
+        [&] { return one ? ShowOne(context, session, sequence) : ShowAll(context, session); });
 }
+
+} // namespace
+
+const Command StatusCommand{"status", "Show whether the sequences communicate, or one of them with its data words",
+                            [](CommandOptions& options) {
+                                options.Option("--sequence", "N", options.to.sequence,
+                                               "One sequence: its settings, status and data words");
+                                options.Option("--file", "FILE", options.to.file,
+                                               "Take the sequence's description, and whether its addresses are shown\n"
+                                               "in hexadecimal, from this set-up file");
+                                options.Json();
+                                options.Port();
+                            },
+                            "  vantrelctl status --port 1\n"
+                            "  vantrelctl status --port 1 --sequence 3 --file plant.sdt\n",
+                            Status};
 
 } // namespace vantrel

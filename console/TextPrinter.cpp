@@ -1,7 +1,7 @@
 // Inches to columns and lines.
 #include "console/TextPrinter.h"
 
-#include "console/PrintableText.h"
+#include "text/PrintableText.h"
 
 #include <algorithm>
 #include <cmath>

@@ -40,13 +40,12 @@ bool OpenUploadTarget(CommandContext& context) {
     return true;
 }
 
-bool MayTransferInto(CommandContext& context, LinkSession& session) {
+bool MayTransferInto(CommandContext& context, const LinkSession& session) {
     const std::filesystem::path target = context.program.document.SaveTarget();
     const bool stream = IsStandardStream(context.arguments.file);
     // A target that cannot be written must be known before the board is asked for minutes, not after.
     if (!stream) RequireReplaceable(target);
-    return session.TraceAccepted() &&
-           Confirmed(context, session.PortName() + " to " + (stream ? DocumentFile(context) : QuotedPath(target)),
+    return Confirmed(context, session.PortName() + " to " + (stream ? DocumentFile(context) : QuotedPath(target)),
                      UploadQuestion());
 }
 
@@ -77,50 +76,72 @@ std::string UploadedText(const CommandContext& context, const LinkSession& sessi
     return "Uploaded " + session.PortName() + " to " + DocumentFile(context) + ": " + std::to_string(ValueCount) + how;
 }
 
+ExitCode Download(CommandContext& context) {
+    LinkSession session(context);
+    return session.Use(
+        "No value was sent to the board.",
+        [&] {
+            return OpenSetupFile(context, OtherVersion::Ask) &&
+                   Confirmed(context, DocumentFile(context) + " to " + session.PortName(), DownloadQuestion());
+        },
+        [&] { return SendAndVerify(context, session); });
+}
+
+ExitCode Upload(CommandContext& context) {
+    LinkSession session(context);
+    return session.Use(
+        "Nothing was read from the board, and nothing was written.",
+        [&] {
+            return OpenUploadTarget(context) && NameSetupFile(context, context.arguments.file) &&
+                   MayTransferInto(context, session);
+        },
+        [&] {
+            if (Fetch(context, session) != ExitCode::Done) return Refuse(context, "No file was written.");
+            SaveSetupFile(context);
+            context.Say(UploadedText(context, session));
+            return ExitCode::Done;
+        });
+}
+
+ExitCode Compare(CommandContext& context) {
+    LinkSession session(context);
+    return session.Use(
+        "Nothing was compared.", [&] { return OpenSetupFile(context, OtherVersion::Note); },
+        [&] { return CompareDocument(context, session); });
+}
+
+void TakeTransfer(CommandOptions& options, const char* file, const char* verify) {
+    options.File(file);
+    options.Flag("--verify", options.to.verify, verify);
+    options.Port();
+}
+
 } // namespace
 
-ExitCode DownloadCommand(CommandContext& context) {
-    LinkSession session(context);
-    if (!OpenSetupFile(context, SetupFileNamed(context.arguments.file), OtherVersion::Ask) ||
-        !session.TraceAccepted() ||
-        !Confirmed(context, DocumentFile(context) + " to " + session.PortName(), DownloadQuestion())) {
-        return Refuse(context, "Nothing was sent to the board.");
-    }
-    session.Open();
-    if (session.Failed()) {
-        context.Say("No value reached the board.");
-        return session.Close(ExitCode::LinkFailed);
-    }
-    return session.Close(SendAndVerify(context, session));
-}
+const Command DownloadCommand{"download", "Write the settings of a set-up file to the board",
+                              [](CommandOptions& options) {
+                                  TakeTransfer(options, "The set-up file to send",
+                                               "Read everything back afterwards and name what differs");
+                              },
+                              "  vantrelctl download plant.sdt --port 1 --verify\n"
+                              "  vantrelctl download plant.sdt --port /dev/ttyUSB0 --speed 19200 --yes\n",
+                              Download};
 
-ExitCode UploadCommand(CommandContext& context) {
-    LinkSession session(context);
-    if (!OpenUploadTarget(context) || !NameSetupFile(context, context.arguments.file) ||
-        !MayTransferInto(context, session)) {
-        return Refuse(context, "Nothing was read from the board, and nothing was written.");
-    }
-    session.Open();
-    const ExitCode fetched = session.Failed() ? ExitCode::LinkFailed : Fetch(context, session);
-    const ExitCode end = session.Close(fetched);
-    if (fetched == ExitCode::Done) {
-        SaveSetupFile(context);
-        context.Say(UploadedText(context, session));
-    } else {
-        context.Say("No file was written.");
-    }
-    return end;
-}
+const Command UploadCommand{"upload", "Read the settings of the board into a set-up file",
+                            [](CommandOptions& options) {
+                                TakeTransfer(options,
+                                             "The set-up file to write; the descriptions of one that exists stay",
+                                             "Read everything twice and name what differs");
+                            },
+                            "  vantrelctl upload plant.sdt --port 1 --verify\n", Upload};
 
-ExitCode CompareCommand(CommandContext& context) {
-    LinkSession session(context);
-    if (!OpenSetupFile(context, SetupFileNamed(context.arguments.file), OtherVersion::Note) ||
-        !session.TraceAccepted()) {
-        return Refuse(context, "Nothing was compared.");
-    }
-    session.Open();
-    if (session.Failed()) return session.Close(ExitCode::LinkFailed);
-    return session.Close(CompareDocument(context, session));
-}
+const Command CompareCommand{"compare",
+                             "Name what differs between a set-up file and the board; writes nothing to either",
+                             [](CommandOptions& options) {
+                                 options.File("The set-up file to compare with the board");
+                                 options.Json();
+                                 options.Port();
+                             },
+                             "  vantrelctl compare plant.sdt --port 1\n", Compare};
 
 } // namespace vantrel

@@ -1,12 +1,12 @@
 // The transfers as jobs that an interrupt can end, and the report of each.
 #include "console/Transfers.h"
 
-#include "console/PrintableText.h"
 #include "console/ResultJson.h"
 #include "console/SetupFiles.h"
 #include "console/TransferReport.h"
 #include "link/TargetMap.h"
 #include "text/PathText.h"
+#include "text/PrintableText.h"
 
 #include <ostream>
 #include <string>
@@ -76,16 +76,25 @@ bool OfTwoBoards(CommandContext& context, const LinkSession& session, bool recon
     return true;
 }
 
+void Run(CommandContext& context, LinkSession& session, SettingsTransfer& transfer) {
+    transfer.Load();
+    session.Turns().RunJob(transfer);
+    context.progress.EndLine();
+}
+
 /// Runs the comparison, and says what could not be read or compared.
-void Run(CommandContext& context, LinkSession& session, BoardComparison& comparison) {
+/// `again`: what to do when its values may be those of two boards; it is worth nothing then.
+bool Run(CommandContext& context, LinkSession& session, BoardComparison& comparison, const std::string& again) {
     session.Turns().RunJob(comparison);
     context.progress.EndLine();
     for (const std::size_t index : comparison.Unread())
         context.Say(ValueName(index) + ": not read reliably");
     if (!comparison.Unread().empty()) context.Say(CountOfAll(comparison.Unread().size()) + " were not read reliably.");
-    if (comparison.Complete()) return;
-    context.Say(std::string(session.Interrupted() ? "Cancelled" : "The link to the board failed") + " after " +
-                CountOfAll(comparison.Compared()) + " had been compared.");
+    if (!comparison.Complete()) {
+        context.Say(std::string(session.Interrupted() ? "Cancelled" : "The link to the board failed") + " after " +
+                    CountOfAll(comparison.Compared()) + " had been compared.");
+    }
+    return !OfTwoBoards(context, session, comparison.Reconnected(), again);
 }
 
 bool IsEqual(const BoardComparison& comparison) {
@@ -102,6 +111,25 @@ void PrintComparison(const CommandContext& context, const BoardComparison& compa
     } else if (IsEqual(comparison)) {
         out << "All " << ValueCount << " values of " << PrintableFile(context) << " are on the board.\n";
     }
+}
+
+Json ComparisonJson(const std::string& file, const BoardComparison& comparison) {
+    Json differences = Json::array();
+    for (const ValueDifference& difference : comparison.Differences()) {
+        differences.push_back(NameJson(difference.index));
+        differences.back().update(Json{{"file", difference.inRecord}, {"board", difference.onBoard}});
+    }
+    Json unread = Json::array();
+    for (const std::size_t index : comparison.Unread())
+        unread.push_back(NameJson(index));
+    // Neither is shown while something is unread or the comparison has not come to its end.
+    std::optional<bool> equal;
+    if (!differences.empty() || IsEqual(comparison)) equal = differences.empty();
+    return {{"file", file},
+            {"compared", comparison.Compared()},
+            {"equal", ValueJson(equal)},
+            {"differences", differences},
+            {"unread", unread}};
 }
 
 std::string ConfirmedText(const SettingsTransfer& transfer) {
@@ -123,9 +151,7 @@ std::string FlagLeftText(const Arguments& arguments) {
 ExitCode SendDocument(CommandContext& context, LinkSession& session) {
     SettingsTransfer transfer(TransferMode::DownloadData, context.program.document.CurrentConfiguration, session.Link(),
                               context.dialogs, session.Turns(), context.progress);
-    transfer.Load();
-    session.Turns().RunJob(transfer);
-    context.progress.EndLine();
+    Run(context, session, transfer);
     ReportUnfinishedDownload(context, session, transfer);
     NameUnconfirmed(context, transfer, "not confirmed by the board");
     NameRepeated(context, transfer);
@@ -141,9 +167,7 @@ ExitCode SendDocument(CommandContext& context, LinkSession& session) {
 ExitCode FetchDocument(CommandContext& context, LinkSession& session) {
     SettingsTransfer transfer(TransferMode::UploadData, context.program.document.CurrentConfiguration, session.Link(),
                               context.dialogs, session.Turns(), context.progress);
-    transfer.Load();
-    session.Turns().RunJob(transfer);
-    context.progress.EndLine();
+    Run(context, session, transfer);
     if (!transfer.Complete()) {
         context.Say((transfer.Cancelled() ? "Cancelled. " : "") + CountOfAll(transfer.Walked()) + " had been read.");
     }
@@ -157,8 +181,7 @@ ExitCode FetchDocument(CommandContext& context, LinkSession& session) {
 ExitCode FetchAgain(CommandContext& context, LinkSession& session) {
     BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), session.Turns(),
                                context.progress);
-    Run(context, session, comparison);
-    if (OfTwoBoards(context, session, comparison.Reconnected(), "Upload again.")) return ExitCode::Refused;
+    if (!Run(context, session, comparison, "Upload again.")) return ExitCode::Refused;
     for (const ValueDifference& difference : comparison.Differences())
         context.Say(DifferenceText(difference, "first", "then"));
     return EndOf(session, IsEqual(comparison));
@@ -167,10 +190,9 @@ ExitCode FetchAgain(CommandContext& context, LinkSession& session) {
 ExitCode CompareDocument(CommandContext& context, LinkSession& session) {
     BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), session.Turns(),
                                context.progress);
-    Run(context, session, comparison);
-    if (OfTwoBoards(context, session, comparison.Reconnected(), "Compare again.")) return ExitCode::Refused;
+    if (!Run(context, session, comparison, "Compare again.")) return ExitCode::Refused;
     if (context.arguments.json) {
-        context.host.out << ComparisonJson(Utf8FromPath(context.program.document.FilePath), comparison);
+        context.host.out << JsonText(ComparisonJson(Utf8FromPath(context.program.document.FilePath), comparison));
     } else {
         PrintComparison(context, comparison);
     }

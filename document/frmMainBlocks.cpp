@@ -49,8 +49,9 @@ void frmMain::BuildBlockCommands() {
     add("mnuEditFillSeries", "Fill &Series", {}, &frmMain::FillSeries);
     separate();
     add("mnuEditDuplicate", "Duplicate Se&quence", {}, &frmMain::DuplicateSequence);
-    add("mnuEditMoveUp", "Move Sequence Up", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Up), &frmMain::MoveSequenceUp);
-    add("mnuEditMoveDown", "Move Sequence Down", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down),
+    add("mnuEditMoveUp", "Mo&ve Sequence Up", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Up),
+        &frmMain::MoveSequenceUp);
+    add("mnuEditMoveDown", "Move Sequence Dow&n", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down),
         &frmMain::MoveSequenceDown);
     for (const EditorTab tab : {EditorTab::Configuration, EditorTab::Descriptions}) {
         QtFormatGrid& grid = fgComm.at(IndexOf(tab));

@@ -1,4 +1,8 @@
+// Traces as text, and telling them from other files.
 #include "link/TrafficLog.h"
+
+#include "text/NumberText.h"
+#include "text/Padding.h"
 
 #include <fstream>
 #include <ostream>
@@ -14,16 +18,7 @@ constexpr std::size_t SecondsWidth = 2;
 constexpr std::size_t MicrosecondsWidth = 6;
 
 /// Digits of the program's own, so that no host's language puts commas or dots into a file for other programs.
-std::string Padded(long long number, std::size_t width, char filler) {
-    const std::string digits = std::to_string(number);
-    return digits.size() < width ? std::string(width - digits.size(), filler) + digits : digits;
-}
-
-std::string Hexadecimal(std::optional<std::uint8_t> byte) {
-    if (!byte) return "--";
-    constexpr const char* digits = "0123456789ABCDEF";
-    return {digits[*byte >> 4U], digits[*byte & 0xFU]};
-}
+std::string Hexadecimal(std::optional<std::uint8_t> byte) { return byte ? HexText(*byte, 2) : "--"; }
 
 } // namespace
 
@@ -40,9 +35,9 @@ void TextTrafficLog::Line(MonotonicTime at, std::optional<std::uint8_t> sent, st
     }
     constexpr long long microsecondsASecond = 1000000;
     const long long passed = std::chrono::duration_cast<std::chrono::microseconds>(at - *first_).count();
-    out_ << Padded(passed / microsecondsASecond, SecondsWidth, ' ') << '.'
-         << Padded(passed % microsecondsASecond, MicrosecondsWidth, '0') << "  " << Hexadecimal(sent) << "  "
-         << Hexadecimal(received) << '\n'
+    out_ << PadLeft(std::to_string(passed / microsecondsASecond), SecondsWidth) << '.'
+         << PadLeft(std::to_string(passed % microsecondsASecond), MicrosecondsWidth, '0') << "  " << Hexadecimal(sent)
+         << "  " << Hexadecimal(received) << '\n'
          << std::flush; // A trace is wanted most of a program that hangs.
 }
 

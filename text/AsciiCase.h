@@ -2,15 +2,21 @@
 #pragma once
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 namespace vantrel {
 
 [[nodiscard]] constexpr char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+[[nodiscard]] constexpr char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+[[nodiscard]] inline std::string InLowerCase(std::string text) {
+    std::ranges::transform(text, text.begin(), LowerAscii);
+    return text;
+}
 
 [[nodiscard]] inline bool SameIgnoringCase(std::string_view one, std::string_view other) {
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [](char a, char b) { return UpperAscii(a) == UpperAscii(b); });
+    return std::ranges::equal(one, other, {}, UpperAscii, UpperAscii);
 }
 
 } // namespace vantrel

@@ -25,11 +25,11 @@ protected:
 TEST_F(BoardCommandTest, PrintsWhatTheBoardReports) {
     const Ended shown = Board({});
     EXPECT_EQ(shown.code, 0) << shown.err;
-    for (const char* line : {"Firmware revision:               23\n", "Last Fault: Code = 45H           User program\n",
-                             "Network address:                 01\n", "Serial set-up word:              200\n",
-                             "Board time:                      00 : 00 : 0",
-                             "User program in the board:       K5216505, revision numbers 1 and 4\n",
-                             "User program on disk:            K5216505, revision numbers 1 and 4\n"}) {
+    for (const char* line : {"Firmware revision:              23\n", "Last Fault: Code = 45H          User program\n",
+                             "Network address:                01\n", "Serial set-up word:             200\n",
+                             "Board time:                     00 : 00 : 0",
+                             "User program in the board:      K5216505, revision numbers 1 and 4\n",
+                             "User program on disk:           K5216505, revision numbers 1 and 4\n"}) {
         EXPECT_NE(shown.out.find(line), std::string::npos) << line << "in\n" << shown.out;
     }
     EXPECT_EQ(shown.out.find("CO-CPU"), std::string::npos);
@@ -40,7 +40,7 @@ TEST_F(BoardCommandTest, PrintsWhatTheBoardReports) {
     const Ended spoilt = Board({});
     EXPECT_NE(spoilt.err.find("K5216-505.REV\": \"+1\" is no revision number (00 to FF)."), std::string::npos)
         << spoilt.err;
-    EXPECT_NE(spoilt.out.find("on disk:            not known\n"), std::string::npos) << "the board's own stays";
+    EXPECT_NE(spoilt.out.find("on disk:           not known\n"), std::string::npos) << "the board's own stays";
 }
 
 TEST_F(BoardCommandTest, SetsWhatItIsToldToAndShowsTheResult) {
@@ -49,7 +49,7 @@ TEST_F(BoardCommandTest, SetsWhatItIsToldToAndShowsTheResult) {
     EXPECT_EQ(board.Peek(LastFaultByte), 0);
     EXPECT_EQ(board.Peek(NetworkAddressByte), 32);
     EXPECT_EQ(board.Peek(ClockYearByte, clock.Now()), 26);
-    EXPECT_NE(set.out.find("Network address:                 32\n"), std::string::npos) << set.out;
+    EXPECT_NE(set.out.find("Network address:                32\n"), std::string::npos) << set.out;
 }
 
 TEST_F(BoardCommandTest, NothingIsSentForWhatIsRefused) {

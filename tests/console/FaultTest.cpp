@@ -35,11 +35,11 @@ struct Case {
 const std::vector<Case>& Cases() {
     static const std::vector<Case> cases = {
         // A board that never answers.
-        {"no-answer", "download PLANT --yes", 3, {"there is no link", "No value reached"}, {"B105", "RTFCD7"}},
-        {"no-answer", "upload NEW --yes", 3, {"there is no link", "No file was written."}, {"Uploaded"}},
+        {"no-answer", "download PLANT --yes", 3, {"there is no link", "No value was sent"}, {"B105", "RTFCD7"}},
+        {"no-answer", "upload NEW --yes", 3, {"there is no link", "nothing was written."}, {"Uploaded"}},
         {"no-answer", "compare DEFAULTS", 3, {"there is no link"}, {"differ", "are on"}},
         {"no-answer", "read W6400", 3, {"there is no link"}, {"W6400"}},
-        {"no-answer", "write W6400 5", 3, {"there is no link"}, {"W6400"}},
+        {"no-answer", "write W6400 5", 3, {"Nothing was written to W6400."}, {"W6400 5"}},
         {"no-answer", "status", 3, {"there is no link"}, {"Seq #"}},
         {"no-answer", "board", 3, {"there is no link"}, {"Firmware"}},
 
@@ -57,7 +57,7 @@ const std::vector<Case>& Cases() {
          "are on the board"}},
         {"doubled-byte@30", "compare DEFAULTS --json", 1, {"\"equal\": null"}, {"\"board\""}},
         {"doubled-byte:once@3", "status --sequence 0", 0, {"Node Number:      0\n"}, {}},
-        {"doubled-byte@18", "status --sequence 0", 1, {"Node Number:      0\n", "To Node    -",
+        {"doubled-byte@18", "status --sequence 0", 1, {"Node Number:      0\n", "To Node  -",
          "Run the command again."}, {}},
         {"doubled-byte@9", "status", 1, {"    1       -  -\n", "Run the command again."}, {}},
         {"wrong-echo:once@3 wrong-echo:once@6", "status", 1, {"    0       -  00: Comm Disabled\n"}, {}},
@@ -65,9 +65,9 @@ const std::vector<Case>& Cases() {
         {"hang-up@25", "status", 3, {"before everything was read."}, {"Cancel"}},
         {"doubled-byte:once@3", "board", 0, {"Current Fault: Code = 00H"}, {"1FH"}},
         {"doubled-byte@3", "board", 1, {"Current Fault: Code = --", "Run the command again."}, {"1FH", "None"}},
-        {"doubled-byte@35", "board", 1, {"Network address:                 -\n", "Run the command again."}, {}},
+        {"doubled-byte@35", "board", 1, {"Network address:                -\n", "Run the command again."}, {}},
         {"wrong-echo:once@3 wrong-echo:once@6", "board", 1, {"Current Fault: Code = --"}, {}},
-        {"wrong-echo:once@35 wrong-echo:once@38", "board", 1, {"Network address:                 -\n"}, {}},
+        {"wrong-echo:once@35 wrong-echo:once@38", "board", 1, {"Network address:                -\n"}, {}},
         {"hang-up@40", "board --network-address 9 --yes", 3, {"before everything was read."}, {"Firmware"}},
         {"wrong-echo:once@50 wrong-echo:once@54", "upload NEW --yes", 1,
          {": not read reliably\n1 of 218 values were not read reliably.", "No file was written."}, {"Uploaded"}},
@@ -99,7 +99,7 @@ const std::vector<Case>& Cases() {
         {"spoiled-byte:once@1317 half-sent=forever", "download PLANT --yes --verify", 0, {"are on the board",
          "what was sent for it may have set B255 and B65280 to 255"}, {}},
         {"refuse=B8180", "board --network-address 9 --yes", 1, {"or holds something else now",
-         "address:                 01"}, {"done"}},
+         "address:                01"}, {"done"}},
 
         // Transfers that break off.
         // B105 takes 6 bytes with probe and mode, each value 6: 15 whole values, 1 + 2 x 7.
@@ -151,11 +151,11 @@ const std::vector<Case>& Cases() {
         {"", "download PLANT --yes --verify", 0, {"All 218 values"}, {"confirmed"}, Reconnected(500ms)},
         {"", "status", 0, {"   30       0  00: Comm Disabled\n"}, {" -  "}, Reconnected(200ms)},
         {"", "read W16384-W16482", 0, {"W16384 0\n", "W16482 0\n"}, {}, Reconnected(100ms)},
-        {"", "board", 0, {"Firmware revision:               23\n"}, {}, Reconnected(100ms)},
+        {"", "board", 0, {"Firmware revision:              23\n"}, {}, Reconnected(100ms)},
 
         // Values that their fields cannot have are shown whole.
         {"spoiled-answer:FEH:once@36", "board", 0,
-         {"Network address:                 255 (not a valid network address)"}, {}},
+         {"Network address:                255 (not a valid network address)"}, {}},
         {"spoiled-answer:D2H:once@50", "board", 0, {"03 - 14 - 200 (200 is not a valid year)"}, {}},
     };
     return cases;

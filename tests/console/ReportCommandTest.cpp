@@ -55,6 +55,8 @@ TEST_F(ConsoleTest, TheReportTakesTextFilesAndReplacesAFileOnlyWhenTheUserAgrees
     EXPECT_EQ(TextOf(File("line.txt")), text);
     EXPECT_EQ(Run({"report", File("line.VTL"), "--output", File("line.VTL"), "--yes"}).code, 2);
     EXPECT_EQ(TextOf(File("line.VTL")), TwoSequences) << "its own source stays";
+    Imported("plant.sdt", TwoSequences);
+    EXPECT_EQ(Run({"report", File("plant"), "--output", File("plant")}).code, 2) << "nothing hides the set-up file";
 }
 
 } // namespace

@@ -21,7 +21,7 @@ TEST_F(ConsoleTest, SetStoresWhatTheEditorWouldStore) {
     EXPECT_EQ(Run({"set", file, "0", "NodeDescription", ""}).err, "");
     const std::string shown = Run({"show", file, "--all"}).out;
     for (const char* row :
-         {"\n    0       2      10     V200      W32         20       1A0H   V300  \n",
+         {"\n    0       2      10     V200      W32         20       1A0H   V300\n",
           "\n    1       3       1     V400    W1024          2      FFFEH   V500  Second\n", " V1  F\u00FCller ?\n"})
         EXPECT_NE(shown.find(row), std::string::npos) << shown;
 }
@@ -35,7 +35,10 @@ TEST_F(ConsoleTest, SetChangesNothingWhenItRefuses) {
         {{file, "0", "SendWordCount", "-5"}, 1, "can be Entered\nNothing was stored.\n"},
         {{file, "0", "SendToNode", "AH"}, 1, "Error Number = 5\nInvalid procedure call or argument\n"},
         {{file, "StatusStackAddress", "34464"}, 1, "Address Between 1 and 34463 can be Entered\nNothing was stored."},
-        {{file, "0", "NodeNumber"}, 2, "VALUE is required"},
+        {{file, "0", "NodeNumber"},
+         2,
+         "Say what to set: a SEQUENCE, its FIELD and the VALUE, or StatusStackAddress and"},
+        {{file, "StatusStackAddress"}, 2, "Say what to set"},
         {{file, "0", "Node", "2"}, 2, "There is no field \"Node\". The fields are NodeNumber, "},
         {{file, "31", "NodeNumber", "2"}, 2, "There is no sequence \"31\". Sequence numbers go from 0 to 30."},
         {{file, "-1", "NodeNumber", "2"}, 2, "There is no sequence \"-1\""},
@@ -64,8 +67,8 @@ TEST_F(ConsoleTest, StatusShowsTheBoardAsTheWindowsDo) {
     const Ended one = Run({"status", "--port", "1", "--sequence", "1", "--file", file});
     EXPECT_EQ(one.code, 0) << one.err;
     for (const char* part : {"Node Number:      3\nDescription:      Second\nStatus:           02: Comm to Node OK\n",
-                             "# Send     1           # Receive   2\nFrom TI    V400        From Node   FFFEH\n"
-                             "To Node    2000H       To TI       V500\n"}) {
+                             "# Send   1      # Receive  2\nFrom TI  V400   From Node  FFFEH\n"
+                             "To Node  2000H  To TI      V500\n"}) {
         EXPECT_NE(one.out.find(part), std::string::npos) << one.out;
     }
     EXPECT_EQ(CountOf(one.out.substr(one.out.find("Receive Data\n")), "\n"), 3U) << "as many rows as words";
@@ -73,7 +76,7 @@ TEST_F(ConsoleTest, StatusShowsTheBoardAsTheWindowsDo) {
     board.PokeWord(16896 + 2, 60000);
     const Ended noFile = Run({"status", "--port", "1", "--sequence", "1"});
     EXPECT_NE(noFile.out.find("Description:      -\n"), std::string::npos);
-    EXPECT_NE(noFile.out.find("From Node   W65534\n"), std::string::npos);
+    EXPECT_NE(noFile.out.find("From Node  W65534\n"), std::string::npos);
     EXPECT_NE(noFile.out.find("\n 120 "), std::string::npos) << "no more words than there are";
     EXPECT_EQ(noFile.out.find("\n 121 "), std::string::npos);
     EXPECT_EQ(Run({"status", "--port", "1", "--file", file}).code, 2);

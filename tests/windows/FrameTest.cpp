@@ -56,11 +56,14 @@ TEST_F(FrameTest, MenusAndButtonsStandInOrderAndEveryAccessKeyIsUniqueInItsMenu)
         }
         return shown;
     };
-    EXPECT_EQ(captions(*frame->menuBar()), "&File|&Edit|&View|&Help|");
+    EXPECT_EQ(captions(*frame->menuBar()), "&File|&Edit|&View|&Tools|&Help|");
     EXPECT_EQ(captions(*frame->mnuFile),
               "&New...|&Open...|&Save|Save &As...|-|&Upload (save) Settings|Download P&rogram|"
               "&Download (restore) Settings|-|&Print Report...|-|E&xit|");
-    EXPECT_EQ(captions(*frame->mnuEdit), "Enable &Offline Editing|-|Co&mm Port|-|TI Status Stack &Address|");
+    EXPECT_EQ(
+        captions(*frame->mnuEdit),
+        "Enable &Offline Editing|-|Co&mm Port|-|TI Status Stack &Address|-|&Undo|&Redo|-|Cu&t|&Copy|&Paste|C&lear|-|"
+        "Fill &Down|Fill &Series|-|Duplicate Se&quence|Mo&ve Sequence Up|Move Sequence Dow&n|");
     EXPECT_EQ(captions(*frame->mnuView),
               "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|");
     EXPECT_EQ(captions(*frame->mnuHelp), "&Help Topics|-|&About VANTREL|");

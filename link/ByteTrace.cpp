@@ -1,10 +1,11 @@
 // Writing the trace, and noticing when that fails.
-#include "console/ByteTrace.h"
+#include "link/ByteTrace.h"
 
 #include "platform/RuntimeError.h"
 #include "text/PathText.h"
 
 #include <cerrno>
+#include <ostream>
 #include <system_error>
 
 namespace vantrel {
@@ -20,29 +21,24 @@ std::string Problem(const std::string& file) {
 } // namespace
 
 template <typename Action> void ByteTrace::Write(const Action& action) {
-    if (!writes_ || !problem_.empty()) return;
+    if (name_.empty() || !problem_.empty()) return;
     errno = 0;
     action();
-    if (!file_) problem_ = Problem(name_);
+    if (!out_ || !file_) problem_ = Problem(name_);
 }
 
-void ByteTrace::WriteTo(const std::string& file) {
-    name_ = file;
+void ByteTrace::WriteTo(const std::string& name, std::ostream& standardOutput) {
+    const bool toFile = name != "-";
     errno = 0;
-    file_.open(PathFromUtf8(file));
-    if (!file_) throw RuntimeError(ErrorNumber::PathFileAccess, Problem(file));
-    writes_ = true;
-}
-
-void ByteTrace::WriteTo(std::ostream& out) {
-    name_ = "-";
-    static_cast<std::ostream&>(file_).rdbuf(out.rdbuf());
-    writes_ = true;
+    if (toFile) file_.open(PathFromUtf8(name));
+    if (!file_) throw RuntimeError(ErrorNumber::PathFileAccess, Problem(name));
+    out_.rdbuf(toFile ? file_.rdbuf() : standardOutput.rdbuf());
+    name_ = name;
 }
 
 std::string ByteTrace::Finish() {
     Write([this] {
-        file_.flush();
+        out_.flush();
         if (file_.is_open()) file_.close();
     });
     return problem_;

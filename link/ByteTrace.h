@@ -1,22 +1,21 @@
-// The trace of a link's bytes, in a file that somebody names. Knows files and the link's log.
+// The trace of a link's bytes where somebody wants it: in a file, or on standard output. Knows files and the log.
 #pragma once
 
 #include "link/TrafficLog.h"
 
 #include <cstddef>
-#include <filesystem>
 #include <fstream>
+#include <iosfwd>
 #include <string>
 
 namespace vantrel {
 
-/// Counts the bytes of the line, and writes each exchange into a file when one is opened.
+/// Counts the bytes of the line, and writes each exchange once there is somewhere to write it.
 class ByteTrace final : public TrafficLog {
 public:
-    /// Throws RuntimeError 75, with the reason, when the file cannot be opened for writing.
-    void WriteTo(const std::string& file);
-    /// The same into a stream, which has to outlive this.
-    void WriteTo(std::ostream& out);
+    /// `name`: a file in UTF-8, or "-" for `standardOutput`, which has to outlive this. Throws RuntimeError 75, with
+    /// the reason, when the file cannot be opened for writing.
+    void WriteTo(const std::string& name, std::ostream& standardOutput);
     /// Closes the file. What kept any of it from being written; empty when nothing did.
     [[nodiscard]] std::string Finish();
     void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) override;
@@ -26,10 +25,10 @@ public:
 private:
     template <typename Action> void Write(const Action& action);
 
-    std::string name_;
-    bool writes_ = false;
+    std::string name_; ///< Empty: nothing is written.
     std::ofstream file_;
-    TextTrafficLog text_{file_};
+    std::ostream out_{nullptr};
+    TextTrafficLog text_{out_};
     std::string problem_;
     std::size_t bytes_ = 0;
 };
