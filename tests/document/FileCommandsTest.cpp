@@ -68,7 +68,9 @@ protected:
         WriteText(folder / name, std::string(bytes.begin(), bytes.end()));
         return name;
     }
-    [[nodiscard]] std::string LastText() const { return person.boxes.shown.back().text; }
+    [[nodiscard]] std::string LastText() const {
+        return person.boxes.shown.empty() ? "no box" : person.boxes.shown.back().text;
+    }
 
     TemporaryFolder folder;
     VirtualClock clock;
