@@ -259,6 +259,7 @@ TEST_F(FileCommandsTest, AFileOfAnotherVersionIsTakenOverOnlyAfterYes) {
         Answer({answer});
         EXPECT_EQ(files.Open(), answer == Yes ? Outcome::Done : Outcome::Cancelled);
         EXPECT_EQ(person.trace, answer == Yes ? "open;ANCNF;[old.sdt];" : "open;ANCNF;");
+        ASSERT_FALSE(person.boxes.shown.empty());
         EXPECT_EQ(LastText(), document.OtherVersionText());
         EXPECT_EQ(person.boxes.shown.back().icon, MessageIcon::Information);
         EXPECT_EQ(person.boxes.shown.back().buttons, MessageButtons::YesNoCancel);
