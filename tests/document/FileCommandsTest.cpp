@@ -59,7 +59,9 @@ protected:
         WriteText(folder / name, std::string(bytes.begin(), bytes.end()));
         return name;
     }
-    [[nodiscard]] std::string LastText() const { return dialogs.boxes.shown.back().text; }
+    [[nodiscard]] std::string LastText() const {
+        return dialogs.boxes.shown.empty() ? "no box" : dialogs.boxes.shown.back().text;
+    }
 
     Document document{"VANTREL_R1.0.0", clock};
     bool fetchSucceeds = true;

@@ -110,14 +110,19 @@ TEST_F(EditorTest, AnEntryThatTheBoardMakesItsOwnOfComesBack) {
     GoOnline();
     line.onByte = makesItsOwn;
     frame->Link().SetTrafficLog(&line);
+    const auto beginAnother = [this] {
+        Click(9, 2);
+        Type("3");
+    };
     const std::pair<std::function<void()>, const char*> goingOn[] = {
         {[this] { Press(Qt::Key_Return); }, "2,4:1A2H"},
         {[this] { ClickTab(EditorTab::Descriptions); }, "2,4:1A2H"}, // from another tab as well
-        {[this] { Click(9, 2), Type("3"), Settle(); }, "9,2:3"}}; // not out of the middle of another entry
+        {beginAnother, "9,2:3"}}; // not out of the middle of another entry
     for (const auto& [goOn, open] : goingOn) {
         Forget();
         Enter(2, 4, "1A0h");
         goOn();
+        Settle();
         EXPECT_EQ(user.shown, told);
         EXPECT_EQ(Value(11), 416);
         EXPECT_EQ(Open(), open);

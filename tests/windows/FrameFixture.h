@@ -159,8 +159,8 @@ protected:
         Forget();
     }
     /// A set-up file with that stack address.
-    std::string Stored(const std::string& name, std::int32_t address, const std::string& version = ProgramVersion()) {
-        Configuration record = DefaultRecord(version, OleDate::FromLocal(clock.LocalNow()));
+    std::string Stored(const std::string& name, std::int32_t address) {
+        Configuration record = DefaultRecord(ProgramVersion(), OleDate::FromLocal(clock.LocalNow()));
         record.SetValue(StatusStackIndex, address);
         const auto bytes = SetupFileBytes(record);
         WriteText(folder / name, std::string(bytes.begin(), bytes.end()));

@@ -104,7 +104,10 @@ TEST_F(FrameTest, ABoardThatDoesNotAnswerLeavesTheFrameOffline) {
     port.MendLine();
     board.AddFault({.kind = FaultKind::NoAnswer});
     // The user is not quicker than the box: neither a tick nor a click goes on while it is up.
-    user.whileShown = [&] { Tick(), ClickPanel(1); };
+    user.whileShown = [&] {
+        Tick();
+        ClickPanel(1);
+    };
     Answer({QMessageBox::Retry});
     Menu(Qt::Key_V, Qt::Key_N);
     Tick();

@@ -96,11 +96,20 @@ TEST_F(ProcessingTest, EndsAsTheLineTheBoardAndItsUserWant) {
     const auto atNextByte = [&](std::function<void()> act) {
         return [this, act = std::move(act)] { traffic.onByte = act; };
     };
+    const auto cancelTwice = [&] {
+        Cancel();
+        Cancel();
+    };
+    const auto thenSilent = [&] {
+        Cancel();
+        WhenSilent([&] { Escape(); });
+    };
+    const auto fail = [] { throw RuntimeError(ErrorNumber::DiskFull, "Disk full"); };
     int errors = 0;
     onError = [&] { ++errors; };
     for (const Case& one : std::vector<Case>{
              {"nothing", 100, [&] { EXPECT_EQ(board.Peek(105, clock.Now()), 1); }, "complete ", ValueCount, {}},
-             {"Cancel, twice", 100, [&] { Cancel(), Cancel(); }, "cancelled ", 100, {}},
+             {"Cancel, twice", 100, cancelTwice, "cancelled ", 100, {}},
              {"Escape", 100, [&] { Escape(); }, "cancelled ", 100, {}},
              {"Escape before the first value", 0, [&] { Escape(); }, "cancelled ", 0, {}},
              {"the close button", 100, [&] { window->close(); }, "cancelled ", 100, {}},
@@ -111,13 +120,8 @@ TEST_F(ProcessingTest, EndsAsTheLineTheBoardAndItsUserWant) {
              {"given up behind the box", 57, retried([&] { window->close(); }), "cancelled flag ", 57, {CableWarning}},
              {"silent", 57, [&] { WhenSilent([&] { Cancel(); }); }, "cancelled flag ", 57, {}},
              {"silent at once", 0, [&] { WhenSilent([&] { Cancel(); }); }, "cancelled flag ", 0, {}},
-             {"silent after Cancel", 100, [&] { Cancel(), WhenSilent([&] { Escape(); }); }, "cancelled flag ", 100, {}},
-             {"an unexpected error",
-              9,
-              atNextByte([] { throw RuntimeError(ErrorNumber::DiskFull, "Disk full"); }),
-              "failed flag ",
-              9,
-              {}}}) {
+             {"silent after Cancel", 100, thenSilent, "cancelled flag ", 100, {}},
+             {"an unexpected error", 9, atNextByte(fail), "failed flag ", 9, {}}}) {
         SCOPED_TRACE(one.what);
         givenUp = MonotonicTime::max();
         const frmProcessing::Result result = Run(TransferMode::DownloadData, one.at, one.act);

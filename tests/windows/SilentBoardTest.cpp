@@ -88,7 +88,8 @@ TEST_F(SilentBoardTest, TheGoodbyeGoesOnBehindAnOfflineFrameAndAWishMeanwhileIsK
     // The end says goodbye, too, and waits for a second at the most.
     for (const bool silent : {false, true}) {
         GoOnline();
-        if (silent) FallSilent(), Tick();
+        if (silent) FallSilent();
+        Tick();
         const MonotonicTime end = clock.Now();
         frame.reset();
         EXPECT_FALSE(port.IsOpen());
