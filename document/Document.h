@@ -55,8 +55,6 @@ public:
     /// display asked to rebuild itself and UploadedBeforeSave cleared, even if the user then declines the record.
     /// Throws BadSetupFile and leaves everything as it was when they are none.
     void TakeSetupFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path);
-    /// The same with the file's own bytes. Throws RuntimeError also when it cannot be read.
-    void ReadSetupFile(const std::filesystem::path& path) { TakeSetupFile(ReadWholeFile(path), path); }
     /// True when LoadedConfiguration was saved by another program version, which the user has to accept first.
     [[nodiscard]] bool LoadedByOtherVersion() const;
     /// That version, for a message: printable, and shortened when it is far too long for one.
@@ -68,8 +66,6 @@ public:
     /// Takes the bytes of the text import file `path` over the defaults; the document then counts as changed against
     /// the defaults. Throws BadImportFile and leaves everything as it was when they cannot be taken over.
     void TakeTextFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path);
-    /// The same with the file's own bytes. Throws RuntimeError also when it cannot be read.
-    void ImportTextFile(const std::filesystem::path& path) { TakeTextFile(ReadWholeFile(path), path); }
 
     /// The document gets a file name (as Save As does): path made absolute, title taken from it, no longer unnamed.
     void NameFile(const std::filesystem::path& path);

@@ -1,4 +1,5 @@
-// The address helpers of the link: user programs' input and output names, checks by board, two-digit octal.
+// The address helpers of the link: user programs' input and output names, checks by board, two-digit octal. They belong
+// to the link's interface for boards of every kind; nothing calls them yet but their tests.
 #include "link/RSComm.h"
 
 #include "text/NumberText.h"

@@ -1,4 +1,6 @@
-// Which board is at the other end and how it is: model, library letter, revision, fault, readiness.
+// Which board is at the other end and how it is: model, library letter, revision, fault, readiness. Library letter,
+// revision, fault code and readiness for PLS functions belong to the link's interface; nothing calls them yet but their
+// tests.
 #include "link/RSComm.h"
 
 #include "link/FaultFiles.h"

@@ -35,9 +35,6 @@ public:
     /// As configured by the link, for tests and displays.
     [[nodiscard]] int PortNumber() const { return number_; }
     [[nodiscard]] const std::string& Settings() const { return settings_; }
-    /// The speed that the board is set to, in bits per second, from the next opening on; 0, as at first: whatever the
-    /// port is opened with.
-    void SetBoardSpeed(int bitsPerSecond) { boardSpeed_ = bitsPerSecond; }
     /// Cuts the line: the port is lost until it is opened again, and opening fails while it is cut. A board that hangs
     /// up cuts it likewise.
     void CutLine();
@@ -47,7 +44,6 @@ private:
     Clock& clock_;
     LinePacing pacing_;
     BoardLine line_;
-    int boardSpeed_ = 0;
     int number_ = 1;
     std::string settings_ = "9600,n,8,1";
     bool open_ = false;

@@ -17,7 +17,7 @@ TEST(LeadingNumber, TakesTheLongestNumericPrefixAndIgnoresBlanks) {
         // clang-format off
         {"12abc", 12}, {" 1 6\t1\r\n5 th", 1615}, {"-3.5", -3.5}, {"+7", 7}, {"- 12", -12}, {"1.2.3", 1.2}, {".5", 0.5},
         {"5.", 5}, {"1e+", 1}, {"2E2x", 200}, {"2D-1", 0.2}, {"1d3", 1000},
-        {"&H1aG", 26}, {"&hffff", 65535}, {"& H 1F", 31}, {"&O178", 15},
+        {"&HAaG", 170}, {"&hffff", 65535}, {"& H 1F", 31}, {"&O178", 15},
         {"1e400", HUGE_VAL}, {"-1e400", -HUGE_VAL}, {"1e99999999999999999999", HUGE_VAL},
         // clang-format on
     };

@@ -13,13 +13,11 @@ namespace {
 class Display final : public TransferDisplay {
 public:
     void ShowLabel(std::string_view text) override { label = text; }
-    void ShowProgress(std::size_t doneValues, std::size_t total) override {
+    void ShowProgress(std::size_t done, std::size_t total) override {
         EXPECT_EQ(total, ValueCount);
-        done = doneValues;
         if (onProgress) onProgress(done);
     }
     std::string label;
-    std::size_t done = 0;
     std::function<void(std::size_t)> onProgress;
 };
 
@@ -54,11 +52,9 @@ protected:
 TEST_F(TransferTest, ADownloadWritesTheFlagThenEveryValueInOrderThenTheFlag) {
     record = DefaultRecord("VANTREL_R1.0.0", {});
     SettingsTransfer transfer = Transfer(TransferMode::DownloadData);
-    transfer.Load();
-    display.onProgress = [&](std::size_t) { EXPECT_EQ(Flag(), 1); };
+    display.onProgress = [&](std::size_t done) { EXPECT_EQ(Flag(), done == 0 ? 0 : 1); };
+    Finish(transfer);
     EXPECT_EQ(display.label, "Downloading Data, Please Standby...");
-    Task task = transfer.Run();
-    turns.RunToEnd(task);
 
     const std::vector<std::uint8_t> start{0xFF, 0x02, 0x00, 0x69, 0x01, // sync, mode, "B105" = "1"
                                           0x19, 0x00, 0x01, 0x19, 0x01, 0x00, // "W6400" = " 1"
@@ -72,10 +68,7 @@ TEST_F(TransferTest, ADownloadWritesTheFlagThenEveryValueInOrderThenTheFlag) {
     EXPECT_TRUE(std::equal(start.begin(), start.end(), traffic.bytes.begin()));
     EXPECT_TRUE(std::equal(end.begin(), end.end(), traffic.bytes.end() - static_cast<std::ptrdiff_t>(end.size())));
     EXPECT_EQ(Flag(), 0);
-    EXPECT_TRUE(transfer.Complete());
-    EXPECT_TRUE(transfer.Unconfirmed().empty());
-    EXPECT_TRUE(transfer.Repeated().empty());
-    EXPECT_EQ(display.done, ValueCount);
+    EXPECT_TRUE(transfer.Complete() && transfer.Unconfirmed().empty() && transfer.Repeated().empty());
     EXPECT_TRUE(dialogs.shown.empty());
 }
 

@@ -10,9 +10,7 @@ struct RSCommPeer {
 
 namespace {
 
-using IdentityTest = LinkTest;
-
-TEST_F(IdentityTest, BoardTypesAreCharacterCodes) {
+TEST_F(LinkTest, BoardTypesAreCharacterCodes) {
     EXPECT_EQ(RSComm::TargetboardName('6') + RSComm::LCFBoardIndex('6'), "K5216D");
     EXPECT_EQ(RSComm::TargetboardName(57) + RSComm::LCFBoardIndex(57), "Not Defined");
     EXPECT_EQ(RSComm::TargetboardName(68) + RSComm::LCFBoardIndex(68), "Q6700(PLC)G");
@@ -20,7 +18,18 @@ TEST_F(IdentityTest, BoardTypesAreCharacterCodes) {
     EXPECT_EQ(RSComm::MarkHex2HEX("0:;9<=>?@A"), "0AB9CDEF@A");
 }
 
-TEST_F(IdentityTest, FaultsAreDescribedByTheFirstRecordOfTheFile) {
+TEST_F(LinkTest, RevisionAndFaultCodeAreReadOnlyOverALinkThatStands) {
+    EXPECT_EQ(turns.RunToEnd(link.FirmwareRev()), 0);
+    EXPECT_FALSE(link.LinkFailed()) << "nothing was sent";
+    GoOnline();
+    Expect("FF>55 01>55 1F DF>17 1F F0>45");
+    EXPECT_EQ(turns.RunToEnd(link.FirmwareRev()), 23);
+    EXPECT_EQ(turns.RunToEnd(link.FaultCode()), 0x45);
+    EXPECT_TRUE(AsExpected());
+    EXPECT_EQ(turns.RunToEnd(link.FaultCode()), 0) << "a silent board";
+}
+
+TEST_F(LinkTest, FaultsAreDescribedByTheFirstRecordOfTheFile) {
     link.SetFaultFile(folder / "FaultErrCodes.txt");
     EXPECT_EQ(link.FaultDescription(10), "Fault Code (0AH): --- Fault File Not Found ---");
     WriteText(folder / "FaultErrCodes.txt", "01\r\n\r\n0a,Watchdog\r\n0A,later\r\n3F,\"Slot, and \xE9\"\r\n\x1A"
@@ -38,7 +47,7 @@ TEST_F(IdentityTest, FaultsAreDescribedByTheFirstRecordOfTheFile) {
     EXPECT_EQ(Shown().substr(0, 41), "RSComm FaultDescription|Error Number = 75");
 }
 
-TEST_F(IdentityTest, TheReadyCheckGoesOnUntilTheBoardIsReadyOrTheUserGivesUp) {
+TEST_F(LinkTest, TheReadyCheckGoesOnUntilTheBoardIsReadyOrTheUserGivesUp) {
     GoOnline();
     Expect("38>00 38>55 55 38>55 55>12 38>55 55>00");
     EXPECT_TRUE(turns.RunToEnd(RSCommPeer::PLSReady(link)));

@@ -57,7 +57,6 @@ TEST_F(LinkTest, APortThatCannotBeOpenedIsReportedAndLeavesTheProgramOffline) {
     link.SetOnlineMode(true);
     Open();
     EXPECT_FALSE(link.OnlineMode());
-    EXPECT_EQ(link.TargetMode(), 0);
     EXPECT_EQ(Shown(), "Comm Port Error|Error Number = 70\nError Source = COM1\n\nnot yours");
     EXPECT_EQ(Told("W6400"), "failed");
     EXPECT_EQ(dialogs.shown.size(), 1U) << "a port that is not open fails silently";
