@@ -29,6 +29,10 @@ TEST(ProgramFolder, KeepsSettingsWithTheUserWhereTheProgramFolderCannotBeWritten
     const TemporaryFolder home;
     const ProgramFolder program(home / "no such folder", home / "user");
     EXPECT_EQ(program.WritableSupportFile("RSPort.cfg"), home.Path() / "user" / "Support" / "RSPort.cfg");
+    EXPECT_EQ(program.SupportFile("FaultErrCodes.txt").parent_path().parent_path(), home / "no such folder");
+    std::filesystem::create_directories(home / "user" / "Support");
+    WriteText(home / "user" / "Support" / "FaultErrCodes.txt", "");
+    EXPECT_EQ(program.SupportFile("FaultErrCodes.txt").parent_path().parent_path(), home / "user") << "the user's own";
 }
 
 TEST(SerialDevice, HasOnWindowsTheNameThatPeopleThereTypeForIt) {
