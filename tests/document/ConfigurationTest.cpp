@@ -78,6 +78,7 @@ TEST(Configuration, NamesTheValuesThatNoWordCanHold) {
     EXPECT_EQ(ValuesNoWordCanHold(record), (std::vector<std::size_t>{4, 217}));
     EXPECT_EQ(ValueName(0), "status stack address");
     EXPECT_EQ(ValueName(25), "sequence 3, SendToNode");
+    EXPECT_EQ(ValueLabel(25), "sequence 3, To Node");
 }
 
 TEST(OleDate, CountsDaysFromTheOriginAndTheFractionForward) {

@@ -277,10 +277,10 @@ TEST_F(FileCommandsTest, ValuesThatNoDownloadCanCarryAreNamedOnOpening) {
         record.SetValue(i, i % 2 == 0 ? -1 : 65536);
     files.OpenPath(folder / Stored("odd.sdt", record));
     ASSERT_EQ(person.boxes.shown.size(), 1U);
-    for (const char* part : {"\nstatus stack address: -1\n", "\nsequence 0, NodeNumber: 65536\n", "\nand 3 more"}) {
+    for (const char* part : {"\nstatus stack address: -1\n", "\nsequence 0, Node #: 65536\n", "\nand 3 more"}) {
         EXPECT_NE(LastText().find(part), std::string::npos) << part << " in\n" << LastText();
     }
-    EXPECT_EQ(LastText().find("sequence 1, SendToNode"), std::string::npos);
+    EXPECT_EQ(LastText().find("sequence 1, To Node"), std::string::npos);
 }
 
 TEST_F(FileCommandsTest, TheFirstSaveWhileOnlineStoresWhatTheBoardHoldsOrNothing) {

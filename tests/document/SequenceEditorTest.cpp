@@ -84,20 +84,20 @@ TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged
          [this] {
              if (Flag() == 0 && Word() == 416) board.PokeWord(SendToNodeOf1, 418, clock.Now());
          },
-         "1A2H", "The board confirmed 1A0H for sequence 1, SendToNode, but holds 1A2H now.\nEnter it once more."},
+         "1A2H", "The board confirmed 1A0H for sequence 1, To Node, but holds 1A2H now.\nEnter it once more."},
         {"a board that spoils an echo of the value twice", once([this] {
              for (int i = 0; Flag() == 1 && i < 2; ++i)
                  board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
              return Flag() == 1;
          }),
-         "20H", "The board did not confirm 1A0H for sequence 1, SendToNode.\nIt holds 20H now."},
+         "20H", "The board did not confirm 1A0H for sequence 1, To Node.\nIt holds 20H now."},
         {"a board that spoils an echo of the flag's end twice", once([this] {
              for (int i = 0; Word() == 416 && i < 2; ++i)
                  board.AddFault({.kind = FaultKind::WrongEcho, .firstTimeOnly = true});
              return Word() == 416;
          }),
          "1A0H",
-         "The board holds 1A0H for sequence 1, SendToNode, but did not confirm all steps of the entry.\n"
+         "The board holds 1A0H for sequence 1, To Node, but did not confirm all steps of the entry.\n"
          "Its B105 may be left at 1."},
         {"a link that is taken up again between the flags", once([this] {
              if (Flag() == 1) port.CutLine();
@@ -116,7 +116,7 @@ TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged
              return Flag() == 1;
          }),
          "1A0H",
-         "The link failed before the board had confirmed 1A0H for sequence 1, SendToNode.\nIts B105 may be left at 1.",
+         "The link failed before the board had confirmed 1A0H for sequence 1, To Node.\nIts B105 may be left at 1.",
          true},
     };
     for (const Case& one : cases) {
@@ -183,9 +183,8 @@ TEST_F(SequenceEditorTest, AnotherDocumentIsNotMarked) {
     EXPECT_FALSE(editor.Unconfirmed(11));
     ASSERT_EQ(landed.size(), 2U);
     EXPECT_FALSE(editor.Stands(landed.front().edit));
-    EXPECT_EQ(landed.back().Message(),
-              "The link failed before the board had confirmed W42 for sequence 2, SendToNode.\n"
-              "Enter it once more when ONLINE again.")
+    EXPECT_EQ(landed.back().Message(), "The link failed before the board had confirmed W42 for sequence 2, To Node.\n"
+                                       "Enter it once more when ONLINE again.")
         << "nothing of it was sent";
     EXPECT_EQ(dialogs.shown.size(), 1U);
 }
