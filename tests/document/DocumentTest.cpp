@@ -54,6 +54,30 @@ TEST(ForceSetupExtension, ReplacesFromTheLastPointOfTheWholeText) {
     EXPECT_EQ(ForceSetupExtension(""), ".sdt");
 }
 
+TEST_F(DocumentFile, TheDateSaysWhatItIsTheDateOfAndWhetherThatIsStillSo) {
+    const auto edit = [&] { document.CurrentConfiguration.SetAddressType(4, "H"); };
+    const auto said = [&] { return document.DateText("D"); };
+    EXPECT_EQ(said(), "");
+    edit();
+    EXPECT_EQ(said(), "Not saved");
+    document.NameFile(folder / "plant");
+    Save();
+    EXPECT_EQ(said(), "Saved D");
+    document.CurrentConfiguration.SetAddressType(4, "W");
+    EXPECT_EQ(said(), "Saved D, changed since");
+    clock.Advance(std::chrono::hours(1));
+    document.CurrentConfiguration.SavedDate = OleDate::FromLocal(clock.LocalNow());
+    document.FromBoard = true;
+    EXPECT_EQ(said(), "Upload of D, not saved");
+    WriteText(folder / "old.vtl", "a,b,c,500,e,f,g,h,i\nN2\n");
+    document.ImportTextFile(folder / "old.vtl");
+    EXPECT_EQ(said(), "Import of D, not saved");
+    document.TakeUnsaved(document.DefaultConfiguration, {});
+    EXPECT_EQ(said(), "Recovered, not saved");
+    document.New();
+    EXPECT_EQ(said(), "");
+}
+
 TEST_F(DocumentFile, NewIsTheUnnamedDefaultAgain) {
     EXPECT_EQ(IsoText(document.CurrentConfiguration.SavedDate), "2026-03-14T09:05:07");
     document.CurrentConfiguration.SetValue(1, 5);

@@ -94,7 +94,11 @@ protected:
              },
          .showDocumentDate =
              [this] { dates += document.IsUnnamed ? "-\n" : IsoText(document.CurrentConfiguration.SavedDate) + "\n"; },
-         .showCaption = [this] { person.trace += document.BracketName + ";"; }}};
+         .showCaption = [this] { person.trace += document.BracketName + ";"; },
+         .documentsFolder = [this] { return folder / "documents"; },
+         .dateText = [](OleDate date) { return IsoText(date); },
+         .notice = [this](const std::string& text) { notice = text; }}};
+    std::string notice;
 };
 
 TEST_F(FileCommandsTest, NewAndOpenAndExitObeyTheAnswerToTheSaveQuestion) {
@@ -308,6 +312,47 @@ TEST_F(FileCommandsTest, TheFirstSaveWhileOnlineStoresWhatTheBoardHoldsOrNothing
         EXPECT_EQ(ParseSetupFile(ReadWholeFile(folder / "plant.sdt")).Value(2), 99);
     }
     EXPECT_EQ(dates.substr(dates.rfind('\n', dates.size() - 2) + 1), "2026-03-14T10:05:07\n");
+}
+
+TEST_F(FileCommandsTest, WhatAFetchReplacesIsKeptBesideOrTheUserGivesItUp) {
+    GoOnline();
+    WriteText(folder / "plant before fetch.sdt", "precious");
+    for (const std::string copy : {"plant before fetch 2.sdt", "documents/unnamed before fetch.sdt"}) {
+        document.New();
+        document.CurrentConfiguration.SetValue(1, 7);
+        Choose("plant.sdt");
+        const bool named = copy.starts_with("plant");
+        EXPECT_EQ(named ? files.SaveAs() : files.Save(), Outcome::Done);
+        EXPECT_EQ(ParseSetupFile(ReadWholeFile(folder / copy)).Value(1), 7) << copy;
+        EXPECT_EQ(ParseSetupFile(ReadWholeFile(folder / copy)).Value(2), 0) << copy;
+        EXPECT_NE(notice.find(fs::path(copy).filename().string() + "\""), std::string::npos) << notice;
+    }
+    EXPECT_EQ(FileText(folder / "plant before fetch.sdt"), "precious");
+    fs::remove_all(folder / "documents");
+    WriteText(folder / "documents", "no folder");
+    for (const MessageAnswer answer : {MessageAnswer::No, MessageAnswer::Yes}) {
+        document.New();
+        document.CurrentConfiguration.SetValue(1, 7);
+        Answer({answer});
+        EXPECT_EQ(files.Save(), answer == MessageAnswer::Yes ? Outcome::Done : Outcome::Failed);
+        EXPECT_EQ(document.CurrentConfiguration.Value(2), answer == MessageAnswer::Yes ? 99 : 0);
+        EXPECT_NE(LastText().find("no copy could be made"), std::string::npos);
+    }
+}
+
+TEST_F(FileCommandsTest, AFileThatSomebodyElseHasChangedIsReplacedOnlyAfterYes) {
+    files.OpenPath(folder / Stored("plant.sdt", DefaultRecord("VANTREL_R1.0.0", {})));
+    for (const MessageAnswer answer : {MessageAnswer::No, MessageAnswer::Yes}) {
+        WriteText(folder / "plant.sdt", "theirs");
+        Answer({answer});
+        EXPECT_EQ(files.Save(), answer == MessageAnswer::Yes ? Outcome::Done : Outcome::Cancelled);
+        EXPECT_EQ(FileText(folder / "plant.sdt") == "theirs", answer == MessageAnswer::No);
+    }
+    Answer({});
+    EXPECT_EQ(files.Save(), Outcome::Done);
+    fs::remove(folder / "plant.sdt");
+    EXPECT_EQ(files.Save(), Outcome::Done);
+    EXPECT_EQ(person.trace, "[plant.sdt];[plant.sdt];") << "nobody's work is lost";
 }
 
 TEST_F(FileCommandsTest, TheUserIsToldWhereTheForcedExtensionLeads) {
