@@ -27,7 +27,6 @@ namespace vantrel {
 namespace {
 
 constexpr const char* FrameCaption = "VANTREL ";
-constexpr MonotonicTime NoticeTime = std::chrono::seconds(5);
 
 QString DateText(std::chrono::local_seconds time) {
     const auto day = std::chrono::floor<std::chrono::days>(time);
@@ -41,6 +40,11 @@ QString TimeText(std::chrono::local_seconds time) {
     const auto day = std::chrono::floor<std::chrono::days>(time);
     const QTime shown = QTime(0, 0).addSecs(static_cast<int>((time - day).count()));
     return QLocale::system().toString(shown, QLocale::ShortFormat);
+}
+
+std::string DateAndTime(OleDate date) {
+    const auto time = date.ToLocal();
+    return time ? (DateText(*time) + QLatin1Char(' ') + TimeText(*time)).toStdString() : "";
 }
 
 /// Some programs delete what they hear has been moved.
@@ -57,10 +61,14 @@ frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std
           clock, [this] { return !dialogs_.BoxUp(); }, [this] { ShowUntrappedError(); }),
       link_(program_.CommSettingsFile(), PortRangeOf(program_.folder.SupportFolder()), clock, dialogs_, turns_),
       files_(program_.document, link_, dialogs_, clock,
-             {.uploadData = [this] { return TransferInWindow(TransferMode::UploadData); },
+             {.uploadData = [this] { return IsReliable(TransferInWindow(TransferMode::UploadData)); },
               .showDocumentDate = [this] { ShowDocumentDate(); },
-              .showCaption = [this] { ShowCaption(); }}),
-      background_(program_, link_, clock), fixedDevice_(std::move(fixedDevice)) {
+              .showCaption = [this] { ShowCaption(); },
+              .documentsFolder = [] { return DocumentsFolder(); },
+              .dateText = [](OleDate date) { return DateAndTime(date); },
+              .notice = [this](const std::string& text) { Notice(QString::fromStdString(text), LongNotice); }}),
+      unsaved_(program_.folder.UserFolder() / "Unsaved", program_.document, clock), background_(program_, link_, clock),
+      fixedDevice_(std::move(fixedDevice)) {
     setObjectName(QStringLiteral("frmMDIMain"));
     setWindowIcon(IconOf(ProgramIcon::Program));
     setAcceptDrops(true);
@@ -85,7 +93,7 @@ frmMDIMain::~frmMDIMain() {
 
 void frmMDIMain::StartUp() {
     program_.helpFile = program_.folder.File("Help", "VANTREL.hlp");
-    link_.SetFaultFile(program_.folder.File("Support", "FaultErrCodes.txt"));
+    link_.SetFaultFile(program_.folder.SupportFile("FaultErrCodes.txt"));
     editor_ = new frmMain(program_.document, link_, turns_, dialogs_, program_.SelectedSequence);
     // Without a close button: the editor stays as long as the frame does.
     childWindows_[0] = children_->addSubWindow(editor_, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -127,9 +135,9 @@ void frmMDIMain::ShowChild(int index) {
     childWindows_.at(static_cast<std::size_t>(index))->show();
 }
 
-void frmMDIMain::Notice(const QString& text) {
-    sbrMainPanels[0]->setText(text);
-    noticeUntil_ = clock_.Now() + NoticeTime;
+void frmMDIMain::Notice(const QString& text, MonotonicTime time) {
+    sbrMainPanels[0]->setText(QStringLiteral("System Message:  ") + text);
+    noticeUntil_ = clock_.Now() + time;
 }
 
 void frmMDIMain::ShowDateAndTime() {
@@ -143,10 +151,9 @@ void frmMDIMain::ShowCaption() {
 }
 
 void frmMDIMain::ShowDocumentDate() {
-    const auto saved = program_.document.CurrentConfiguration.SavedDate.ToLocal();
-    // A new document has no date until its values came from a board.
-    const bool blank = (program_.document.IsUnnamed && !program_.document.FromBoard) || !saved;
-    lblDocumentDate->setText(blank ? QString() : DateText(*saved) + QLatin1Char(' ') + TimeText(*saved));
+    const Document& document = program_.document;
+    const std::string date = DateAndTime(document.CurrentConfiguration.SavedDate);
+    lblDocumentDate->setText(QString::fromStdString(document.DateText(date)));
 }
 
 void frmMDIMain::ShowUntrappedError() {

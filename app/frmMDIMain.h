@@ -26,6 +26,7 @@
 #include <QToolBar>
 
 #include <array>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -49,6 +50,8 @@ public:
 
     /// Opens a file that was named on the command line or dropped. Refuses politely while a modal window is up.
     void OpenFile(const std::filesystem::path& path);
+    /// Offers what a program had no time to save. Once, when the window is shown.
+    void OfferUnsaved();
     /// Shows what no procedure trapped; call from inside a catch clause. The program goes on.
     void ShowUntrappedError();
 
@@ -111,7 +114,9 @@ private:
     void ShowChild(int index);
     void FitToChild();
     /// A passing word to the user in the first panel, which the system message gives way to for a while.
-    void Notice(const QString& text);
+    void Notice(const QString& text, MonotonicTime time = std::chrono::seconds(5));
+    /// Time enough to read the name of a file.
+    static constexpr MonotonicTime LongNotice = std::chrono::seconds(20);
     void ShowCaption();
     void ShowDocumentDate();
     void ShowDateAndTime();
@@ -130,6 +135,7 @@ private:
     void FollowLink();
     void Tick();
     Task TickTask();
+    void KeepUnsaved();
     void ShowSystemMessage();
     /// No code of a task and no box is on the stack. A task may wait for the board all the same.
     [[nodiscard]] bool Idle() const;
@@ -148,6 +154,7 @@ private:
     bool HelpKey(const QEvent& event);
 
     // What the window remembers from one run to the next (frmMDIMainPlace.cpp)
+    [[nodiscard]] static std::filesystem::path DocumentsFolder();
     void RestorePlace();
     void SavePlace();
 
@@ -184,10 +191,14 @@ private:
     void RunTransfer(TransferMode mode);
     void StartPendingTransfer();
     void Transfer(TransferMode mode);
-    /// The progress window itself; true when every value was transferred and can be relied on.
-    bool TransferInWindow(TransferMode mode, std::vector<std::size_t> indices = EveryIndex());
+    /// The progress window itself, and what the user has to know of single values.
+    frmProcessing::Result TransferInWindow(TransferMode mode, std::vector<std::size_t> indices = EveryIndex());
+    /// Every value was transferred and can be relied on.
+    [[nodiscard]] static bool IsReliable(const frmProcessing::Result& result);
     [[nodiscard]] bool CanStartTransfer() const;
     void ShowResult(TransferMode mode, const frmProcessing::Result& result);
+    /// After one that broke off: which values it reached.
+    void ShowHowFar(TransferMode mode, const frmProcessing::Result& result);
     void Warn(const std::string& text);
 
     // Tools (frmMDIMainTools.cpp)
@@ -216,6 +227,7 @@ private:
     QtTurnQueue turns_;
     RSComm link_;
     FileCommands files_;
+    UnsavedCopy unsaved_;
     BackgroundUpdate background_;
     std::string fixedDevice_;
     QString captionPrefix_;

@@ -53,13 +53,19 @@ private:
 void frmMDIMain::OpenFile(const std::filesystem::path& path) {
     if (QApplication::activeModalWidget() || !Idle() || pendingTransfer_) {
         QApplication::beep();
-        Notice(pendingTransfer_
-                   ? QStringLiteral("System Message:  The transfer comes first, then drop the file again")
-                   : QStringLiteral("System Message:  Close the open window first, then drop the file again"));
+        Notice(pendingTransfer_ ? QStringLiteral("The transfer comes first, then drop the file again")
+                                : QStringLiteral("Close the open window first, then drop the file again"));
         return;
     }
     if (!editor_->FinishEntry()) return;
+    editor_->FinishFill();
     files_.OpenPath(path);
+    AfterFileCommand();
+}
+
+void frmMDIMain::OfferUnsaved() {
+    editor_->FinishFill();
+    files_.OfferUnsaved(unsaved_);
     AfterFileCommand();
 }
 
@@ -67,7 +73,10 @@ void frmMDIMain::FileNew() {
     if (!editor_->FinishEntry()) return;
     const FileCommands::Outcome outcome = files_.New();
     AfterFileCommand();
-    if (outcome == FileCommands::Outcome::Done) AskStackAddress();
+    if (outcome != FileCommands::Outcome::Done) return;
+    // What the question is about stands behind it.
+    editor_->FinishFill();
+    AskStackAddress();
 }
 
 void frmMDIMain::FileOpen() {

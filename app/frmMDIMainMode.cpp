@@ -123,8 +123,16 @@ void frmMDIMain::Tick() {
     background_.Refresh();
     ShowSystemMessage();
     FollowLink();
+    KeepUnsaved();
     StartPendingTransfer();
     if (closeWanted_ && Idle()) close();
+}
+
+void frmMDIMain::KeepUnsaved() {
+    ShowDocumentDate();
+    // What is half transferred is nobody's edit.
+    if (transferring_) return;
+    if (const auto problem = unsaved_.Tick()) Notice(QString::fromStdString(*problem), LongNotice);
 }
 
 Task frmMDIMain::TickTask() {
@@ -157,6 +165,7 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
     FollowLink();
     if (!files_.MayClose()) return;
     closing_ = true;
+    unsaved_.Discard();
     link_.GiveUp();
     dialogs_.Silence();
     tmrBackgroungUpdate.stop();

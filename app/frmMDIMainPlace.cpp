@@ -20,21 +20,19 @@ QSettings SettingsOf(const ProgramFolder& folder) {
 
 } // namespace
 
+std::filesystem::path frmMDIMain::DocumentsFolder() {
+    return PathFromUtf8(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString());
+}
+
 void frmMDIMain::RestorePlace() {
     const QSettings settings = SettingsOf(program_.folder);
     // Qt brings a window back whose screen has gone.
     if (!restoreGeometry(settings.value(QLatin1String(PlaceKey)).toByteArray())) FitToChild();
     std::filesystem::path last = PathFromUtf8(settings.value(QLatin1String(FolderKey)).toString().toStdString());
     std::error_code error;
-    if (last.empty() || !std::filesystem::is_directory(last, error)) {
-        last.clear();
-        // Nobody keeps set-up files where a program is installed for all users.
-        if (!FolderIsWritable(program_.folder.Path())) {
-            const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-            last = PathFromUtf8(documents.toStdString());
-        }
-    }
+    if (!std::filesystem::is_directory(last, error)) last.clear();
     dialogs_.SetLastFolder(last);
+    dialogs_.SetSamplesFolder(program_.folder.Entry("samples"));
 }
 
 void frmMDIMain::SavePlace() {

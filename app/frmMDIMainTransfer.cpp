@@ -1,5 +1,6 @@
 // The main frame's transfers: the questions before them, the progress window, and what the user is told afterwards.
 #include "app/frmMDIMain.h"
+#include "document/TransferTexts.h"
 #include "document/frmMain.h"
 
 #include <QApplication>
@@ -99,13 +100,13 @@ void frmMDIMain::StartPendingTransfer() {
 }
 
 void frmMDIMain::Transfer(TransferMode mode) {
-    TransferInWindow(mode);
+    ShowHowFar(mode, TransferInWindow(mode));
     if (mode == TransferMode::DownloadData) program_.refreshTargetStatus = true;
 }
 
 bool frmMDIMain::CanStartTransfer() const { return link_.OnlineMode() && !link_.LinkFailed(); }
 
-bool frmMDIMain::TransferInWindow(TransferMode mode, std::vector<std::size_t> indices) {
+frmProcessing::Result frmMDIMain::TransferInWindow(TransferMode mode, std::vector<std::size_t> indices) {
     program_.transferMode = mode;
     Configuration& record = program_.document.CurrentConfiguration;
     const Configuration before = record;
@@ -131,7 +132,23 @@ bool frmMDIMain::TransferInWindow(TransferMode mode, std::vector<std::size_t> in
     // Not every window manager finds the way back when two windows go at once.
     activateWindow();
     ShowResult(mode, result);
+    return result;
+}
+
+bool frmMDIMain::IsReliable(const frmProcessing::Result& result) {
     return result.complete && result.unconfirmed.empty() && !result.reconnected;
+}
+
+void frmMDIMain::ShowHowFar(TransferMode mode, const frmProcessing::Result& result) {
+    if (result.complete) return;
+    const auto text = mode == TransferMode::UploadData ? FetchedText : ReachedText;
+    const std::string reached = text(result.walked, result.unconfirmed.size(), FieldNaming::Heading);
+    // Who has cancelled, or could not begin, knows that it is not whole.
+    if (result.failed && result.walked > 0) {
+        Warn(reached);
+    } else {
+        Notice(QString::fromStdString(reached), LongNotice);
+    }
 }
 
 void frmMDIMain::ShowResult(TransferMode mode, const frmProcessing::Result& result) {

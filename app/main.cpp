@@ -20,13 +20,17 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
+#include <QWindow>
 
 #include <algorithm>
+#include <filesystem>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <variant>
 #include <vector>
 
@@ -206,6 +210,19 @@ int PrintReportOf(const Options& options, int argc, char** argv) {
                            clock, std::cerr);
 }
 
+/// From the event loop, so that whatever goes wrong meets the last handler, and when the window manager has given the
+/// window its place, so that a box stands over it. One that never comes up is not waited for.
+void WhenInPlace(QWidget& window, int tries, const std::function<void()>& act) {
+    constexpr int often = 20;
+    constexpr int settling = 100;
+    const QWindow* handle = window.windowHandle();
+    if (tries == 0 || (handle && handle->isExposed())) {
+        QTimer::singleShot(settling, &window, act);
+    } else {
+        QTimer::singleShot(often, &window, [&window, tries, act] { WhenInPlace(window, tries - 1, act); });
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -253,8 +270,15 @@ int main(int argc, char** argv) {
         frame.Link().SetTrafficLog(&trace);
     }
     frame.show();
-    // From the event loop, so that whatever goes wrong meets the last handler.
-    if (!options.file.empty()) QTimer::singleShot(0, &frame, [&] { frame.OpenFile(PathFromUtf8(options.file)); });
+    WhenInPlace(frame, 100, [&] {
+        frame.OfferUnsaved();
+        const std::filesystem::path file = PathFromUtf8(options.file);
+        const Document& document = frame.State().document;
+        std::error_code error;
+        // Who has taken up its edits again has the file before them.
+        const bool taken = document.Recovered && std::filesystem::equivalent(file, document.FilePath, error);
+        if (!file.empty() && !taken) frame.OpenFile(file);
+    });
     const int code = Application::exec();
     application.SetFrame(nullptr);
     frame.Link().SetTrafficLog(nullptr);

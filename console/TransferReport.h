@@ -1,4 +1,4 @@
-// What a transfer did, in words: values by their names, and how far it came. Knows the record only.
+// What a transfer did, in words: values by their names. Knows the record only.
 #pragma once
 
 #include "document/Configuration.h"
@@ -10,10 +10,6 @@
 #include <vector>
 
 namespace vantrel {
-
-/// Which values reached the board when the first `walked` of them were sent and the board did not confirm `unconfirmed`
-/// of those.
-[[nodiscard]] std::string ReachedText(std::size_t walked, std::size_t unconfirmed);
 
 /// "sequence 0, NodeNumber: file 2, board 7", between whatever two sides.
 [[nodiscard]] std::string DifferenceText(const ValueDifference& difference, const std::string& recordSide = "file",

@@ -4,6 +4,7 @@
 #include "console/ResultJson.h"
 #include "console/SetupFiles.h"
 #include "console/TransferReport.h"
+#include "document/TransferTexts.h"
 #include "link/TargetMap.h"
 #include "text/PathText.h"
 #include "text/PrintableText.h"
@@ -64,7 +65,7 @@ void ReportUnfinishedDownload(CommandContext& context, const LinkSession& sessio
     if (transfer.Complete() && !session.Failed()) return;
     if (transfer.Cancelled())
         context.Say(transfer.GaveUp() ? "Cancelled. The board gave no proper answer any more." : "Cancelled.");
-    context.Say(ReachedText(transfer.Walked(), transfer.Unconfirmed().size()));
+    context.Say(ReachedText(transfer.Walked(), transfer.Unconfirmed().size(), FieldNaming::Name));
     // A board that the command made itself is gone with it.
     if (session.Failed() && !context.arguments.port.empty()) context.Say(FlagLeftText(context.arguments));
 }

@@ -16,7 +16,7 @@ namespace vantrel {
 namespace {
 
 std::string PlaceName(const EditPlace& place) {
-    return place.field ? ValueName(ValueIndex(place.sequence, *place.field))
+    return place.field ? ValueLabel(ValueIndex(place.sequence, *place.field))
                        : "sequence " + std::to_string(place.sequence) + ", Description";
 }
 

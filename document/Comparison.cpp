@@ -31,7 +31,7 @@ std::string ThereText(const Difference& difference) { return difference.doubtful
 
 std::string Difference::Field() const {
     if (!index) return "Description";
-    return *index == StatusStackIndex ? ValueName(*index) : std::string(FieldTable().at(FieldOf(*index)).heading);
+    return *index == StatusStackIndex ? ValueLabel(*index) : std::string(FieldTable().at(FieldOf(*index)).heading);
 }
 
 void PutInOrder(std::vector<Difference>& differences) {

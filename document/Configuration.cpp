@@ -92,7 +92,7 @@ std::string ValueList(const std::vector<std::size_t>& indices, const std::functi
     const std::size_t named = std::min(indices.size(), mostNamed);
     std::string text;
     for (std::size_t i = 0; i < named; ++i)
-        text += "\n" + ValueName(indices[i]) + suffix(indices[i]);
+        text += "\n" + ValueLabel(indices[i]) + suffix(indices[i]);
     if (indices.size() > named) text += "\nand " + std::to_string(indices.size() - named) + " more";
     return text;
 }
@@ -100,6 +100,12 @@ std::string ValueList(const std::vector<std::size_t>& indices, const std::functi
 std::string ValueName(std::size_t index) {
     if (index == StatusStackIndex) return "status stack address";
     return "sequence " + std::to_string(SequenceOf(index)) + ", " + std::string(FieldTable().at(FieldOf(index)).name);
+}
+
+std::string ValueLabel(std::size_t index) {
+    if (index == StatusStackIndex) return ValueName(index);
+    return "sequence " + std::to_string(SequenceOf(index)) + ", " +
+           std::string(FieldTable().at(FieldOf(index)).heading);
 }
 
 } // namespace vantrel

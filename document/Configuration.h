@@ -47,12 +47,14 @@ struct Configuration {
 /// The indices of the values that no download can carry: below 0 or above 65535, the range of a target word.
 [[nodiscard]] std::vector<std::size_t> ValuesNoWordCanHold(const Configuration& record);
 
-/// A line a value for a message box, "sequence 3, SendToNode"; at most ten, then how many more there are. `suffix`
+/// A line a value for a message box, "sequence 3, To Node"; at most ten, then how many more there are. `suffix`
 /// gives what stands behind a name.
 [[nodiscard]] std::string ValueList(const std::vector<std::size_t>& indices,
                                     const std::function<std::string(std::size_t)>& suffix);
 
-/// What value `index` is, for messages: "status stack address" or "sequence 3, SendToNode".
+/// What value `index` is, by the name that files and commands know: "status stack address", "sequence 3, SendToNode".
 [[nodiscard]] std::string ValueName(std::size_t index);
+/// The same as the windows show it, by the heading of its column: "sequence 3, To Node".
+[[nodiscard]] std::string ValueLabel(std::size_t index);
 
 } // namespace vantrel

@@ -3,10 +3,12 @@
 
 #include "document/SetupFile.h"
 #include "document/TextImport.h"
+#include "platform/RuntimeError.h"
 #include "text/AsciiCase.h"
 #include "text/PathText.h"
 #include "text/PrintableText.h"
 
+#include <algorithm>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -57,17 +59,48 @@ void Document::BecomeDefault() {
     CurrentConfiguration = DefaultConfiguration;
     SavedConfiguration = DefaultConfiguration;
     IsUnnamed = true;
+    Recovered = false;
     FromBoard = false;
     OwnFile.clear();
     BracketName = UnnamedBracketName;
 }
 
-bool Document::Changed() const { return DocumentChanged(CurrentConfiguration, SavedConfiguration, programVersion_); }
+bool Document::Changed() const {
+    return Recovered || DocumentChanged(CurrentConfiguration, SavedConfiguration, programVersion_);
+}
+
+bool Document::Edited() const {
+    return Recovered ||
+           DocumentChanged(CurrentConfiguration, SavedConfiguration, CurrentConfiguration.CreatorVersion) ||
+           CurrentConfiguration.AddressTypes != SavedConfiguration.AddressTypes;
+}
+
+std::string Document::DateText(const std::string& date) const {
+    if (Recovered) return "Recovered, not saved";
+    // A new document has no date until its values came from a board.
+    if (date.empty() || (IsUnnamed && !FromBoard)) return Edited() ? "Not saved" : "";
+    const bool savedThen = !OwnFile.empty() && CurrentConfiguration.SavedDate.days == SavedConfiguration.SavedDate.days;
+    if (savedThen) return "Saved " + date + (Edited() ? ", changed since" : "");
+    return (FromBoard ? "Upload of " : "Import of ") + date + ", not saved";
+}
 
 void Document::TakeSetupFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path) {
     LoadedConfiguration = ParseSetupFile(bytes);
+    loadedBytes_.assign(bytes.begin(), bytes.end());
     TakeName(path);
     StartOver();
+}
+
+bool Document::ChangedOnDisk() const {
+    std::error_code error;
+    if (!std::filesystem::exists(OwnFile, error)) return false;
+    try {
+        // What stands behind a record does not count: it is an older, longer file's.
+        const std::vector<std::uint8_t> now = ReadWholeFile(OwnFile);
+        return now.size() < ownBytes_.size() || !std::equal(ownBytes_.begin(), ownBytes_.end(), now.begin());
+    } catch (const RuntimeError&) {
+        return true;
+    }
 }
 
 bool Document::LoadedByOtherVersion() const { return LoadedConfiguration.CreatorVersion != programVersion_; }
@@ -88,7 +121,10 @@ void Document::ApplyLoadedFile() {
     CurrentConfiguration = LoadedConfiguration;
     SavedConfiguration = CurrentConfiguration;
     IsUnnamed = false;
+    Recovered = false;
+    FromBoard = false;
     OwnFile = FilePath;
+    ownBytes_ = loadedBytes_;
     BracketName = Bracketed(FileTitle);
     // A display may have been rebuilt while the user was asked about the version.
     StartOver();
@@ -102,7 +138,20 @@ void Document::TakeTextFile(std::span<const std::uint8_t> bytes, const std::file
     TakeName(path);
     OwnFile.clear();
     IsUnnamed = false;
+    Recovered = false;
+    FromBoard = false;
     BracketName = Bracketed(FileTitle);
+    StartOver();
+}
+
+void Document::TakeUnsaved(Configuration record, const std::filesystem::path& path) {
+    BecomeDefault();
+    CurrentConfiguration = std::move(record);
+    Recovered = true;
+    if (!path.empty()) {
+        NameFile(path);
+        BracketName = Bracketed(FileTitle);
+    }
     StartOver();
 }
 
@@ -127,10 +176,14 @@ void Document::Save(const SafeFileWarning& warn) {
     // Stamped in a copy: the stamp alone would make a document that could not be written count as unchanged.
     Configuration record = RecordToSave();
     const std::filesystem::path target = SaveTarget();
-    ReplaceFile(target, SetupFileBytes(record), OldTail::Keep, warn);
+    std::vector<std::uint8_t> bytes = SetupFileBytes(record);
+    ReplaceFile(target, bytes, OldTail::Keep, warn);
+    ownBytes_ = std::move(bytes);
 
     FilePath = target;
     OwnFile = target;
+    Recovered = false;
+    FromBoard = false;
     FileTitle = SetupName(FileTitle);
     BracketName = Bracketed(FileTitle);
     CurrentConfiguration = record;

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -31,6 +32,7 @@ public:
     bool IsUnnamed = true; ///< The document has no file name yet.
     int Generation = 0; ///< Counts the documents that New and Open have begun.
     bool ReloadDisplay = false; ///< Tells the editor to rebuild its display.
+    bool Recovered = false; ///< From an unsaved copy: changed, whatever it holds.
     bool FromBoard = false; ///< Values have been uploaded into the document since it was new.
     bool UploadedBeforeSave = false; ///< Save has fetched the settings from the board since New or Open.
 
@@ -44,12 +46,20 @@ public:
 
     [[nodiscard]] const std::string& ProgramVersion() const { return programVersion_; }
 
+    /// Somebody else has changed the own file since it was opened or saved. One that has gone has not changed.
+    [[nodiscard]] bool ChangedOnDisk() const;
+
     /// Builds the defaults, stamped now, and makes them the document.
     void InitDefaults();
     /// The document becomes the unnamed default one.
     void New();
     /// True when a closing of the document would have to ask "Save Changes to File?".
     [[nodiscard]] bool Changed() const;
+    /// Something would be lost with the program: also a mere type letter, but no other version's stamp.
+    [[nodiscard]] bool Edited() const;
+    /// What stands at the document date: `date` is the record's own as the host shows it, empty for none. Empty for a
+    /// new document.
+    [[nodiscard]] std::string DateText(const std::string& date) const;
 
     /// Takes the bytes of the set-up file `path` into LoadedConfiguration; only then are path and title moved, the
     /// display asked to rebuild itself and UploadedBeforeSave cleared, even if the user then declines the record.
@@ -66,6 +76,10 @@ public:
     /// Takes the bytes of the text import file `path` over the defaults; the document then counts as changed against
     /// the defaults. Throws BadImportFile and leaves everything as it was when they cannot be taken over.
     void TakeTextFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path);
+
+    /// Edits that could not be saved become the document, under their old name but not yet in that file. Without a path
+    /// it is unnamed.
+    void TakeUnsaved(Configuration record, const std::filesystem::path& path);
 
     /// The document gets a file name (as Save As does): path made absolute, title taken from it, no longer unnamed.
     void NameFile(const std::filesystem::path& path);
@@ -85,6 +99,8 @@ private:
     void TakeName(const std::filesystem::path& path);
     void StartOver();
 
+    std::vector<std::uint8_t> loadedBytes_; ///< Of LoadedConfiguration.
+    std::vector<std::uint8_t> ownBytes_; ///< Of the own file as it was opened or saved.
     std::string programVersion_;
     const Clock& clock_;
 };

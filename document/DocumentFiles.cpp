@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace vantrel {
@@ -76,6 +77,18 @@ bool HasExtension(const std::filesystem::path& file, std::string_view extension)
 }
 
 bool MeansTextFile(const std::filesystem::path& file) { return HasExtension(file, ".vtl"); }
+
+std::filesystem::path FreeNameBeside(const std::filesystem::path& file, const std::string& addition) {
+    std::error_code ignored;
+    std::filesystem::create_directories(file.parent_path(), ignored);
+    for (int number = 1;; ++number) {
+        const std::string counted = number == 1 ? addition : addition + " " + std::to_string(number);
+        std::filesystem::path name = file.parent_path() / file.stem();
+        name += PathFromUtf8(counted + ".sdt");
+        // A link that leads nowhere is something, too. What cannot be looked at fails when it is written.
+        if (!std::filesystem::exists(std::filesystem::symlink_status(name, ignored))) return name;
+    }
+}
 
 void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice) {
     TakeSetupFileByName(document, ReadWholeFile(path), path, advice);

@@ -20,6 +20,10 @@ namespace vantrel {
 /// Whether a file is meant as text of the older format (.vtl, in any case) rather than as a set-up file.
 [[nodiscard]] bool MeansTextFile(const std::filesystem::path& file);
 
+/// The name of a new set-up file beside `file`: its base name with `addition` behind it, and " 2", " 3", ... as long as
+/// there is something of that name already. The folder is made if there is none.
+[[nodiscard]] std::filesystem::path FreeNameBeside(const std::filesystem::path& file, const std::string& addition);
+
 /// Makes a file's record LoadedConfiguration, as Document::TakeSetupFile does. Throws RuntimeError, with the file's
 /// name in it. `advice`: the sentence that ends the error when the file is no set-up file, but some text.
 void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);

@@ -2,6 +2,7 @@
 #include "document/FileCommands.h"
 
 #include "document/FileQuestions.h"
+#include "document/SetupFile.h"
 #include "link/TargetMap.h"
 #include "platform/RuntimeError.h"
 #include "text/NumberText.h"
@@ -135,28 +136,46 @@ void FileCommands::NameUnholdableValues() {
                          MessageIcon::Exclamation));
 }
 
-FileCommands::Outcome FileCommands::Save() { return SaveOver(document_.OwnFile); }
+FileCommands::Outcome FileCommands::Save() {
+    const Outcome saved = SaveOver(document_.OwnFile);
+    TellKept();
+    return saved;
+}
+
+void FileCommands::TellKept() {
+    if (kept_.empty()) return;
+    // Short: there is not much room for a passing word. In the documents folder nobody else would look for it.
+    const fs::path copy = std::exchange(kept_, {});
+    const bool beside = copy.parent_path() == document_.FilePath.parent_path();
+    const fs::path name = beside ? copy.filename() : copy.parent_path().filename() / copy.filename();
+    hooks_.notice("Old set-up in " + QuotedPath(name));
+}
 
 FileCommands::Outcome FileCommands::SaveOver(const fs::path& confirmed) {
     if (link_.OnlineMode() && !link_.LinkFailed() && !document_.UploadedBeforeSave && !FetchFromBoard())
         return Outcome::Failed;
-    if (document_.IsUnnamed) return SaveAs();
+    if (document_.IsUnnamed) return SaveUnderNewName();
     return AcceptsTarget(confirmed) ? Write() : Outcome::Cancelled;
 }
 
 bool FileCommands::FetchFromBoard() {
     Configuration& record = document_.CurrentConfiguration;
-    const std::vector<std::int32_t> values = record.Values;
+    const Configuration before = document_.RecordToSave();
+    // The defaults are in no danger.
+    const bool worthKeeping = !document_.IsUnnamed || document_.Edited();
     const OleDate date = record.SavedDate;
     const bool fromBoard = std::exchange(document_.FromBoard, true);
     record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
     hooks_.showDocumentDate();
-    document_.UploadedBeforeSave = hooks_.uploadData();
+    const bool fetched = hooks_.uploadData();
+    document_.UploadedBeforeSave = fetched && (!worthKeeping || KeepBeforeFetch(before));
     if (!document_.UploadedBeforeSave) {
-        record.Values = values;
+        record.Values = before.Values;
         record.SavedDate = date;
         document_.FromBoard = fromBoard;
         hooks_.showDocumentDate();
+    }
+    if (!fetched) {
         dialogs_.Show(
             Notice("The settings were not fetched from the board, so nothing was saved.", MessageIcon::Information));
     }
@@ -164,8 +183,27 @@ bool FileCommands::FetchFromBoard() {
     return document_.UploadedBeforeSave;
 }
 
+bool FileCommands::KeepBeforeFetch(const Configuration& before) {
+    if (document_.CurrentConfiguration.Values == before.Values) return true;
+    try {
+        const bool unnamed = document_.IsUnnamed;
+        const fs::path target = unnamed ? hooks_.documentsFolder() / "unnamed.sdt" : document_.SaveTarget();
+        const fs::path copy = FreeNameBeside(target, " before fetch");
+        ReplaceFile(copy, SetupFileBytes(before), OldTail::Drop, {});
+        kept_ = copy;
+        return true;
+    } catch (const RuntimeError& error) {
+        return dialogs_.Show(FetchWithoutCopyQuestion(error.Description())) == MessageAnswer::Yes;
+    }
+}
+
 FileCommands::Outcome FileCommands::SaveAs() {
-    openFilter_ = 0;
+    const Outcome saved = SaveUnderNewName();
+    TellKept();
+    return saved;
+}
+
+FileCommands::Outcome FileCommands::SaveUnderNewName() {
     const auto choice = dialogs_.SaveFile({.filters = {SetupFilter()}, .initial = {}});
     if (!choice) return Outcome::Cancelled;
     const bool wasUnnamed = document_.IsUnnamed;
@@ -186,6 +224,8 @@ FileCommands::Outcome FileCommands::SaveAs() {
 
 bool FileCommands::AcceptsTarget(const fs::path& confirmed) {
     const fs::path target = document_.SaveTarget();
+    if (target == document_.OwnFile && document_.ChangedOnDisk())
+        return dialogs_.Show(ChangedOnDiskQuestion(target)) == MessageAnswer::Yes;
     if (target == confirmed) return true;
     if (const auto note = OtherFolderNote(document_)) dialogs_.Show(Notice(*note, MessageIcon::Information));
     std::error_code error;
@@ -202,15 +242,37 @@ FileCommands::Outcome FileCommands::Write() {
         ReportRuntimeError(dialogs_, SaveLabel, error);
         return Outcome::Failed;
     }
+    openFilter_ = 0;
     hooks_.showCaption();
     hooks_.showDocumentDate();
     return Outcome::Done;
 }
 
+void FileCommands::OfferUnsaved(UnsavedCopy& copies) {
+    for (LeftBehind& left : copies.Find()) {
+        if (dialogs_.Show(RecoverQuestion(left, hooks_.dateText(left.when))) == MessageAnswer::Yes) {
+            document_.TakeUnsaved(std::move(left.record), left.path);
+            copies.Adopt(std::move(left));
+            hooks_.showCaption();
+            hooks_.showDocumentDate();
+            return;
+        }
+        if (dialogs_.Show(GiveUpQuestion(left)) == MessageAnswer::Yes) left.Delete();
+    }
+}
+
 bool FileCommands::MayClose() {
     const SaveAnswer answer = AskSaveChanges();
-    if (answer == SaveAnswer::Yes) return Save() == Outcome::Done;
-    return answer != SaveAnswer::Cancel;
+    if (answer != SaveAnswer::Yes) return answer != SaveAnswer::Cancel;
+    const bool saved = SaveOver(document_.OwnFile) == Outcome::Done;
+    // Of a program that ends nobody sees a passing word.
+    if (saved && !kept_.empty()) {
+        dialogs_.Show(
+            Notice("The set-up as it was before the fetch is in\n" + QuotedPath(std::exchange(kept_, {})) + ".",
+                   MessageIcon::Information));
+    }
+    TellKept();
+    return saved;
 }
 
 Task FileCommands::AskStatusStackAddress() {

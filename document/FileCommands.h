@@ -3,6 +3,7 @@
 #pragma once
 
 #include "document/Document.h"
+#include "document/UnsavedCopy.h"
 #include "link/RSComm.h"
 #include "platform/DocumentDialogs.h"
 
@@ -22,6 +23,12 @@ struct FileCommandHooks {
     std::function<void()> showDocumentDate;
     /// The bracket name has changed.
     std::function<void()> showCaption;
+    /// The user's folder for documents; asked for when it is needed.
+    std::function<std::filesystem::path()> documentsFolder;
+    /// A date as the host shows it.
+    std::function<std::string(OleDate)> dateText;
+    /// A passing word for the user: what was done besides, and where it is.
+    std::function<void(const std::string&)> notice;
 };
 
 class FileCommands {
@@ -49,11 +56,15 @@ public:
     /// read.
     Outcome OpenPath(const std::filesystem::path& path);
     /// While ONLINE, the first save after New and Open fetches the settings from the board; without them nothing is
-    /// written, and the values and the date are as before. Asks for a name when there is none, and before the forced
-    /// extension leads to another existing file.
+    /// written, and the values and the date are as before. Where they differ from what the document held, that is kept
+    /// in a set-up file of its own first, beside the target. Asks for a name when there is none, before the forced
+    /// extension leads to another existing file, and before a file is replaced that somebody else has changed.
     Outcome Save();
     /// The new name stays only when the document was written under it.
     Outcome SaveAs();
+    /// Offers the edits that programs had no time to save, one after the other until the user takes one. What the user
+    /// does not take stays for the next time, unless the user gives it up for good.
+    void OfferUnsaved(UnsavedCopy& copies);
     /// The save question before the program ends: true when it may end.
     [[nodiscard]] bool MayClose();
 
@@ -68,7 +79,11 @@ private:
     [[nodiscard]] bool AcceptsLoadedVersion();
     void NameUnholdableValues();
     [[nodiscard]] bool FetchFromBoard();
+    /// Whether the fetched values may stay: what the document held before is kept, or the user does without it.
+    [[nodiscard]] bool KeepBeforeFetch(const Configuration& before);
+    void TellKept();
     Outcome SaveOver(const std::filesystem::path& confirmed);
+    Outcome SaveUnderNewName();
     /// Whether the forced target may be written: it is new, the file `confirmed`, or the user says so.
     [[nodiscard]] bool AcceptsTarget(const std::filesystem::path& confirmed);
     Outcome Write();
@@ -80,7 +95,8 @@ private:
     DocumentDialogs& dialogs_;
     const Clock& clock_;
     FileCommandHooks hooks_;
-    std::size_t openFilter_ = 0; ///< Of the open dialog, as last used.
+    std::size_t openFilter_ = 0; ///< Of the open dialog: the kind of the document's file.
+    std::filesystem::path kept_; ///< The copy made before a fetch, of which the user has not heard yet.
 };
 
 /// The V memory address that an answer means: a whole number, or "V" (either case) and a number, of 1..34463; nothing

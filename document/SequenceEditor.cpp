@@ -50,7 +50,7 @@ std::string LandedEdit::Message() const {
 }
 
 std::string LandedEdit::Verdict() const {
-    const std::string entered = TextOf(edit.index, edit.after) + " for " + ValueName(edit.index);
+    const std::string entered = TextOf(edit.index, edit.after) + " for " + ValueLabel(edit.index);
     const std::string holds = "holds " + CellText() + " now.";
     const std::string unclear = "hat it holds now could not be read clearly.";
     const bool clear = result.onBoard.IsValue();

@@ -148,7 +148,7 @@ std::string_view SeverityName(Severity severity) {
 }
 
 std::string Finding::Place() const {
-    return index ? ValueName(*index) : "sequence " + std::to_string(sequence) + ", Description";
+    return index ? ValueLabel(*index) : "sequence " + std::to_string(sequence) + ", Description";
 }
 
 std::vector<Finding> CheckSetup(const Configuration& record) {

@@ -156,6 +156,8 @@ void frmMain::BuildEntryBox() {
     txtEntry.setObjectName(QStringLiteral("txtEntry"));
     txtEntry.setParent(fgComm[1].viewport());
     txtEntry.setFont(fgComm[1].font());
+    // What the box would cut off would be lost to whoever only walks over it: all that a set-up file holds of a text.
+    txtEntry.setMaxLength(0xFFFF);
     // The program leads to it, and Tab leads out of it by way of its grid.
     txtEntry.setFocusPolicy(Qt::ClickFocus);
     txtEntry.hide();

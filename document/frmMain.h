@@ -55,6 +55,9 @@ public:
     /// closed unstored. Called inside a task or behind a box it does so in the next turn. Costs nothing when the
     /// document does not ask: call it after every command and on every tick, so that no command can forget it.
     void RefillIfAsked();
+    /// Brings the rest of a display that is being rebuilt at once: an entry starts from nothing older than the record,
+    /// and a box stands over nothing empty.
+    void FinishFill();
     /// Call after every change of the mode: while OFFLINE the status tab shows dashes only.
     void ShowOffline();
     /// Written only when it has changed, so that reading, selecting and scrolling are left in peace.
@@ -140,8 +143,6 @@ private:
     Task FillAndFollow();
     void FillRow(int row);
     void ShowCell(int row, int column, const std::string& text);
-    /// Brings the rest at once: what an entry starts from is never older than the record.
-    void FinishFill();
     [[nodiscard]] bool StatusWanted() const override;
     [[nodiscard]] bool RowVisible(int row) const override;
     void ShowNode(int row, const std::string& text) override;

@@ -40,6 +40,12 @@ std::filesystem::path ProgramFolder::File(const std::string& subFolder, const st
     return EntryIgnoringCase(Entry(subFolder), name);
 }
 
+std::filesystem::path ProgramFolder::SupportFile(const std::string& name) const {
+    std::error_code error;
+    std::filesystem::path own = WritableSupportFile(name);
+    return std::filesystem::exists(own, error) ? own : File("Support", name);
+}
+
 std::filesystem::path ProgramFolder::SupportFolder() const {
     std::error_code error;
     const std::filesystem::path support = Entry("Support");

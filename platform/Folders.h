@@ -28,6 +28,11 @@ public:
     [[nodiscard]] std::filesystem::path Entry(const std::string& name) const;
     /// A file that ships with the program, "Support/FaultErrCodes.txt".
     [[nodiscard]] std::filesystem::path File(const std::string& subFolder, const std::string& name) const;
+    /// The user's own data folder, whether or not there is one yet.
+    [[nodiscard]] const std::filesystem::path& UserFolder() const { return userFolder_; }
+    /// A text of the folder "Support" that people may edit: the user's own copy where the program folder cannot be
+    /// written and there is one, otherwise the one that ships with the program.
+    [[nodiscard]] std::filesystem::path SupportFile(const std::string& name) const;
     /// The folder "Support" in effect, where settings and links to serial devices are kept: the program folder's when
     /// that can be written, otherwise the one in the user's data folder.
     [[nodiscard]] std::filesystem::path SupportFolder() const;

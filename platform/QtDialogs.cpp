@@ -1,26 +1,33 @@
 #include "platform/QtDialogs.h"
 
+#include "platform/Folders.h"
 #include "platform/QtScreen.h"
 #include "text/PathText.h"
 
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QFileDialog>
 #include <QGridLayout>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QStandardPaths>
 #include <QString>
 #include <QStringList>
+#include <QToolButton>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <QWindow>
 
 #include <optional>
+#include <system_error>
 
 namespace vantrel {
 
@@ -147,6 +154,36 @@ private:
     QElapsedTimer since_;
 };
 
+/// A question whose initial name is a pattern ("*.sdt") names none.
+bool NamesFile(const FileQuestion& question) {
+    const std::string name = Utf8FromPath(question.initial.filename());
+    return !name.empty() && name.find('*') == std::string::npos;
+}
+
+/// The toolkit's own dialog would delete a whole folder at a key press, and rename or move at a slip of the mouse.
+void KeepFromChangingFolders(QFileDialog& window) { window.setOption(QFileDialog::ReadOnly); }
+
+/// The one change that saving needs. The toolkit's own button for it goes with the others.
+void LetMakeFolders(QFileDialog& window) {
+    auto* buttons = window.findChild<QDialogButtonBox*>();
+    if (!buttons) return;
+    if (auto* tool = window.findChild<QToolButton*>(QStringLiteral("newFolderButton"))) tool->hide();
+    auto* button = buttons->addButton(QObject::tr("New &Folder..."), QDialogButtonBox::ActionRole);
+    button->setAutoDefault(false);
+    QObject::connect(button, &QPushButton::clicked, &window, [&window] {
+        const QString title = QObject::tr("New Folder");
+        const QString name = QInputDialog::getText(&window, title, QObject::tr("Name of the new folder:")).trimmed();
+        if (name.isEmpty()) return;
+        const QDir folder = window.directory();
+        if (folder.exists(name) || folder.mkpath(name)) {
+            window.setDirectory(folder.filePath(name));
+        } else {
+            QMessageBox::warning(&window, title,
+                                 QObject::tr("The folder \"%1\" cannot be made here.").arg(folder.filePath(name)));
+        }
+    });
+}
+
 } // namespace
 
 /// Counts a box as open for as long as it lives.
@@ -210,6 +247,30 @@ std::optional<FileChoice> QtDialogs::OpenFile(const FileQuestion& question) { re
 
 std::optional<FileChoice> QtDialogs::SaveFile(const FileQuestion& question) { return AskFile(question, true); }
 
+std::filesystem::path QtDialogs::StartFolder(const FileQuestion& question, bool saving) const {
+    if (NamesFile(question)) return question.initial.parent_path();
+    // Not where the program happens to have been started, nor where its samples are kept from everybody.
+    if (saving && (lastFolder_.empty() || !FolderIsWritable(lastFolder_))) {
+        const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        return PathFromUtf8((QDir(documents).exists() ? documents : QDir::homePath()).toStdString());
+    }
+    if (!lastFolder_.empty()) return lastFolder_;
+    std::error_code error;
+    return std::filesystem::is_directory(samples_, error) ? samples_ : question.initial.parent_path();
+}
+
+int QtDialogs::RunWithSamples(QFileDialog& window) const {
+    const QList<QUrl> places = window.sidebarUrls();
+    const QUrl samples = QUrl::fromLocalFile(Text(Utf8FromPath(samples_)));
+    std::error_code error;
+    if (std::filesystem::is_directory(samples_, error) && !places.contains(samples))
+        window.setSidebarUrls(places + QList<QUrl>{samples});
+    const int result = window.exec();
+    // The toolkit would remember it for every program of this user.
+    window.setSidebarUrls(places);
+    return result;
+}
+
 std::optional<FileChoice> QtDialogs::AskFile(const FileQuestion& question, bool saving) {
     if (silent_) return std::nullopt;
     const Up up(*this);
@@ -222,18 +283,12 @@ std::optional<FileChoice> QtDialogs::AskFile(const FileQuestion& question, bool 
         filters << Text(filter.name);
     window.setNameFilters(filters);
     window.selectNameFilter(filters.value(static_cast<qsizetype>(question.filter)));
-    const std::string name = Utf8FromPath(question.initial.filename());
-    const bool namesFile = !name.empty() && name.find('*') == std::string::npos;
-    const std::filesystem::path folder =
-        namesFile || lastFolder_.empty() ? question.initial.parent_path() : lastFolder_;
-    if (!folder.empty()) {
-        window.setDirectory(Text(Utf8FromPath(folder)));
-    } else if (saving) {
-        // Not where the program happens to have been started.
-        window.setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    }
-    if (namesFile) window.selectFile(Text(name));
-    if (window.exec() != QDialog::Accepted) return std::nullopt;
+    KeepFromChangingFolders(window);
+    if (saving) LetMakeFolders(window);
+    const std::filesystem::path folder = StartFolder(question, saving);
+    if (!folder.empty()) window.setDirectory(Text(Utf8FromPath(folder)));
+    if (NamesFile(question)) window.selectFile(Text(Utf8FromPath(question.initial.filename())));
+    if (RunWithSamples(window) != QDialog::Accepted) return std::nullopt;
     const qsizetype chosen = filters.indexOf(window.selectedNameFilter());
     const std::filesystem::path path = PathFromUtf8(window.selectedFiles().value(0).toStdString());
     lastFolder_ = path.parent_path();

@@ -4,6 +4,7 @@
 
 #include "platform/DocumentDialogs.h"
 
+#include <QFileDialog>
 #include <QWidget>
 
 #include <chrono>
@@ -22,6 +23,9 @@ public:
     /// Where file dialogs begin when the question names no file; empty: where the host begins. Follows the user's
     /// choices.
     void SetLastFolder(std::filesystem::path folder) { lastFolder_ = std::move(folder); }
+    /// A folder that every file dialog of the toolkit's own offers at its side; opening begins there as long as there
+    /// is no last folder.
+    void SetSamplesFolder(std::filesystem::path folder) { samples_ = std::move(folder); }
     [[nodiscard]] const std::filesystem::path& LastFolder() const { return lastFolder_; }
     /// A box of the program is on the screen.
     [[nodiscard]] bool BoxUp() const { return open_ > 0; }
@@ -39,10 +43,14 @@ public:
 private:
     class Up;
     std::optional<FileChoice> AskFile(const FileQuestion& question, bool saving);
+    /// Where a question that names no file begins; empty: where the host does.
+    [[nodiscard]] std::filesystem::path StartFolder(const FileQuestion& question, bool saving) const;
+    int RunWithSamples(QFileDialog& window) const;
 
     QWidget* owner_ = nullptr;
     std::function<void()> onClosed_;
     std::filesystem::path lastFolder_;
+    std::filesystem::path samples_;
     std::chrono::milliseconds quietTime_{300};
     bool silent_ = false;
     int open_ = 0;

@@ -28,7 +28,7 @@ std::string FileName(const std::filesystem::path& file) { return Utf8FromPath(fi
 } // namespace
 
 BoardFiles BoardFilesOf(const ProgramFolder& folder) {
-    return {folder.File("Support", "FaultErrCodes.txt"), folder.File("Support", "CommErrCodes.txt")};
+    return {folder.SupportFile("FaultErrCodes.txt"), folder.SupportFile("CommErrCodes.txt")};
 }
 
 TaskOf<bool> BoardMonitor::ReadAll(std::vector<int> bytes, Take take) {

@@ -41,9 +41,9 @@ TEST(CellBlock, TakesASpreadsheetsTextByTheRulesOfTheSingleCells) {
 
 TEST(CellBlock, RefusesTheWholeBlockAndNamesEveryCell) {
     EXPECT_EQ(Pasted("1\t120\n2\t121\n", {0, 1, 0, 1}),
-              ValueName(1) + ": \"1\": Only a Number Between 2 and 32 can be Entered\n" + ValueName(9) +
+              ValueLabel(1) + ": \"1\": Only a Number Between 2 and 32 can be Entered\n" + ValueLabel(9) +
                   ": \"121\": Only a Number Between 0 and 120 can be Entered\n\nNothing was stored.");
-    EXPECT_EQ(Pasted("AH", {0, 0, 3, 3}).substr(0, 40), (ValueName(4) + ": \"AH\": Invalid procedure").substr(0, 40));
+    EXPECT_EQ(Pasted("AH", {0, 0, 3, 3}).substr(0, 40), (ValueLabel(4) + ": \"AH\": Invalid procedure").substr(0, 40));
     // What would fall off the grid is not lost silently; empty cells beyond it are nothing.
     EXPECT_EQ(Pasted("V1\t5\t\n", {30, 30, LastField, LastField}),
               "line 1, cell 2: \"5\": The grid ends before it\n\nNothing was stored.");

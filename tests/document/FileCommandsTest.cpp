@@ -80,7 +80,11 @@ protected:
              },
          .showDocumentDate =
              [this] { dates += document.IsUnnamed ? "-\n" : IsoText(document.CurrentConfiguration.SavedDate) + "\n"; },
-         .showCaption = [this] { dialogs.trace += document.BracketName + ";"; }}};
+         .showCaption = [this] { dialogs.trace += document.BracketName + ";"; },
+         .documentsFolder = [this] { return folder / "documents"; },
+         .dateText = [](OleDate date) { return IsoText(date); },
+         .notice = [this](const std::string& text) { notice = text; }}};
+    std::string notice;
 };
 
 TEST_F(FileCommandsTest, NewAndOpenAndExitObeyTheAnswerToTheSaveQuestion) {
@@ -299,7 +303,7 @@ TEST_F(FileCommandsTest, ValuesThatNoDownloadCanCarryAreNamedOnOpening) {
         record.SetValue(i, i % 2 == 0 ? -1 : 65536);
     files.OpenPath(folder / Stored("odd.sdt", record));
     ASSERT_EQ(dialogs.boxes.shown.size(), 1U);
-    EXPECT_NE(LastText().find("\nstatus stack address: -1\nsequence 0, NodeNumber: 65536\n"), std::string::npos);
+    EXPECT_NE(LastText().find("\nstatus stack address: -1\nsequence 0, Node #: 65536\n"), std::string::npos);
     EXPECT_NE(LastText().find("\nand 3 more"), std::string::npos) << LastText();
 }
 
@@ -330,6 +334,47 @@ TEST_F(FileCommandsTest, TheFirstSaveWhileOnlineStoresWhatTheBoardHoldsOrNothing
     EXPECT_EQ(dates.substr(dates.rfind('\n', dates.size() - 2) + 1), "2026-03-14T10:05:07\n");
 }
 
+TEST_F(FileCommandsTest, WhatAFetchReplacesIsKeptBesideOrTheUserGivesItUp) {
+    GoOnline();
+    WriteText(folder / "plant before fetch.sdt", "precious");
+    for (const std::string copy : {"plant before fetch 2.sdt", "documents/unnamed before fetch.sdt"}) {
+        document.New();
+        document.CurrentConfiguration.SetValue(1, 7);
+        Choose("plant.sdt");
+        const bool named = copy.starts_with("plant");
+        EXPECT_EQ(named ? files.SaveAs() : files.Save(), Outcome::Done);
+        EXPECT_EQ(ParseSetupFile(ReadWholeFile(folder / copy)).Value(1), 7) << copy;
+        EXPECT_EQ(ParseSetupFile(ReadWholeFile(folder / copy)).Value(2), 0) << copy;
+        EXPECT_NE(notice.find(fs::path(copy).filename().string() + "\""), std::string::npos) << notice;
+    }
+    EXPECT_EQ(FileText(folder / "plant before fetch.sdt"), "precious");
+    fs::remove_all(folder / "documents");
+    WriteText(folder / "documents", "no folder");
+    for (const MessageAnswer answer : {MessageAnswer::No, MessageAnswer::Yes}) {
+        document.New();
+        document.CurrentConfiguration.SetValue(1, 7);
+        Answer({answer});
+        EXPECT_EQ(files.Save(), answer == MessageAnswer::Yes ? Outcome::Done : Outcome::Failed);
+        EXPECT_EQ(document.CurrentConfiguration.Value(2), answer == MessageAnswer::Yes ? 99 : 0);
+        EXPECT_NE(LastText().find("no copy could be made"), std::string::npos);
+    }
+}
+
+TEST_F(FileCommandsTest, AFileThatSomebodyElseHasChangedIsReplacedOnlyAfterYes) {
+    files.OpenPath(folder / Stored("plant.sdt", DefaultRecord("VANTREL_R1.0.0", {})));
+    for (const MessageAnswer answer : {MessageAnswer::No, MessageAnswer::Yes}) {
+        WriteText(folder / "plant.sdt", "theirs");
+        Answer({answer});
+        EXPECT_EQ(files.Save(), answer == MessageAnswer::Yes ? Outcome::Done : Outcome::Cancelled);
+        EXPECT_EQ(FileText(folder / "plant.sdt") == "theirs", answer == MessageAnswer::No);
+    }
+    Answer({});
+    EXPECT_EQ(files.Save(), Outcome::Done);
+    fs::remove(folder / "plant.sdt");
+    EXPECT_EQ(files.Save(), Outcome::Done);
+    EXPECT_EQ(person.trace, "[plant.sdt];[plant.sdt];") << "nobody's work is lost";
+}
+
 TEST_F(FileCommandsTest, TheUserIsToldWhereTheForcedExtensionLeads) {
     fs::create_directory(folder / "my.dir");
     Choose("my.dir/plant");
@@ -342,6 +387,27 @@ TEST_F(FileCommandsTest, TheUserIsToldWhereTheForcedExtensionLeads) {
     EXPECT_EQ(files.OpenPath(folder / Stored("my.dir/typed", document.DefaultConfiguration)), Outcome::Done);
     EXPECT_EQ(files.Save(), Outcome::Done);
     EXPECT_EQ(document.OwnFile, folder / "my.dir/typed.sdt") << "a name on the command line stays in its folder";
+}
+
+TEST_F(FileCommandsTest, TheDateSaysWhatItIsTheDateOfAndWhetherThatIsStillSo) {
+    const auto said = [&] { return document.DateText("D"); };
+    document.New();
+    EXPECT_EQ(said(), "");
+    document.CurrentConfiguration.SetAddressType(4, "H");
+    EXPECT_EQ(said(), "Not saved");
+    files.OpenPath(folder / Stored("plant.sdt", document.DefaultConfiguration));
+    EXPECT_EQ(said(), "Saved D");
+    document.CurrentConfiguration.SetAddressType(4, "H");
+    EXPECT_EQ(said(), "Saved D, changed since");
+    clock.Advance(std::chrono::hours(1));
+    document.CurrentConfiguration.SavedDate = OleDate::FromLocal(clock.LocalNow());
+    document.FromBoard = true;
+    EXPECT_EQ(said(), "Upload of D, not saved");
+    WriteText(folder / "old.vtl", "a,b,c,500,e,f,g,h,i\nN2\n");
+    document.ImportTextFile(folder / "old.vtl");
+    EXPECT_EQ(said(), "Import of D, not saved");
+    document.TakeUnsaved(document.DefaultConfiguration, {});
+    EXPECT_EQ(said(), "Recovered, not saved");
 }
 
 } // namespace

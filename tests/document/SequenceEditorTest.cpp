@@ -96,11 +96,11 @@ TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged
          [this] {
              if (Flag() == 0 && Word() == 416) board.PokeWord(SendToNodeOf1, 418, clock.Now());
          },
-         "1A2H", "The board confirmed 1A0H for sequence 1, SendToNode, but holds 1A2H now.\nEnter it once more."},
+         "1A2H", "The board confirmed 1A0H for sequence 1, To Node, but holds 1A2H now.\nEnter it once more."},
         {"a board that spoils an echo of the value twice", once(atFlag, spoilTwoEchoes), "20H",
-         "The board did not confirm 1A0H for sequence 1, SendToNode.\nIt holds 20H now."},
+         "The board did not confirm 1A0H for sequence 1, To Node.\nIt holds 20H now."},
         {"a board that spoils an echo of the flag's end twice", once(atValue, spoilTwoEchoes), "1A0H",
-         "The board holds 1A0H for sequence 1, SendToNode, but did not confirm all steps of the entry.\n"
+         "The board holds 1A0H for sequence 1, To Node, but did not confirm all steps of the entry.\n"
          "Its B105 may be left at 1."},
         {"a link that is taken up again between the flags", once(atFlag, reconnect), "1A0H",
          "\nThe link was lost and taken up again in the middle of it."},
@@ -108,7 +108,7 @@ TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged
          once(atValue, [this] { board.AddFault({.kind = FaultKind::DoubledByte}); }), "1A0H",
          "could not be read clearly.\nIts B105 may be left at 1."},
         {"a link that dies between the flags", once(atFlag, [this] { port.CutLine(); }), "1A0H",
-         "The link failed before the board had confirmed 1A0H for sequence 1, SendToNode.\nIts B105 may be left at 1.",
+         "The link failed before the board had confirmed 1A0H for sequence 1, To Node.\nIts B105 may be left at 1.",
          true},
     };
     for (const Case& one : cases) {
@@ -143,7 +143,7 @@ TEST_F(SequenceEditorTest, AnotherDocumentIsNotMarkedAndWhatWasNotSentIsTold) {
     EXPECT_FALSE(editor.Unconfirmed(11));
     ASSERT_EQ(landed.size(), 2U);
     EXPECT_EQ(landed.back().Message(),
-              "The link failed before the board had confirmed W42 for sequence 2, SendToNode.\n"
+              "The link failed before the board had confirmed W42 for sequence 2, To Node.\n"
               "Enter it once more when ONLINE again.");
 }
 

@@ -23,8 +23,12 @@ TEST(ProgramFolder, FindsSubFoldersAndFilesWithoutRegardToCase) {
     EXPECT_TRUE(equivalent(program.File("Support", "FaultErrCodes.txt"), home / "SUPPORT" / "faulterrcodes.TXT"));
     EXPECT_TRUE(equivalent(program.WritableSupportFile("RSPort.cfg"), home / "SUPPORT" / "RSPORT.CFG"));
     EXPECT_EQ(program.Entry("Help"), home / "Help") << "what is not there yet keeps the name that it will get";
-    EXPECT_EQ(ProgramFolder(home / "no such folder", home / "user").WritableSupportFile("RSPort.cfg"),
-              home.Path() / "user" / "Support" / "RSPort.cfg");
+    const ProgramFolder other(home / "no such folder", home / "user");
+    EXPECT_EQ(other.WritableSupportFile("RSPort.cfg"), home.Path() / "user" / "Support" / "RSPort.cfg");
+    EXPECT_EQ(other.SupportFile("FaultErrCodes.txt").parent_path().parent_path(), home / "no such folder");
+    std::filesystem::create_directories(home / "user" / "Support");
+    WriteText(home / "user" / "Support" / "FaultErrCodes.txt", "");
+    EXPECT_EQ(other.SupportFile("FaultErrCodes.txt").parent_path().parent_path(), home / "user") << "the user's own";
 }
 
 TEST(SerialDevice, HasOnWindowsTheNameThatPeopleThereTypeForIt) {

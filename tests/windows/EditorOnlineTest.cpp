@@ -105,7 +105,7 @@ TEST_F(EditorTest, AnEntryThatTheBoardMakesItsOwnOfComesBack) {
     const auto makesItsOwn = [this] {
         if (Flag() == 0 && Word(16384 + 512 + 6) == 416) board.PokeWord(16384 + 512 + 6, 418, clock.Now());
     };
-    const Texts told{"VANTREL Configuration|The board confirmed 1A0H for sequence 1, SendToNode, but holds 1A2H now.\n"
+    const Texts told{"VANTREL Configuration|The board confirmed 1A0H for sequence 1, To Node, but holds 1A2H now.\n"
                      "Enter it once more."};
     GoOnline();
     line.onByte = makesItsOwn;
@@ -147,7 +147,7 @@ TEST_F(EditorTest, EntriesOnALinkThatDiesAreKeptAndToldOfTogether) {
     Activate();
     ASSERT_EQ(user.shown.size(), 2U);
     EXPECT_EQ(user.shown.front(), CableWarning);
-    for (const char* name : {"17 for sequence 1, SendWordCount", "18 for sequence 2"})
+    for (const char* name : {"17 for sequence 1, # Send", "18 for sequence 2"})
         EXPECT_NE(user.shown.back().find(name), std::string::npos) << user.shown.back();
     EXPECT_EQ(Value(9), 17);
     EXPECT_EQ(Cell(2, 2), "17");

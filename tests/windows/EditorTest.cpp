@@ -200,6 +200,14 @@ TEST_F(EditorTest, TheKeyboardAloneOpensAndLeavesAndDescriptionsFitTheFile) {
         EXPECT_EQ(Grid().CurrentRow(), row);
         EXPECT_TRUE(Grid().VisibleRows().Contains(row));
     }
+    const std::string longest(0xFFFF, 'x');
+    Doc().CurrentConfiguration.SetNodeDescription(5, longest);
+    Doc().ReloadDisplay = true;
+    Tick();
+    Settle();
+    Click(6, 2);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Doc().CurrentConfiguration.NodeDescription(5), longest) << "nothing is cut off by walking over it";
 }
 
 } // namespace

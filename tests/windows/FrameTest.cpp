@@ -228,6 +228,48 @@ TEST_F(FrameTest, DownloadAndUploadAskAndGoOnlineWhenTheUserWants) {
     EXPECT_TRUE(frame->State().refreshTargetStatus);
 }
 
+TEST_F(FrameTest, AFileDialogCannotChangeFoldersAndLeadsToTheSamples) {
+    std::filesystem::create_directories(folder / "samples" / "precious");
+    frame->Boxes().SetSamplesFolder(folder / "samples");
+    for (const bool saving : {false, true}) {
+        std::string began;
+        QTimer::singleShot(0, frame.get(), [&] {
+            const auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            began = dialog->directory().dirName().toStdString();
+            auto* list = dialog->findChild<QAbstractItemView*>(QStringLiteral("listView"));
+            list->setFocus();
+            list->selectAll();
+            EXPECT_TRUE(dialog->testOption(QFileDialog::ReadOnly));
+            QTest::keyClick(list, Qt::Key_Delete);
+        });
+        (void)(saving ? frame->Boxes().SaveFile({}) : frame->Boxes().OpenFile({}));
+        EXPECT_EQ(began == "samples", !saving);
+        EXPECT_TRUE(std::filesystem::exists(folder / "samples" / "precious"));
+    }
+}
+
+TEST_F(FrameTest, UnsavedEditsAreOfferedAtTheNextStartAndGoWithACleanEnd) {
+    const auto kept = [&] { return std::filesystem::exists(folder / "user" / "Unsaved"); };
+    ChangeDocument("500");
+    clock.Advance(std::chrono::minutes(2));
+    Tick();
+    EXPECT_EQ(DateShown(), "Not saved");
+    EXPECT_TRUE(kept());
+    for (const std::deque<QMessageBox::StandardButton>& answers : {std::deque{No, No}, std::deque{Yes}}) {
+        Start();
+        Answer(answers);
+        frame->OfferUnsaved();
+        EXPECT_EQ(user.shown.size(), answers.size());
+        EXPECT_TRUE(user.shown[0].starts_with("Unsaved Edits|")) << user.shown[0];
+        EXPECT_EQ(Value(0), answers.front() == Yes ? 500 : 1);
+    }
+    EXPECT_EQ(DateShown(), "Recovered, not saved");
+    Answer({No});
+    frame->close();
+    EXPECT_FALSE(kept());
+}
+
 TEST_F(FrameTest, ClosingWithChangesObeysTheAnswer) {
     struct Case {
         QMessageBox::StandardButton answer;
@@ -257,7 +299,7 @@ TEST_F(FrameTest, ACloseThatComesAtABadMomentWaitsForTheNextTick) {
         bool cut;
         std::size_t boxes;
     };
-    for (const Case& one : {Case{false, false, 1}, Case{true, false, 1}, Case{false, true, 3}, Case{true, true, 3}}) {
+    for (const Case& one : {Case{false, false, 1}, Case{true, false, 1}, Case{false, true, 4}, Case{true, true, 4}}) {
         SCOPED_TRACE(testing::Message() << one.inBox << one.cut);
         Start();
         GoOnline();

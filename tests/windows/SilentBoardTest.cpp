@@ -160,11 +160,11 @@ TEST_F(SilentBoardTest, WhatATransferMayHaveLeftBehindIsTold) {
     };
     const std::string again = "VANTREL|These values had to be sent a second time before the board confirmed them. ";
     for (const Case& one :
-         {Case{Qt::Key_D, fault(FaultKind::LostByte), 2, again, "sequence 14, SendWordCount: B23807"},
+         {Case{Qt::Key_D, fault(FaultKind::LostByte), 2, again, "sequence 14, # Send: B23807"},
           Case{Qt::Key_D, [this](frmProcessing&) { board.AddFault({.kind = FaultKind::WrongEcho}); }, 3,
                "VANTREL|These values were not confirmed by the board. Download again:\n", "B105"},
           Case{Qt::Key_U, [this](frmProcessing&) { board.AddFault({.kind = FaultKind::DoubledByte}); }, 2,
-               "VANTREL|These values were not read reliably. Upload again:\n", "sequence 14, SendFromTI"},
+               "VANTREL|These values were not read reliably. Upload again:\n", "sequence 14, From TI"},
           Case{Qt::Key_D, reopen, 4, CableWarning, "The link was lost and taken up again"},
           Case{Qt::Key_D, giveUp, 2, "VANTREL|B105 of the board, which is 1 while a download runs, may have been left",
                "B105"},
