@@ -28,6 +28,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -65,6 +66,12 @@ public:
     [[nodiscard]] Task Written() { return edits_.Written(); }
     /// A transfer has shown that the board holds value `index` as the document has it.
     void Confirm(std::size_t index) { edits_.Confirm(index); }
+    /// Called when the user asks to see the sequence of a row of the status tab.
+    void SetOnSequenceChosen(std::function<void()> onSequenceChosen) {
+        onSequenceChosen_ = std::move(onSequenceChosen);
+    }
+    /// Brings the rest of the visible grid at once: what an entry starts from is never older than the record.
+    void FinishFill();
     /// Scrolls to the row of the selected sequence and selects it; call when another window has changed the number.
     void ShowSelectedSequence();
 
@@ -92,6 +99,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -121,8 +129,6 @@ private:
     Task FillAndFollow();
     void FillRow(int row);
     void ShowCell(int row, int column, const std::string& text);
-    /// Brings the rest at once: what an entry starts from is never older than the record.
-    void FinishFill();
     [[nodiscard]] bool StatusWanted() const override;
     [[nodiscard]] bool RowVisible(int row) const override;
     void ShowNode(int row, const std::string& text) override;
@@ -182,6 +188,8 @@ private:
     void GridTab(bool forward);
     bool CellsEvent(QEvent& event);
     void CellClicked(QtFormatGrid& grid);
+    /// The sequence of the current row, on the status tab.
+    void ChooseSequence();
     bool TabsEvent(QEvent& event);
     bool DefaultButtonKey(QKeyEvent& key);
 
@@ -190,6 +198,7 @@ private:
     TurnQueue& turns_;
     Dialogs& dialogs_;
     std::int16_t& selectedSequence_;
+    std::function<void()> onSequenceChosen_;
     QStackedLayout* grids_; ///< Qt's, as a part of the window's layout.
     QLabel heading_;
     QLabel hint_;
