@@ -44,6 +44,8 @@ public:
     frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std::string fixedDevice = {});
     ~frmMDIMain() override;
 
+    /// OpenFile(), as soon as the window has its place on the screen: what there is to tell stands over it.
+    void OpenFileWhenShown(const std::filesystem::path& path);
     /// Opens a file that was named on the command line or dropped. Refuses politely while a modal window is up.
     void OpenFile(const std::filesystem::path& path);
     /// Shows what no procedure trapped; call from inside a catch clause. The program goes on.
@@ -64,6 +66,7 @@ public:
     QAction* mnuFileDownloadProgram = nullptr;
     QAction* mnuFileDownload = nullptr;
     QAction* mnuFilePrint = nullptr;
+    QAction* mnuFileReportPdf = nullptr;
     QAction* mnuFileExit = nullptr;
     QMenu* mnuEdit = nullptr;
     QAction* mnuEditOfflineEditing = nullptr;
@@ -74,6 +77,7 @@ public:
     QAction* mnuViewOffline = nullptr;
     QAction* mnuViewTargetBoardStatus = nullptr;
     QAction* mnuViewCommStatus = nullptr;
+    QAction* mnuViewMainDisplay = nullptr;
     QMenu* mnuHelp = nullptr;
     QAction* mnuHelpHelpTopics = nullptr;
     QAction* mnuHelpAbout = nullptr;
@@ -86,6 +90,7 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -105,6 +110,9 @@ private:
     void FitToChild();
     /// A passing word to the user in the first panel, which the system message gives way to for a while.
     void Notice(const QString& text);
+    void ShowPanel(const QString& text);
+    /// The status bar's room is the message's first; date and time give way to it.
+    void FitPanels();
     void ShowCaption();
     void ShowDocumentDate();
     void ShowDateAndTime();
@@ -131,9 +139,17 @@ private:
     void SayGoodbye() noexcept;
 
     // The report (frmMDIMainReport.cpp)
-    /// Where there is no printer: a PDF file of the user's choice; none when the user cancelled.
-    std::unique_ptr<Printer> AskPdf(const std::string& title);
-    Task ReportJob(Printer& printer);
+    /// Where a report goes, and what to say when it has gone there; no printer when the user cancelled.
+    struct Target {
+        std::unique_ptr<Printer> printer{};
+        std::string done{};
+    };
+    void PrintTo(const std::function<Target(const std::string& title)>& ask);
+    /// The default printer; where none is, the user chooses among those that there are.
+    Target AskPrinter(const std::string& title);
+    /// A PDF file of the user's choice; `asked` titles the question.
+    Target AskPdf(const std::string& title, const std::string& asked);
+    Task ReportJob(Printer& printer, bool& printed);
 
     // Help (frmMDIMainHelp.cpp)
     void ShowHelp(const std::string& topic);
@@ -153,6 +169,7 @@ private:
     void FileDownloadProgram();
     void FileDownload();
     void FilePrint();
+    void FileReportPdf();
     void FileExit();
     void EditOfflineEditing();
     void EditCommPort();
@@ -164,6 +181,7 @@ private:
     /// Shows one of the views until it is closed; it hears of every change of the mode.
     template <typename View, typename Show> void ShowView(View& view, Show show);
     void ViewCommStatus();
+    void ViewMainDisplay();
     void HelpHelpTopics();
     void HelpAbout();
     void AfterFileCommand();
@@ -202,6 +220,7 @@ private:
     MonotonicTime noticeUntil_{};
     bool shownOnline_ = false;
     bool wantOnline_ = false; ///< What the mode is on its way to.
+    int wishes_ = 0; ///< How often that has changed.
     bool transferring_ = false;
     std::optional<TransferMode> pendingTransfer_; ///< Begins when the mode has been applied.
     bool askingStackAddress_ = false;

@@ -8,6 +8,7 @@
 #include "views/frmTargetBoard.h"
 
 #include <QApplication>
+#include <QWindow>
 
 #include <utility>
 
@@ -50,6 +51,19 @@ private:
 
 } // namespace
 
+void frmMDIMain::OpenFileWhenShown(const std::filesystem::path& path) {
+    // The window manager has placed it a moment after it is on the screen.
+    constexpr int placing = 100;
+    const bool shown = windowHandle() && windowHandle()->isExposed();
+    QTimer::singleShot(placing, this, [this, path, shown] {
+        if (shown) {
+            OpenFile(path);
+        } else {
+            OpenFileWhenShown(path);
+        }
+    });
+}
+
 void frmMDIMain::OpenFile(const std::filesystem::path& path) {
     if (QApplication::activeModalWidget() || !Idle() || pendingTransfer_) {
         QApplication::beep();
@@ -59,6 +73,8 @@ void frmMDIMain::OpenFile(const std::filesystem::path& path) {
         return;
     }
     if (!editor_->FinishEntry()) return;
+    // Whatever there is to tell stands over a filled editor.
+    editor_->FinishFill();
     files_.OpenPath(path);
     AfterFileCommand();
 }
@@ -163,9 +179,15 @@ void frmMDIMain::ViewTargetBoardStatus() {
 void frmMDIMain::ViewCommStatus() {
     if (!editor_->FinishEntry()) return;
     frmCommInterface view(
-        program_.document, link_, turns_, dialogs_, program_.SelectedSequence, [this] { ApplyMode(); }, this);
+        program_.document, link_, turns_, dialogs_, clock_, program_.SelectedSequence, [this] { ApplyMode(); }, this);
     ShowView(view, [&] { view.InitializeForm(); });
     editor_->ShowSelectedSequence();
+}
+
+void frmMDIMain::ViewMainDisplay() {
+    QMdiSubWindow& child = *childWindows_[0];
+    if (child.isMinimized()) child.showNormal();
+    children_->setActiveSubWindow(&child);
 }
 
 } // namespace vantrel

@@ -119,6 +119,7 @@ bool frmMDIMain::TransferInWindow(TransferMode mode) {
         return window.RunModal();
     }();
     background_.NoteReached(result.alsoReached);
+    if (result.flagLeft) background_.NoteFlagLeft();
     for (std::size_t index = 0; index < result.walked && !result.reconnected; ++index) {
         if (!std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), index)) editor_->Confirm(index);
     }
@@ -148,7 +149,7 @@ void frmMDIMain::ShowResult(TransferMode mode, const frmProcessing::Result& resu
         Warn("The link was lost and taken up again in the middle of the transfer. What the board lost in between is "
              "unknown.\nTransfer again.");
     }
-    // A failed link has been told already.
+    // After a failed link, of which there were boxes enough, it stands below the system message.
     if (result.flagLeft && !result.failed) {
         Warn("B105 of the board, which is 1 while a download runs, may have been left at 1. The next transfer sets it "
              "to 0.");

@@ -17,7 +17,6 @@
 
 #include <QApplication>
 #include <QMessageBox>
-#include <QTimer>
 
 #include <algorithm>
 #include <fstream>
@@ -250,8 +249,7 @@ int main(int argc, char** argv) {
         frame.Link().SetTrafficLog(&trace);
     }
     frame.show();
-    // From the event loop, so that whatever goes wrong meets the last handler.
-    if (!options.file.empty()) QTimer::singleShot(0, &frame, [&] { frame.OpenFile(PathFromUtf8(options.file)); });
+    if (!options.file.empty()) frame.OpenFileWhenShown(PathFromUtf8(options.file));
     const int code = Application::exec();
     application.SetFrame(nullptr);
     return code;

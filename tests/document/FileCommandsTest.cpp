@@ -25,8 +25,9 @@ public:
         return boxes.Show(box);
     }
     std::optional<std::string> AskText(const std::string& title, const std::string& text,
-                                       const std::string& initialText) override {
+                                       const std::string& initialText, const std::string& note) override {
         trace += title + ";";
+        whose = note;
         prompt = text;
         initial = initialText;
         return answer;
@@ -45,7 +46,7 @@ public:
     ScriptedDialogs boxes;
     std::optional<std::string> answer;
     std::optional<FileChoice> choice;
-    std::string trace, prompt, initial;
+    std::string trace, prompt, initial, whose;
     FileQuestion asked;
 };
 
@@ -150,7 +151,7 @@ TEST_F(FileCommandsTest, TheStackAddressIsAskedForByNewAndWrittenThroughWhileOnl
     turns.RunToEnd(files.AskStatusStackAddress());
     EXPECT_EQ(person.trace, "[unnamed];TI Status Stack Address;");
     EXPECT_EQ(dates, "-\n");
-    EXPECT_EQ(person.initial, "V77") << "what the board holds";
+    EXPECT_EQ(person.initial + person.whose, "V77This is the address that the board holds.");
     EXPECT_EQ(person.prompt, "The TI-505 Communications Status Stack Address is the starting address of 32 consecutive "
                              "V memory locations. \n\nThe first V memory location is a Watchdog toggle from the "
                              "K5216-505. The remainder are the communication status of the respective 31 Comm "
@@ -171,7 +172,7 @@ TEST_F(FileCommandsTest, TheStackAddressIsAskedForByNewAndWrittenThroughWhileOnl
         Answer({});
         person.answer = refused;
         turns.RunToEnd(files.AskStatusStackAddress());
-        EXPECT_EQ(person.initial, "V500") << "OFFLINE the record's own";
+        EXPECT_EQ(person.initial + person.whose, "V500This is the address of the set-up.");
         EXPECT_EQ(person.trace, "TI Status Stack Address;TI Status Stack Address;") << refused;
         EXPECT_EQ(LastText(), "Only a V Memory Space Address Between 1 and 34463 can be Entered");
     }

@@ -131,6 +131,14 @@ TEST_F(LinkTest, ABitWhoseByteCannotBeReadIsNotWritten) {
     EXPECT_EQ(port.unexpected, 0);
 }
 
+TEST_F(LinkTest, AGoodbyeThatComesSpoiledToABoardInWriteModeIsToldAsWell) {
+    GoOnline();
+    port.Expect({{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x21, 0x21}, {0x05, 0x05}, {0xFF, 0x7F}});
+    EXPECT_TRUE(Write("B33", "5").Confirmed());
+    Close();
+    EXPECT_EQ(link.TakeMayHaveReached(), (std::vector<std::uint16_t>{0x7FFF, 0xFF7F}));
+}
+
 TEST_F(LinkTest, TheRepeatOfABitWriteSendsTheByteOfTheFirstGoodRead) {
     GoOnline();
     // The echo of the low byte is lost; the sync byte that asks again lands as data.

@@ -284,6 +284,7 @@ TEST_F(BoardMonitorTest, AWriteIsDoneWhenTheBoardHoldsIt) {
     Spoil(FaultKind::WrongEcho, 2);
     EXPECT_EQ(turns.RunToEnd(monitor.WriteSetup(0, "11")), WriteOutcome::NotConfirmed);
     EXPECT_EQ(setup[0], "10");
+    EXPECT_FALSE(monitor.MayHaveReached().empty());
     // The board's clock goes on between a write and its look.
     onByte = [&] {
         if (board.Peek(ClockSecondByte, clock.Now()) == 59) clock.Advance(std::chrono::seconds(1));

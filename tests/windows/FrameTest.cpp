@@ -56,10 +56,10 @@ TEST_F(FrameTest, MenusAndButtonsStandInOrderAndEveryAccessKeyIsUniqueInItsMenu)
     EXPECT_EQ(captions(*frame->menuBar()), "&File|&Edit|&View|&Help|");
     EXPECT_EQ(captions(*frame->mnuFile),
               "&New...|&Open...|&Save|Save &As...|-|&Upload (save) Settings|Download P&rogram|"
-              "&Download (restore) Settings|-|&Print Report...|-|E&xit|");
+              "&Download (restore) Settings|-|&Print Report...|-|Report to PD&F File...|-|E&xit|");
     EXPECT_EQ(captions(*frame->mnuEdit), "Enable &Offline Editing|-|Co&mm Port|-|TI Status Stack &Address|");
     EXPECT_EQ(captions(*frame->mnuView),
-              "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|");
+              "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|-|&Main Display|");
     EXPECT_EQ(captions(*frame->mnuHelp), "&Help Topics|-|&About VANTREL|");
     std::string toolTips;
     for (const QAction* button : frame->Toolbar1->actions().first(14))
@@ -322,6 +322,8 @@ TEST_F(FrameTest, ATransferOverACutLineSaysSoOnceAndTheFrameStaysUsable) {
         Menu(Qt::Key_F, entry);
         EXPECT_EQ(user.shown, (Boxes{entry == Qt::Key_D ? DownloadAsked : UploadAsked, CableWarning, NotComplete}));
         EXPECT_EQ(Mode(), "OFFLINE");
+        Tick();
+        EXPECT_EQ(frame->State().systemMessage.find("B105") != std::string::npos, entry == Qt::Key_D);
         EXPECT_EQ(Value(0), 500);
         Answer({Yes, Yes});
         Menu(Qt::Key_F, entry);
