@@ -59,6 +59,7 @@ Task BackgroundUpdate::TickOnline(bool transferring) {
     if (!wasOnline_) {
         onlineTicks_ = 0;
         reached_.clear();
+        flagLeft_ = false;
         // The file may have come or changed since.
         LookForUserProgram();
     }
@@ -109,8 +110,10 @@ void BackgroundUpdate::LookForUserProgram() {
 
 std::string BackgroundUpdate::ReachedText() {
     NoteReached(link_.TakeMayHaveReached());
-    if (reached_.empty()) return {};
-    std::string text = "\nA value was sent only in part. The board may have set to 255:";
+    std::string text;
+    if (flagLeft_) text = "\nB105 of the board may have been left at 1. The next transfer sets it to 0.";
+    if (reached_.empty()) return text;
+    text += "\nA value was sent only in part. The board may have set to 255:";
     for (const std::uint16_t byte : reached_)
         text += " B" + std::to_string(byte);
     return text;

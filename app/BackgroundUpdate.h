@@ -37,6 +37,9 @@ public:
     /// Keeps bytes that the board may have set to 255 in sight, below the system message, until ONLINE is begun anew.
     void NoteReached(const std::vector<std::uint16_t>& bytes) { reached_.insert(bytes.begin(), bytes.end()); }
 
+    /// Likewise that B105 of the board may have been left at 1.
+    void NoteFlagLeft() { flagLeft_ = true; }
+
     /// What the status bar's first panel shows.
     [[nodiscard]] const std::string& PanelText() const { return panelText_; }
 
@@ -49,7 +52,8 @@ private:
     [[nodiscard]] TaskOf<std::optional<int>> Read(int byte);
     void LookForUserProgram();
     void ShowAlarms();
-    /// What half-sent writes may have done to the board since it came ONLINE, for the user; empty when nothing.
+    /// What half-sent writes, and a transfer that was cut off, may have done to the board since it came ONLINE, for the
+    /// user; empty when nothing.
     [[nodiscard]] std::string ReachedText();
 
     Program& program_;
@@ -60,6 +64,7 @@ private:
     int onlineTicks_ = 0;
     int known_ = -1; ///< The opening of the port since which all alarms have been read.
     std::set<std::uint16_t> reached_; ///< Bytes; kept in sight while ONLINE.
+    bool flagLeft_ = false;
     /// The set-up file whose user program `boardType_` was taken from.
     std::optional<std::filesystem::path> typeOf_;
     std::int16_t boardType_ = 0;

@@ -109,6 +109,10 @@ void frmMDIMain::StartUp() {
     RefreshOfflineEditing();
     tmrBackgroungUpdate.setInterval(BackgroundUpdate::TickMilliseconds);
     // Queued: a box inside a tick would otherwise hold up the timer that it came from.
+    editor_->SetOnSequenceChosen([this] {
+        // From the event loop: the view must not open inside the click.
+        QMetaObject::invokeMethod(mnuViewCommStatus, &QAction::trigger, Qt::QueuedConnection);
+    });
     const auto tick = [this] {
         QMetaObject::invokeMethod(
             this, [this] { Tick(); }, Qt::QueuedConnection);
@@ -136,8 +140,32 @@ void frmMDIMain::ShowChild(int index) {
 }
 
 void frmMDIMain::Notice(const QString& text, MonotonicTime time) {
-    sbrMainPanels[0]->setText(QStringLiteral("System Message:  ") + text);
+    ShowPanel(QStringLiteral("System Message:  ") + text);
     noticeUntil_ = clock_.Now() + time;
+}
+
+void frmMDIMain::ShowPanel(const QString& text) {
+    if (sbrMainPanels[0]->text() == text) return;
+    sbrMainPanels[0]->setText(text);
+    sbrMainPanels[0]->setToolTip(text);
+    FitPanels();
+}
+
+void frmMDIMain::FitPanels() {
+    // Also behind its panels the bar needs some room: gaps, and the corner to resize the window with.
+    constexpr int gap = 8;
+    const QLabel& message = *sbrMainPanels[0];
+    int room = sbrMain->width() - sbrMain->height() - sbrMainPanels[1]->sizeHint().width();
+    room -= message.sizeHint().width() + 2 * gap;
+    for (QLabel* panel : {sbrMainPanels[3], sbrMainPanels[2]}) {
+        room -= panel->sizeHint().width() + gap;
+        panel->setVisible(room >= 0);
+    }
+}
+
+void frmMDIMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    FitPanels();
 }
 
 void frmMDIMain::ShowDateAndTime() {

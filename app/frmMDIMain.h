@@ -70,6 +70,7 @@ public:
     QAction* mnuFileDownloadProgram = nullptr;
     QAction* mnuFileDownload = nullptr;
     QAction* mnuFilePrint = nullptr;
+    QAction* mnuFileReportPdf = nullptr;
     QAction* mnuFileExit = nullptr;
     QMenu* mnuEdit = nullptr;
     QAction* mnuEditOfflineEditing = nullptr;
@@ -80,6 +81,7 @@ public:
     QAction* mnuViewOffline = nullptr;
     QAction* mnuViewTargetBoardStatus = nullptr;
     QAction* mnuViewCommStatus = nullptr;
+    QAction* mnuViewMainDisplay = nullptr;
     QMenu* mnuTools = nullptr;
     QAction* mnuToolsCompareBoard = nullptr;
     QAction* mnuToolsCompareFile = nullptr;
@@ -96,6 +98,7 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -117,6 +120,9 @@ private:
     void Notice(const QString& text, MonotonicTime time = std::chrono::seconds(5));
     /// Time enough to read the name of a file.
     static constexpr MonotonicTime LongNotice = std::chrono::seconds(20);
+    void ShowPanel(const QString& text);
+    /// The status bar's room is the message's first; date and time give way to it.
+    void FitPanels();
     void ShowCaption();
     void ShowDocumentDate();
     void ShowDateAndTime();
@@ -144,9 +150,17 @@ private:
     void SayGoodbye() noexcept;
 
     // The report (frmMDIMainReport.cpp)
-    /// Where there is no printer: a PDF file of the user's choice; none when the user cancelled.
-    std::unique_ptr<Printer> AskPdf(const std::string& title);
-    Task ReportJob(Printer& printer);
+    /// Where a report goes, and what to say when it has gone there; no printer when the user cancelled.
+    struct Target {
+        std::unique_ptr<Printer> printer{};
+        std::string done{};
+    };
+    void PrintTo(const std::function<Target(const std::string& title)>& ask);
+    /// The default printer; where none is, the user chooses among those that there are.
+    Target AskPrinter(const std::string& title);
+    /// A PDF file of the user's choice; `asked` titles the question.
+    Target AskPdf(const std::string& title, const std::string& asked);
+    Task ReportJob(Printer& printer, bool& printed);
 
     // Help (frmMDIMainHelp.cpp)
     void ShowHelp(const std::string& topic);
@@ -167,6 +181,7 @@ private:
     void FileDownloadProgram();
     void FileDownload();
     void FilePrint();
+    void FileReportPdf();
     void FileExit();
     void EditOfflineEditing();
     void EditCommPort();
@@ -178,6 +193,7 @@ private:
     /// Shows one of the views until it is closed; it hears of every change of the mode.
     template <typename View, typename Show> void ShowView(View& view, Show show);
     void ViewCommStatus();
+    void ViewMainDisplay();
     void HelpHelpTopics();
     void HelpAbout();
     void AfterFileCommand();
@@ -246,6 +262,7 @@ private:
     MonotonicTime noticeUntil_{};
     bool shownOnline_ = false;
     bool wantOnline_ = false; ///< What the mode is on its way to.
+    int wishes_ = 0; ///< How often that has changed.
     bool transferring_ = false;
     std::optional<TransferMode> pendingTransfer_; ///< Begins when the mode has been applied.
     bool askingStackAddress_ = false;

@@ -8,6 +8,7 @@
 #include "views/frmTargetBoard.h"
 
 #include <QApplication>
+#include <QWindow>
 
 #include <utility>
 
@@ -58,6 +59,7 @@ void frmMDIMain::OpenFile(const std::filesystem::path& path) {
         return;
     }
     if (!editor_->FinishEntry()) return;
+    // Whatever there is to tell stands over a filled editor.
     editor_->FinishFill();
     files_.OpenPath(path);
     AfterFileCommand();
@@ -174,9 +176,15 @@ void frmMDIMain::ViewTargetBoardStatus() {
 void frmMDIMain::ViewCommStatus() {
     if (!editor_->FinishEntry()) return;
     frmCommInterface view(
-        program_.document, link_, turns_, dialogs_, program_.SelectedSequence, [this] { ApplyMode(); }, this);
+        program_.document, link_, turns_, dialogs_, clock_, program_.SelectedSequence, [this] { ApplyMode(); }, this);
     ShowView(view, [&] { view.InitializeForm(); });
     editor_->ShowSelectedSequence();
+}
+
+void frmMDIMain::ViewMainDisplay() {
+    QMdiSubWindow& child = *childWindows_[0];
+    if (child.isMinimized()) child.showNormal();
+    children_->setActiveSubWindow(&child);
 }
 
 } // namespace vantrel

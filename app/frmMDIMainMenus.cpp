@@ -41,6 +41,8 @@ void frmMDIMain::BuildMenus() {
     mnuFile->addSeparator();
     mnuFilePrint = AddEntry(mnuFile, "mnuFilePrint", "&Print Report...", &Frame::FilePrint);
     mnuFile->addSeparator();
+    mnuFileReportPdf = AddEntry(mnuFile, "mnuFileReportPdf", "Report to PD&F File...", &Frame::FileReportPdf);
+    mnuFile->addSeparator();
     mnuFileExit = AddEntry(mnuFile, "mnuFileExit", "E&xit", &Frame::FileExit);
 
     mnuEdit = AddMenu("mnuEdit", "&Edit");
@@ -59,6 +61,8 @@ void frmMDIMain::BuildMenus() {
         AddEntry(mnuView, "mnuViewTargetBoardStatus", "&Target Board Interface", &Frame::ViewTargetBoardStatus);
     mnuView->addSeparator();
     mnuViewCommStatus = AddEntry(mnuView, "mnuViewCommStatus", "&Communication Interface", &Frame::ViewCommStatus);
+    mnuView->addSeparator();
+    mnuViewMainDisplay = AddEntry(mnuView, "mnuViewMainDisplay", "&Main Display", &Frame::ViewMainDisplay);
 
     mnuTools = AddMenu("mnuTools", "&Tools");
     mnuToolsCompareBoard =
@@ -132,14 +136,17 @@ void frmMDIMain::BuildStatusBar() {
     for (std::size_t i = 0; i < sbrMainPanels.size(); ++i) {
         auto* panel = new QLabel;
         panel->setObjectName(QStringLiteral("sbrMainPanel%1").arg(i + 1));
-        panel->setAccessibleName(QString::fromLatin1(names.at(i)));
+        // Not as its name, which would be read aloud in the place of the text.
+        panel->setAccessibleDescription(QString::fromLatin1(names.at(i)));
         panel->setContentsMargins(6, 0, 6, 0);
         if (i > 0) panel->setAlignment(Qt::AlignCenter);
         // Permanent, so that no passing hint ever covers a panel.
         sbrMain->addPermanentWidget(panel, i == 0 ? 1 : 0);
         sbrMainPanels.at(i) = panel;
     }
-    sbrMainPanels[0]->setText(QStringLiteral("System Message:"));
+    // However long the message is, the window keeps its size.
+    sbrMainPanels[0]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    ShowPanel(QStringLiteral("System Message:"));
     QLabel* mode = sbrMainPanels[1];
     mode->setMinimumWidth(mode->fontMetrics().horizontalAdvance(QStringLiteral("  OFFLINE  ")) + 12);
     mode->setToolTip(QStringLiteral("Click to switch between ONLINE and OFFLINE"));

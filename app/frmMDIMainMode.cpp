@@ -17,7 +17,7 @@ constexpr MonotonicTime GoodbyeTime = std::chrono::milliseconds(1200);
 } // namespace
 
 void frmMDIMain::ApplyMode() {
-    wantOnline_ = link_.OnlineMode();
+    if (std::exchange(wantOnline_, link_.OnlineMode()) != wantOnline_) ++wishes_;
     if (!shownOnline_) link_.SetOnlineMode(false);
     if (!wantOnline_) ShowMode(false);
     // One that is under way goes on to whatever is wanted by then.
@@ -29,13 +29,15 @@ void frmMDIMain::ApplyMode() {
 Task frmMDIMain::SwitchMode() {
     do {
         if (wantOnline_) {
+            const int wish = wishes_;
             FindPorts();
             co_await link_.OpenRSComm(port_);
             program_.refreshTargetStatus = true;
-            wantOnline_ = wantOnline_ && link_.OnlineMode();
+            // One that was given up is no answer to who has wished for ONLINE once more since.
+            if (wish == wishes_) wantOnline_ = link_.OnlineMode();
         }
         // Also when opening failed: OFFLINE the port is free for other programs.
-        if (!wantOnline_) co_await link_.CloseRSComm();
+        if (!wantOnline_ || !link_.OnlineMode()) co_await link_.CloseRSComm();
     } while (wantOnline_ && !link_.OnlineMode());
     ShowMode(link_.OnlineMode());
     // From the event loop: the progress window must not open inside a task.
@@ -143,7 +145,7 @@ Task frmMDIMain::TickTask() {
 
 void frmMDIMain::ShowSystemMessage() {
     editor_->SetSystemMessage(program_.systemMessage);
-    if (clock_.Now() >= noticeUntil_) sbrMainPanels[0]->setText(QString::fromStdString(background_.PanelText()));
+    if (clock_.Now() >= noticeUntil_) ShowPanel(QString::fromStdString(background_.PanelText()));
 }
 
 void frmMDIMain::closeEvent(QCloseEvent* event) {

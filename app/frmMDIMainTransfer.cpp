@@ -122,6 +122,7 @@ frmProcessing::Result frmMDIMain::TransferInWindow(TransferMode mode, std::vecto
     }();
     background_.NoteReached(result.alsoReached);
     editor_->Remember({"Upload", EditsBetween(before, record)});
+    if (result.flagLeft) background_.NoteFlagLeft();
     for (const std::size_t index : result.walked) {
         const bool doubtful = std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), index);
         if (!doubtful && !result.reconnected) editor_->Confirm(index);
@@ -168,7 +169,7 @@ void frmMDIMain::ShowResult(TransferMode mode, const frmProcessing::Result& resu
         Warn("The link was lost and taken up again in the middle of the transfer. What the board lost in between is "
              "unknown.\nTransfer again.");
     }
-    // A failed link has been told already.
+    // After a failed link, of which there were boxes enough, it stands below the system message.
     if (result.flagLeft && !result.failed) {
         Warn("B105 of the board, which is 1 while a download runs, may have been left at 1. The next transfer sets it "
              "to 0.");

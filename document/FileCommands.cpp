@@ -277,10 +277,10 @@ bool FileCommands::MayClose() {
 
 Task FileCommands::AskStatusStackAddress() {
     const bool online = link_.OnlineMode();
-    const std::string shown = co_await StackAddressToShow();
+    const ShownAddress shown = co_await StackAddressToShow();
     // Who has gone OFFLINE while the board was silent wants it no more.
     if (online && !link_.OnlineMode()) co_return;
-    const auto answer = dialogs_.AskText(StackTitle, StackPrompt, shown);
+    const auto answer = dialogs_.AskText(StackTitle, StackPrompt, shown.text, shown.whose);
     if (!answer || answer->empty()) co_return;
     const std::optional<std::int32_t> address = StackAddressIn(*answer);
     if (!address) {
@@ -291,13 +291,20 @@ Task FileCommands::AskStatusStackAddress() {
     if (link_.OnlineMode() && !link_.LinkFailed()) co_await SendStackAddress(*address);
 }
 
-TaskOf<std::string> FileCommands::StackAddressToShow() {
+TaskOf<FileCommands::ShownAddress> FileCommands::StackAddressToShow() {
     const Configuration& record = document_.CurrentConfiguration;
+    std::string unread;
     if (link_.OnlineMode() && !link_.LinkFailed()) {
         const Reading onBoard = co_await link_.Read(record.TargetAddress(StatusStackIndex));
-        if (const auto address = onBoard.Number()) co_return "V" + std::to_string(*address);
+        if (const auto address = onBoard.Number()) {
+            ShownAddress shown{"V" + std::to_string(*address), "This is the address that the board holds."};
+            co_return shown;
+        }
+        unread = "The board's address could not be read clearly. ";
     }
-    co_return "V" + std::to_string(record.Value(StatusStackIndex));
+    ShownAddress shown{"V" + std::to_string(record.Value(StatusStackIndex)),
+                       unread + "This is the address of the set-up."};
+    co_return shown;
 }
 
 Task FileCommands::SendStackAddress(std::int32_t address) {

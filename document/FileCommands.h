@@ -87,7 +87,12 @@ private:
     /// Whether the forced target may be written: it is new, the file `confirmed`, or the user says so.
     [[nodiscard]] bool AcceptsTarget(const std::filesystem::path& confirmed);
     Outcome Write();
-    [[nodiscard]] TaskOf<std::string> StackAddressToShow();
+    /// An address as text, and a sentence on whose it is.
+    struct ShownAddress {
+        std::string text;
+        std::string whose;
+    };
+    [[nodiscard]] TaskOf<ShownAddress> StackAddressToShow();
     [[nodiscard]] Task SendStackAddress(std::int32_t address);
 
     Document& document_;

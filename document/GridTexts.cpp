@@ -4,6 +4,8 @@
 #include "document/ValueDisplay.h"
 #include "link/TargetMap.h"
 
+#include <span>
+
 namespace vantrel {
 
 namespace {
@@ -65,6 +67,21 @@ std::vector<int> EditorColumnWidths(EditorTab tab) {
     constexpr int columns = static_cast<int>(FieldCount) - 1;
     widths.insert(widths.end(), columns, (WidthBehindNode + columns / 2) / columns);
     return widths;
+}
+
+std::vector<std::string> EditorWidestTexts(EditorTab tab) {
+    const std::string node = std::to_string(FieldTable().front().maximum);
+    std::vector<std::string> texts{std::to_string(SequenceCount - 1), node};
+    // The longest of the status texts. Descriptions have no end; they are scrolled in their box.
+    if (tab == EditorTab::CommStatus) texts.emplace_back("08 : Receive Collision Detected");
+    if (tab != EditorTab::Configuration) return texts;
+    for (const FieldDescription& field : std::span(FieldTable()).subspan(1)) {
+        const bool switches = field.hexadecimalMaximum != field.maximum;
+        const std::size_t index = ValueIndex(0, field.field);
+        texts.push_back(DisplayValue(index, switches ? field.hexadecimalMaximum : field.maximum,
+                                     switches ? "H" : std::string(1, field.notation)));
+    }
+    return texts;
 }
 
 std::vector<std::string> EditorRowTexts(const Configuration& record, EditorTab tab, std::size_t sequence) {

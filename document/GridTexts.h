@@ -32,6 +32,8 @@ inline constexpr int EditorGridWidth = 8535;
 [[nodiscard]] std::string EditorGridFormat(EditorTab tab);
 /// Column widths in twips; the first two are the same in every grid.
 [[nodiscard]] std::vector<int> EditorColumnWidths(EditorTab tab);
+/// The widest texts that each column may have to show, its number first.
+[[nodiscard]] std::vector<std::string> EditorWidestTexts(EditorTab tab);
 /// The cells of a sequence's row, its number first. The status tab shows dashes: its data is on the board.
 [[nodiscard]] std::vector<std::string> EditorRowTexts(const Configuration& record, EditorTab tab, std::size_t sequence);
 

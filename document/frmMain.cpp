@@ -20,6 +20,7 @@ namespace {
 constexpr const char* GridFontFamily = "MS Sans Serif";
 /// The same face with outlines, for hosts where the other one is a bitmap or missing.
 constexpr const char* GridFontFallback = "Microsoft Sans Serif";
+constexpr int LeastRows = 5; ///< Of a grid on a small screen, the heading row included.
 constexpr int MessageLines = 4;
 constexpr int MessageGap = 180; ///< Twips above and below the messages.
 constexpr auto StatusPeriod = std::chrono::milliseconds(250);
@@ -95,7 +96,9 @@ void frmMain::LayOutGrids() {
                      .columnWidths = EditorColumnWidths(tab),
                      .rows = EditorRowCount,
                      .rowsShown = EditorRowsShown,
+                     .leastRows = LeastRows,
                      .width = EditorGridWidth,
+                     .widestTexts = EditorWidestTexts(tab),
                      .firstStretchingColumn = 2});
         WatchGrid(grid);
     }
@@ -107,6 +110,7 @@ void frmMain::WatchGrid(QtFormatGrid& grid) {
         part->installEventFilter(this);
     grid.SetOnCellsMoved([this] { PlaceEntryBox(); });
     connect(&grid, &QTableView::clicked, this, [this, &grid] { CellClicked(grid); });
+    connect(&grid, &QTableView::doubleClicked, this, [this] { ChooseSequence(); });
     // As shortcuts, so that they come before those of the frame's area of child windows.
     for (const bool forward : {true, false}) {
         const auto keys = QKeySequence(forward ? Qt::CTRL | Qt::Key_Tab : Qt::CTRL | Qt::SHIFT | Qt::Key_Tab);
@@ -172,14 +176,18 @@ void frmMain::LayOutWindow() {
     heading_.setText(QStringLiteral("Communication Sequences"));
 
     auto* head = new QWidget(this);
-    head->setMinimumHeight(PixelsOfTwips(EditorGridTop, *this) - tbsComm.sizeHint().height());
-    head->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    hint_.setWordWrap(true);
+    // What is above and below the lines gives way on a small screen.
+    const int lines = heading_.sizeHint().height() + hint_.fontMetrics().lineSpacing();
+    const int spare = PixelsOfTwips(EditorGridTop, *this) - tbsComm.sizeHint().height() - lines;
     auto* headLines = new QVBoxLayout(head);
     headLines->setContentsMargins(0, 0, 0, 0);
-    headLines->addStretch();
+    headLines->setSpacing(0);
+    headLines->addSpacerItem(new QSpacerItem(0, spare / 2, QSizePolicy::Minimum, QSizePolicy::Maximum));
     headLines->addWidget(&heading_);
+    headLines->addSpacing(PixelsOfTwips(MessageGap, *this) / 2);
     headLines->addWidget(&hint_);
-    headLines->addStretch();
+    headLines->addSpacerItem(new QSpacerItem(0, spare / 2, QSizePolicy::Minimum, QSizePolicy::Maximum));
 
     for (QtFormatGrid& grid : fgComm)
         grids_->addWidget(&grid);
@@ -194,6 +202,12 @@ void frmMain::LayOutWindow() {
     all->addLayout(grids_, 1);
     all->addSpacing(gap);
     all->addWidget(&fraMessageDisplay);
+}
+
+void frmMain::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // Back from a change of the child window's state, which had hidden it for a moment.
+    if (EntryOpen()) txtEntry.setFocus();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) { event->ignore(); }

@@ -73,6 +73,12 @@ public:
     [[nodiscard]] Task Written() { return edits_.Written(); }
     /// A transfer has shown that the board holds value `index` as the document has it.
     void Confirm(std::size_t index) { edits_.Confirm(index); }
+    /// Called when the user asks to see the sequence of a row of the status tab.
+    void SetOnSequenceChosen(std::function<void()> onSequenceChosen) {
+        onSequenceChosen_ = std::move(onSequenceChosen);
+    }
+    /// Brings the rest of the visible grid at once: what an entry starts from is never older than the record.
+    void FinishFill();
     /// Scrolls to the row of the selected sequence and selects it; call when another window has changed the number.
     void ShowSelectedSequence();
     /// Leads to the cell of a value, or of a sequence's description, on its tab.
@@ -114,6 +120,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -229,6 +236,8 @@ private:
     void GridTab(bool forward);
     bool CellsEvent(QEvent& event);
     void CellClicked(QtFormatGrid& grid);
+    /// The sequence of the current row, on the status tab.
+    void ChooseSequence();
     bool TabsEvent(QEvent& event);
     bool DefaultButtonKey(QKeyEvent& key);
 
@@ -237,6 +246,7 @@ private:
     TurnQueue& turns_;
     Dialogs& dialogs_;
     std::int16_t& selectedSequence_;
+    std::function<void()> onSequenceChosen_;
     QStackedLayout* grids_; ///< Qt's, as a part of the window's layout.
     QLabel heading_;
     QLabel hint_;

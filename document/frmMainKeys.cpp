@@ -185,10 +185,10 @@ void frmMain::ScrollPage(bool down) {
 }
 
 bool frmMain::EntryLosesFocus(Qt::FocusReason reason) {
-    // To another program, a message box or a menu it goes for a while only.
+    // To another program, a message box or a menu it goes for a while only, and while the child window is maximised.
     const QWidget* next = QApplication::focusWidget();
     const bool forAWhile = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
-                           reason == Qt::MenuBarFocusReason || !next || next->window() != window();
+                           reason == Qt::MenuBarFocusReason || !next || next->window() != window() || !isVisible();
     if (forAWhile) return false;
     // The box that keeps the focus never lost it: it would drop its selection.
     if (!next->isAncestorOf(&txtEntry)) return !FinishEntry();
@@ -223,6 +223,7 @@ bool frmMain::GridKey(QKeyEvent& key) {
         if (VisibleGrid().CurrentRow() == 0 && Navigates(key)) SelectSequenceInView();
         return false;
     }
+    if (opens && key.key() != Qt::Key_F2) ChooseSequence();
     OpenEntryBox();
     if (EntryOpen() && !opens) QCoreApplication::sendEvent(&txtEntry, &key);
     return true;
@@ -259,6 +260,10 @@ bool frmMain::CellsEvent(QEvent& event) {
 void frmMain::CellClicked(QtFormatGrid& grid) {
     // A range has been selected to be copied, not to be edited.
     if (!EntryOpen() && &grid == &VisibleGrid() && grid.selectionModel()->selectedIndexes().size() == 1) OpenEntryBox();
+}
+
+void frmMain::ChooseSequence() {
+    if (CurrentTab == EditorTab::CommStatus && VisibleGrid().CurrentRow() > 0 && onSequenceChosen_) onSequenceChosen_();
 }
 
 bool frmMain::TabsEvent(QEvent& event) {

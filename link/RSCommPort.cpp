@@ -120,7 +120,10 @@ Task RSComm::Close() {
     TellNeighbour(false);
     if (port_ && port_->IsOpen()) {
         patience_ = Patience::Short;
-        if (!linkFailed_) (void)co_await ExchangeByte(ProbeByte);
+        if (!linkFailed_) {
+            const int answer = co_await ExchangeByte(ProbeByte);
+            if (mayBeInWriteMode_ && answer != NoAnswer) NoteSpoiledSync(answer);
+        }
         port_->Close();
     }
     targetMode_ = 0;

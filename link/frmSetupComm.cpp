@@ -142,7 +142,7 @@ void frmSetupComm::LayOut() {
     column->addStretch();
     column->addLayout(buttons);
 
-    txtCommPort->setFixedWidth(PixelsOfTwips(BoxTwips, *this));
+    txtCommPort->setFixedWidth(EntryWidth(BoxTwips, *txtCommPort, QStringLiteral("000")));
     lblDevice->setMinimumHeight(DeviceLines * lblDevice->fontMetrics().lineSpacing());
     setMinimumWidth(PixelsOfTwips(DialogTwips, *this));
     txtCommPort->setFocus();

@@ -32,9 +32,9 @@ struct FileChoice {
 
 class DocumentDialogs : public Dialogs {
 public:
-    /// Asks for a line of text; nothing when the user cancelled.
+    /// Asks for a line of text, with a note below it; nothing when the user cancelled.
     virtual std::optional<std::string> AskText(const std::string& title, const std::string& prompt,
-                                               const std::string& initial) = 0;
+                                               const std::string& initial, const std::string& note) = 0;
     /// Asks for an existing file; nothing when the user cancelled.
     virtual std::optional<FileChoice> OpenFile(const FileQuestion& question) = 0;
     /// Asks for a name to save under, and before an existing file is overwritten; nothing when the user cancelled.

@@ -216,23 +216,28 @@ MessageAnswer QtDialogs::Show(const MessageBox& box) {
 }
 
 std::optional<std::string> QtDialogs::AskText(const std::string& title, const std::string& prompt,
-                                              const std::string& initial) {
+                                              const std::string& initial, const std::string& note) {
     if (silent_) return std::nullopt;
     const Up up(*this);
     QDialog window(owner_);
     window.setWindowTitle(Text(title));
     QLabel label(Text(prompt));
     QLineEdit entry(Text(initial));
+    QLabel below(Text(note));
     QDialogButtonBox buttons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     label.setTextFormat(Qt::PlainText);
     label.setWordWrap(true);
     label.setMinimumWidth(label.fontMetrics().averageCharWidth() * PromptColumns);
+    below.setTextFormat(Qt::PlainText);
+    below.setWordWrap(true);
     entry.setAccessibleName(Text(title));
+    entry.setAccessibleDescription(Text(note));
     SelectAllOnFocus(entry);
     QVBoxLayout layout(&window);
     layout.setSizeConstraint(QLayout::SetFixedSize);
     layout.addWidget(&label);
     layout.addWidget(&entry);
+    layout.addWidget(&below);
     layout.addWidget(&buttons);
     QObject::connect(&buttons, &QDialogButtonBox::accepted, &window, &QDialog::accept);
     QObject::connect(&buttons, &QDialogButtonBox::rejected, &window, &QDialog::reject);
@@ -241,6 +246,23 @@ std::optional<std::string> QtDialogs::AskText(const std::string& title, const st
     CentreOnScreen(window);
     if (window.exec() != QDialog::Accepted) return std::nullopt;
     return entry.text().toStdString();
+}
+
+std::optional<std::size_t> QtDialogs::Choose(const std::string& title, const std::string& prompt,
+                                             const std::vector<std::string>& texts) {
+    if (silent_) return std::nullopt;
+    const Up up(*this);
+    QStringList items;
+    for (const std::string& text : texts)
+        items << Text(text);
+    QInputDialog window(owner_);
+    window.setWindowTitle(Text(title));
+    window.setLabelText(Text(prompt));
+    window.setComboBoxItems(items);
+    window.setOption(QInputDialog::UseListViewForComboBoxItems);
+    window.setTextValue(items.value(0));
+    if (window.exec() != QDialog::Accepted) return std::nullopt;
+    return static_cast<std::size_t>(std::max<qsizetype>(items.indexOf(window.textValue()), 0));
 }
 
 std::optional<FileChoice> QtDialogs::OpenFile(const FileQuestion& question) { return AskFile(question, false); }

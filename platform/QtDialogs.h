@@ -35,8 +35,11 @@ public:
     void Silence() { silent_ = true; }
 
     MessageAnswer Show(const MessageBox& box) override;
-    std::optional<std::string> AskText(const std::string& title, const std::string& prompt,
-                                       const std::string& initial) override;
+    std::optional<std::string> AskText(const std::string& title, const std::string& prompt, const std::string& initial,
+                                       const std::string& note) override;
+    /// One of the texts, by its place; nothing when the user cancelled.
+    std::optional<std::size_t> Choose(const std::string& title, const std::string& prompt,
+                                      const std::vector<std::string>& texts);
     std::optional<FileChoice> OpenFile(const FileQuestion& question) override;
     std::optional<FileChoice> SaveFile(const FileQuestion& question) override;
 

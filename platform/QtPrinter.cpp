@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QLibrary>
 #include <QLocale>
 #include <QPageSize>
 #include <QPainter>
@@ -104,18 +105,37 @@ private:
     std::vector<std::vector<Line>> pages_ = std::vector<std::vector<Line>>(1);
 };
 
+/// Why the print system has refused the job that this thread has just handed over; empty when it has taken it, or where
+/// it tells at once. The toolkit does not ask.
+std::string SpoolerRefusal() {
+    constexpr int firstError = 0x0400;
+    QLibrary spooler(QStringLiteral("cups"), 2);
+    const auto lastError = reinterpret_cast<int (*)()>(spooler.resolve("cupsLastError"));
+    const auto lastText = reinterpret_cast<const char* (*)()>(spooler.resolve("cupsLastErrorString"));
+    if (!lastError || !lastText || lastError() < firstError) return {};
+    const char* text = lastText();
+    return text && *text ? text : "no reason was given";
+}
+
 struct PaperDevice {
-    QPrinter device{QPrinterInfo::defaultPrinter(), QPrinter::HighResolution};
+    explicit PaperDevice(const QPrinterInfo& printer) : device(printer, QPrinter::HighResolution) {
+        // Else the toolkit takes the paper that is usual where the host stands.
+        if (const QPageSize own = printer.defaultPageSize(); own.isValid()) device.setPageSize(own);
+    }
+    QPrinter device;
 };
 
-class PaperPrinter final : private PaperDevice, public PagedPrinter {
+class HostPrinter final : private PaperDevice, public PagedPrinter {
 public:
-    explicit PaperPrinter(const std::string& title) : PagedPrinter(device, device.printerName().toStdString()) {
+    HostPrinter(const QPrinterInfo& printer, const std::string& title)
+        : PaperDevice(printer), PagedPrinter(device, printer.printerName().toStdString()) {
         device.setDocName(Text(title));
         device.setFullPage(true);
     }
     void EndDocument() override {
         PagedPrinter::EndDocument();
+        const std::string refusal = SpoolerRefusal();
+        Require(refusal.empty(), "has not taken the job: " + refusal);
         Require(device.printerState() != QPrinter::Error, "reports an error");
     }
 };
@@ -163,12 +183,20 @@ QString WithoutZone(const QString& format) {
 
 } // namespace
 
-bool HasDefaultPrinter() { return !QPrinterInfo::defaultPrinter().isNull(); }
+std::string DefaultPrinterName() { return QPrinterInfo::defaultPrinterName().toStdString(); }
 
-std::unique_ptr<Printer> DefaultPrinter(const std::string& title) {
+std::vector<std::string> PrinterNames() {
+    std::vector<std::string> names;
+    for (const QString& name : QPrinterInfo::availablePrinterNames())
+        names.push_back(name.toStdString());
+    return names;
+}
+
+std::unique_ptr<Printer> PaperPrinter(const std::string& name, const std::string& title) {
+    const QPrinterInfo printer = QPrinterInfo::printerInfo(Text(name));
     // Without one Qt would write a file of its own choice.
-    if (!HasDefaultPrinter()) throw RuntimeError(ErrorNumber::PrinterError, "There is no default printer.");
-    return std::make_unique<PaperPrinter>(title);
+    if (printer.isNull()) throw RuntimeError(ErrorNumber::PrinterError, "There is no printer \"" + name + "\".");
+    return std::make_unique<HostPrinter>(printer, title);
 }
 
 std::unique_ptr<Printer> PdfPrinter(const std::filesystem::path& file, const std::string& title) {

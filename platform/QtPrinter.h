@@ -8,12 +8,16 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
-[[nodiscard]] bool HasDefaultPrinter();
-/// A job of that title for the host's default printer. Throws RuntimeError 482 when there is none.
-[[nodiscard]] std::unique_ptr<Printer> DefaultPrinter(const std::string& title);
+/// Empty when no printer is the default one.
+[[nodiscard]] std::string DefaultPrinterName();
+[[nodiscard]] std::vector<std::string> PrinterNames();
+/// A job of that title for one of the host's printers, on the paper that is its own. EndDocument also throws when the
+/// printer's queue refuses the job. Throws RuntimeError 482 when there is no such printer.
+[[nodiscard]] std::unique_ptr<Printer> PaperPrinter(const std::string& name, const std::string& title);
 /// A PDF document of that title; paper as it is usual where the host stands. The file is written, or replaced, as a
 /// whole by EndDocument.
 [[nodiscard]] std::unique_ptr<Printer> PdfPrinter(const std::filesystem::path& file, const std::string& title);

@@ -95,6 +95,12 @@ int PixelsOfTwips(int twips, const QWidget& window) {
     return qRound(twips * window.screen()->logicalDotsPerInchX() / TwipsPerInch);
 }
 
+int EntryWidth(int twips, const QLineEdit& box, const QString& text) {
+    constexpr int cursorAndMargins = 8;
+    const int frame = 2 * box.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &box);
+    return qMax(PixelsOfTwips(twips, box), box.fontMetrics().horizontalAdvance(text) + frame + cursorAndMargins);
+}
+
 void CentreOnScreen(QWidget& dialog) {
     dialog.adjustSize();
     const QWidget& onScreen = dialog.parentWidget() ? *dialog.parentWidget() : dialog;

@@ -14,6 +14,9 @@ void ScreenFound();
 /// Pixels of a length in twips (1/1440 inch) at the logical resolution of the screen that `window` belongs to.
 [[nodiscard]] int PixelsOfTwips(int twips, const QWidget& window);
 
+/// Width of an entry box: that many twips, and more where the box's font needs it for `text`.
+[[nodiscard]] int EntryWidth(int twips, const QLineEdit& box, const QString& text);
+
 /// Gives a dialog the size that its content asks for and puts it in the middle of its owner's screen (its own, without
 /// an owner). Call before it is shown.
 void CentreOnScreen(QWidget& dialog);

@@ -16,6 +16,7 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -116,6 +117,8 @@ public:
     [[nodiscard]] TaskOf<WriteOutcome> SetToCurrDate();
     /// `value`: as SetupEntry has let it pass.
     [[nodiscard]] TaskOf<WriteOutcome> WriteSetup(std::size_t field, std::string value);
+    /// Bytes that the last one of these, half-sent, may have set to 255 (WriteResult).
+    [[nodiscard]] const std::vector<std::uint16_t>& MayHaveReached() const { return reached_; }
     /// A value of the last one of these had to be sent twice.
     [[nodiscard]] bool Repeated() const { return repeated_; }
 
@@ -153,6 +156,7 @@ private:
     [[nodiscard]] TaskOf<WriteOutcome> SetClock(ClockParts parts);
     /// Writes one byte of an operation, and notes what became of it.
     [[nodiscard]] TaskOf<WriteOutcome> Write(RSComm::Line& line, int byte, std::string value);
+    void BeginWriting();
     [[nodiscard]] TaskOf<Reading> ReadBack(RSComm::Line& line, std::size_t field);
 
     RSComm& link_;
@@ -168,6 +172,7 @@ private:
     int opened_ = -1; ///< How often the port had been when the last first pass began.
     bool revisionKnown_ = false;
     bool repeated_ = false;
+    std::vector<std::uint16_t> reached_;
 };
 
 } // namespace vantrel

@@ -160,6 +160,19 @@ MessageBox SetupNotConfirmed(std::size_t field, std::string_view value, std::str
                         "The board did not confirm the value " + std::string(value) + " (" + name + ").\n" + now);
 }
 
+MessageBox SetupSentTwice(std::size_t field, std::string_view value) {
+    const std::string name(SetupFields.at(field).description);
+    return NotConfirmed(name + " Set-up", "The board holds the value " + std::string(value) + " (" + name +
+                                              "), but it had to be sent twice.");
+}
+
+std::string ReachedText(const std::vector<std::uint16_t>& bytes) {
+    std::string list;
+    for (const std::uint16_t byte : bytes)
+        list += (list.empty() ? "B" : ", B") + std::to_string(byte);
+    return list.empty() ? list : "\nWhat was half sent may have set " + list + " to 255.";
+}
+
 MessageBox WriteCutOff(const std::string& title, const std::string& what) {
     return NotConfirmed(title, "The link failed before the board had confirmed " + what +
                                    ".\nWhat the board holds now is not known.");

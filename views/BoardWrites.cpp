@@ -69,7 +69,7 @@ TaskOf<WriteOutcome> BoardMonitor::ResetFaultCodes() {
     display_.EnableReset(false);
     RSComm::Line line = co_await link_.TakeLine();
     WriteOutcome outcome = WriteOutcome::Written;
-    repeated_ = false;
+    BeginWriting();
     for (const int byte : {LastCommErrorByte, CurrentCommErrorByte, LastFaultByte, CurrentFaultByte}) {
         if (LinkDown()) co_return WriteOutcome::LinkFailed;
         const WriteOutcome written = co_await Write(line, byte, "0");
@@ -92,7 +92,7 @@ TaskOf<WriteOutcome> BoardMonitor::SetClock(ClockParts parts) {
     RSComm::Line line = co_await link_.TakeLine();
     const local_seconds begun = clock_.LocalNow();
     WriteOutcome outcome = WriteOutcome::Written;
-    repeated_ = false;
+    BeginWriting();
     for (const ClockPart& part : parts) {
         if (LinkDown()) co_return WriteOutcome::LinkFailed;
         const std::string value = std::to_string(part.of(clock_.LocalNow()));
@@ -112,7 +112,7 @@ TaskOf<WriteOutcome> BoardMonitor::SetClock(ClockParts parts) {
 TaskOf<WriteOutcome> BoardMonitor::WriteSetup(std::size_t field, std::string value) {
     RSComm::Line line = co_await link_.TakeLine();
     if (LinkDown()) co_return WriteOutcome::LinkFailed;
-    repeated_ = false;
+    BeginWriting();
     const WriteOutcome outcome = co_await Write(line, SetupFields.at(field).byte, value);
     const Reading reading = co_await ReadBack(line, field);
     if (reading.HasLinkFailed()) co_return WriteOutcome::LinkFailed;
@@ -121,9 +121,15 @@ TaskOf<WriteOutcome> BoardMonitor::WriteSetup(std::size_t field, std::string val
     co_return Worse(outcome, WriteOutcome::NotConfirmed);
 }
 
+void BoardMonitor::BeginWriting() {
+    repeated_ = false;
+    reached_.clear();
+}
+
 TaskOf<WriteOutcome> BoardMonitor::Write(RSComm::Line& line, int byte, std::string value) {
     const WriteResult written = co_await line.RSWrite(ByteAddress(byte), std::move(value));
     repeated_ = repeated_ || written.repeated;
+    reached_.insert(reached_.end(), written.mayHaveReached.begin(), written.mayHaveReached.end());
     co_return written.outcome;
 }
 

@@ -28,8 +28,9 @@ MessageBox SequenceRefusal() {
 } // namespace
 
 frmCommInterface::frmCommInterface(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs,
-                                   std::int16_t& selectedSequence, std::function<void()> applyMode, QWidget* parent)
-    : frmLiveView(link, turns, dialogs, std::move(applyMode), parent), Entry(EntryRules()),
+                                   const Clock& clock, std::int16_t& selectedSequence, std::function<void()> applyMode,
+                                   QWidget* parent)
+    : frmLiveView(link, turns, dialogs, clock, std::move(applyMode), parent), Entry(EntryRules()),
       SelectedSequence(selectedSequence), passes_(document.CurrentConfiguration, link, turns, selectedSequence, *this) {
     setObjectName(QStringLiteral("frmCommInterface"));
     setWindowTitle(QStringLiteral("Communication Interface"));

@@ -24,7 +24,7 @@ class frmCommInterface final : public frmLiveView, private SequenceDisplay {
 public:
     /// `selectedSequence`: the program's; the view begins on it and leaves its own choice there. `applyMode`: see
     /// frmLiveView. Everything handed in must outlive the window.
-    frmCommInterface(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs,
+    frmCommInterface(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs, const Clock& clock,
                      std::int16_t& selectedSequence, std::function<void()> applyMode, QWidget* parent = nullptr);
 
     /// Shows the window modally and returns when it is closed.

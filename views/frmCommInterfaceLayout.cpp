@@ -20,7 +20,7 @@ namespace vantrel {
 namespace {
 
 // Widths on the screen, in twips.
-constexpr int EntryWidth = 720;
+constexpr int EntryTwips = 720;
 constexpr int SettingsWidth = 4600;
 constexpr int SettingsNameWidth = 1000;
 constexpr int DataWidth = 5000;
@@ -36,13 +36,18 @@ constexpr int DescriptionLines = 2;
 
 constexpr std::array SettingLabels{"Node Number:", "Description:", "Status:"};
 
+/// A word of the board, whatever it is taken for.
+constexpr const char* WidestWord = "65535";
+constexpr const char* WidestSetting = "W65535";
+
 void LayOutSettings(QtFormatGrid& grid, const char* format, const std::array<const char*, 3>& names) {
     grid.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     grid.LayOut({.format = format,
                  .columnWidths = {SettingsNameWidth, 0},
                  .rows = SettingsRows,
                  .rowsShown = SettingsRows,
-                 .width = SettingsWidth});
+                 .width = SettingsWidth,
+                 .widestTexts = {std::string(), WidestSetting}});
     for (std::size_t i = 0; i < names.size(); ++i)
         grid.SetText(static_cast<int>(i) + 1, 0, QString::fromLatin1(names.at(i)));
     // The names came after the widths, and the host's font may need more than was planned.
@@ -75,7 +80,7 @@ void frmCommInterface::BuildEntry() {
                      .escaped = [this] { cmdDefault.setFocus(); }});
     txtSetup.setObjectName(QStringLiteral("txtSetup"));
     txtSetup.setAccessibleName(QStringLiteral("Sequence Number"));
-    txtSetup.setFixedWidth(PixelsOfTwips(EntryWidth, *this));
+    txtSetup.setFixedWidth(EntryWidth(EntryTwips, txtSetup, QStringLiteral("00")));
     updSetup.setObjectName(QStringLiteral("updSetup"));
     // A step moves the focus off the box; the next key still steps.
     cmdDefault.installEventFilter(&updSetup);
@@ -88,6 +93,7 @@ void frmCommInterface::BuildLabels() {
         label.setTextFormat(Qt::PlainText);
         label.setTextInteractionFlags(Qt::TextSelectableByMouse);
         label.setText(QStringLiteral("-"));
+        label.setAccessibleDescription(QString::fromLatin1(SettingLabels.at(i)));
     }
     QLabel& description = lblSetting[1];
     description.setWordWrap(true);
@@ -105,7 +111,9 @@ void frmCommInterface::LayOutGrids() {
                           .columnWidths = {WordWidth, dataColumn, dataColumn},
                           .rows = DataRows,
                           .rowsShown = DataRowsShown,
-                          .width = DataWidth});
+                          .leastRows = LeastDataRows,
+                          .width = DataWidth,
+                          .widestTexts = {std::to_string(DataWordCount), WidestWord, WidestWord}});
     for (int row = 1; row < DataRows; ++row)
         fgSettings[2].SetText(row, 0, QString::number(row));
     const std::array names{"Send settings", "Receive settings", "Data words"};
@@ -148,7 +156,7 @@ void frmCommInterface::LayOutWindow() {
     settings->addWidget(&fgSettings[1]);
 
     auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
+    buttons->addWidget(&lblNotRefreshed, 1);
     buttons->addWidget(&cmdGoOnline);
     buttons->addWidget(&cmdOk);
     auto* form = new QFormLayout;
@@ -177,10 +185,6 @@ void frmCommInterface::OrderTabs() {
     cmdDefault.setFocusPolicy(Qt::NoFocus);
 }
 
-void frmCommInterface::PlaceOnScreen() {
-    CentreOnScreen(*this);
-    // So large to begin with; the user may make it smaller.
-    fgSettings[2].setMinimumHeight(LeastDataRows * fgSettings[2].RowHeight());
-}
+void frmCommInterface::PlaceOnScreen() { CentreOnScreen(*this); }
 
 } // namespace vantrel

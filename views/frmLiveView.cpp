@@ -5,13 +5,21 @@
 #include <QEvent>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace vantrel {
 
-frmLiveView::frmLiveView(RSComm& link, TurnQueue& turns, Dialogs& dialogs, std::function<void()> applyMode,
-                         QWidget* parent)
-    : QDialog(parent), link_(link), turns_(turns), dialogs_(dialogs), applyMode_(std::move(applyMode)), wake_(turns) {
+namespace {
+
+constexpr int WaitMilliseconds = 250;
+
+} // namespace
+
+frmLiveView::frmLiveView(RSComm& link, TurnQueue& turns, Dialogs& dialogs, const Clock& clock,
+                         std::function<void()> applyMode, QWidget* parent)
+    : QDialog(parent), link_(link), turns_(turns), dialogs_(dialogs), clock_(clock), applyMode_(std::move(applyMode)),
+      wake_(turns) {
     cmdGoOnline.setObjectName(QStringLiteral("cmdGoOnline"));
     cmdGoOnline.setText(tr("&Go Online"));
     cmdOk.setObjectName(QStringLiteral("cmdOk"));
@@ -20,11 +28,31 @@ frmLiveView::frmLiveView(RSComm& link, TurnQueue& turns, Dialogs& dialogs, std::
         // A click decides with the focus still in a box: it takes the open entry by itself.
         button->setFocusPolicy(Qt::TabFocus);
     }
+    lblNotRefreshed.setObjectName(QStringLiteral("lblNotRefreshed"));
+    lblNotRefreshed.setTextFormat(Qt::PlainText);
+    QFont bold = lblNotRefreshed.font();
+    bold.setBold(true);
+    lblNotRefreshed.setFont(bold);
+    tmrNotRefreshed.setInterval(WaitMilliseconds);
+    tmrNotRefreshed.callOnTimeout(this, [this] { ShowWaiting(); });
     connect(&cmdGoOnline, &QPushButton::clicked, this, [this] { GoOnline(); });
     connect(&cmdOk, &QPushButton::clicked, this, &QDialog::accept);
 }
 
 frmLiveView::~frmLiveView() = default;
+
+void frmLiveView::ShowWaiting() {
+    // A board that is only slow answers before this.
+    constexpr std::chrono::seconds longest{1};
+    const auto since = link_.AwaitingSince();
+    const auto silence = since ? clock_.Now() - *since : MonotonicTime{};
+    QString text;
+    if (OnlineLookShown && silence >= longest) {
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(silence).count();
+        text = tr("Not refreshed: waiting for the board ... %1 s").arg(seconds);
+    }
+    if (lblNotRefreshed.text() != text) lblNotRefreshed.setText(text);
+}
 
 void frmLiveView::Add(QtEntryField& field) { fields_.push_back(&field); }
 
@@ -39,7 +67,9 @@ void frmLiveView::RunModal() {
     // Not beyond the loop: the focus also moves while the window is being taken apart.
     const auto focus =
         connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* to) { FocusMoved(to); });
+    tmrNotRefreshed.start();
     exec();
+    tmrNotRefreshed.stop();
     disconnect(focus);
     // A program that quits ends the event loop without closing the window.
     ViewActive = false;

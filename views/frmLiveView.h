@@ -3,13 +3,16 @@
 #pragma once
 
 #include "link/RSComm.h"
+#include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/Signal.h"
 #include "platform/Task.h"
 #include "widgets/QtEntryField.h"
 
 #include <QDialog>
+#include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 
 #include <functional>
 #include <vector>
@@ -34,6 +37,8 @@ public:
     // Controls and state, by their names.
     QPushButton cmdGoOnline;
     QPushButton cmdOk;
+    QLabel lblNotRefreshed; ///< Says that what is shown is old, while the board is silent; for each view's layout.
+    QTimer tmrNotRefreshed;
     bool ViewActive = false;
     bool OnlineLookShown = false;
     bool OfflineLookShown = false;
@@ -42,7 +47,8 @@ protected:
     /// `applyMode`: the program's ONLINE/OFFLINE switch, which acts on the link's `OnlineMode`. It only begins to; when
     /// it is through, and that may be at once, ModeChanged() has to be called. Everything handed in must outlive the
     /// window.
-    frmLiveView(RSComm& link, TurnQueue& turns, Dialogs& dialogs, std::function<void()> applyMode, QWidget* parent);
+    frmLiveView(RSComm& link, TurnQueue& turns, Dialogs& dialogs, const Clock& clock, std::function<void()> applyMode,
+                QWidget* parent);
 
     /// From now on `field`, which must live as long as the window, is one of its entries.
     void Add(QtEntryField& field);
@@ -83,9 +89,11 @@ protected:
     RSComm& link_;
     TurnQueue& turns_;
     Dialogs& dialogs_;
+    const Clock& clock_;
 
 private:
     [[nodiscard]] Task Live();
+    void ShowWaiting();
     void FollowMode();
     void SwitchMode();
     void GoOnline();

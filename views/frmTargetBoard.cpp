@@ -27,7 +27,7 @@ void Show(QLabel& label, const QString& text) {
 
 frmTargetBoard::frmTargetBoard(const ProgramFolder& folder, RSComm& link, TurnQueue& turns, Dialogs& dialogs,
                                Clock& clock, AlarmFlags& alarms, std::function<void()> applyMode, QWidget* parent)
-    : frmLiveView(link, turns, dialogs, std::move(applyMode), parent), clock_(clock),
+    : frmLiveView(link, turns, dialogs, clock, std::move(applyMode), parent),
       passes_(link, turns, clock, dialogs, alarms, BoardFilesOf(folder), *this) {
     setObjectName(QStringLiteral("frmTargetBoard"));
     setWindowTitle(QStringLiteral("Target Board Interface"));

@@ -105,6 +105,8 @@ private:
     // Entries and pages (frmTargetBoardEntry.cpp)
     [[nodiscard]] TaskOf<bool> Take(QtEntryField& field) override;
     [[nodiscard]] Task Write(std::size_t index, std::string value);
+    /// `reached`: what else there is to say of the write.
+    void Tell(MessageBox box, const std::string& reached);
     void PageChanged(int index);
     void ShowPage(int index);
 
@@ -121,7 +123,6 @@ private:
     void ShowRevision(std::size_t label, const std::string& text) override;
     void ShowGoOnline(bool visible) override;
 
-    const Clock& clock_;
     BoardMonitor passes_;
     bool firstPass_ = true; ///< Is due.
     bool afterReset_ = false; ///< The next first pass shows what a reset has left.

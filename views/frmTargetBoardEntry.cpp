@@ -29,11 +29,22 @@ Task frmTargetBoard::Write(std::size_t index, std::string value) {
     const Writing writing(*this);
     Setup.at(index).entry->Send();
     const WriteOutcome outcome = co_await passes_.WriteSetup(index, value);
-    if (outcome == WriteOutcome::LinkFailed) dialogs_.Show(SetupCutOff(index, value));
-    if (outcome != WriteOutcome::NotConfirmed) co_return;
-    // The box shows what the board holds, behind the message too.
-    Setup.at(index).entry->Shut();
-    dialogs_.Show(SetupNotConfirmed(index, value, Setup.at(index).entry->Given()));
+    const std::string reached = ReachedText(passes_.MayHaveReached());
+    if (outcome == WriteOutcome::Written && reached.empty()) co_return;
+    if (outcome == WriteOutcome::Written) {
+        Tell(SetupSentTwice(index, value), reached);
+    } else if (outcome == WriteOutcome::LinkFailed) {
+        Tell(SetupCutOff(index, value), reached);
+    } else if (outcome == WriteOutcome::NotConfirmed) {
+        // The box shows what the board holds, behind the message too.
+        Setup.at(index).entry->Shut();
+        Tell(SetupNotConfirmed(index, value, Setup.at(index).entry->Given()), reached);
+    }
+}
+
+void frmTargetBoard::Tell(MessageBox box, const std::string& reached) {
+    box.text += reached;
+    dialogs_.Show(box);
 }
 
 void frmTargetBoard::PageChanged(int index) {

@@ -58,7 +58,8 @@ QLabel* AddLabel(QWidget* parent, const QString& name, const QString& text = {})
 QLabel* AddValue(QWidget* parent, const QString& name, const QString& what) {
     QLabel* label = AddLabel(parent, name, QStringLiteral("-"));
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label->setAccessibleName(what);
+    // Not as its name, which would be read aloud in the place of the text.
+    label->setAccessibleDescription(what);
     return label;
 }
 
@@ -180,7 +181,7 @@ void frmTargetBoard::BuildSetupField(std::size_t index, QWidget* page) {
                                .escaped = [this] { tabTargetBoard->tabBar()->setFocus(); }});
     controls.txtSetup = Named(&controls.entry->box, Numbered("txtSetup", index));
     controls.updSetup = Named(&controls.entry->arrows, Numbered("updSetup", index));
-    controls.txtSetup->setFixedWidth(PixelsOfTwips(BoxTwips, *this));
+    controls.txtSetup->setFixedWidth(EntryWidth(BoxTwips, *controls.txtSetup, QStringLiteral("000")));
     controls.txtSetup->setAlignment(Qt::AlignRight);
     controls.txtSetup->setAccessibleName(QString::fromStdString(std::string(SetupFields[index].description)));
     controls.lblSetupDesc = AddLabel(page, Numbered("lblSetupDesc", index), FieldCaption(index));
@@ -285,7 +286,7 @@ void frmTargetBoard::OrderTabs() {
 void frmTargetBoard::LayOut() {
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(&cmdGoOnline);
-    buttons->addStretch();
+    buttons->addWidget(&lblNotRefreshed, 1);
     buttons->addWidget(&cmdOk);
     auto* all = new QVBoxLayout(this);
     all->addWidget(tabTargetBoard);

@@ -25,6 +25,7 @@ namespace {
 
 /// What a grid is higher than the rows that it shows, for its border.
 constexpr int BorderTwips = 25;
+constexpr int CellMargin = 4; ///< Pixels, on either side of a cell's text.
 constexpr int RowPadding = 6; ///< Pixels, above and below a row's text together.
 
 struct FormatColumn {
@@ -176,19 +177,36 @@ void QtFormatGrid::FitFont() {
 
     leastWidths_.clear();
     for (int column = 0; column < ColumnCount(); ++column) {
-        const int needed =
-            column == 0 ? verticalHeader()->sizeHint().width() : horizontalHeader()->sectionSizeHint(column - 1);
+        // The heading of the fixed column stands in the corner, which its header does not know.
+        const int needed = column == 0 ? std::max(verticalHeader()->sizeHint().width(), TextWidth(Text(0, 0)))
+                                       : horizontalHeader()->sectionSizeHint(column - 1);
         const int planned = PixelsOfTwips(plan_.columnWidths.at(static_cast<std::size_t>(column)), *this);
-        leastWidths_.push_back(std::max(planned, needed));
+        leastWidths_.push_back(std::max({planned, needed, WidthOfWidest(static_cast<std::size_t>(column))}));
     }
     verticalHeader()->setFixedWidth(leastWidths_.front());
 
     const int border = 2 * frameWidth();
     const int columns = std::accumulate(leastWidths_.begin(), leastWidths_.end(), 0);
     const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, verticalScrollBar());
-    const int rows = std::max(border, PixelsOfTwips(BorderTwips, *this)) + plan_.rowsShown * rowHeight_;
-    setMinimumSize(std::max(PixelsOfTwips(plan_.width, *this), columns + scrollBar + border), rows);
+    const int frame = std::max(border, PixelsOfTwips(BorderTwips, *this));
+    const int leastRows = plan_.leastRows > 0 ? plan_.leastRows : plan_.rowsShown;
+    const int width = std::max(PixelsOfTwips(plan_.width, *this), columns + scrollBar + border);
+    wanted_ = {width, frame + plan_.rowsShown * rowHeight_};
+    setMinimumSize(width, frame + leastRows * rowHeight_);
+    updateGeometry();
     StretchColumns();
+}
+
+int QtFormatGrid::TextWidth(const QString& text) const {
+    // Slanted, as what is on its way, and with the frame of an entry box around it.
+    QFont slanted = font();
+    slanted.setItalic(true);
+    const int margin = 2 * (style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + CellMargin);
+    return std::max(fontMetrics().horizontalAdvance(text), QFontMetrics(slanted).horizontalAdvance(text)) + margin;
+}
+
+int QtFormatGrid::WidthOfWidest(std::size_t column) const {
+    return column < plan_.widestTexts.size() ? TextWidth(QString::fromStdString(plan_.widestTexts[column])) : 0;
 }
 
 void QtFormatGrid::StretchColumns() {

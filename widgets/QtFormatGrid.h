@@ -22,8 +22,10 @@ struct GridPlan {
     std::string format;
     std::vector<int> columnWidths; ///< One a column.
     int rows = 1; ///< The heading row included.
-    int rowsShown = 1; ///< So many show at once at least, the heading row included.
+    int rowsShown = 1; ///< So many show at once where there is room, the heading row included.
+    int leastRows = 0; ///< And so many where there is little; 0: all of these.
     int width = 0; ///< Of the whole grid.
+    std::vector<std::string> widestTexts{}; ///< What a column has room for; may be shorter than the columns.
     int firstStretchingColumn = 1; ///< Room to spare goes to this column and those behind it, in equal parts.
 };
 
@@ -73,6 +75,8 @@ public:
     /// The selected cells, tabs between columns and line ends between rows.
     [[nodiscard]] QString SelectedText() const;
 
+    [[nodiscard]] QSize sizeHint() const override { return wanted_; }
+
     /// Typing in a grid means an entry, never a search.
     void keyboardSearch(const QString&) override {}
 
@@ -88,6 +92,9 @@ private:
 
     void BuildHeaders();
     void FitFont();
+    /// In a cell.
+    [[nodiscard]] int TextWidth(const QString& text) const;
+    [[nodiscard]] int WidthOfWidest(std::size_t column) const;
     void StretchColumns();
     void TellCellsMoved() const;
     void PaintCorner(QWidget& corner) const;
@@ -97,6 +104,7 @@ private:
     GridPlan plan_;
     std::function<void()> onCellsMoved_;
     int rowHeight_ = 0;
+    QSize wanted_; ///< With all of the rows to be shown.
     std::vector<int> leastWidths_; ///< Of the columns, in pixels.
 };
 

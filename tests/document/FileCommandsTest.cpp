@@ -20,8 +20,9 @@ public:
         return boxes.Show(box);
     }
     std::optional<std::string> AskText(const std::string& title, const std::string& text,
-                                       const std::string& initialText) override {
+                                       const std::string& initialText, const std::string& note) override {
         trace += title + ";";
+        whose = note;
         prompt = text;
         initial = initialText;
         return answer;
@@ -40,7 +41,7 @@ public:
     ScriptedDialogs boxes;
     std::optional<std::string> answer;
     std::optional<FileChoice> choice;
-    std::string trace, prompt, initial;
+    std::string trace, prompt, initial, whose;
     FileQuestion asked;
 };
 
@@ -139,13 +140,12 @@ TEST_F(FileCommandsTest, TheStackAddressIsAskedForByNewAndWrittenThroughWhileOnl
     turns.RunToEnd(files.AskStatusStackAddress());
     EXPECT_EQ(dialogs.trace, "[unnamed];TI Status Stack Address;");
     EXPECT_EQ(dates, "-\n");
-    EXPECT_EQ(dialogs.initial, "V77") << "what the board holds";
-    EXPECT_EQ(dialogs.prompt,
-              "The TI-505 Communications Status Stack Address is the starting address of 32 consecutive "
-              "V memory locations. \n\nThe first V memory location is a Watchdog toggle from the "
-              "K5216-505. The remainder are the communication status of the respective 31 Comm "
-              "sequences (0 through 30). \n\nThe Status stack can be located anywhere within the V "
-              "memory space (V1 to V34463).\n\nTI-505 Communications Status Stack Address V:");
+    EXPECT_EQ(dialogs.initial + dialogs.whose, "V77This is the address that the board holds.");
+    EXPECT_EQ(dialogs.prompt, "The TI-505 Communications Status Stack Address is the starting address of 32 consecutive "
+                             "V memory locations. \n\nThe first V memory location is a Watchdog toggle from the "
+                             "K5216-505. The remainder are the communication status of the respective 31 Comm "
+                             "sequences (0 through 30). \n\nThe Status stack can be located anywhere within the V "
+                             "memory space (V1 to V34463).\n\nTI-505 Communications Status Stack Address V:");
     EXPECT_EQ(document.CurrentConfiguration.Value(0), 500);
     EXPECT_EQ(board.PeekWord(6400, clock.Now()), 500);
 
@@ -160,7 +160,7 @@ TEST_F(FileCommandsTest, TheStackAddressIsAskedForByNewAndWrittenThroughWhileOnl
         Answer({});
         dialogs.answer = refused;
         turns.RunToEnd(files.AskStatusStackAddress());
-        EXPECT_EQ(dialogs.initial, "V500") << "OFFLINE the record's own";
+        EXPECT_EQ(dialogs.initial + dialogs.whose, "V500This is the address of the set-up.");
         EXPECT_EQ(dialogs.trace, "TI Status Stack Address;TI Status Stack Address;") << refused;
         EXPECT_EQ(LastText(), "Only a V Memory Space Address Between 1 and 34463 can be Entered");
     }

@@ -244,6 +244,14 @@ TEST_F(LinkTest, AGapInsideAValueMakesItBeginAnewUnlessTheLineIsSlowThroughout) 
     EXPECT_TRUE(AsExpected());
 }
 
+TEST_F(LinkTest, AGoodbyeThatComesSpoiledToABoardInWriteModeIsToldAsWell) {
+    GoOnline();
+    port.Expect({{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x21, 0x21}, {0x05, 0x05}, {0xFF, 0x7F}});
+    EXPECT_TRUE(Write("B33", "5").Confirmed());
+    Close();
+    EXPECT_EQ(link.TakeMayHaveReached(), (std::vector<std::uint16_t>{0x7FFF, 0xFF7F}));
+}
+
 TEST_F(LinkTest, TheRepeatOfABitWriteSendsTheByteOfTheFirstGoodRead) {
     GoOnline();
     // The echo of the low byte is lost; the sync byte that asks again lands as data.

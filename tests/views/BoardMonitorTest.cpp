@@ -207,6 +207,7 @@ TEST_F(BoardMonitorTest, AWriteIsDoneWhenTheBoardHoldsIt) {
     Spoil(FaultKind::WrongEcho, 2);
     EXPECT_EQ(turns.RunToEnd(monitor.WriteSetup(NetworkAddressField, "11")), WriteOutcome::NotConfirmed);
     EXPECT_EQ(setup[NetworkAddressField], "1");
+    EXPECT_FALSE(monitor.MayHaveReached().empty());
     // The board's clock goes on between a write and its look.
     onByte = [&] {
         if (board.Peek(ClockSecondByte, clock.Now()) == 59) clock.Advance(std::chrono::seconds(1));

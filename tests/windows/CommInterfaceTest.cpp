@@ -51,8 +51,21 @@ protected:
     ReadAddresses log;
     Document document{"VANTREL_R1.0.0", clock};
     std::int16_t selected = 3;
-    frmCommInterface view{document, link, turns, dialogs, selected, [this] { ApplyMode(view); }};
+    frmCommInterface view{document, link, turns, dialogs, clock, selected, [this] { ApplyMode(view); }};
 };
+
+TEST_F(CommInterfaceTest, SaysThatNothingIsRefreshedWhileTheBoardIsSilent) {
+    Open([&] {
+        const auto notice = [&] {
+            QMetaObject::invokeMethod(&view.tmrNotRefreshed, "timeout");
+            return view.lblNotRefreshed.text().toStdString();
+        };
+        EXPECT_EQ(notice(), "");
+        Silence();
+        TurnsUntil([&] { return clock.Now() >= *link.AwaitingSince() + std::chrono::milliseconds(1500); });
+        EXPECT_EQ(notice(), "Not refreshed: waiting for the board ... 1 s");
+    });
+}
 
 TEST_F(CommInterfaceTest, ReadsTheSelectedSequenceAndOfItsDataOnlyWhatIsSeen) {
     Show([&] {

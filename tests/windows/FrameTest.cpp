@@ -59,13 +59,13 @@ TEST_F(FrameTest, MenusAndButtonsStandInOrderAndEveryAccessKeyIsUniqueInItsMenu)
     EXPECT_EQ(captions(*frame->menuBar()), "&File|&Edit|&View|&Tools|&Help|");
     EXPECT_EQ(captions(*frame->mnuFile),
               "&New...|&Open...|&Save|Save &As...|-|&Upload (save) Settings|Download P&rogram|"
-              "&Download (restore) Settings|-|&Print Report...|-|E&xit|");
+              "&Download (restore) Settings|-|&Print Report...|-|Report to PD&F File...|-|E&xit|");
     EXPECT_EQ(
         captions(*frame->mnuEdit),
         "Enable &Offline Editing|-|Co&mm Port|-|TI Status Stack &Address|-|&Undo|&Redo|-|Cu&t|&Copy|&Paste|C&lear|-|"
         "Fill &Down|Fill &Series|-|Duplicate Se&quence|Mo&ve Sequence Up|Move Sequence Dow&n|");
     EXPECT_EQ(captions(*frame->mnuView),
-              "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|");
+              "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|-|&Main Display|");
     EXPECT_EQ(captions(*frame->mnuHelp), "&Help Topics|-|&About VANTREL|");
     std::string toolTips;
     for (const QAction* button : frame->Toolbar1->actions().first(14))

@@ -63,7 +63,7 @@ TEST(ReportPdf, OfAFileSaysWhyThereIsNoneAndReplacesOnlyPdfFiles) {
 }
 
 TEST_F(FrameTest, WithoutAPrinterTheReportGoesToAPdfFileOfTheUsersChoice) {
-    if (HasDefaultPrinter()) GTEST_SKIP() << "this host would print it";
+    if (!PrinterNames().empty()) GTEST_SKIP() << "this host would print it";
     Stored("plant.sdt", 500);
     frame->OpenFile(folder / "plant.sdt");
     WriteText(folder / "other.pdf", "precious");

@@ -1,0 +1,118 @@
+// The shell around the editor: what readers of the screen hear, small screens and large fonts, ways back, ways in.
+#include "document/frmMain.h"
+#include "tests/windows/FrameFixture.h"
+#include "views/frmCommInterface.h"
+#include "views/frmTargetBoard.h"
+
+#include <QAccessible>
+
+namespace vantrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+QString Heard(QWidget* widget) { return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name); }
+
+class ShellTest : public FrameTest {
+protected:
+    [[nodiscard]] QMdiSubWindow& Child() { return *frame->findChild<QMdiArea*>()->subWindowList().front(); }
+    [[nodiscard]] frmMain& Editor() { return dynamic_cast<frmMain&>(*Child().widget()); }
+};
+
+TEST_F(ShellTest, ReadersHearTheValuesOfPanelsAndClocks) {
+    for (QLabel* panel : frame->sbrMainPanels)
+        EXPECT_EQ(Heard(panel), panel->text());
+    WhenModal<frmTargetBoard> look([](frmTargetBoard& view) {
+        for (QLabel* label : {view.lblCurrTime, view.lblRevIdentOnDisk, view.lblRevIdentInPLC[0]})
+            EXPECT_EQ(Heard(label), label->text());
+        view.reject();
+    });
+    frame->mnuViewTargetBoardStatus->trigger();
+    EXPECT_TRUE(look.Happened());
+}
+
+TEST_F(ShellTest, ALargerFontOnASmallScreenHidesNoData) {
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSize(16);
+    QApplication::setFont(large);
+    Start();
+    Child().showMaximized();
+    frame->resize(1024, 600);
+    QCoreApplication::processEvents();
+    QtFormatGrid& grid = Editor().fgComm[1];
+    Editor().tbsComm.setCurrentIndex(1);
+    for (const int column : {3, 4, 6, 7}) {
+        const int needed = grid.fontMetrics().horizontalAdvance(column % 3 == 0 ? "V34463" : "FFFEH");
+        EXPECT_GT(grid.CellRect(1, column).width(), needed) << column;
+    }
+    const QRect room = frame->rect();
+    for (QWidget* part : std::initializer_list<QWidget*>{&grid, &Editor().fraMessageDisplay})
+        EXPECT_TRUE(room.contains(QRect(part->mapTo(frame.get(), QPoint()), part->size())))
+            << part->objectName().toStdString();
+    EXPECT_TRUE(frame->sbrMainPanels[3]->isVisible());
+    frame->sbrMainPanels[0]->setFixedWidth(1);
+    frame->resize(frame->minimumSizeHint().expandedTo({300, 600}));
+    EXPECT_FALSE(frame->sbrMainPanels[2]->isVisible()) << "the date gives way to the message";
+    QApplication::setFont(usual);
+}
+
+TEST_F(ShellTest, ARowOfTheStatusTabOpensItsSequenceWhileOnline) {
+    QtFormatGrid& grid = Editor().fgComm[0];
+    const auto enter = [&] { QTest::keyClick(&grid, Qt::Key_Return), Settle(); };
+    const auto doubleClick = [&] {
+        const QPoint cell = grid.CellRect(6, 2).center() - grid.viewport()->pos();
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, cell);
+        QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, cell);
+        Settle();
+    };
+    grid.SetCurrentCell(4, 1);
+    enter();
+    EXPECT_FALSE(QApplication::activeModalWidget()) << "OFFLINE";
+    GoOnline();
+    std::string opened;
+    for (const auto& way : {std::function<void()>(enter), std::function<void()>(doubleClick)}) {
+        Activate();
+        WhenModal<frmCommInterface> look([&](frmCommInterface& view) {
+            opened += view.txtSetup.text().toStdString() + ";";
+            view.reject();
+        });
+        way();
+    }
+    EXPECT_EQ(opened, "3;5;");
+}
+
+TEST_F(ShellTest, AnEntryStaysOpenWhileTheChildIsMaximisedAndThereIsAWayBackFromAnIcon) {
+    Activate();
+    Editor().tbsComm.setCurrentIndex(1);
+    Editor().fgComm[1].SetCurrentCell(1, 2);
+    Editor().fgComm[1].setFocus();
+    QTest::keyClick(&Editor().fgComm[1], Qt::Key_9);
+    QTest::keyClicks(&Editor().txtEntry, "99");
+    Child().showMaximized();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(user.shown.empty()) << "nobody has ended the entry";
+    EXPECT_TRUE(Editor().EntryOpen() && Editor().txtEntry.text() == "999" && Editor().txtEntry.hasFocus());
+    QTest::keyClick(&Editor().txtEntry, Qt::Key_Escape);
+    QTest::keyClick(&Editor().txtEntry, Qt::Key_Escape);
+    Child().showMinimized();
+    QCoreApplication::processEvents();
+    frame->mnuViewMainDisplay->trigger();
+    EXPECT_TRUE(!Child().isMinimized() && Editor().isVisible());
+}
+
+TEST_F(ShellTest, OnlineAfterOfflineWhileThePortIsBeingOpenedCountsForItself) {
+    board.AddFault({.kind = FaultKind::NoAnswer});
+    frame->mnuViewOnline->trigger();
+    for (const MonotonicTime end = clock.Now() + 500ms; clock.Now() < end && frame->Link().Busy();)
+        QCoreApplication::processEvents();
+    frame->mnuViewOffline->trigger();
+    board.ClearFaults();
+    frame->mnuViewOnline->trigger();
+    Settle();
+    EXPECT_EQ(Mode(), "ONLINE");
+    EXPECT_TRUE(user.shown.empty());
+}
+
+} // namespace
+} // namespace vantrel
