@@ -151,6 +151,18 @@ QtFormatGrid::QtFormatGrid(QWidget* parent) : QTableView(parent), cells_(new Cel
     LayOut({});
 }
 
+// Every other row is a shade off the others. A host's own colour for that may be as strong as that of a selection.
+void QtFormatGrid::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTableView::initViewItemOption(option);
+    constexpr float shade = 0.05F;
+    const QColor base = palette().color(QPalette::Base);
+    const QColor text = palette().color(QPalette::WindowText);
+    const auto between = [](float from, float to) { return from + shade * (to - from); };
+    option->palette.setColor(QPalette::AlternateBase,
+                             QColor::fromRgbF(between(base.redF(), text.redF()), between(base.greenF(), text.greenF()),
+                                              between(base.blueF(), text.blueF())));
+}
+
 void QtFormatGrid::BuildHeaders() {
     for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
         header->setSectionResizeMode(QHeaderView::Fixed);
