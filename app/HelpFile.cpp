@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
+#include "text/AsciiCase.h"
 #include "text/PathText.h"
 #include "text/Windows1252.h"
 
@@ -18,13 +19,6 @@ namespace {
 constexpr std::string_view TopicMark = "# ";
 constexpr std::string_view NameMark = " {#";
 
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return lower;
-}
-
 HelpTopic TopicOf(std::string_view heading) {
     HelpTopic topic;
     const std::size_t mark = heading.find(NameMark);
@@ -38,9 +32,9 @@ HelpTopic TopicOf(std::string_view heading) {
 }
 
 bool HoldsAll(std::string_view text, const std::vector<std::string>& words) {
-    const std::string lower = Lower(text);
-    return std::ranges::all_of(words,
-                               [&](const std::string& word) { return lower.find(Lower(word)) != std::string::npos; });
+    const std::string lower = InLowerCase(std::string(text));
+    return std::ranges::all_of(
+        words, [&](const std::string& word) { return lower.find(InLowerCase(word)) != std::string::npos; });
 }
 
 /// Without emphasis, code marks and the targets of links.

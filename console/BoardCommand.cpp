@@ -106,7 +106,7 @@ void ReadBoard(LinkSession& session, BoardMonitor& monitor, BoardReport& report)
 ExitCode Show(CommandContext& context, LinkSession& session, const BoardMonitor& monitor, const BoardReport& report,
               const UserProgram& onDisk) {
     const bool whole = !session.Interrupted() && !session.Failed();
-    if (whole) context.host.out << report.Text(onDisk, monitor.FaultCodes(), context.arguments.json);
+    if (whole) context.host.out << report.Text(onDisk, monitor.FaultCodes, context.arguments.json);
     const ExitCode end = session.EndOfReading(monitor.Reliable() && report.Complete());
     if (whole && context.arguments.resetFaults && monitor.AnyCode()) context.dialogs.Show(CodesAfterReset());
     return end;

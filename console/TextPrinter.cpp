@@ -2,6 +2,7 @@
 #include "console/TextPrinter.h"
 
 #include "text/PrintableText.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,12 +18,10 @@ constexpr double Lines = 66;
 
 /// The characters of a UTF-8 text.
 std::vector<std::string> Characters(std::string_view text) {
+    const std::string printable = PrintableText(text, Layout::Drop);
     std::vector<std::string> characters;
-    for (const char byte : PrintableText(text, Layout::Drop)) {
-        const bool continues = (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-        if (!continues) characters.emplace_back();
-        characters.back() += byte;
-    }
+    for (std::string_view rest = printable; !rest.empty();)
+        characters.emplace_back(TakeCharacter(rest).bytes);
     return characters;
 }
 

@@ -2,6 +2,7 @@
 #include "document/GridTexts.h"
 
 #include "document/ValueDisplay.h"
+#include "link/StatusText.h"
 #include "link/TargetMap.h"
 
 #include <span>
@@ -105,7 +106,7 @@ std::vector<std::string> EditorRowTexts(const Configuration& record, EditorTab t
 SequenceAddresses StatusWordAddressTable() {
     SequenceAddresses addresses;
     for (std::size_t sequence = 0; sequence < SequenceCount; ++sequence)
-        addresses.at(sequence) = "W" + std::to_string(StatusWordBase + 2 * static_cast<int>(sequence));
+        addresses.at(sequence) = StatusWordAddress(sequence);
     return addresses;
 }
 

@@ -1,6 +1,8 @@
 // Floating day counts to calendar time and back. Uses nothing.
 #include "document/OleDate.h"
 
+#include "text/Padding.h"
+
 #include <cmath>
 #include <iterator>
 
@@ -21,10 +23,7 @@ constexpr local_days First{std::chrono::year{100} / std::chrono::January / 1};
 constexpr local_days AfterLast{std::chrono::year{10000} / std::chrono::January / 1};
 constexpr double SecondsADay = 86400.0;
 
-std::string Padded(long long number, std::size_t width) {
-    const std::string digits = std::to_string(number);
-    return digits.size() < width ? std::string(width - digits.size(), '0') + digits : digits;
-}
+std::string Padded(long long number, std::size_t width) { return PadLeft(std::to_string(number), width, '0'); }
 
 } // namespace
 

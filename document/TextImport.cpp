@@ -6,6 +6,7 @@
 #include "text/NumberText.h"
 #include "text/PrintableText.h"
 #include "text/SequentialText.h"
+#include "text/Utf8.h"
 #include "text/Windows1252.h"
 
 #include <utility>
@@ -32,11 +33,9 @@ BadImportFile BadItem(ErrorNumber number, const SequentialText& text, const std:
     return {number, text.Line(), text.ItemInLine(), what};
 }
 
-std::string WithoutFirstCharacter(const std::string& text) {
-    std::size_t length = text.empty() ? 0 : 1;
-    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
-        ++length;
-    return text.substr(length);
+std::string WithoutFirstCharacter(std::string_view text) {
+    if (!text.empty()) TakeCharacter(text);
+    return std::string(text);
 }
 
 class Import {

@@ -1,5 +1,6 @@
 #include "link/TargetAddress.h"
 
+#include "text/AsciiCase.h"
 #include "text/NumberText.h"
 
 #include <algorithm>
@@ -14,11 +15,9 @@ constexpr std::int32_t HighestAddress = 65535;
 constexpr std::int32_t FirstFlagByte = 32;
 constexpr int BitsPerByte = 8;
 
-char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-bool IsHexDigit(char c) { return IsDigit(c) || (Upper(c) >= 'A' && Upper(c) <= 'F'); }
+bool IsHexDigit(char c) { return IsDigit(c) || (UpperAscii(c) >= 'A' && UpperAscii(c) <= 'F'); }
 
 bool AllDigits(std::string_view text) { return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit); }
 
@@ -54,9 +53,9 @@ TargetAddress ParsePointForm(std::string_view text) {
 
 /// The forms, without regard to where the memory ends.
 TargetAddress ParseForm(std::string_view text) {
-    if (Upper(text.back()) == 'H') return {.type = 'B', .byteAddress = HexNumber(text.substr(0, text.size() - 1))};
+    if (UpperAscii(text.back()) == 'H') return {.type = 'B', .byteAddress = HexNumber(text.substr(0, text.size() - 1))};
     if (text.find('.') != std::string_view::npos) return ParsePointForm(text);
-    const char letter = Upper(text.front());
+    const char letter = UpperAscii(text.front());
     const std::int32_t number = Number(text.substr(1));
     switch (letter) {
     case 'B':
@@ -92,12 +91,12 @@ namespace {
 bool HasKnownForm(std::string_view text) {
     if (text.size() < 2) return false;
     const std::string_view front = text.substr(0, text.size() - 1);
-    if (Upper(text.back()) == 'H') return std::all_of(front.begin(), front.end(), IsHexDigit);
-    if (std::string_view("BWDF").find(Upper(text.front())) == std::string_view::npos) return false;
+    if (UpperAscii(text.back()) == 'H') return std::all_of(front.begin(), front.end(), IsHexDigit);
+    if (std::string_view("BWDF").find(UpperAscii(text.front())) == std::string_view::npos) return false;
     const std::size_t point = text.find('.');
     if (point == std::string_view::npos) return AllDigits(text.substr(1));
     const bool oneBitDigit = point + 2 == text.size() && text.back() >= '0' && text.back() <= '7';
-    return Upper(text.front()) == 'B' && AllDigits(text.substr(1, point - 1)) && oneBitDigit;
+    return UpperAscii(text.front()) == 'B' && AllDigits(text.substr(1, point - 1)) && oneBitDigit;
 }
 
 bool LiesInMemory(std::string_view text) {

@@ -12,7 +12,6 @@ enum class ErrorNumber : int {
     InvalidProcedureCall = 5,
     Overflow = 6,
     SubscriptOutOfRange = 9,
-    TypeMismatch = 13,
     FileNotFound = 53,
     DiskFull = 61,
     InputPastEndOfFile = 62,

@@ -118,7 +118,6 @@ protected:
     /// Asked before every sleep: how long it may be at the most.
     [[nodiscard]] virtual MonotonicTime LongestSleep() { return MonotonicTime::max(); }
 
-    [[nodiscard]] bool AnyByteWait() const { return !waits_.empty(); }
     /// The port of the oldest wait for a byte; none without one.
     [[nodiscard]] SerialPort* WaitedFor() const { return waits_.empty() ? nullptr : &waits_.front()->port_; }
     /// Sleeps in the host until something happens to the oldest wait for a byte, at most so long. False without one.

@@ -1,6 +1,8 @@
 // Breaking lines. Knows UTF-8 well enough not to break a character.
 #include "report/TextWrap.h"
 
+#include "text/Utf8.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -9,8 +11,6 @@ namespace vantrel {
 namespace {
 
 constexpr std::string_view Blank = " ";
-
-bool ContinuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
 
 std::string OnOneLine(std::string_view text) {
     std::string line(text);

@@ -31,8 +31,6 @@ struct BoardAnswer {
 /// too, and its 0xFF is not taken for data. (A PC that asks again sooner may still fill the group with its 0xFF.)
 class SimulatedBoard {
 public:
-    static constexpr std::size_t MemorySize = BoardMemory::Size;
-
     /// `startedAt`: what the board's own clock shows at monotonic time 0 of the caller.
     explicit SimulatedBoard(std::chrono::local_seconds startedAt = {}, BoardHabits habits = {});
 

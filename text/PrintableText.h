@@ -13,8 +13,7 @@ enum class Layout {
     Drop, ///< The text stands within one line.
 };
 
-/// `text` with "?" in place of every control character (C0, C1, delete, line separators) and of every byte that is no
-/// UTF-8.
+/// `text` with "?" in place of every control character (C0, C1, delete, line separators) and of what is no UTF-8.
 [[nodiscard]] std::string PrintableText(std::string_view text, Layout layout);
 
 /// Printable on one line, and no longer than so many characters; "..." says that there is more.

@@ -1,6 +1,8 @@
 // The code page's own 27 characters; everything else in it has the same number in Unicode. Uses nothing.
 #include "text/Windows1252.h"
 
+#include "text/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -41,41 +43,6 @@ void AppendUtf8(std::string& text, char32_t character) {
     }
 }
 
-struct Decoded {
-    char32_t character;
-    std::size_t length; ///< Bytes taken, at least 1.
-};
-
-constexpr char32_t Malformed = 0xFFFD;
-
-/// What the lead byte of a longer sequence announces; `length` 0 for a byte that is none.
-struct Lead {
-    std::size_t length;
-    char32_t bits;
-    char32_t smallest; ///< Below this the sequence is longer than it needs to be, and malformed.
-};
-
-Lead LeadOf(unsigned char byte) {
-    if ((byte & 0xE0U) == 0xC0U) return {2, byte & 0x1FU, 0x80};
-    if ((byte & 0xF0U) == 0xE0U) return {3, byte & 0x0FU, 0x800};
-    if ((byte & 0xF8U) == 0xF0U) return {4, byte & 0x07U, 0x10000};
-    return {0, 0, 0};
-}
-
-Decoded Decode(std::string_view text) {
-    const auto first = static_cast<unsigned char>(text.front());
-    if (first < 0x80) return {first, 1};
-    const Lead lead = LeadOf(first);
-    char32_t character = lead.bits;
-    std::size_t length = 1;
-    for (; length < lead.length && length < text.size(); ++length) {
-        const auto next = static_cast<unsigned char>(text[length]);
-        if ((next & 0xC0U) != 0x80U) break;
-        character = (character << 6U) | (next & 0x3FU);
-    }
-    return {length == lead.length && character >= lead.smallest ? character : Malformed, length};
-}
-
 } // namespace
 
 std::string Utf8FromWindows1252(std::string_view bytes) {
@@ -90,9 +57,7 @@ std::string Windows1252FromUtf8(std::string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
     while (!text.empty()) {
-        const Decoded next = Decode(text);
-        bytes += ByteOf(next.character);
-        text.remove_prefix(next.length);
+        bytes += ByteOf(TakeCharacter(text).code);
     }
     return bytes;
 }
@@ -105,9 +70,7 @@ std::string Utf8FromAnyEditor(std::string_view bytes) {
 
 bool IsUtf8(std::string_view text) {
     while (!text.empty()) {
-        const Decoded next = Decode(text);
-        if (next.character == Malformed) return false;
-        text.remove_prefix(next.length);
+        if (TakeCharacter(text).code == MalformedCharacter) return false;
     }
     return true;
 }

@@ -64,7 +64,7 @@ void BoardMonitor::BeginShowing() {
 
 void BoardMonitor::ForgetShown() {
     codes_ = {};
-    faultCodes_.fill(std::string(UnreadCode));
+    FaultCodes.fill(std::string(UnreadCode));
     ShowCodes();
     ShowInDescriptions("");
     ShowAdvice();
@@ -86,10 +86,10 @@ TaskOf<bool> BoardMonitor::ShowWhatTheBoardSays() {
 }
 
 Task BoardMonitor::RefreshCodes() {
-    const auto before = faultCodes_;
+    const auto before = FaultCodes;
     const bool read = co_await ReadCodes();
     if (!read) co_return;
-    if (faultCodes_ != before) {
+    if (FaultCodes != before) {
         ShowCodes();
         ShowDescriptions(Errors::Keep);
         ShowAdvice();
@@ -108,7 +108,7 @@ TaskOf<bool> BoardMonitor::ReadCodes() {
     if (!read) co_return false;
     codes_ = codes;
     for (std::size_t i = 0; i < BoardCodeCount; ++i)
-        faultCodes_[i] = codes[i] ? CodeText(*codes[i]) : std::string(UnreadCode);
+        FaultCodes[i] = codes[i] ? CodeText(*codes[i]) : std::string(UnreadCode);
     SetAlarms();
     co_return true;
 }
@@ -142,7 +142,7 @@ void BoardMonitor::ShowCodes() {
     for (std::size_t i = 0; i < BoardCodeCount; ++i) {
         const auto which = static_cast<BoardCode>(i);
         if (which == BoardCode::Advice || (which == BoardCode::CoCpuSlot && !HasCoCpu(boardType_))) continue;
-        display_.ShowCaption(which, CodeCaption(which, faultCodes_[i]));
+        display_.ShowCaption(which, CodeCaption(which, FaultCodes[i]));
     }
 }
 
@@ -165,7 +165,7 @@ void BoardMonitor::ShowDescriptionsFrom(const std::filesystem::path& file, std::
             // A code without a record must not stand beside the description of another.
             std::string description;
             for (const FaultRecord& record : *records) {
-                if (SameIgnoringCase(record.code, faultCodes_[IndexOf(which)])) description = record.description;
+                if (SameIgnoringCase(record.code, FaultCodes[IndexOf(which)])) description = record.description;
             }
             display_.ShowDescription(which, description);
         }
@@ -192,7 +192,7 @@ TaskOf<bool> BoardMonitor::ReadSlotAgain() {
 }
 
 void BoardMonitor::ShowAdvice() {
-    display_.ShowDescription(BoardCode::Advice, AdviceText(faultCodes_[IndexOf(BoardCode::Advice)]));
+    display_.ShowDescription(BoardCode::Advice, AdviceText(FaultCodes[IndexOf(BoardCode::Advice)]));
 }
 
 TaskOf<bool> BoardMonitor::ReadRevision() {
@@ -220,7 +220,7 @@ TaskOf<bool> BoardMonitor::ReadRevision() {
 
 void BoardMonitor::ShowDeadLink() {
     codes_ = {};
-    faultCodes_.fill(std::string(DeadLinkCode));
+    FaultCodes.fill(std::string(DeadLinkCode));
     display_.EnableReset(false);
     ShowCodes();
     ShowDescriptions(Errors::Keep);

@@ -100,8 +100,7 @@ public:
     [[nodiscard]] bool RevisionKnown() const { return revisionKnown_; }
     /// A fault or error code other than 0 was read last (the slot is none).
     [[nodiscard]] bool AnyCode() const;
-    /// The code texts last read, in the order of `FaultAddresses`.
-    [[nodiscard]] const std::array<std::string, BoardCodeCount>& FaultCodes() const { return faultCodes_; }
+    std::array<std::string, BoardCodeCount> FaultCodes; ///< The code texts last read, in the order of `FaultAddresses`.
 
     // Writes, for use between the passes' turns, each in one go. None is sent while OFFLINE or when the link has
     // failed, and the rest is dropped as soon as it fails. They tell the worst that became of their values.
@@ -167,7 +166,6 @@ private:
     BoardFiles files_;
     BoardDisplay& display_;
     std::int16_t boardType_ = 0;
-    std::array<std::string, BoardCodeCount> faultCodes_;
     Codes codes_;
     int opened_ = -1; ///< How often the port had been when the last first pass began.
     bool revisionKnown_ = false;

@@ -7,7 +7,7 @@ namespace vantrel {
 namespace {
 
 TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
-    const std::string file = Imported("plant.sdt", TwoSequences);
+    const std::string file = Imported("plant.sdt");
     WriteText(File("text.sdt"), "no set-up file");
     struct Case {
         std::vector<std::string> arguments;
@@ -63,12 +63,9 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
     };
     for (const Case& each : cases) {
         const Ended ended = Run(each.arguments);
-        std::string line;
-        for (const std::string& argument : each.arguments)
-            line += " " + argument;
-        EXPECT_EQ(ended.code, each.code) << line << "\n" << ended.err;
-        EXPECT_NE(ended.err.find(each.said), std::string::npos) << line << "\n" << ended.err;
-        EXPECT_EQ(ended.out, "") << line;
+        EXPECT_EQ(ended.code, each.code) << each.said << "\n" << ended.err;
+        EXPECT_NE(ended.err.find(each.said), std::string::npos) << each.said << "\n" << ended.err;
+        EXPECT_EQ(ended.out, "") << each.said;
     }
     EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), 100);
 }
@@ -88,18 +85,12 @@ TEST_F(ConsoleTest, AMissingProgramFolderIsWrongUsage) {
 }
 
 TEST_F(ConsoleTest, HelpOfEveryCommandHasExamplesAndExitCodes) {
-    const Ended overall = Run({"--help"});
-    EXPECT_EQ(overall.code, 0);
+    const Ended overall = Expect(0, "--help");
     EXPECT_EQ(overall.err, "");
-    for (const char* command :
+    for (const std::string command :
          {"new", "show", "import", "download", "upload", "compare", "read", "write", "simulate", "demo"}) {
-        EXPECT_NE(overall.out.find("\n  " + std::string(command) + " "), std::string::npos) << command;
-        const Ended help = Run({command, "--help"});
-        EXPECT_EQ(help.code, 0) << command;
-        for (const std::string& part :
-             {"Examples:\n  vantrelctl " + std::string(command), std::string("Exit codes:")}) {
-            EXPECT_NE(help.out.find(part), std::string::npos) << command << "\n" << help.out;
-        }
+        EXPECT_NE(overall.out.find("\n  " + command + " "), std::string::npos) << command;
+        Expect(0, command + " --help", {"Examples:\n  vantrelctl " + command, "Exit codes:"});
     }
     EXPECT_EQ(Run({"help"}).out, overall.out);
     EXPECT_EQ(Run({"--version"}).out, "vantrelctl " + VersionNumber() + "\n");
@@ -108,19 +99,19 @@ TEST_F(ConsoleTest, HelpOfEveryCommandHasExamplesAndExitCodes) {
 
 TEST_F(ConsoleTest, APortNumberUsesTheSettingsFileAsTheWindowsDoAndADeviceLeavesItAlone) {
     const std::string settings = File("Support/RSPort.cfg");
-    EXPECT_EQ(Run({"read", "W6400", "--port", "/dev/some-device"}).code, 0);
+    Expect(0, "read W6400 --port /dev/some-device");
     EXPECT_FALSE(std::filesystem::exists(settings));
     EXPECT_EQ(port->Settings(), "9600,n,8,1");
 
-    EXPECT_EQ(Run({"read", "W6400", "--port", "2", "--speed", "19200"}).code, 0);
-    EXPECT_EQ(TextOf(settings).substr(0, 6), "1,9600");
+    Expect(0, "read W6400 --port 2 --speed 19200");
+    EXPECT_EQ(FileText(settings).substr(0, 6), "1,9600");
     EXPECT_EQ(port->PortNumber(), 2);
     EXPECT_EQ(port->Settings(), "19200,n,8,1");
 
     WriteText(settings, "3,19200\n");
-    EXPECT_EQ(Run({"read", "W6400", "--port", "/dev/some-device"}).code, 0);
+    Expect(0, "read W6400 --port /dev/some-device");
     EXPECT_EQ(port->Settings(), "19200,n,8,1") << "the stored speed";
-    EXPECT_EQ(TextOf(settings), "3,19200\n");
+    EXPECT_EQ(FileText(settings), "3,19200\n");
 }
 
 } // namespace

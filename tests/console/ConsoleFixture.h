@@ -7,18 +7,17 @@
 #include "platform/SafeFile.h"
 #include "simulator/SimulatedBoard.h"
 #include "simulator/SimulatedPort.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/VirtualClock.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <iterator>
 #include <memory>
 #include <optional>
-#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -90,26 +89,15 @@ inline std::size_t CountOf(const std::string& text, const std::string& part) {
     return count;
 }
 
+/// Status stack at V100, sequence 0 to node 2, sequence 1 to node 3 with hexadecimal addresses.
+inline constexpr const char* TwoSequences = "a,b,c,100,e,f,g,h,i\n"
+                                            "N2,\"DFirst, and foremost\",10,200,32,20,64,300,WW\n"
+                                            "N3,DSecond,1,400,&H2000,2,&HFFFE,500,HH\n";
+
 class ConsoleTest : public testing::Test {
 protected:
-    ConsoleTest() {
-        std::random_device random;
-        folder = std::filesystem::temp_directory_path() / ("vantrel-test-" + std::to_string(random()));
-        std::filesystem::create_directory(folder);
-    }
-    ~ConsoleTest() override { std::filesystem::remove_all(folder); }
-
     /// A file in the test's own folder, which is the program folder as well.
     [[nodiscard]] std::string File(const std::string& name) const { return (folder / name).make_preferred().string(); }
-
-    [[nodiscard]] static std::string TextOf(const std::string& file) {
-        std::ifstream in(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-
-    static void WriteText(const std::string& file, const std::string& text) {
-        std::ofstream(file, std::ios::binary) << text;
-    }
 
     void WriteRecord(const std::string& file, const Configuration& record) const {
         ReplaceFile(file, SetupFileBytes(record), OldTail::Drop, {});
@@ -118,10 +106,32 @@ protected:
     [[nodiscard]] static Configuration RecordOf(const std::string& file) { return ParseSetupFile(ReadWholeFile(file)); }
 
     /// A set-up file made from the text format as a user would make it.
-    std::string Imported(const std::string& name, const std::string& text) {
+    std::string Imported(const std::string& name, const std::string& text = TwoSequences) {
         WriteText(File("import.vtl"), text);
-        EXPECT_EQ(Run({"import", File("import.vtl"), File(name), "--yes"}).code, 0);
+        Expect(0, "import @import.vtl @" + name + " --yes");
         return File(name);
+    }
+
+    /// "@name" is a file of the test's folder.
+    [[nodiscard]] std::vector<std::string> Words(const std::string& line) const {
+        std::istringstream in(line);
+        std::vector<std::string> words{std::istream_iterator<std::string>(in), {}};
+        for (std::string& word : words) {
+            if (word.starts_with('@')) word = File(word.substr(1));
+        }
+        return words;
+    }
+
+    /// Runs a command, which has to end so and to say all that, on either stream.
+    Ended Expect(int code, const std::string& line, const std::vector<std::string>& said = {},
+                 const std::optional<std::string>& typed = {}) {
+        const Ended ended = Run(Words(line), typed);
+        EXPECT_EQ(ended.code, code) << line << "\n" << ended.err;
+        for (const std::string& text : said) {
+            EXPECT_NE((ended.out + ended.err).find(text), std::string::npos) << line << "\nnot said: " << text << "\n"
+                                                                             << ended.out << ended.err;
+        }
+        return ended;
     }
 
     /// Runs a command; `typed` is what the person at the terminal types, if there is one.
@@ -158,7 +168,8 @@ protected:
     /// A byte on the line takes its time, so that none can pass while the clock stands.
     [[nodiscard]] bool NothingWasSent() const { return clock.Now() == VirtualClock().Now(); }
 
-    std::filesystem::path folder;
+    TemporaryFolder itsFolder;
+    const std::filesystem::path& folder = itsFolder.Path();
     InterruptingClock clock;
     SimulatedBoard board;
     std::shared_ptr<SimulatedPort> port; ///< Of the command that ran last.
@@ -166,10 +177,5 @@ protected:
     bool outIsTerminal = false;
     std::string lastWords; ///< What a second interrupt would say.
 };
-
-/// Status stack at V100, sequence 0 to node 2, sequence 1 to node 3 with hexadecimal addresses.
-inline constexpr const char* TwoSequences = "a,b,c,100,e,f,g,h,i\n"
-                                            "N2,\"DFirst, and foremost\",10,200,32,20,64,300,WW\n"
-                                            "N3,DSecond,1,400,&H2000,2,&HFFFE,500,HH\n";
 
 } // namespace vantrel

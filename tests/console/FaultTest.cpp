@@ -21,7 +21,7 @@ Event Reconnected(MonotonicTime at) { return {Event::Reconnection, at}; }
 
 struct Case {
     const char* line; ///< Faults, and habits of the board.
-    const char* command; ///< DEFAULTS is a file of what a fresh board holds, PLANT one of something else.
+    const char* command; ///< @defaults.sdt holds what a fresh board does, @plant.sdt something else.
     int code;
     std::vector<const char*> said; ///< On either stream.
     std::vector<const char*> unsaid;
@@ -35,9 +35,9 @@ struct Case {
 const std::vector<Case>& Cases() {
     static const std::vector<Case> cases = {
         // A board that never answers.
-        {"no-answer", "download PLANT --yes", 3, {"there is no link", "No value was sent"}, {"B105", "RTFCD7"}},
-        {"no-answer", "upload NEW --yes", 3, {"there is no link", "nothing was written."}, {"Uploaded"}},
-        {"no-answer", "compare DEFAULTS", 3, {"there is no link"}, {"differ", "are on"}},
+        {"no-answer", "download @plant.sdt --yes", 3, {"there is no link", "No value was sent"}, {"B105", "RTFCD7"}},
+        {"no-answer", "upload @new.sdt --yes", 3, {"there is no link", "nothing was written."}, {"Uploaded"}},
+        {"no-answer", "compare @defaults.sdt", 3, {"there is no link"}, {"differ", "are on"}},
         {"no-answer", "read W6400", 3, {"there is no link"}, {"W6400"}},
         {"no-answer", "write W6400 5", 3, {"Nothing was written to W6400."}, {"W6400 5"}},
         {"no-answer", "status", 3, {"there is no link"}, {"Seq #"}},
@@ -52,10 +52,10 @@ const std::vector<Case>& Cases() {
         {"doubled-byte:once@6 doubled-byte:once@12", "read W6400", 1, {"not read reliably"}, {"W6400 1"}},
         {"doubled-byte:once@6 doubled-byte:once@12", "read W6400 --json", 1, {"\"value\": null"}, {}},
         {"no-answer@7", "read W6400-W6404", 3, {"W6402 could not be read: the link"}, {"W6402 0"}},
-        {"doubled-byte:once@30", "compare DEFAULTS", 0, {"All 218 values"}, {"differ"}},
-        {"doubled-byte@30", "compare DEFAULTS", 1, {" values were not read reliably."}, {"differ",
+        {"doubled-byte:once@30", "compare @defaults.sdt", 0, {"All 218 values"}, {"differ"}},
+        {"doubled-byte@30", "compare @defaults.sdt", 1, {" values were not read reliably."}, {"differ",
          "are on the board"}},
-        {"doubled-byte@30", "compare DEFAULTS --json", 1, {"\"equal\": null"}, {"\"board\""}},
+        {"doubled-byte@30", "compare @defaults.sdt --json", 1, {"\"equal\": null"}, {"\"board\""}},
         {"doubled-byte:once@3", "status --sequence 0", 0, {"Node Number:      0\n"}, {}},
         {"doubled-byte@18", "status --sequence 0", 1, {"Node Number:      0\n", "To Node  -",
          "Run the command again."}, {}},
@@ -69,15 +69,15 @@ const std::vector<Case>& Cases() {
         {"wrong-echo:once@3 wrong-echo:once@6", "board", 1, {"Current Fault: Code = --"}, {}},
         {"wrong-echo:once@35 wrong-echo:once@38", "board", 1, {"Network address:                -\n"}, {}},
         {"hang-up@40", "board --network-address 9 --yes", 3, {"before everything was read."}, {"Firmware"}},
-        {"wrong-echo:once@50 wrong-echo:once@54", "upload NEW --yes", 1,
+        {"wrong-echo:once@50 wrong-echo:once@54", "upload @new.sdt --yes", 1,
          {": not read reliably\n1 of 218 values were not read reliably.", "No file was written."}, {"Uploaded"}},
 
         // What no answer can tell is not promised; reading twice tells more.
-        {"", "upload NEW --yes", 0, {"218 values, every answer in step."}, {"reliabl", "twice with"}},
-        {"", "upload NEW --yes --verify", 0, {"218 values, read twice with the same result."}, {}},
-        {"wrong-data:once@9", "upload NEW --yes --verify", 1, {"sequence 0, NodeNumber: first 65280, then 0",
+        {"", "upload @new.sdt --yes", 0, {"218 values, every answer in step."}, {"reliabl", "twice with"}},
+        {"", "upload @new.sdt --yes --verify", 0, {"218 values, read twice with the same result."}, {}},
+        {"wrong-data:once@9", "upload @new.sdt --yes --verify", 1, {"sequence 0, NodeNumber: first 65280, then 0",
          "No file was written."}, {"Uploaded"}},
-        {"wrong-data:once", "download PLANT --yes --verify", 1, {"1 of 218 values differ"}, {"are on the board"}},
+        {"wrong-data:once", "download @plant.sdt --yes --verify", 1, {"1 of 218 values differ"}, {"are on the board"}},
 
         // Writes that were not confirmed, had to be repeated, or reached more than their own bytes.
         {"wrong-echo", "write W16384 7", 1, {"did not confirm 7 at W16384"}, {"W16384 7\n"}},
@@ -85,35 +85,35 @@ const std::vector<Case>& Cases() {
          "W16384 had to be sent twice; the first attempt, cut off, may have set B16639 to 255"}, {}, {}, {{16639,
          255}}},
         {"no-answer@4", "write W16384 7", 3, {"failed before it confirmed 7", "may have set B16639 to 255"}, {}},
-        {"wrong-echo:once@12", "download PLANT --yes", 0, {"218 values, all confirmed, 1 of them when sent again",
+        {"wrong-echo:once@12", "download @plant.sdt --yes", 0, {"218 values, all confirmed, 1 of them when sent again",
          "sequence 0, NodeNumber had to be sent twice"}, {}},
-        {"no-answer:once@12 half-sent=forever", "download PLANT --yes", 0,
+        {"no-answer:once@12 half-sent=forever", "download @plant.sdt --yes", 0,
          {"sequence 0, NodeNumber had to be sent twice; the first attempt, cut off, may have set B16639 to 255"}, {},
          {}, {{16639, 255}}},
-        {"no-answer:once@3 half-sent=forever", "download PLANT --yes", 0, {"B105: what was sent for it", "B255"}, {}},
+        {"no-answer:once@3 half-sent=forever", "download @plant.sdt --yes", 0, {"B105: what was sent for it", "B255"}, {}},
         {"wrong-echo:once@3 wrong-echo:once@6", "board --network-address 9 --yes", 1,
          {"9: the board did not confirm"}, {"done"}},
         {"wrong-echo:once@3", "board --network-address 9 --yes", 0, {"Network address 9: done.",
          "Network address 9 had to be sent twice"}, {}},
         {"no-answer@4", "board --network-address 9 --yes", 3, {"Network address 9: what was sent for it"}, {"done"}},
-        {"spoiled-byte:once@1317 half-sent=forever", "download PLANT --yes --verify", 0, {"are on the board",
+        {"spoiled-byte:once@1317 half-sent=forever", "download @plant.sdt --yes --verify", 0, {"are on the board",
          "what was sent for it may have set B255 and B65280 to 255"}, {}},
         {"refuse=B8180", "board --network-address 9 --yes", 1, {"or holds something else now",
          "address:                01"}, {"done"}},
 
         // Transfers that break off.
         // B105 takes 6 bytes with probe and mode, each value 6: 15 whole values, 1 + 2 x 7.
-        {"hang-up@100", "download PLANT --yes --verify", 3,
+        {"hang-up@100", "download @plant.sdt --yes --verify", 3,
          {"RTFCD7: Error Processing Request\n\nProcess Not Complete",
          "Reached the board: the status stack address, sequences 0 to 1. 203 of 218 values did not.\n",
          "B105 may have been left at 1", "vantrelctl write B105 0 --port simulated\n"}, {"confirmed"}, {}, {{105,
          1}}},
-        {"no-answer@96", "download PLANT --yes", 3,
+        {"no-answer@96", "download @plant.sdt --yes", 3,
          {"sequence 2, NodeNumber: what was sent for it may have set B17663"}, {"confirmed"}},
 
         // An unanswered goodbye takes nothing back.
-        {"no-answer@1317", "download PLANT --yes", 0, {"all confirmed"}, {"WARNING"}},
-        {"no-answer@881", "upload NEW --yes", 0, {"218 values"}, {"WARNING", "No file"}},
+        {"no-answer@1317", "download @plant.sdt --yes", 0, {"all confirmed"}, {"WARNING"}},
+        {"no-answer@881", "upload @new.sdt --yes", 0, {"218 values"}, {"WARNING", "No file"}},
         {"no-answer@7", "read W6400", 0, {"W6400 1\n"}, {"WARNING"}},
 
         // Ctrl+C, in every kind of wait.
@@ -123,14 +123,14 @@ const std::vector<Case>& Cases() {
         {"spoiled-answer@1", "read W6400", 130, {"Cancelled."}, {"WARNING", "W6400"}, Interrupted(700ms)},
         {"no-answer@4", "write W6400 5", 130, {"Cancelled before the board had confirmed 5 at W6400."}, {"WARNING"},
          Interrupted(1500ms)},
-        {"no-answer@200", "download PLANT --yes", 130, {"Reached the board:", "B105 may have been left at 1"},
+        {"no-answer@200", "download @plant.sdt --yes", 130, {"Reached the board:", "B105 may have been left at 1"},
          {"WARNING", "RTFCD7", "link to the board failed"}, Interrupted(3s)},
-        {"", "download PLANT --yes --verify", 130,
+        {"", "download @plant.sdt --yes --verify", 130,
          {"Cancelled.\nReached the board: the status stack address, sequence"}, {"RTFCD7", "confirmed",
          "are on the board"}, Interrupted(500ms), {{105, 0}}},
-        {"", "upload PLANT --yes", 130, {"of 218 values had been read", "No file was written."}, {"RTFCD7"},
+        {"", "upload @plant.sdt --yes", 130, {"of 218 values had been read", "No file was written."}, {"RTFCD7"},
          Interrupted(500ms)},
-        {"no-answer@200", "compare DEFAULTS", 130, {"Cancelled after "}, {"are on the board", "failed"},
+        {"no-answer@200", "compare @defaults.sdt", 130, {"Cancelled after "}, {"are on the board", "failed"},
          Interrupted(2s)},
         {"no-answer@60", "status", 130, {"Comm Disabled\n", "Cancelled."}, {"failed"}, Interrupted(1s)},
         {"", "status", 130, {"Comm Disabled\n", "Cancelled."}, {}, Interrupted(200ms)},
@@ -138,17 +138,17 @@ const std::vector<Case>& Cases() {
         {"no-answer@7", "write W6400 5", 130, {"Cancelled before the board had confirmed"}, {}, Interrupted(1s)},
         {"no-answer@9", "write W6400 5", 0, {"W6400 5\n"}, {"Cancel"}, Interrupted(500ms)},
 
-        {"no-answer@200", "download PLANT --yes", 130, {"[r/c] cancel", "may have been left at 1"}, {"RTFCD7"},
+        {"no-answer@200", "download @plant.sdt --yes", 130, {"[r/c] cancel", "may have been left at 1"}, {"RTFCD7"},
          {Event::InterruptAtQuestion}},
 
         // The port was lost, and opened again: what had been read before may be another board's.
-        {"", "compare DEFAULTS", 1, {"The link was taken up again"}, {"are on the board"}, Reconnected(500ms)},
-        {"", "upload PLANT --yes", 1, {"The link was taken up again", "No file was written."}, {"Uploaded"},
+        {"", "compare @defaults.sdt", 1, {"The link was taken up again"}, {"are on the board"}, Reconnected(500ms)},
+        {"", "upload @plant.sdt --yes", 1, {"The link was taken up again", "No file was written."}, {"Uploaded"},
          Reconnected(500ms)},
-        {"", "upload NEW --yes --verify", 1, {"The link was taken up again"}, {"Uploaded"}, Reconnected(2500ms)},
-        {"", "download PLANT --yes", 1, {"what the board lost meanwhile is not known"}, {"confirmed"},
+        {"", "upload @new.sdt --yes --verify", 1, {"The link was taken up again"}, {"Uploaded"}, Reconnected(2500ms)},
+        {"", "download @plant.sdt --yes", 1, {"what the board lost meanwhile is not known"}, {"confirmed"},
          Reconnected(500ms)},
-        {"", "download PLANT --yes --verify", 0, {"All 218 values"}, {"confirmed"}, Reconnected(500ms)},
+        {"", "download @plant.sdt --yes --verify", 0, {"All 218 values"}, {"confirmed"}, Reconnected(500ms)},
         {"", "status", 0, {"   30       0  00: Comm Disabled\n"}, {" -  "}, Reconnected(200ms)},
         {"", "read W16384-W16482", 0, {"W16384 0\n", "W16482 0\n"}, {}, Reconnected(100ms)},
         {"", "board", 0, {"Firmware revision:              23\n"}, {}, Reconnected(100ms)},
@@ -168,19 +168,8 @@ protected:
         std::filesystem::create_directory(folder / "Program");
         WriteText(File("Program/K5216-505.TRV"), "6");
         WriteText(File("Program/K5216-505.REV"), "K52165050401\n");
-        Imported("plant.sdt", TwoSequences);
-        (void)Run({"new", File("defaults.sdt")});
-    }
-
-    std::vector<std::string> Words(const std::string& command) {
-        std::vector<std::string> words{
-            std::istream_iterator<std::string>(*std::make_unique<std::istringstream>(command)), {}};
-        for (std::string& word : words) {
-            if (word == "PLANT") word = File("plant.sdt");
-            if (word == "DEFAULTS") word = File("defaults.sdt");
-            if (word == "NEW") word = File("new.sdt");
-        }
-        return words;
+        Imported("plant.sdt");
+        Expect(0, "new @defaults.sdt");
     }
 
     void MakeBoard(const std::string& line) {
@@ -220,7 +209,7 @@ protected:
 };
 
 TEST_F(FaultTest, EveryCommandSaysWhatTheLineHasSaidAndNoMore) {
-    const std::string plant = TextOf(File("plant.sdt"));
+    const std::string plant = FileText(File("plant.sdt"));
     for (const Case& each : Cases()) {
         SCOPED_TRACE(std::string(each.line) + " | " + each.command);
         const MonotonicTime began = clock.Now();
@@ -233,7 +222,7 @@ TEST_F(FaultTest, EveryCommandSaysWhatTheLineHasSaidAndNoMore) {
             EXPECT_EQ(all.find(text), std::string::npos) << "said: " << text << "\n" << all;
         EXPECT_LE(CountOf(all, "WARNING"), 1U) << all;
         EXPECT_TRUE(!each.holds || board.Peek(each.holds->first) == each.holds->second);
-        EXPECT_EQ(TextOf(File("plant.sdt")), plant);
+        EXPECT_EQ(FileText(File("plant.sdt")), plant);
         EXPECT_EQ(std::filesystem::exists(File("new.sdt")), all.find("Uploaded") != std::string::npos);
         if (each.event.what != Event::Interrupt) continue;
         EXPECT_LE(ended.cancelling.value_or(began) - began, each.event.at + 50ms);
@@ -252,14 +241,14 @@ TEST_F(FaultTest, ReadingManyAddressesTakesNoLongerThanComparingThem) {
         const int base = 16384 + 512 * sequence;
         read += " W" + std::to_string(base) + "-W" + std::to_string(base + 12);
     }
-    EXPECT_LE(timeOf(read), timeOf("compare DEFAULTS") * 11 / 10);
+    EXPECT_LE(timeOf(read), timeOf("compare @defaults.sdt") * 11 / 10);
 }
 
 TEST_F(FaultTest, WhatWasNotConfirmedHasNotReachedTheBoard) {
     Configuration record = RecordOf(File("plant.sdt"));
     record.SetValue(StatusStackIndex, -5);
     WriteRecord(File("plant.sdt"), record);
-    const Ended broken = Try({"hang-up@100", "download PLANT --yes", 3, {}, {}});
+    const Ended broken = Try({"hang-up@100", "download @plant.sdt --yes", 3, {}, {}});
     EXPECT_NE(broken.err.find(", but for 1 value that the board did not confirm. 203 of 218"), std::string::npos)
         << broken.err;
 }
@@ -267,10 +256,9 @@ TEST_F(FaultTest, WhatWasNotConfirmedHasNotReachedTheBoard) {
 TEST_F(FaultTest, RetryGoesOnWhereTheBoardFellSilent) {
     for (int i = 0; i < 3; ++i)
         board.AddFault({.kind = FaultKind::NoAnswer, .firstTimeOnly = true, .afterBytes = 90});
-    const Ended sent = Run({"download", File("plant.sdt"), "--port", "simulated"}, "y\nr\n");
+    const Ended sent = Expect(0, "download @plant.sdt --port simulated", {}, "y\nr\n");
     EXPECT_EQ(CountOf(sent.err, "[r/c]"), 1U) << sent.err;
-    EXPECT_EQ(sent.code, 0) << sent.err;
-    EXPECT_EQ(Run({"compare", File("plant.sdt"), "--port", "simulated"}).code, 0);
+    Expect(0, "compare @plant.sdt --port simulated");
 }
 
 } // namespace

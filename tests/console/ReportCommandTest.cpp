@@ -6,7 +6,7 @@ namespace vantrel {
 namespace {
 
 TEST_F(ConsoleTest, TheReportIsPagesOf66LinesAnd80ColumnsWithNoLabelTouchingItsValue) {
-    const std::string file = Imported("plant.sdt", TwoSequences);
+    const std::string file = Imported("plant.sdt");
     Configuration record = RecordOf(file);
     record.SetNodeDescription(4, std::string(70, '@') + "\n\x1B[2J" + std::string(70, '@'));
     record.SetValue(StatusStackIndex, -2147483647);
@@ -44,19 +44,16 @@ TEST_F(ConsoleTest, TheReportIsPagesOf66LinesAnd80ColumnsWithNoLabelTouchingItsV
 
 TEST_F(ConsoleTest, TheReportTakesTextFilesAndReplacesAFileOnlyWhenTheUserAgrees) {
     WriteText(File("line.VTL"), TwoSequences);
-    const Ended first = Run({"report", File("line.VTL"), "--output", File("line.txt")});
-    EXPECT_EQ(first.out, File("line.txt") + "\n") << first.err;
-    const std::string text = TextOf(File("line.txt"));
-    EXPECT_EQ(text, Run({"report", File("line.VTL")}).out);
+    const std::string text = Expect(0, "report @line.VTL").out;
     WriteText(File("line.txt"), "mine");
-    EXPECT_EQ(Run({"report", File("line.VTL"), "--output", File("line.txt")}).code, 1);
-    EXPECT_EQ(TextOf(File("line.txt")), "mine");
-    EXPECT_EQ(Run({"report", File("line.VTL"), "--output", File("line.txt"), "--yes"}).code, 0);
-    EXPECT_EQ(TextOf(File("line.txt")), text);
-    EXPECT_EQ(Run({"report", File("line.VTL"), "--output", File("line.VTL"), "--yes"}).code, 2);
-    EXPECT_EQ(TextOf(File("line.VTL")), TwoSequences) << "its own source stays";
-    Imported("plant.sdt", TwoSequences);
-    EXPECT_EQ(Run({"report", File("plant"), "--output", File("plant")}).code, 2) << "nothing hides the set-up file";
+    Expect(1, "report @line.VTL --output @line.txt");
+    EXPECT_EQ(FileText(File("line.txt")), "mine");
+    EXPECT_EQ(Expect(0, "report @line.VTL --output @line.txt --yes").out, File("line.txt") + "\n");
+    EXPECT_EQ(FileText(File("line.txt")), text);
+    Imported("plant.sdt");
+    for (const char* own : {"report @line.VTL --output @line.VTL --yes", "report @plant --output @plant"})
+        Expect(2, own, {"must not take the place"});
+    EXPECT_EQ(FileText(File("line.VTL")), TwoSequences);
 }
 
 } // namespace

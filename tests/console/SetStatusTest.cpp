@@ -10,7 +10,7 @@ namespace vantrel {
 namespace {
 
 TEST_F(ConsoleTest, SetStoresWhatTheEditorWouldStore) {
-    const std::string file = Imported("plant.sdt", TwoSequences);
+    const std::string file = Imported("plant.sdt");
     EXPECT_EQ(Run({"set", File("plant"), "1", "sendtonode", "w1024"}).out, file + "\nsequence 1, SendToNode: W1024\n");
     EXPECT_EQ(Run({"set", file, "0", "ReceiveFromNode", "1a0h"}).out, file + "\nsequence 0, ReceiveFromNode: 1A0H\n");
     EXPECT_EQ(Run({"set", file, "statusstackaddress", "v500"}).out, file + "\nstatus stack address: V500\n");
@@ -27,86 +27,69 @@ TEST_F(ConsoleTest, SetStoresWhatTheEditorWouldStore) {
 }
 
 TEST_F(ConsoleTest, SetChangesNothingWhenItRefuses) {
-    const std::string file = Imported("plant.sdt", TwoSequences);
-    const std::string before = TextOf(file);
+    const std::string file = Imported("plant.sdt");
+    const std::string before = FileText(file);
     WriteText(File("plant.old"), before);
-    const std::vector<std::tuple<std::vector<std::string>, int, const char*>> cases = {
-        {{file, "0", "NodeNumber", "1"}, 1, "VANTREL Configuration: Only a Number Between 2 and 32 can be Entered\n"},
-        {{file, "0", "SendWordCount", "-5"}, 1, "can be Entered\nNothing was stored.\n"},
-        {{file, "0", "SendToNode", "AH"}, 1, "Error Number = 5\nInvalid procedure call or argument\n"},
-        {{file, "StatusStackAddress", "34464"}, 1, "Address Between 1 and 34463 can be Entered\nNothing was stored."},
-        {{file, "0", "NodeNumber"},
-         2,
-         "Say what to set: a SEQUENCE, its FIELD and the VALUE, or StatusStackAddress and"},
-        {{file, "StatusStackAddress"}, 2, "Say what to set"},
-        {{file, "0", "Node", "2"}, 2, "There is no field \"Node\". The fields are NodeNumber, "},
-        {{file, "31", "NodeNumber", "2"}, 2, "There is no sequence \"31\". Sequence numbers go from 0 to 30."},
-        {{file, "-1", "NodeNumber", "2"}, 2, "There is no sequence \"-1\""},
-        {{File("missing"), "0", "NodeNumber", "2"}, 4, "missing"},
-        {{File("plant.old"), "0", "NodeNumber", "2"}, 1, "Nothing was stored."},
+    const std::vector<std::tuple<std::string, int, std::string>> cases = {
+        {"@plant.sdt 0 NodeNumber 1", 1, "VANTREL Configuration: Only a Number Between 2 and 32 can be Entered\n"},
+        {"@plant.sdt 0 SendWordCount -5", 1, "can be Entered\nNothing was stored.\n"},
+        {"@plant.sdt 0 SendToNode AH", 1, "Error Number = 5\nInvalid procedure call or argument\n"},
+        {"@plant.sdt StatusStackAddress 34464", 1, "Between 1 and 34463 can be Entered\nNothing was stored."},
+        {"@plant.sdt StatusStackAddress", 2, "Say what to set"},
+        {"@plant.sdt 0 NodeNumber", 2, "a SEQUENCE, its FIELD and the VALUE, or StatusStackAddress and the VALUE."},
+        {"@plant.sdt 0 Node 2", 2, "There is no field \"Node\". The fields are NodeNumber, "},
+        {"@plant.sdt 31 NodeNumber 2", 2, "There is no sequence \"31\". Sequence numbers go from 0 to 30."},
+        {"@plant.sdt -1 NodeNumber 2", 2, "There is no sequence \"-1\""},
+        {"@missing 0 NodeNumber 2", 4, "missing"},
+        {"@plant.old 0 NodeNumber 2", 1, "Nothing was stored."},
     };
-    for (const auto& [arguments, code, said] : cases) {
-        std::vector<std::string> command = arguments;
-        command.insert(command.begin(), "set");
-        const Ended ended = Run(command);
-        EXPECT_EQ(ended.code, code) << ended.err;
-        EXPECT_NE(ended.err.find(said), std::string::npos) << ended.err;
-        EXPECT_EQ(ended.out + TextOf(file), before) << said;
-    }
+    for (const auto& [arguments, code, said] : cases)
+        EXPECT_EQ(Expect(code, "set " + arguments, {said}).out + FileText(file), before) << said;
 }
 
 TEST_F(ConsoleTest, StatusShowsTheBoardAsTheWindowsDo) {
-    const std::string file = Imported("plant.sdt", TwoSequences);
-    EXPECT_EQ(Run({"download", file, "--port", "1", "--yes"}).code, 0);
-    const Ended all = Run({"status", "--port", "1"});
-    EXPECT_EQ(all.code, 0) << all.err;
+    Imported("plant.sdt");
+    Expect(0, "download @plant.sdt --port 1 --yes");
+    const Ended all =
+        Expect(0, "status --port 1", {"\n    1       3  02: Comm to Node OK\n    2       0  00: Comm Disabled\n"});
     EXPECT_EQ(CountOf(all.out, "\n"), 32U);
-    EXPECT_NE(all.out.find("\n    1       3  02: Comm to Node OK\n    2       0  00: Comm Disabled\n"),
-              std::string::npos);
-
-    const Ended one = Run({"status", "--port", "1", "--sequence", "1", "--file", file});
-    EXPECT_EQ(one.code, 0) << one.err;
-    for (const char* part : {"Node Number:      3\nDescription:      Second\nStatus:           02: Comm to Node OK\n",
-                             "# Send   1      # Receive  2\nFrom TI  V400   From Node  FFFEH\n"
-                             "To Node  2000H  To TI      V500\n"}) {
-        EXPECT_NE(one.out.find(part), std::string::npos) << one.out;
-    }
+    const Ended one =
+        Expect(0, "status --port 1 --sequence 1 --file @plant.sdt",
+               {"Node Number:      3\nDescription:      Second\nStatus:           02: Comm to Node OK\n",
+                "# Send   1      # Receive  2\nFrom TI  V400   From Node  FFFEH\nTo Node  2000H  To TI      V500\n"});
     EXPECT_EQ(CountOf(one.out.substr(one.out.find("Receive Data\n")), "\n"), 3U) << "as many rows as words";
 
     board.PokeWord(16896 + 2, 60000);
-    const Ended noFile = Run({"status", "--port", "1", "--sequence", "1"});
-    EXPECT_NE(noFile.out.find("Description:      -\n"), std::string::npos);
-    EXPECT_NE(noFile.out.find("From Node  W65534\n"), std::string::npos);
-    EXPECT_NE(noFile.out.find("\n 120 "), std::string::npos) << "no more words than there are";
-    EXPECT_EQ(noFile.out.find("\n 121 "), std::string::npos);
-    EXPECT_EQ(Run({"status", "--port", "1", "--file", file}).code, 2);
+    const Ended noFile =
+        Expect(0, "status --port 1 --sequence 1", {"Description:      -\n", "From Node  W65534\n", "\n 120 "});
+    EXPECT_EQ(noFile.out.find("\n 121 "), std::string::npos) << "no more words than there are";
+    Expect(2, "status --port 1 --file @plant.sdt");
 }
 
 TEST_F(ConsoleTest, ResultsAsJsonNameSequencesAndFields) {
-    const std::string file = Imported("plant.sdt", TwoSequences);
-    const auto json = [this](std::vector<std::string> command) {
-        command.insert(command.end(), {"--json", "--port", "1"});
-        return nlohmann::json::parse(Run(command).out);
+    Imported("plant.sdt");
+    const auto json = [this](const std::string& line) {
+        return nlohmann::json::parse(Run(Words(line + " --json --port 1")).out);
     };
-    const auto differences = json({"compare", file})["differences"];
+    const auto differences = json("compare @plant.sdt")["differences"];
     EXPECT_EQ(differences[0], nlohmann::json::parse(R"({"field":"StatusStackAddress","file":100,"board":1})"));
     EXPECT_EQ(differences[1], nlohmann::json::parse(R"({"sequence":0,"field":"NodeNumber","file":2,"board":0})"));
-    ASSERT_EQ(Run({"download", file, "--port", "1", "--yes"}).code, 0);
-    EXPECT_EQ(json({"compare", file})["equal"], true);
-    const auto read = json({"read", "W16896-W16899", "B8180", "F13-F14", "B8176.6-B8177.1"});
+    Expect(0, "download @plant.sdt --port 1 --yes");
+    EXPECT_EQ(json("compare @plant.sdt")["equal"], true);
+    const auto read = json("read W16896-W16899 B8180 F13-F14 B8176.6-B8177.1");
     EXPECT_EQ(read[0], nlohmann::json::parse(R"({"address":"W16896","sequence":1,"field":"NodeNumber","value":3})"));
     std::string addresses;
     for (const auto& each : read)
         addresses += each["address"].get<std::string>() + " ";
     EXPECT_EQ(addresses, "W16896 W16898 B8180 F13 F14 B8176.6 B8176.7 B8177.0 B8177.1 ");
     EXPECT_EQ(read[2]["value"], 1);
-    EXPECT_EQ(json({"status"})[1], nlohmann::json::parse(R"({"sequence":1,"NodeNumber":3,"statusCode":2,
+    EXPECT_EQ(json("status")[1], nlohmann::json::parse(R"({"sequence":1,"NodeNumber":3,"statusCode":2,
                                                             "status":"02: Comm to Node OK"})"));
-    const auto one = json({"status", "--sequence", "1", "--file", file});
+    const auto one = json("status --sequence 1 --file @plant.sdt");
     EXPECT_EQ(one["description"], "Second");
     EXPECT_EQ(one["SendFromTI"], "V400");
     EXPECT_EQ(one["receiveData"].size(), 2U);
-    const auto state = json({"board"});
+    const auto state = json("board");
     EXPECT_EQ(state["networkAddress"], 1);
     EXPECT_EQ(state["currentFault"]["code"], 0);
     EXPECT_EQ(state["model"], nullptr) << "no user program on disk";

@@ -3,90 +3,71 @@
 
 #include <nlohmann/json.hpp>
 
+#include <tuple>
+
 namespace vantrel {
 
 namespace {
 
 TEST_F(ConsoleTest, NewWritesTheDefaultsAndPrintsTheFullPathOfTheFileThatItWrote) {
-    const Ended made = Run({"new", File("plant.cfg")});
-    EXPECT_EQ(made.code, 0);
-    EXPECT_NE(made.err.find("Note: the extension is .sdt always"), std::string::npos) << made.err;
-    EXPECT_EQ(made.out, File("plant.sdt") + "\n");
-    const Configuration record = RecordOf(File("plant.sdt"));
-    EXPECT_EQ(record.Values.size(), ValueCount);
-    EXPECT_EQ(record.Value(StatusStackIndex), 1);
+    EXPECT_EQ(Expect(0, "new @plant.cfg", {"Note: the extension is .sdt always"}).out, File("plant.sdt") + "\n");
+    EXPECT_EQ(RecordOf(File("plant.sdt")).Values.size(), ValueCount);
+    EXPECT_EQ(RecordOf(File("plant.sdt")).Value(StatusStackIndex), 1);
 }
 
 TEST_F(ConsoleTest, TwoNamesInAFolderWithAPointStayTwoFilesInThatFolder) {
     std::filesystem::create_directory(folder / "my.dir");
-    for (const std::string& name : {File("my.dir/lineA"), File("my.dir/lineB")}) {
-        EXPECT_EQ(Run({"new", name, "--yes"}).out, name + ".sdt\n");
-        EXPECT_EQ(Run({"upload", name + "-up", "--port", "1", "--yes"}).out, name + "-up.sdt\n");
-        EXPECT_NE(Run({"show", name}).out.find(name + ".sdt"), std::string::npos);
+    for (const std::string name : {"my.dir/lineA", "my.dir/lineB"}) {
+        EXPECT_EQ(Expect(0, "new @" + name + " --yes").out, File(name) + ".sdt\n");
+        EXPECT_EQ(Expect(0, "upload @" + name + "-up --port 1 --yes").out, File(name) + "-up.sdt\n");
+        Expect(0, "show @" + name, {File(name) + ".sdt"});
     }
     EXPECT_FALSE(std::filesystem::exists(File("my.sdt")));
 }
 
 TEST_F(ConsoleTest, AFileIsFoundByTheNameThatItWasWrittenUnder) {
-    EXPECT_EQ(Run({"new", File("line.2")}).out, File("line.sdt") + "\n");
-    EXPECT_NE(Run({"show", File("line.2")}).out.find(File("line.sdt")), std::string::npos);
-    Imported("line.2.sdt", TwoSequences);
-    EXPECT_EQ(Run({"show", File("line.2")}).out.find(File("line.sdt")), std::string::npos) << "the longer name first";
+    Expect(0, "new @line.2", {File("line.sdt")});
+    Expect(0, "show @line.2", {File("line.sdt")});
+    Imported("line.2.sdt");
+    Expect(0, "show @line.2", {File("line.2.sdt")});
 }
 
 TEST_F(ConsoleTest, AnImportSaysWhatItTookOver) {
     WriteText(File("import.vtl"), TwoSequences);
-    const Ended imported = Run({"import", File("import.vtl"), File("plant.sdt")});
+    const Ended imported = Expect(0, "import @import.vtl @plant.sdt");
     EXPECT_EQ(imported.out, File("plant.sdt") + "\n");
     EXPECT_EQ(imported.err, "Imported: status stack V100, 2 of 31 sequences.\n");
 }
 
 TEST_F(ConsoleTest, AFileIsReplacedOnlyWhenTheUserAgrees) {
-    struct Case {
-        std::vector<std::string> options;
-        std::optional<std::string> typed;
-        int code;
-    };
-    const std::vector<Case> cases = {
-        {{}, {}, 1}, {{}, "n\n", 1}, {{}, "", 1}, {{}, "perhaps\ny\n", 0}, {{"--yes"}, {}, 0}};
-    for (const Case& each : cases) {
-        const std::string file = Imported("plant.sdt", TwoSequences);
-        std::vector<std::string> arguments{"new", file};
-        arguments.insert(arguments.end(), each.options.begin(), each.options.end());
-        const Ended ended = Run(arguments, each.typed);
-        EXPECT_EQ(ended.code, each.code) << ended.err;
-        EXPECT_NE(ended.err.find(file), std::string::npos) << "the question names the file";
-        EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), each.code == 0 ? 1 : 100);
+    const std::vector<std::tuple<const char*, std::optional<std::string>, int>> cases = {
+        {"", {}, 1}, {"", "n\n", 1}, {"", "", 1}, {"", "perhaps\ny\n", 0}, {"--yes", {}, 0}};
+    for (const auto& [option, typed, code] : cases) {
+        const std::string file = Imported("plant.sdt");
+        Expect(code, std::string("new @plant.sdt ") + option, {"\"" + file + "\""}, typed);
+        EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), code == 0 ? 1 : 100);
     }
 }
 
 TEST_F(ConsoleTest, ShowGivesUsedSequencesInTheirNotationAndCountsTheOthers) {
-    const std::string file = Imported("plant.sdt", TwoSequences);
-    const Ended shown = Run({"show", file});
-    EXPECT_EQ(shown.code, 0);
-    for (const char* part : {"V100\n", "2026-03-14 09:05:07", "To Node", "V200", "W32", "2000H", "FFFEH", "V500",
-                             "First, and foremost\n", "29 sequences are not used"}) {
-        EXPECT_NE(shown.out.find(part), std::string::npos) << part << " in\n" << shown.out;
-    }
-    EXPECT_EQ(CountOf(Run({"show", file, "--all"}).out, "W32"), 30U + 29U) << "all sequences but one, both addresses";
+    Imported("plant.sdt");
+    Expect(0, "show @plant.sdt",
+           {"V100\n", "2026-03-14 09:05:07", "To Node", "V200", "W32", "2000H", "FFFEH", "V500",
+            "First, and foremost\n", "29 sequences are not used"});
+    EXPECT_EQ(CountOf(Expect(0, "show @plant.sdt --all").out, "W32"), 30U + 29U) << "all but one, both addresses";
 }
 
 TEST_F(ConsoleTest, TextsOfAFileCannotSteerTheTerminal) {
-    Configuration record = RecordOf(Imported("plant.sdt", TwoSequences));
+    Configuration record = RecordOf(Imported("plant.sdt"));
     record.SetNodeDescription(0, "a\x1B[2Jb");
     record.CreatorVersion = "v\x1B]0;x\x07";
     WriteRecord(File("plant.sdt"), record);
-    const Ended shown = Run({"show", File("plant.sdt")});
-    EXPECT_NE(shown.out.find("a?[2Jb"), std::string::npos);
-    EXPECT_NE(shown.err.find("saved by v?]0;x?,"), std::string::npos) << shown.err;
-    const Ended asked = Run({"download", File("plant.sdt"), "--port", "1"});
-    EXPECT_NE(asked.err.find("version: v?]0;x?\n"), std::string::npos) << asked.err;
+    Expect(0, "show @plant.sdt", {"a?[2Jb", "saved by v?]0;x?,"});
+    Expect(1, "download @plant.sdt --port 1", {"version: v?]0;x?\n"});
     record.CreatorVersion = "\r\nAll confirmed.\n" + std::string(65000, 'x');
     WriteRecord(File("plant.sdt"), record);
-    for (const Ended& told : {Run({"show", File("plant.sdt")}), Run({"download", File("plant.sdt"), "--port", "1"})}) {
-        EXPECT_NE(told.err.find("??All confirmed.?xxx"), std::string::npos);
-        EXPECT_LT(told.err.size(), 600U) << "no message of tens of thousands of characters";
-    }
+    for (const char* told : {"show @plant.sdt", "download @plant.sdt --port 1"})
+        EXPECT_LT(Run(Words(told)).err.size(), 600U) << "no message of tens of thousands of characters";
     EXPECT_EQ(Run({"show", "a\x1B\xC2\x9B\x9B\xC3\xBC"}).err.find_first_of("\x1B\x9B"), std::string::npos);
     EXPECT_NE(Run({"show", "a\xC3\xBC"}).err.find("a\xC3\xBC"), std::string::npos) << "letters stay";
 }
@@ -107,15 +88,12 @@ TEST_F(ConsoleTest, JsonHoldsTheWholeRecordInUtf8) {
 }
 
 TEST_F(ConsoleTest, AnImportThatFailsWritesNothingAndNamesFileAndLine) {
+    Imported("set-up.sdt");
     WriteText(File("bad.vtl"), "a,b,c,99999999999,e,f,g,h,i\nN2\n");
-    const Ended ended = Run({"import", File("bad.vtl"), File("plant.sdt")});
-    EXPECT_EQ(ended.code, 4);
-    EXPECT_NE(ended.err.find("bad.vtl"), std::string::npos);
-    EXPECT_NE(ended.err.find("Line 1, item 4"), std::string::npos) << ended.err;
-    EXPECT_FALSE(std::filesystem::exists(File("plant.sdt")));
-    EXPECT_EQ(Run({"import", Imported("set-up.sdt", TwoSequences), File("plant.sdt")}).code, 4) << "no text file";
-    WriteText(File("bad.vtl"), "");
-    EXPECT_EQ(Run({"import", File("bad.vtl"), File("plant.sdt")}).code, 4);
+    WriteText(File("empty.vtl"), "");
+    Expect(4, "import @bad.vtl @plant.sdt", {"bad.vtl", "Line 1, item 4"});
+    for (const char* file : {"@set-up.sdt", "@empty.vtl"})
+        Expect(4, std::string("import ") + file + " @plant.sdt");
     EXPECT_FALSE(std::filesystem::exists(File("plant.sdt")));
 }
 
