@@ -78,7 +78,6 @@ public:
         onSequenceChosen_ = std::move(onSequenceChosen);
     }
     /// Brings the rest of the visible grid at once: what an entry starts from is never older than the record.
-    void FinishFill();
     /// Scrolls to the row of the selected sequence and selects it; call when another window has changed the number.
     void ShowSelectedSequence();
     /// Leads to the cell of a value, or of a sequence's description, on its tab.

@@ -246,7 +246,7 @@ TEST_F(LinkTest, AGapInsideAValueMakesItBeginAnewUnlessTheLineIsSlowThroughout) 
 
 TEST_F(LinkTest, AGoodbyeThatComesSpoiledToABoardInWriteModeIsToldAsWell) {
     GoOnline();
-    port.Expect({{0xFF, 0x55}, {0x02, 0x55}, {0x00, 0x00}, {0x21, 0x21}, {0x05, 0x05}, {0xFF, 0x7F}});
+    Expect("FF>55 02>55 00 21 05 FF>7F");
     EXPECT_TRUE(Write("B33", "5").Confirmed());
     Close();
     EXPECT_EQ(link.TakeMayHaveReached(), (std::vector<std::uint16_t>{0x7FFF, 0xFF7F}));
