@@ -375,6 +375,8 @@ TEST_F(FileCommandsTest, TheUserIsToldWhereTheForcedExtensionLeads) {
     Answer({});
     EXPECT_EQ(files.Save(), Outcome::Done);
     EXPECT_EQ(person.trace, "[old.sdt];") << "the document's own file needs no question";
+    files.Open();
+    EXPECT_EQ(person.asked.filter, 0U) << "the imported file is a set-up file now";
 }
 
 } // namespace
