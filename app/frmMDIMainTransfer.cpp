@@ -142,14 +142,14 @@ bool frmMDIMain::IsReliable(const frmProcessing::Result& result) {
 
 void frmMDIMain::ShowHowFar(TransferMode mode, const frmProcessing::Result& result) {
     if (result.complete) return;
-    const auto text = mode == TransferMode::UploadData ? FetchedText : ReachedText;
-    const std::string reached = text(result.walked, result.unconfirmed.size(), FieldNaming::Heading);
     // Who has cancelled, or could not begin, knows that it is not whole.
-    if (result.failed && result.walked > 0) {
-        Warn(reached);
-    } else {
-        Notice(QString::fromStdString(reached), LongNotice);
+    if (!result.failed || result.walked == 0) {
+        const std::string to = result.walked > 0 ? "Transferred up to " + ValueLabel(result.walked - 1) : "";
+        Notice(to.empty() ? QStringLiteral("Nothing was transferred") : QString::fromStdString(to), LongNotice);
+        return;
     }
+    const auto text = mode == TransferMode::UploadData ? FetchedText : ReachedText;
+    Warn(text(result.walked, result.unconfirmed.size(), FieldNaming::Heading));
 }
 
 void frmMDIMain::ShowResult(TransferMode mode, const frmProcessing::Result& result) {

@@ -37,9 +37,9 @@ if(UNIX AND NOT APPLE)
     include(packaging/Documents.cmake)
     # In the package the texts that an administrator may edit stand where an update leaves edited files alone.
     install(CODE [[
-        if(CMAKE_INSTALL_PREFIX MATCHES "^(.*/_CPack_Packages/.*)/usr$")
-            set(root ${CMAKE_MATCH_1})
-            file(GLOB_RECURSE texts ${CMAKE_INSTALL_PREFIX}/*/Support/*ErrCodes.txt)
+        set(root $ENV{DESTDIR})
+        if(root MATCHES "/_CPack_Packages/")
+            file(GLOB_RECURSE texts ${root}${CMAKE_INSTALL_PREFIX}/*ErrCodes.txt)
             file(MAKE_DIRECTORY ${root}/etc/vantrel)
             foreach(text IN LISTS texts)
                 get_filename_component(name ${text} NAME)

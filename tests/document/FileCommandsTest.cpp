@@ -404,7 +404,7 @@ TEST_F(FileCommandsTest, TheDateSaysWhatItIsTheDateOfAndWhetherThatIsStillSo) {
     document.FromBoard = true;
     EXPECT_EQ(said(), "Upload of D, not saved");
     WriteText(folder / "old.vtl", "a,b,c,500,e,f,g,h,i\nN2\n");
-    document.ImportTextFile(folder / "old.vtl");
+    files.OpenPath(folder / "old.vtl");
     EXPECT_EQ(said(), "Import of D, not saved");
     document.TakeUnsaved(document.DefaultConfiguration, {});
     EXPECT_EQ(said(), "Recovered, not saved");
