@@ -33,7 +33,7 @@ void frmMDIMain::PrintTo(const std::function<Target(const std::string&)>& ask) {
         frmWaitDisplay window(
             WaitSelector::Report, [&] { return ReportJob(*target.printer, printed); }, turns_, this);
         window.RunModal();
-        if (printed) Notice(QStringLiteral("System Message:  ") + QString::fromStdString(target.done));
+        if (printed) Notice(QString::fromStdString(target.done), LongNotice);
     } catch (const RuntimeError& error) {
         ReportRuntimeError(dialogs_, ReportProcedure, error);
     }
@@ -53,7 +53,7 @@ frmMDIMain::Target frmMDIMain::AskPrinter(const std::string& title) {
         if (*chosen >= printers) return AskPdf(title, "Report to a PDF File");
         name = names.at(*chosen);
     }
-    return {PaperPrinter(name, title), "The report was handed to the printer \"" + name + "\""};
+    return {PaperPrinter(name, title), "Handed to the printer \"" + name + "\""};
 }
 
 frmMDIMain::Target frmMDIMain::AskPdf(const std::string& title, const std::string& asked) {
@@ -70,7 +70,7 @@ frmMDIMain::Target frmMDIMain::AskPdf(const std::string& title, const std::strin
         if (std::filesystem::exists(file, error) && dialogs_.Show(ReplaceQuestion(file)) != MessageAnswer::Yes)
             return {};
     }
-    return {PdfPrinter(file, title), "The report was written to " + Utf8FromPath(file)};
+    return {PdfPrinter(file, title), "Written to " + Utf8FromPath(file)};
 }
 
 Task frmMDIMain::ReportJob(Printer& printer, bool& printed) {

@@ -180,7 +180,7 @@ void frmMDIMain::FollowComparison() {
 
 void frmMDIMain::SendValues(const std::vector<std::size_t>& indices) {
     if (!CanStartTransfer() || transferring_) return;
-    if (TransferInWindow(TransferMode::DownloadData, indices)) ReadBack(indices);
+    if (IsReliable(TransferInWindow(TransferMode::DownloadData, indices))) ReadBack(indices);
     program_.refreshTargetStatus = true;
 }
 
@@ -249,7 +249,7 @@ void frmMDIMain::SaveBoardValues() {
         return;
     try {
         ReplaceFile(file, SetupFileBytes(board), OldTail::Drop, [this](const std::string& text) { Warn(text); });
-        Notice(QStringLiteral("System Message:  Saved ") + QString::fromStdString(Utf8FromPath(file)));
+        Notice(QStringLiteral("Saved ") + QString::fromStdString(Utf8FromPath(file)), LongNotice);
     } catch (const RuntimeError& failure) {
         dialogs_.Show(Failure(QuotedPath(file) + ": " + failure.Description()));
     }
@@ -278,11 +278,11 @@ void frmMDIMain::SaveComparison() {
 
 void frmMDIMain::PrintComparison() {
     try {
-        const std::unique_ptr<Printer> printer =
-            HasDefaultPrinter() ? DefaultPrinter(ComparisonTitle) : AskPdf(ComparisonTitle);
-        if (printer) {
-            vantrel::PrintComparison(compare_->Report(), *printer, [this] { return GeneralDate(clock_.LocalNow()); });
-        }
+        const Target target = AskPrinter(ComparisonTitle);
+        if (!target.printer) return;
+        vantrel::PrintComparison(compare_->Report(), *target.printer,
+                                 [this] { return GeneralDate(clock_.LocalNow()); });
+        Notice(QString::fromStdString(target.done), LongNotice);
     } catch (const RuntimeError& error) {
         ReportRuntimeError(dialogs_, ReportProcedure, error);
     }

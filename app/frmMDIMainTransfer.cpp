@@ -143,13 +143,18 @@ bool frmMDIMain::IsReliable(const frmProcessing::Result& result) {
 void frmMDIMain::ShowHowFar(TransferMode mode, const frmProcessing::Result& result) {
     if (result.complete) return;
     // Who has cancelled, or could not begin, knows that it is not whole.
-    if (!result.failed || result.walked == 0) {
-        const std::string to = result.walked > 0 ? "Transferred up to " + ValueLabel(result.walked - 1) : "";
+    if (!result.failed || result.walked.empty()) {
+        const std::string to = result.walked.empty() ? "" : "Transferred up to " + ValueLabel(result.walked.back());
         Notice(to.empty() ? QStringLiteral("Nothing was transferred") : QString::fromStdString(to), LongNotice);
         return;
     }
+    if (result.walked.back() >= result.walked.size()) {
+        Warn(std::to_string(result.walked.size()) + " of the chosen values were sent, up to " +
+             ValueLabel(result.walked.back()) + ". The others were not.");
+        return;
+    }
     const auto text = mode == TransferMode::UploadData ? FetchedText : ReachedText;
-    Warn(text(result.walked, result.unconfirmed.size(), FieldNaming::Heading));
+    Warn(text(result.walked.size(), result.unconfirmed.size(), FieldNaming::Heading));
 }
 
 void frmMDIMain::ShowResult(TransferMode mode, const frmProcessing::Result& result) {
