@@ -21,7 +21,7 @@ TargetAddress AddressOf(const std::string& text) {
 bool IsFlag(const std::string& text) { return text.front() == 'F' || text.front() == 'f'; }
 
 std::int32_t BitNumber(const TargetAddress& address) {
-    return BitsInByte * address.byteAddress + std::countr_zero(address.bitMask);
+    return BitsInByte * address.byteAddress + (address.isBit ? std::countr_zero(address.bitMask) : 0);
 }
 
 /// As the user has named the first one.
@@ -42,14 +42,11 @@ void AddRange(std::vector<std::string>& addresses, const std::string& text, std:
     if (first.type != last.type || first.isBit != last.isBit || IsFlag(from) != IsFlag(to)) {
         Refuse(text, "its two ends are of different kinds");
     }
-    if (last.byteAddress < first.byteAddress || (first.isBit && BitNumber(last) < BitNumber(first))) {
-        Refuse(text, "it ends before it begins");
+    if (BitNumber(last) < BitNumber(first)) Refuse(text, "it ends before it begins");
+    const int step = first.isBit ? 1 : BitsInByte * ByteCount(first.type);
+    for (std::int32_t bit = BitNumber(first); bit <= BitNumber(last); bit += step) {
+        addresses.push_back(first.isBit ? BitName(bit, IsFlag(from)) : first.type + std::to_string(bit / BitsInByte));
     }
-    for (std::int32_t bit = BitNumber(first); first.isBit && bit <= BitNumber(last); ++bit)
-        addresses.push_back(BitName(bit, IsFlag(from)));
-    if (first.isBit) return;
-    for (std::int32_t byte = first.byteAddress; byte <= last.byteAddress; byte += ByteCount(first.type))
-        addresses.push_back(first.type + std::to_string(byte));
 }
 
 } // namespace

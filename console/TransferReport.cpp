@@ -1,21 +1,9 @@
 // Names of values and bytes, in sentences.
 #include "console/TransferReport.h"
 
+#include "link/TargetAddress.h"
+
 namespace vantrel {
-
-namespace {
-
-/// "B16639", "B255 and B16639", "B1, B2 and B3"
-std::string BytesText(const std::vector<std::uint16_t>& bytes) {
-    std::string text;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        if (i > 0) text += i + 1 == bytes.size() ? " and " : ", ";
-        text += "B" + std::to_string(bytes[i]);
-    }
-    return text;
-}
-
-} // namespace
 
 std::string DifferenceText(const ValueDifference& difference, const std::string& recordSide,
                            const std::string& boardSide) {
@@ -25,7 +13,7 @@ std::string DifferenceText(const ValueDifference& difference, const std::string&
 
 std::string ReachedBesideText(const std::string& what, bool repeated,
                               const std::vector<std::uint16_t>& mayHaveReached) {
-    const std::string reached = "may have set " + BytesText(mayHaveReached) + " to 255 on the board.";
+    const std::string reached = "may have set " + ByteList(mayHaveReached) + " to 255 on the board.";
     if (repeated) {
         return "Note: " + what + " had to be sent twice" +
                (mayHaveReached.empty() ? "." : "; the first attempt, cut off, " + reached);

@@ -2,6 +2,7 @@
 #include "document/SequenceEditor.h"
 
 #include "document/ValueDisplay.h"
+#include "link/TargetAddress.h"
 #include "link/TargetMap.h"
 
 #include <algorithm>
@@ -13,14 +14,6 @@ namespace {
 
 std::string TextOf(std::size_t index, const NotedValue& value) {
     return DisplayValue(index, value.value, value.notation);
-}
-
-/// "B255, B1023".
-std::string ByteList(const std::vector<std::uint16_t>& bytes) {
-    std::string list;
-    for (const std::uint16_t byte : bytes)
-        list += (list.empty() ? "B" : ", B") + std::to_string(byte);
-    return list;
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <system_error>
 
 namespace vantrel {
@@ -124,6 +125,15 @@ std::string AddressProblem(std::string_view text) {
     }
     if (!LiesInMemory(text)) return quoted + " lies outside the board's memory, bytes 0 to 65535.";
     return {};
+}
+
+std::string ByteList(const std::vector<std::uint16_t>& bytes) {
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (i > 0) text += i + 1 == bytes.size() ? " and " : ", ";
+        text += "B" + std::to_string(bytes[i]);
+    }
+    return text;
 }
 
 } // namespace vantrel

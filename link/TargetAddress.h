@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vantrel {
 
@@ -28,5 +29,8 @@ struct TargetAddress {
 /// For entries by hand, where forgiveness would hide a slip: what is wrong with `text` as an address, as a sentence
 /// for the user; empty when it has one of the forms above and all its bytes lie within 0 to 65535.
 [[nodiscard]] std::string AddressProblem(std::string_view text);
+
+/// Bytes by their addresses, for messages: "B16639", "B255 and B16639", "B1, B2 and B3".
+[[nodiscard]] std::string ByteList(const std::vector<std::uint16_t>& bytes);
 
 } // namespace vantrel

@@ -1,5 +1,4 @@
 // Transfers: what reaches the board or the file, and what the user is told when it does not.
-#include "document/ValueDisplay.h"
 #include "tests/console/ConsoleFixture.h"
 
 namespace vantrel {
@@ -100,19 +99,6 @@ TEST_F(ConsoleTest, OnATerminalABarShowsHowFarItIsAndHowLongItTakes) {
     drawsProgress = true;
     Expect(0, "download @plant.sdt --port simulated --yes",
            {"Downloading Data, Please Standby...\n", "] 50 %, 2 s left", "] 100 %"});
-}
-
-TEST(ValueDisplay, ReadsInItsNotation) {
-    EXPECT_EQ(DisplayValue(34463, "V"), "V34463");
-    EXPECT_EQ(DisplayValue(8174, "W"), "W8174");
-    EXPECT_EQ(DisplayValue(416, "H"), "1A0H");
-    EXPECT_EQ(DisplayValue(-1, "h"), "FFFFFFFFH");
-    EXPECT_EQ(DisplayValue(-7, "#"), "-7");
-    Configuration record = DefaultRecord("", {});
-    record.SetAddressType(ValueIndex(0, SequenceField::SendToNode), "x");
-    EXPECT_EQ(DisplayValue(record, ValueIndex(0, SequenceField::SendToNode)), "W32");
-    record.SetAddressType(ValueIndex(0, SequenceField::SendFromTI), "H");
-    EXPECT_EQ(DisplayValue(record, ValueIndex(0, SequenceField::SendFromTI)), "V1");
 }
 
 } // namespace
