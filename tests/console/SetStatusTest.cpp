@@ -71,7 +71,9 @@ TEST_F(ConsoleTest, ResultsAsJsonNameSequencesAndFields) {
     const auto json = [this](const std::string& line) {
         return nlohmann::json::parse(Run(Words(line + " --json --port 1")).out);
     };
-    const auto differences = json("compare @plant.sdt")["differences"];
+    const auto compared = json("compare @plant.sdt");
+    EXPECT_EQ(compared["equal"], false);
+    const auto& differences = compared["differences"];
     EXPECT_EQ(differences[0], nlohmann::json::parse(R"({"field":"StatusStackAddress","file":100,"board":1})"));
     EXPECT_EQ(differences[1], nlohmann::json::parse(R"({"sequence":0,"field":"NodeNumber","file":2,"board":0})"));
     Expect(0, "download @plant.sdt --port 1 --yes");
