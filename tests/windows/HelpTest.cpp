@@ -99,6 +99,9 @@ TEST_F(HelpTest, TheSearchGoesFromRowToRowAndDrawsATopicOnce) {
 }
 
 TEST_F(HelpTest, ThePrintDialogGoesWithTheHelpAndTheHelpWithItsOwner) {
+#ifdef _WIN32
+    GTEST_SKIP() << "the print dialog is the host's own, and waits for a person";
+#endif
     Activate();
     F1();
     Window()->cmdPrint->trigger();
