@@ -335,7 +335,7 @@ TEST_F(FileCommandsTest, TheFirstSaveWhileOnlineStoresWhatTheBoardHoldsOrNothing
 }
 
 TEST_F(FileCommandsTest, WhatAFetchReplacesIsKeptBesideOrTheUserGivesItUp) {
-    GoOnline();
+    Open();
     WriteText(folder / "plant before fetch.sdt", "precious");
     for (const std::string copy : {"plant before fetch 2.sdt", "documents/unnamed before fetch.sdt"}) {
         document.New();
@@ -372,7 +372,7 @@ TEST_F(FileCommandsTest, AFileThatSomebodyElseHasChangedIsReplacedOnlyAfterYes) 
     EXPECT_EQ(files.Save(), Outcome::Done);
     fs::remove(folder / "plant.sdt");
     EXPECT_EQ(files.Save(), Outcome::Done);
-    EXPECT_EQ(person.trace, "[plant.sdt];[plant.sdt];") << "nobody's work is lost";
+    EXPECT_EQ(dialogs.trace, "[plant.sdt];[plant.sdt];") << "nobody's work is lost";
 }
 
 TEST_F(FileCommandsTest, TheUserIsToldWhereTheForcedExtensionLeads) {

@@ -55,7 +55,7 @@ protected:
 };
 
 TEST_F(CommInterfaceTest, SaysThatNothingIsRefreshedWhileTheBoardIsSilent) {
-    Open([&] {
+    Show([&] {
         const auto notice = [&] {
             QMetaObject::invokeMethod(&view.tmrNotRefreshed, "timeout");
             return view.lblNotRefreshed.text().toStdString();

@@ -110,6 +110,9 @@ TEST_F(HelpTest, TheSearchGoesFromRowToRowAndDrawsATopicOnce) {
 }
 
 TEST_F(HelpTest, ThePrintDialogGoesWithTheHelp) {
+#ifdef _WIN32
+    GTEST_SKIP() << "the print dialog is the host's own, and waits for a person";
+#endif
     frmHelp* help = &Help();
     help->cmdPrint->trigger();
     const QPointer<QPrintDialog> dialog = help->findChild<QPrintDialog*>();
