@@ -68,7 +68,7 @@ UnsavedCopy::UnsavedCopy(fs::path folder, const Document& document, const Clock&
     : folder_(std::move(folder)), document_(document), clock_(clock), nextLook_(clock.Now() + LookEvery) {}
 
 std::optional<std::string> UnsavedCopy::Tick() {
-    if (!document_.Edited() || (!file_.empty() && generation_ != document_.Generation)) Discard();
+    if (!file_.empty() && (!document_.Edited() || generation_ != document_.Generation)) Discard();
     if (clock_.Now() < nextLook_) return std::nullopt;
     nextLook_ = clock_.Now() + LookEvery;
     try {
@@ -108,7 +108,6 @@ void UnsavedCopy::Write(const std::vector<std::uint8_t>& bytes) {
 }
 
 void UnsavedCopy::Discard() {
-    if (file_.empty() && !claim_) return;
     if (!file_.empty()) Remove(std::exchange(file_, {}));
     claim_.reset();
     kept_.clear();

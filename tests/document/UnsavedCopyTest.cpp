@@ -100,6 +100,9 @@ TEST_F(UnsavedCopyTest, WhatIsLeftBehindIsFoundByOneProgramAloneUntilItIsTakenOr
     program.document.Save({});
     EXPECT_FALSE(program.copy.Tick() || program.document.Changed());
     EXPECT_EQ(Files(), 1U) << "what is no copy is not ours to delete";
+    fs::remove(unsaved / "torn.sdt");
+    program.copy.Discard();
+    EXPECT_FALSE(fs::exists(unsaved)) << "nor is an empty folder left";
 }
 
 TEST_F(UnsavedCopyTest, WhereNothingCanBeKeptTheUserHearsItOnce) {
