@@ -14,8 +14,7 @@ Edit TurnedAround(Edit edit) {
 
 EditAnswer EditOf(const Configuration& record, const EditPlace& place, const std::string& text) {
     if (!place.field) {
-        return DescriptionEdit{place.sequence, record.NodeDescription(place.sequence),
-                               DescriptionToStore(text)};
+        return DescriptionEdit{place.sequence, record.NodeDescription(place.sequence), DescriptionToStore(text)};
     }
     const EntryAnswer answer = CheckEntry(*place.field, text);
     if (const auto* refused = std::get_if<RefusedEntry>(&answer)) return *refused;

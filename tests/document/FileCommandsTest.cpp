@@ -141,11 +141,12 @@ TEST_F(FileCommandsTest, TheStackAddressIsAskedForByNewAndWrittenThroughWhileOnl
     EXPECT_EQ(dialogs.trace, "[unnamed];TI Status Stack Address;");
     EXPECT_EQ(dates, "-\n");
     EXPECT_EQ(dialogs.initial + dialogs.whose, "V77This is the address that the board holds.");
-    EXPECT_EQ(dialogs.prompt, "The TI-505 Communications Status Stack Address is the starting address of 32 consecutive "
-                             "V memory locations. \n\nThe first V memory location is a Watchdog toggle from the "
-                             "K5216-505. The remainder are the communication status of the respective 31 Comm "
-                             "sequences (0 through 30). \n\nThe Status stack can be located anywhere within the V "
-                             "memory space (V1 to V34463).\n\nTI-505 Communications Status Stack Address V:");
+    EXPECT_EQ(dialogs.prompt,
+              "The TI-505 Communications Status Stack Address is the starting address of 32 consecutive "
+              "V memory locations. \n\nThe first V memory location is a Watchdog toggle from the "
+              "K5216-505. The remainder are the communication status of the respective 31 Comm "
+              "sequences (0 through 30). \n\nThe Status stack can be located anywhere within the V "
+              "memory space (V1 to V34463).\n\nTI-505 Communications Status Stack Address V:");
     EXPECT_EQ(document.CurrentConfiguration.Value(0), 500);
     EXPECT_EQ(board.PeekWord(6400, clock.Now()), 500);
 
