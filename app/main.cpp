@@ -237,6 +237,7 @@ int main(int argc, char** argv) {
     RequireScreen(WrongUsage, "vantrel: there is no display for its windows. Without one, use vantrelctl.\n");
     Application application(argc, argv);
     ScreenFound();
+    MakeLinksReadable();
     Application::setApplicationName(QStringLiteral("VANTREL"));
     if (const auto ended = Read(options, LeftByQt(arguments, before, argc, argv), starter)) return *ended;
 

@@ -1,6 +1,8 @@
 #include "platform/QtScreen.h"
 
+#include <QApplication>
 #include <QFocusEvent>
+#include <QPalette>
 #include <QScreen>
 #include <QStyle>
 
@@ -90,6 +92,17 @@ void RequireScreen(int exitCode, const char* text) {
 }
 
 void ScreenFound() { qInstallMessageHandler(withoutScreen.usual); }
+
+void MakeLinksReadable() {
+    constexpr int middle = 128;
+    constexpr QColor onDark(122, 170, 255);
+    const QPalette colours = QApplication::palette();
+    const bool dark = colours.color(QPalette::Base).lightness() < middle;
+    if (!dark || colours.color(QPalette::Link) != QColor(Qt::blue)) return;
+    QPalette readable;
+    readable.setColor(QPalette::Link, onDark);
+    QApplication::setPalette(readable);
+}
 
 int PixelsOfTwips(int twips, const QWidget& window) {
     return qRound(twips * window.screen()->logicalDotsPerInchX() / TwipsPerInch);

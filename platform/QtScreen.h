@@ -11,6 +11,10 @@ namespace vantrel {
 void RequireScreen(int exitCode, const char* text);
 void ScreenFound();
 
+/// Where dark colours come with the links of light ones, links get a colour that can be read. Call once, with the
+/// application made.
+void MakeLinksReadable();
+
 /// Pixels of a length in twips (1/1440 inch) at the logical resolution of the screen that `window` belongs to.
 [[nodiscard]] int PixelsOfTwips(int twips, const QWidget& window);
 
