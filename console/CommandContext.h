@@ -21,6 +21,7 @@ inline constexpr const char* StatusStackField = "StatusStackAddress";
 struct Arguments {
     std::string file;
     std::string textFile;
+    std::optional<std::string> otherFile;
     std::optional<std::string> output;
     std::vector<std::string> addresses;
     std::string address;
@@ -30,6 +31,7 @@ struct Arguments {
     std::optional<std::string> trace;
     std::optional<std::string> programFolder;
     bool verify = false;
+    bool changes = false; ///< Only what differs.
     bool json = false;
     bool all = false;
     bool yes = false;

@@ -51,7 +51,7 @@ void CommandOptions::Trace() {
     Yes();
 }
 
-void CommandOptions::Port() {
+void CommandOptions::Port(PortIs needed) {
     const std::string device = SerialDeviceExample();
     Option("--port", "P", to.port,
            "Where the board is:\n"
@@ -60,7 +60,7 @@ void CommandOptions::Port() {
                PadRight(device, 14) +
                "a device; RSPort.cfg is left alone\n"
                "  simulated     a simulated board in this program, new each time")
-        .required();
+        .required(needed == PortIs::Needed);
     Option("--speed", "BAUD", to.speed,
            "Line speed (else the stored one, else 9600); it must be the speed\nthat the board is set to")
         .check(CLI::IsMember({"9600", "19200"}));

@@ -31,7 +31,8 @@ public:
     /// With the question that it may bring.
     void Trace();
     /// Where the board is, and the trace of what passes on the way there.
-    void Port();
+    enum class PortIs { Needed, MayBeMissing };
+    void Port(PortIs needed = PortIs::Needed);
     void ProgramFolder();
     /// Bits per second of a simulated board.
     void SimulatedSpeed();

@@ -5,21 +5,13 @@
 #include "console/SetupFiles.h"
 #include "console/TextPrinter.h"
 #include "document/DocumentFiles.h"
-#include "document/FileQuestions.h"
-#include "platform/SafeFile.h"
 #include "platform/TurnQueue.h"
 #include "report/Report.h"
 #include "text/PathText.h"
 
-#include <algorithm>
-#include <ostream>
-#include <system_error>
-
 namespace vantrel {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 bool Open(CommandContext& context, const std::string& name) {
     if (!MeansTextFile(PathFromUtf8(name))) return OpenSetupFile(context, OtherVersion::Note);
@@ -40,31 +32,10 @@ std::string ReportText(const CommandContext& context) {
     return printer.Document();
 }
 
-bool MayWrite(CommandContext& context, const fs::path& file) {
-    std::error_code error;
-    // Under any name by which the set-up file is found the report would be taken for it from then on.
-    for (const fs::path& meant : SetupFilesMeant(context.arguments.file)) {
-        if (IsSameFile(file, meant)) {
-            throw UsageError("--output: the report must not take the place of the file that it is about.");
-        }
-    }
-    return !fs::exists(file, error) || context.dialogs.Show(ReplaceQuestion(file)) == MessageAnswer::Yes;
-}
-
 ExitCode Report(CommandContext& context) {
     const Arguments& arguments = context.arguments;
     if (!Open(context, arguments.file)) return ExitCode::Refused;
-    const std::string text = ReportText(context);
-    if (!arguments.output || IsStandardStream(*arguments.output)) {
-        context.host.out << text;
-        return ExitCode::Done;
-    }
-    const fs::path file = PathFromUtf8(*arguments.output);
-    if (!MayWrite(context, file)) return Refuse(context, "Nothing was written.");
-    ReplaceFile(file, std::vector<std::uint8_t>(text.begin(), text.end()), OldTail::Drop,
-                [&](const std::string& warning) { context.Say("Warning: " + warning); });
-    context.host.out << Utf8FromPath(fs::absolute(file)) << '\n';
-    return ExitCode::Done;
+    return WriteOut(context, arguments.output.value_or("-"), "--output", ReportText(context));
 }
 
 } // namespace

@@ -1,7 +1,8 @@
-// The commands that need no board: new, show and import.
+// The commands that need no board: new, show, import and export.
 #include "console/Commands.h"
 #include "console/RecordText.h"
 #include "console/SetupFiles.h"
+#include "document/DocumentFiles.h"
 #include "document/RecordTables.h"
 #include "document/ValueDisplay.h"
 #include "text/PathText.h"
@@ -48,6 +49,18 @@ ExitCode Import(CommandContext& context) {
     return end;
 }
 
+ExitCode Export(CommandContext& context) {
+    const std::string& out = context.arguments.textFile;
+    const std::filesystem::path file = PathFromUtf8(out);
+    const bool json = HasExtension(file, ".json");
+    if (!json && !HasExtension(file, ".csv")) {
+        throw UsageError("\"" + out + "\": the extension says what is written, .json or .csv.");
+    }
+    if (!OpenSetupFile(context, OtherVersion::Note)) return ExitCode::Refused;
+    const Configuration& record = context.program.document.CurrentConfiguration;
+    return WriteOut(context, out, "OUT", json ? RecordJson(record) : RecordCsv(record));
+}
+
 void TakeFileToWrite(CommandOptions& options) {
     options.File("The set-up file to write");
     options.Yes();
@@ -68,11 +81,27 @@ const Command ShowCommand{"show", "Show what is in a set-up file",
                           "  vantrelctl show plant.sdt --json\n",
                           Show};
 
-const Command ImportCommand{"import", "Make a set-up file from a text file of the older format (.vtl)",
+const Command ImportCommand{
+    "import", "Make a set-up file from a text file: older format (.vtl), .json or .csv",
+    [](CommandOptions& options) {
+        options.Place(
+            "TEXTFILE", options.to.textFile,
+            "The text file to read: .vtl, JSON as show --json writes it,\nor a table as a spreadsheet saves it (.csv)");
+        TakeFileToWrite(options);
+    },
+    "  vantrelctl import samples/bottling-line.vtl plant.sdt\n"
+    "  vantrelctl import plant.csv plant.sdt\n",
+    Import};
+
+const Command ExportCommand{"export", "Write a set-up file as JSON or as a table for a spreadsheet",
                             [](CommandOptions& options) {
-                                options.Place("TEXTFILE", options.to.textFile, "The text file (.vtl) to read");
-                                TakeFileToWrite(options);
+                                options.File("The set-up file to read");
+                                options.Place("OUT", options.to.textFile,
+                                              "The file to write: .json holds all of the set-up, .csv its table");
+                                options.Yes();
                             },
-                            "  vantrelctl import samples/bottling-line.vtl plant.sdt\n", Import};
+                            "  vantrelctl export plant.sdt plant.json\n"
+                            "  vantrelctl export plant.sdt plant.csv\n",
+                            Export};
 
 } // namespace vantrel

@@ -139,4 +139,26 @@ void SaveSetupFile(CommandContext& context) {
     context.host.out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
+ExitCode WriteOut(CommandContext& context, const std::string& name, const std::string& option,
+                  const std::string& text) {
+    if (IsStandardStream(name)) {
+        context.host.out << text;
+        return ExitCode::Done;
+    }
+    const std::filesystem::path file = PathFromUtf8(name);
+    // Under any name by which the set-up file is found the result would be taken for it from then on.
+    for (const std::filesystem::path& meant : SetupFilesMeant(context.arguments.file)) {
+        if (IsSameFile(file, meant)) {
+            throw UsageError(option + ": the result must not take the place of the file that it is made of.");
+        }
+    }
+    if (Exists(file) && context.dialogs.Show(ReplaceQuestion(file)) != MessageAnswer::Yes) {
+        return Refuse(context, "Nothing was written.");
+    }
+    ReplaceFile(file, std::vector<std::uint8_t>(text.begin(), text.end()), OldTail::Drop,
+                [&](const std::string& warning) { context.Say("Warning: " + warning); });
+    context.host.out << Utf8FromPath(std::filesystem::absolute(file)) << '\n';
+    return ExitCode::Done;
+}
+
 } // namespace vantrel

@@ -52,4 +52,10 @@ void OpenTextFile(CommandContext& context, const std::string& name);
 /// instead. Throws RuntimeError.
 void SaveSetupFile(CommandContext& context);
 
+/// Writes a text that was made of the set-up file to `name` and prints the full path; a standard stream takes the text
+/// itself. Refused when the user wants to keep the file that is there. `option` is what named it. Throws UsageError for
+/// a name under which the set-up file itself is found, and RuntimeError.
+[[nodiscard]] ExitCode WriteOut(CommandContext& context, const std::string& name, const std::string& option,
+                                const std::string& text);
+
 } // namespace vantrel

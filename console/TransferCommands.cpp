@@ -1,4 +1,4 @@
-// The commands that move whole set-ups between a file and the board: download, upload and compare.
+// The commands that move set-ups between a file and the board: download, upload, backup and compare.
 #include "console/Commands.h"
 #include "console/LinkSession.h"
 #include "console/SetupFiles.h"
@@ -62,18 +62,35 @@ ExitCode SendAndVerify(CommandContext& context, LinkSession& session) {
     return std::max(end, ExitCode::Refused);
 }
 
-ExitCode Fetch(CommandContext& context, LinkSession& session) {
+ExitCode Fetch(CommandContext& context, LinkSession& session, bool twice) {
     const ExitCode fetched = FetchDocument(context, session);
-    return fetched == ExitCode::Done && context.arguments.verify ? FetchAgain(context, session) : fetched;
+    return fetched == ExitCode::Done && twice ? FetchAgain(context, session) : fetched;
 }
 
 /// A data byte has no check on its way; whoever wants to be surer has it read twice.
-std::string UploadedText(const CommandContext& context, const LinkSession& session) {
-    const std::string how = context.arguments.verify
+std::string UploadedText(const CommandContext& context, const LinkSession& session, bool twice) {
+    const std::string how = twice
                                 ? " values, read twice with the same result."
                                 : " values, every answer in step. (--verify reads everything twice: a data byte has no "
                                   "check on its way.)";
     return "Uploaded " + session.PortName() + " to " + DocumentFile(context) + ": " + std::to_string(ValueCount) + how;
+}
+
+/// Reads all, sends what differs, reads that back.
+ExitCode SendChanges(CommandContext& context, LinkSession& session) {
+    const auto changes = FindChanges(context, session);
+    if (!changes) return ExitCode::Refused;
+    if (changes->empty()) return ExitCode::Done;
+    const ExitCode sent = SendDocument(context, session, *changes);
+    if (session.Failed() || session.Interrupted()) return sent;
+    return std::max(sent, CompareDocument(context, session, *changes));
+}
+
+ExitCode FetchAndSave(CommandContext& context, LinkSession& session, bool twice) {
+    if (Fetch(context, session, twice) != ExitCode::Done) return Refuse(context, "No file was written.");
+    SaveSetupFile(context);
+    context.Say(UploadedText(context, session, twice));
+    return ExitCode::Done;
 }
 
 ExitCode Download(CommandContext& context) {
@@ -84,7 +101,7 @@ ExitCode Download(CommandContext& context) {
             return OpenSetupFile(context, OtherVersion::Ask) &&
                    Confirmed(context, DocumentFile(context) + " to " + session.PortName(), DownloadQuestion());
         },
-        [&] { return SendAndVerify(context, session); });
+        [&] { return context.arguments.changes ? SendChanges(context, session) : SendAndVerify(context, session); });
 }
 
 ExitCode Upload(CommandContext& context) {
@@ -95,15 +112,32 @@ ExitCode Upload(CommandContext& context) {
             return OpenUploadTarget(context) && NameSetupFile(context, context.arguments.file) &&
                    MayTransferInto(context, session);
         },
-        [&] {
-            if (Fetch(context, session) != ExitCode::Done) return Refuse(context, "No file was written.");
-            SaveSetupFile(context);
-            context.Say(UploadedText(context, session));
-            return ExitCode::Done;
-        });
+        [&] { return FetchAndSave(context, session, context.arguments.verify); });
+}
+
+/// A backup is never laid over a file's descriptions: it is what the board holds, and nothing else.
+ExitCode Backup(CommandContext& context) {
+    LinkSession session(context);
+    return session.Use(
+        "Nothing was read from the board, and nothing was written.",
+        [&] { return NameSetupFile(context, context.arguments.file) && MayTransferInto(context, session); },
+        [&] { return FetchAndSave(context, session, true); });
+}
+
+ExitCode CompareFiles(CommandContext& context) {
+    const std::string& other = *context.arguments.otherFile;
+    if (!OpenSetupFile(context, SetupFileNamed(other), OtherVersion::Note)) return ExitCode::Refused;
+    const Configuration there = context.program.document.CurrentConfiguration;
+    if (!OpenSetupFile(context, OtherVersion::Note)) return ExitCode::Refused;
+    return CompareRecords(context, there);
 }
 
 ExitCode Compare(CommandContext& context) {
+    const Arguments& arguments = context.arguments;
+    if (arguments.otherFile.has_value() != arguments.port.empty()) {
+        throw UsageError("Compare with one other side: a second file, or --port for the board.");
+    }
+    if (arguments.otherFile) return CompareFiles(context);
     LinkSession session(context);
     return session.Use(
         "Nothing was compared.", [&] { return OpenSetupFile(context, OtherVersion::Note); },
@@ -122,8 +156,11 @@ const Command DownloadCommand{"download", "Write the settings of a set-up file t
                               [](CommandOptions& options) {
                                   TakeTransfer(options, "The set-up file to send",
                                                "Read everything back afterwards and name what differs");
+                                  options.Flag("--changes", options.to.changes,
+                                               "Read everything first, send only what differs, and read that back");
                               },
                               "  vantrelctl download plant.sdt --port 1 --verify\n"
+                              "  vantrelctl download plant.sdt --port 1 --changes\n"
                               "  vantrelctl download plant.sdt --port /dev/ttyUSB0 --speed 19200 --yes\n",
                               Download};
 
@@ -135,13 +172,23 @@ const Command UploadCommand{"upload", "Read the settings of the board into a set
                             },
                             "  vantrelctl upload plant.sdt --port 1 --verify\n", Upload};
 
-const Command CompareCommand{"compare",
-                             "Name what differs between a set-up file and the board; writes nothing to either",
-                             [](CommandOptions& options) {
-                                 options.File("The set-up file to compare with the board");
-                                 options.Json();
-                                 options.Port();
-                             },
-                             "  vantrelctl compare plant.sdt --port 1\n", Compare};
+const Command BackupCommand{"backup", "Keep what the board holds, read twice, in a set-up file of its own",
+                            [](CommandOptions& options) {
+                                options.File("The set-up file to write");
+                                options.Port();
+                            },
+                            "  vantrelctl backup before-the-change.sdt --port 1\n", Backup};
+
+const Command CompareCommand{
+    "compare", "Name what differs between a set-up file and the board, or another file; writes nothing",
+    [](CommandOptions& options) {
+        options.File("The set-up file to compare");
+        options.Place("OTHER", options.to.otherFile, "Another set-up file, instead of the board");
+        options.Json();
+        options.Port(CommandOptions::PortIs::MayBeMissing);
+    },
+    "  vantrelctl compare plant.sdt --port 1\n"
+    "  vantrelctl compare plant.sdt plant-old.sdt\n",
+    Compare};
 
 } // namespace vantrel

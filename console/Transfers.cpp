@@ -4,11 +4,13 @@
 #include "console/ResultJson.h"
 #include "console/SetupFiles.h"
 #include "console/TransferReport.h"
+#include "document/Comparison.h"
 #include "document/TransferTexts.h"
 #include "link/TargetMap.h"
 #include "text/PathText.h"
 #include "text/PrintableText.h"
 
+#include <algorithm>
 #include <ostream>
 #include <string>
 
@@ -40,7 +42,7 @@ void NameRepeated(CommandContext& context, const SettingsTransfer& transfer) {
     std::vector<std::uint16_t> rest = transfer.MayHaveReached();
     for (const RepeatedWrite& repeated : transfer.Repeated()) {
         context.SayIf(
-            ReachedBesideText(ValueName(repeated.index), repeated.index < transfer.Walked(), repeated.mayHaveReached));
+            ReachedBesideText(ValueName(repeated.index), transfer.HasWalked(repeated.index), repeated.mayHaveReached));
         std::erase_if(rest, [&](std::uint16_t byte) { return std::ranges::count(repeated.mayHaveReached, byte) > 0; });
     }
     context.SayIf(ReachedBesideText(WriteThroughFlag, false, rest));
@@ -65,7 +67,12 @@ void ReportUnfinishedDownload(CommandContext& context, const LinkSession& sessio
     if (transfer.Complete() && !session.Failed()) return;
     if (transfer.Cancelled())
         context.Say(transfer.GaveUp() ? "Cancelled. The board gave no proper answer any more." : "Cancelled.");
-    context.Say(ReachedText(transfer.Walked(), transfer.Unconfirmed().size(), FieldNaming::Name));
+    if (context.arguments.changes) {
+        for (const std::size_t index : transfer.WalkedIndices())
+            context.Say(ValueName(index) + ": sent");
+    } else {
+        context.Say(ReachedText(transfer.Walked(), transfer.Unconfirmed().size(), FieldNaming::Name));
+    }
     // A board that the command made itself is gone with it.
     if (session.Failed() && !context.arguments.port.empty()) context.Say(FlagLeftText(context.arguments));
 }
@@ -98,8 +105,23 @@ bool Run(CommandContext& context, LinkSession& session, BoardComparison& compari
     return !OfTwoBoards(context, session, comparison.Reconnected(), again);
 }
 
+/// A comparison of all values, or of those that are given.
+BoardComparison ComparisonOf(CommandContext& context, LinkSession& session, const std::vector<std::size_t>& indices) {
+    BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), session.Turns(),
+                               context.progress);
+    comparison.Only(indices);
+    return comparison;
+}
+
 bool IsEqual(const BoardComparison& comparison) {
     return comparison.Complete() && comparison.Differences().empty() && comparison.Unread().empty();
+}
+
+std::string OnBoardText(const CommandContext& context, std::size_t values) {
+    const std::string of = " of " + PrintableFile(context);
+    if (values == ValueCount) return "All " + std::to_string(values) + " values" + of + " are on the board.\n";
+    return std::to_string(values) + (values == 1 ? " value" + of + " is" : " values" + of + " are") +
+           " on the board.\n";
 }
 
 void PrintComparison(const CommandContext& context, const BoardComparison& comparison) {
@@ -110,7 +132,7 @@ void PrintComparison(const CommandContext& context, const BoardComparison& compa
     if (comparison.Complete() && different > 0) {
         out << CountOfAll(different) << " differ between " << PrintableFile(context) << " and the board.\n";
     } else if (IsEqual(comparison)) {
-        out << "All " << ValueCount << " values of " << PrintableFile(context) << " are on the board.\n";
+        out << OnBoardText(context, comparison.Compared());
     }
 }
 
@@ -135,7 +157,8 @@ Json ComparisonJson(const std::string& file, const BoardComparison& comparison) 
 
 std::string ConfirmedText(const SettingsTransfer& transfer) {
     const std::size_t repeated = transfer.Repeated().size();
-    return std::to_string(ValueCount) + " values, all confirmed" +
+    return std::to_string(transfer.Walked()) +
+           (transfer.Walked() == 1 ? " value, confirmed" : " values, all confirmed") +
            (repeated > 0 ? ", " + std::to_string(repeated) + " of them when sent again" : "") + ".\n";
 }
 
@@ -149,9 +172,10 @@ std::string FlagLeftText(const Arguments& arguments) {
            flag + " 0 --port " + arguments.port + (arguments.speed ? " --speed " + *arguments.speed : "");
 }
 
-ExitCode SendDocument(CommandContext& context, LinkSession& session) {
+ExitCode SendDocument(CommandContext& context, LinkSession& session, const std::vector<std::size_t>& indices) {
     SettingsTransfer transfer(TransferMode::DownloadData, context.program.document.CurrentConfiguration, session.Link(),
                               context.dialogs, session.Turns(), context.progress);
+    transfer.Only(indices);
     Run(context, session, transfer);
     ReportUnfinishedDownload(context, session, transfer);
     NameUnconfirmed(context, transfer, "not confirmed by the board");
@@ -180,17 +204,59 @@ ExitCode FetchDocument(CommandContext& context, LinkSession& session) {
 }
 
 ExitCode FetchAgain(CommandContext& context, LinkSession& session) {
-    BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), session.Turns(),
-                               context.progress);
+    BoardComparison comparison = ComparisonOf(context, session, EveryIndex());
     if (!Run(context, session, comparison, "Upload again.")) return ExitCode::Refused;
     for (const ValueDifference& difference : comparison.Differences())
         context.Say(DifferenceText(difference, "first", "then"));
     return EndOf(session, IsEqual(comparison));
 }
 
-ExitCode CompareDocument(CommandContext& context, LinkSession& session) {
-    BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), session.Turns(),
-                               context.progress);
+std::optional<std::vector<std::size_t>> FindChanges(CommandContext& context, LinkSession& session) {
+    BoardComparison comparison = ComparisonOf(context, session, EveryIndex());
+    if (!Run(context, session, comparison, "Download again.") || !comparison.Complete()) {
+        context.Say("Nothing was sent.");
+        return std::nullopt;
+    }
+    // What could not be read clearly may differ.
+    std::vector<std::size_t> changes = comparison.Unread();
+    for (const ValueDifference& difference : comparison.Differences()) {
+        context.Say(DifferenceText(difference));
+        changes.push_back(difference.index);
+    }
+    std::ranges::sort(changes);
+    if (changes.empty()) context.host.out << OnBoardText(context, ValueCount) << "Nothing was sent.\n";
+    return changes;
+}
+
+ExitCode CompareRecords(CommandContext& context, const Configuration& other) {
+    const std::vector<Difference> differences =
+        DifferencesBetween(context.program.document.CurrentConfiguration, other);
+    Json list = Json::array();
+    std::string lines;
+    for (const Difference& difference : differences) {
+        const std::string name = difference.index
+                                     ? ValueName(*difference.index)
+                                     : "sequence " + std::to_string(difference.sequence) + ", NodeDescription";
+        lines += name + ": " + difference.here + " | " + difference.there + "\n";
+        list.push_back(difference.index ? NameJson(*difference.index)
+                                        : Json{{"sequence", difference.sequence}, {"field", "NodeDescription"}});
+        list.back().update(Json{{"file", difference.here}, {"other", difference.there}});
+    }
+    const bool equal = differences.empty();
+    if (context.arguments.json) {
+        context.host.out << JsonText({{"file", context.arguments.file},
+                                      {"other", *context.arguments.otherFile},
+                                      {"equal", equal},
+                                      {"differences", list}});
+    } else {
+        context.host.out << PrintableText(lines, Layout::Keep)
+                         << (equal ? "Values and descriptions of both files are the same.\n" : "");
+    }
+    return equal ? ExitCode::Done : ExitCode::Refused;
+}
+
+ExitCode CompareDocument(CommandContext& context, LinkSession& session, const std::vector<std::size_t>& indices) {
+    BoardComparison comparison = ComparisonOf(context, session, indices);
     if (!Run(context, session, comparison, "Compare again.")) return ExitCode::Refused;
     if (context.arguments.json) {
         context.host.out << JsonText(ComparisonJson(Utf8FromPath(context.program.document.FilePath), comparison));

@@ -1,6 +1,7 @@
 // Which record is the document, and which file it stands in. Knows files and records; asks nobody anything.
 #include "document/Document.h"
 
+#include "document/RecordTables.h"
 #include "document/SetupFile.h"
 #include "document/TextImport.h"
 #include "platform/RuntimeError.h"
@@ -37,6 +38,14 @@ bool HasSetupExtension(std::string_view text) {
 
 /// A file named "PLANT.SDT" would otherwise get a second one beside it on hosts whose names have case.
 std::string SetupName(const std::string& text) { return HasSetupExtension(text) ? text : ForceSetupExtension(text); }
+
+/// A text's format goes by its name.
+Configuration RecordOf(const std::string& bytes, const std::filesystem::path& path, const Configuration& defaults) {
+    const std::string extension = Utf8FromPath(path.extension());
+    if (SameIgnoringCase(extension, ".json")) return RecordFromJson(bytes, defaults);
+    if (SameIgnoringCase(extension, ".csv")) return RecordFromCsv(bytes, defaults);
+    return ImportText(bytes, defaults);
+}
 
 std::string Bracketed(const std::string& title) { return "[" + title + "]"; }
 
@@ -131,7 +140,7 @@ void Document::ApplyLoadedFile() {
 }
 
 void Document::TakeTextFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path) {
-    Configuration record = ImportText(std::string(bytes.begin(), bytes.end()), DefaultConfiguration);
+    Configuration record = RecordOf(std::string(bytes.begin(), bytes.end()), path, DefaultConfiguration);
     record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
     SavedConfiguration = DefaultConfiguration;
     CurrentConfiguration = std::move(record);

@@ -73,8 +73,9 @@ public:
     [[nodiscard]] std::string OtherVersionText() const;
     /// LoadedConfiguration, its addresses and values brought to 0..LastValueIndex, becomes the document.
     void ApplyLoadedFile();
-    /// Takes the bytes of the text import file `path` over the defaults; the document then counts as changed against
-    /// the defaults. Throws BadImportFile and leaves everything as it was when they cannot be taken over.
+    /// Takes the bytes of the text import file `path` over the defaults: of the older format, or JSON or a table by the
+    /// name (.json, .csv). The document then counts as changed against the defaults. Throws RuntimeError and leaves
+    /// everything as it was when they cannot be taken over.
     void TakeTextFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path);
 
     /// Edits that could not be saved become the document, under their old name but not yet in that file. Without a path

@@ -112,10 +112,10 @@ void TakeTextFileByName(Document& document, std::span<const std::uint8_t> bytes,
     if (IsSetupFile(bytes)) {
         throw RuntimeError(ErrorNumber::BadFileFormat, QuotedPath(path) + " is a set-up file already. " + advice);
     }
-    RequireTextFormat(path, bytes);
+    if (!HasExtension(path, ".json") && !HasExtension(path, ".csv")) RequireTextFormat(path, bytes);
     try {
         document.TakeTextFile(bytes, path);
-    } catch (const BadImportFile& error) {
+    } catch (const RuntimeError& error) {
         throw Named(path, error, "");
     }
 }

@@ -20,7 +20,7 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
         {{"show", ""}, 2, "empty"},
         {{"show", "--jason", "--alll"}, 2, "were not expected: --jason --alll"},
         {{"show", file, "b", "c"}, 2, "were not expected: b c\nSee vantrelctl show --help"},
-        {{"compare", file}, 2, "--port is required"},
+        {{"compare", file}, 2, "or --port for the board"},
         {{"compare", file, "--port", "0"}, 2, "Port numbers here go from 1 to"},
         {{"compare", file, "--port", "99999999999"}, 2, "Port numbers here go from 1 to"},
 #ifndef _WIN32

@@ -130,6 +130,32 @@ TEST_F(ConsoleTest, AMinusIsStandardInputAndStandardOutput) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1) << "the settings of the port";
 }
 
+TEST_F(ConsoleTest, ASetupTravelsAsTextAndComesBackTheSame) {
+    Imported("plant.sdt");
+    for (const std::string text : {"plant.json", "plant.CSV"}) {
+        Expect(0, "export @plant.sdt @" + text, {File(text)});
+        Expect(0, "import @" + text + " @back.sdt --yes", {"status stack V100, 2 of 31"});
+        Expect(0, "compare @plant.sdt @back.sdt", {"Values and descriptions of both files are the same."});
+    }
+    Expect(2, "export @plant.sdt @plant.txt", {".json or .csv"});
+    WriteText(File("plant.json"), "{\"values\": [1.5]}");
+    Expect(4, "import @plant.json @back.sdt --yes", {"plant.json", "\"values\" holds 1.5"});
+    Expect(0, "set @back.sdt 1 SendToNode W34");
+    Expect(1, "compare @plant.sdt @back.sdt", {"sequence 1, SendToNode: 2000H | W34\n"});
+    Expect(2, "compare @plant.sdt", {"a second file, or --port"});
+    Expect(2, "compare @plant.sdt @back.sdt --port 1", {"a second file, or --port"});
+}
+
+TEST_F(ConsoleTest, ACheckNamesWhatOverlaps) {
+    Imported("plant.sdt");
+    Expect(1, "check @plant.sdt", {"sequence 1, From Node:", "FFFEH to 10000H end behind FFFEH"});
+    Expect(0, "set @plant.sdt 1 ReceiveFromNode 20H");
+    Expect(0, "check @plant.sdt", {"Nothing was found."});
+    Expect(0, "set @plant.sdt 1 ReceiveToTI V319");
+    Expect(1, "check @plant.sdt", {"Error  sequence 1, To TI:", "V319 to V320, overwrite those of sequence 0"});
+    Expect(1, "check @plant.sdt --json", {"\"severity\": \"error\"", "\"field\": \"ReceiveToTI\""});
+}
+
 } // namespace
 
 } // namespace vantrel

@@ -41,6 +41,21 @@ TEST_F(ConsoleTest, EveryDifferenceIsNamedWithBothValues) {
     EXPECT_EQ(Expect(0, "read W16384 B8176.0 --port simulated").out, "W16384 7\nB8176.0 0\n");
 }
 
+TEST_F(ConsoleTest, OfADownloadOfChangesOnlyTheChangesAreSent) {
+    Imported("plant.sdt");
+    Expect(0, "download @plant.sdt --port simulated --yes");
+    Expect(0, "download @plant.sdt --port simulated --yes --changes", {"Nothing was sent."});
+    Expect(0, "set @plant.sdt 1 NodeNumber 9");
+    board.PokeWord(31744, 7);
+    Expect(0, "download @plant.sdt --port simulated --yes --changes --trace @trace.txt",
+           {"sequence 1, NodeNumber: file 9, board 3\nsequence 30, NodeNumber: file 0, board 7\n",
+            "2 values, all confirmed.", "2 values of", "are on the board."});
+    EXPECT_EQ(board.PeekWord(16896) + board.PeekWord(31744) + board.Peek(WriteThrough), 9);
+    Expect(0, "backup @kept.sdt --port simulated --yes", {"read twice with the same result"});
+    EXPECT_EQ(RecordOf(File("kept.sdt")).Value(ValueIndex(1, SequenceField::NodeNumber)), 9);
+    EXPECT_EQ(RecordOf(File("kept.sdt")).NodeDescription(1), "");
+}
+
 TEST_F(ConsoleTest, WithoutATerminalAndWithoutYesNothingIsSent) {
     const std::string file = Imported("plant.sdt");
     Expect(
