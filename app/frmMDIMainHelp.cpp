@@ -25,6 +25,7 @@ std::string TopicOf(const QWidget& window) {
                                 std::pair{"frmTargetBoard", "target-board-interface"},
                                 std::pair{"frmSetupComm", "comm-port"},
                                 std::pair{"frmProcessing", "transfer"},
+                                std::pair{"frmComparing", "compare"},
                                 std::pair{"frmWaitDisplay", "report"},
                                 std::pair{"frmAbout", "first-steps"}};
     for (const auto& [name, topic] : topics) {
