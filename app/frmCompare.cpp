@@ -15,6 +15,7 @@ namespace {
 
 constexpr int WidthTwips = 10500;
 constexpr int HeightTwips = 8000;
+constexpr int ColumnGap = 24; ///< Pixels.
 enum Column { Field, Here, There };
 
 QString SequenceCaption(const Difference& difference) {
@@ -145,8 +146,10 @@ void frmCompare::Fill() {
         rows_.push_back(item);
     }
     lstDifferences->expandAll();
-    for (const Column column : {Field, Here})
+    for (const Column column : {Field, Here}) {
         lstDifferences->resizeColumnToContents(column);
+        lstDifferences->setColumnWidth(column, lstDifferences->columnWidth(column) + ColumnGap);
+    }
 }
 
 void frmCompare::MarkOld(const std::string& why) {

@@ -22,6 +22,7 @@ namespace {
 
 constexpr int WidthTwips = 12000;
 constexpr int HeightTwips = 8000;
+constexpr int ColumnGap = 12; ///< Pixels.
 constexpr auto FollowPeriod = std::chrono::milliseconds(500);
 
 QIcon IconOf(Severity severity, const QWidget& window) {
@@ -89,12 +90,17 @@ void frmCheck::BuildControls() {
     lstFindings->setAccessibleName(QStringLiteral("Findings"));
     lstFindings->setHeaderLabels({QStringLiteral("Severity"), QStringLiteral("Where"), QStringLiteral("What to do")});
     lstFindings->setRootIsDecorated(false);
-    lstFindings->setWordWrap(true);
-    lstFindings->setUniformRowHeights(false);
     connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
         const Finding& finding = findings_.at(static_cast<std::size_t>(lstFindings->indexOfTopLevelItem(item)));
         goTo_(finding.sequence, finding.index);
     });
+
+    lblAdvice = new QLabel(this);
+    lblAdvice->setWordWrap(true);
+    lblAdvice->setMinimumHeight(2 * lblAdvice->fontMetrics().lineSpacing());
+    lblAdvice->setAlignment(Qt::AlignTop);
+    connect(lstFindings, &QTreeWidget::currentItemChanged, this,
+            [this](const QTreeWidgetItem* item) { lblAdvice->setText(item ? item->text(2) : QString()); });
 
     auto* close = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(close, &QDialogButtonBox::rejected, this, &QDialog::close);
@@ -102,6 +108,7 @@ void frmCheck::BuildControls() {
     all->addWidget(lblSummary);
     all->addWidget(strip);
     all->addWidget(lstFindings, 1);
+    all->addWidget(lblAdvice);
     all->addWidget(close);
 }
 
@@ -127,8 +134,11 @@ void frmCheck::ShowFindings() {
         item->setIcon(0, IconOf(finding.severity, *this));
         item->setToolTip(2, item->text(2));
     }
-    lstFindings->resizeColumnToContents(0);
-    lstFindings->resizeColumnToContents(1);
+    for (const int column : {0, 1}) {
+        lstFindings->resizeColumnToContents(column);
+        lstFindings->setColumnWidth(column, lstFindings->columnWidth(column) + ColumnGap);
+    }
+    lstFindings->setCurrentItem(lstFindings->topLevelItem(0));
 }
 
 void frmCheck::ShowMemory() {

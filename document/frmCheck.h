@@ -31,6 +31,7 @@ public:
     QLabel* lblSummary = nullptr;
     QtBlockStrip* stpMemory = nullptr;
     QTreeWidget* lstFindings = nullptr;
+    QLabel* lblAdvice = nullptr; ///< The chosen line as a whole.
     QTimer tmrFollow;
 
 private:
