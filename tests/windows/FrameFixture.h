@@ -102,7 +102,6 @@ protected:
         frame->Link().SetTrafficLog(this);
         frame->Boxes().SetQuietTime(std::chrono::milliseconds(0));
         frame->show();
-        frame->tmrBackgroungUpdate.stop(); // The tests' own ticks only, however slow the machine is.
         Forget();
     }
     /// From now on these answers and entries, and nothing seen yet.
