@@ -73,6 +73,9 @@ public:
     [[nodiscard]] std::string OtherVersionText() const;
     /// LoadedConfiguration, its addresses and values brought to 0..LastValueIndex, becomes the document.
     void ApplyLoadedFile();
+    /// LoadedConfiguration likewise, as values that a board has held: without a file, unchanged, and without a fetch
+    /// from the board before it is saved.
+    void ApplyLoadedCopy();
     /// Takes the bytes of the text import file `path` over the defaults; the document then counts as changed against
     /// the defaults. Throws BadImportFile and leaves everything as it was when they cannot be taken over.
     void TakeTextFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path);
