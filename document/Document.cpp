@@ -139,6 +139,18 @@ void Document::ApplyLoadedFile() {
     StartOver();
 }
 
+void Document::ApplyLoadedCopy() {
+    LoadedConfiguration.TargetAddresses.resize(ValueCount);
+    LoadedConfiguration.Values.resize(ValueCount);
+    BecomeDefault();
+    CurrentConfiguration = LoadedConfiguration;
+    SavedConfiguration = CurrentConfiguration;
+    FromBoard = true;
+    StartOver();
+    // Saving must not put what a board holds now in the place of what it held then.
+    UploadedBeforeSave = true;
+}
+
 void Document::TakeTextFile(std::span<const std::uint8_t> bytes, const std::filesystem::path& path) {
     Configuration record = RecordOf(std::string(bytes.begin(), bytes.end()), path, DefaultConfiguration);
     record.SavedDate = OleDate::FromLocal(clock_.LocalNow());

@@ -73,6 +73,9 @@ public:
     [[nodiscard]] std::string OtherVersionText() const;
     /// LoadedConfiguration, its addresses and values brought to 0..LastValueIndex, becomes the document.
     void ApplyLoadedFile();
+    /// LoadedConfiguration likewise, as values that a board has held: without a file, unchanged, and without a fetch
+    /// from the board before it is saved.
+    void ApplyLoadedCopy();
     /// Takes the bytes of the text import file `path` over the defaults: of the older format, or JSON or a table by the
     /// name (.json, .csv). The document then counts as changed against the defaults. Throws RuntimeError and leaves
     /// everything as it was when they cannot be taken over.

@@ -122,6 +122,18 @@ FileCommands::Outcome FileCommands::OpenAs(FileKind kind, const fs::path& path, 
     return Outcome::Done;
 }
 
+FileCommands::Outcome FileCommands::OpenCopy(Configuration record) {
+    const Outcome saved = SaveChangesFirst();
+    if (saved != Outcome::Done) return saved;
+    document_.LoadedConfiguration = std::move(record);
+    if (!AcceptsLoadedVersion()) return Outcome::Cancelled;
+    document_.ApplyLoadedCopy();
+    hooks_.showCaption();
+    hooks_.showDocumentDate();
+    NameUnholdableValues();
+    return Outcome::Done;
+}
+
 bool FileCommands::AcceptsLoadedVersion() {
     return !document_.LoadedByOtherVersion() || dialogs_.Show(OtherVersionQuestion(document_)) == MessageAnswer::Yes;
 }

@@ -55,6 +55,9 @@ public:
     /// Opens `path` without the file dialog (dropped, or named on the command line): ".vtl" is imported, anything else
     /// read.
     Outcome OpenPath(const std::filesystem::path& path);
+    /// Makes a copy of a board's values an unnamed document, so that no save reaches the copy. The questions are
+    /// Open's.
+    Outcome OpenCopy(Configuration record);
     /// While ONLINE, the first save after New and Open fetches the settings from the board; without them nothing is
     /// written, and the values and the date are as before. Where they differ from what the document held, that is kept
     /// in a set-up file of its own first, beside the target. Asks for a name when there is none, before the forced

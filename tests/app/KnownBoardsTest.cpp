@@ -1,0 +1,52 @@
+// Which board answers, and which one a file was for.
+#include "app/KnownBoards.h"
+
+#include "link/TargetMap.h"
+#include "tests/support/BoardLink.h"
+
+namespace vantrel {
+namespace {
+
+class KnownBoardsTest : public BoardLink<> {
+protected:
+    std::optional<BoardIdentity> Ask() {
+        std::optional<BoardIdentity> identity;
+        const auto ask = [&]() -> Task { identity = co_await ReadBoardIdentity(link, turns, [] { return true; }); };
+        turns.RunToEnd(ask());
+        return identity;
+    }
+    const std::filesystem::path memory = folder / "user" / "Boards.txt";
+    KnownBoards boards{memory};
+};
+
+TEST_F(KnownBoardsTest, ABoardIsWhatItsAddressAndIdentSayOrUnknown) {
+    Open();
+    board.Poke(NetworkAddressByte, 3, clock.Now());
+    board.Poke(RevisionIdentBase, 0, clock.Now());
+    ASSERT_TRUE(Ask());
+    EXPECT_EQ(Ask()->Text(), "network address 3, program ident \" 5216505\"");
+    board.AddFault({.kind = FaultKind::DoubledByte});
+    EXPECT_FALSE(Ask()) << "a board that was not read clearly is no other board";
+}
+
+TEST_F(KnownBoardsTest, AFileIsRememberedWithTheBoardNotedLast) {
+    const std::filesystem::path odd = "/a\t\"b\n.sdt";
+    EXPECT_FALSE(boards.Of(odd));
+    for (const int address : {3, 4}) {
+        boards.Note(odd, {address, "K5216505"});
+        boards.Note("/other", {1, " \"x\" "});
+    }
+    EXPECT_EQ(boards.Of(odd), (BoardIdentity{4, "K5216505"}));
+    EXPECT_EQ(boards.Of("/other"), (BoardIdentity{1, " \"x\" "}));
+    WriteText(memory, "\"/x\r\n/y\t300\tK\r\n\t1\tK\r\n");
+    EXPECT_FALSE(boards.Of("/y"));
+    std::string full;
+    for (std::size_t i = 0; i < KnownBoards::Most; ++i)
+        full += "/" + std::to_string(i) + "\t1\tK\r\n";
+    WriteText(memory, full);
+    boards.Note("/new", {1, "K"});
+    EXPECT_TRUE(boards.Of("/new") && boards.Of("/498") && !boards.Of("/499")) << "the oldest goes";
+}
+
+} // namespace
+} // namespace vantrel
