@@ -226,6 +226,8 @@ private:
     void ToolsCompareFile();
     frmCompare& OpenComparison(bool withBoard);
     void CompareWithBoard();
+    /// Like a transfer, the walk has the board to itself, however it ends.
+    const BoardComparison& RunComparing(frmComparing& window);
     void CompareWithFile(const std::filesystem::path& file);
     void FollowComparison();
     void SendValues(const std::vector<std::size_t>& indices);

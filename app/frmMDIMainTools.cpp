@@ -15,6 +15,8 @@
 #include "report/Report.h"
 #include "text/PathText.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <utility>
 
@@ -118,16 +120,22 @@ void frmMDIMain::ToolsCompareBoard() {
     CompareWithBoard();
 }
 
+const BoardComparison& frmMDIMain::RunComparing(frmComparing& window) {
+    const BoardComparison& comparison = [&]() -> const BoardComparison& {
+        const QScopedValueRollback<bool> running(transferring_, true);
+        return window.RunModal();
+    }();
+    FollowLink();
+    return comparison;
+}
+
 void frmMDIMain::CompareWithBoard() {
     if (!editor_->FinishEntry() || !CanStartTransfer() || transferring_) return;
     const Configuration here = program_.document.CurrentConfiguration;
     ComparisonReport report{program_.document.BracketName, "the board", GeneralDate(clock_.LocalNow()), {}, {}};
     const int opened = link_.Opened();
     frmComparing window(here, EveryIndex(), link_, turns_, this);
-    transferring_ = true;
-    const BoardComparison& comparison = window.RunModal();
-    transferring_ = false;
-    FollowLink();
+    const BoardComparison& comparison = RunComparing(window);
     report.remark = RemarkOn(comparison, ValueCount);
     report.differences = DifferencesFrom(here, comparison);
     if (!compare_) return;
@@ -187,10 +195,7 @@ void frmMDIMain::SendValues(const std::vector<std::size_t>& indices) {
 void frmMDIMain::ReadBack(const std::vector<std::size_t>& indices) {
     const Configuration& record = program_.document.CurrentConfiguration;
     frmComparing window(record, indices, link_, turns_, this);
-    transferring_ = true;
-    const BoardComparison& comparison = window.RunModal();
-    transferring_ = false;
-    FollowLink();
+    const BoardComparison& comparison = RunComparing(window);
     const std::vector<Difference> left = DifferencesFrom(record, comparison);
     const std::string remark = RemarkOn(comparison, indices.size());
     if (!left.empty() || !remark.empty()) {

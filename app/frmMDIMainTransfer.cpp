@@ -4,6 +4,7 @@
 #include "document/frmMain.h"
 
 #include <QApplication>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <cstddef>
@@ -16,18 +17,6 @@
 namespace vantrel {
 
 namespace {
-
-/// Marks a transfer as running for as long as it lives, however the transfer ends.
-class Transferring {
-public:
-    explicit Transferring(bool& running) : running_(running) { running_ = true; }
-    Transferring(const Transferring&) = delete;
-    Transferring& operator=(const Transferring&) = delete;
-    ~Transferring() { running_ = false; }
-
-private:
-    bool& running_;
-};
 
 std::string Names(const std::vector<std::size_t>& indices) {
     return ValueList(indices, [](std::size_t) { return std::string(); });
@@ -116,7 +105,7 @@ frmProcessing::Result frmMDIMain::TransferInWindow(TransferMode mode, std::vecto
         ShowDocumentDate();
     }
     const frmProcessing::Result result = [&] {
-        const Transferring transferring(transferring_);
+        const QScopedValueRollback<bool> running(transferring_, true);
         frmProcessing window(mode, record, link_, dialogs_, turns_, this, std::move(indices));
         return window.RunModal();
     }();

@@ -14,6 +14,7 @@
 #include "platform/Terminal.h"
 #include "simulator/SimulatedPort.h"
 #include "text/PathText.h"
+#include "text/PrintableText.h"
 
 #include <CLI/CLI.hpp>
 
@@ -96,22 +97,25 @@ std::optional<int> Read(Options& options, const std::vector<std::string>& argume
     line.add_option("--port", options.port,
                     "The port of this run: a number (1 is COM1), a device\n(" + SerialDeviceExample() +
                         "), or \"simulated\"; else the\nstored one")
-        ->option_text("PORT");
+        ->type_name("PORT");
     line.add_flag("--simulated-board", options.simulatedBoard, "The same as --port simulated")->excludes("--port");
     line.add_option("--trace", options.trace,
                     "Write every byte sent and received, with its time, to\n"
                     "this file")
-        ->option_text("FILE");
+        ->type_name("FILE");
     line.add_option("--report", options.report,
                     "Print the report of FILE into this PDF file, without\n"
                     "any window")
-        ->option_text("OUT");
+        ->type_name("OUT");
     line.add_option("--program-folder", options.programFolder,
                     "Where the program's folders Support, Help and samples are\n"
                     "(else VANTREL_FOLDER, else beside the program)")
-        ->option_text("DIR");
+        ->type_name("DIR");
     line.set_version_flag("--version", "vantrel " + VersionNumber());
     line.get_formatter()->column_width(26);
+    line.failure_message([](const CLI::App*, const CLI::Error& error) {
+        return "vantrel: " + PrintableText(error.what(), Layout::Keep) + "\nSee vantrel --help.\n";
+    });
     line.footer("Examples:\n"
                 "  vantrel plant.sdt\n"
                 "  vantrel --simulated-board\n"
@@ -254,7 +258,8 @@ int main(int argc, char** argv) {
     ByteTrace trace;
 
     frmMDIMain frame(folder, clock, *port, NameOf(choice));
-    if (!options.port.empty()) frame.Link().SetPortOverride(OverrideFor(choice, std::nullopt));
+    if (options.simulatedBoard || !options.port.empty())
+        frame.Link().SetPortOverride(OverrideFor(choice, std::nullopt));
     application.SetFrame(&frame);
     if (!options.trace.empty()) {
         if (HoldsSomethingElse(PathFromUtf8(options.trace))) {

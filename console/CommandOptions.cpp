@@ -53,7 +53,7 @@ void CommandOptions::Trace() {
 
 void CommandOptions::Port(PortIs needed) {
     const std::string device = SerialDeviceExample();
-    Option("--port", "P", to.port,
+    Option("--port", "PORT", to.port,
            "Where the board is:\n"
            "  3             a port number; its settings are kept in RSPort.cfg\n"
            "  " +

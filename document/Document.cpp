@@ -171,6 +171,8 @@ void Document::TakeUnsaved(Configuration record, const std::filesystem::path& pa
     Recovered = true;
     if (!path.empty()) {
         NameFile(path);
+        // No dialog has just given it: no point in a folder's name may lead to another file.
+        FileNamedBy = NamesFrom::User;
         BracketName = Bracketed(FileTitle);
     }
     StartOver();

@@ -195,8 +195,11 @@ private:
     QAction* AddCommand(const char* name, const QString& caption, const QKeySequence& keys, void (frmMain::*command)());
     void BuildBlockCommands();
     [[nodiscard]] std::optional<CellBlock> SelectedBlock() const;
+    /// The same, once an open entry has been stored; nothing when that was refused.
+    std::optional<CellBlock> BlockToChange();
     void ShowBlockCommands();
-    void MakeBlock(const char* name, const BlockAnswer& answer);
+    /// False when nothing was made of it, because it was refused or because the user would not send it.
+    bool MakeBlock(const char* name, const BlockAnswer& answer);
     void Cut();
     void Copy();
     void Paste();

@@ -79,21 +79,29 @@ void frmMain::ShowBlockCommands() {
         action->setEnabled(any);
 }
 
-void frmMain::MakeBlock(const char* name, const BlockAnswer& answer) {
+std::optional<CellBlock> frmMain::BlockToChange() {
+    // What is still in the box belongs to the cells before they are changed.
+    return FinishEntry() ? SelectedBlock() : std::nullopt;
+}
+
+bool frmMain::MakeBlock(const char* name, const BlockAnswer& answer) {
     if (const auto* after = std::get_if<Configuration>(&answer)) {
-        Make({name, EditsBetween(document_.CurrentConfiguration, *after)});
-        return;
+        const EditStep step{name, EditsBetween(document_.CurrentConfiguration, *after)};
+        return step.edits.empty() || Make(step);
     }
     const auto& refused = std::get<std::vector<RefusedCell>>(answer);
     dialogs_.Show({.title = EntryRefusalTitle,
                    .text = RefusalText(refused),
                    .icon = MessageIcon::Exclamation,
                    .buttons = MessageButtons::Ok});
+    return false;
 }
 
 void frmMain::Cut() {
+    const auto block = BlockToChange();
+    if (!block) return;
     Copy();
-    if (const auto block = SelectedBlock()) MakeBlock("Cut", ClearedCells(document_.CurrentConfiguration, *block));
+    MakeBlock("Cut", ClearedCells(document_.CurrentConfiguration, *block));
 }
 
 void frmMain::Copy() {
@@ -104,34 +112,35 @@ void frmMain::Copy() {
 }
 
 void frmMain::Paste() {
-    const auto block = SelectedBlock();
     const std::string text = QApplication::clipboard()->text().toStdString();
-    if (!block || text.empty() || !FinishEntry()) return;
+    if (text.empty()) return;
+    const auto block = BlockToChange();
+    if (!block) return;
     const std::size_t last = CurrentTab == EditorTab::Descriptions ? DescriptionColumn : FieldCount - 1;
     MakeBlock("Paste", PastedCells(document_.CurrentConfiguration, *block, text, last));
 }
 
 void frmMain::Clear() {
-    if (const auto block = SelectedBlock()) MakeBlock("Clear", ClearedCells(document_.CurrentConfiguration, *block));
+    if (const auto block = BlockToChange()) MakeBlock("Clear", ClearedCells(document_.CurrentConfiguration, *block));
 }
 
 void frmMain::FillDown() {
-    if (const auto block = SelectedBlock()) MakeBlock("Fill Down", FilledDown(document_.CurrentConfiguration, *block));
+    if (const auto block = BlockToChange()) MakeBlock("Fill Down", FilledDown(document_.CurrentConfiguration, *block));
 }
 
 void frmMain::FillSeries() {
-    if (const auto block = SelectedBlock())
+    if (const auto block = BlockToChange())
         MakeBlock("Fill Series", FilledSeries(document_.CurrentConfiguration, *block));
 }
 
 void frmMain::DuplicateSequence() {
-    const auto block = SelectedBlock();
+    const auto block = BlockToChange();
     if (!block) return;
     const Configuration& record = document_.CurrentConfiguration;
     const auto to = EmptySequence(record, block->firstSequence);
     if (to) {
-        MakeBlock("Duplicate Sequence", CopiedSequence(record, block->firstSequence, *to));
-        VisibleGrid().SetCurrentCell(static_cast<int>(*to) + 1, FirstColumn());
+        if (MakeBlock("Duplicate Sequence", CopiedSequence(record, block->firstSequence, *to)))
+            VisibleGrid().SetCurrentCell(static_cast<int>(*to) + 1, FirstColumn());
         return;
     }
     dialogs_.Show({.title = EntryRefusalTitle,
@@ -141,14 +150,15 @@ void frmMain::DuplicateSequence() {
 }
 
 void frmMain::MoveSequence(int rows) {
-    const auto block = SelectedBlock();
+    const auto block = BlockToChange();
     if (!block) return;
     const auto to = static_cast<int>(block->firstSequence) + rows;
     if (to < 0 || to >= static_cast<int>(SequenceCount)) return;
     const int column = VisibleGrid().CurrentColumn();
-    MakeBlock(rows < 0 ? "Move Sequence Up" : "Move Sequence Down",
-              SwappedSequences(document_.CurrentConfiguration, block->firstSequence, static_cast<std::size_t>(to)));
-    VisibleGrid().SetCurrentCell(to + 1, column);
+    const char* name = rows < 0 ? "Move Sequence Up" : "Move Sequence Down";
+    const bool made = MakeBlock(
+        name, SwappedSequences(document_.CurrentConfiguration, block->firstSequence, static_cast<std::size_t>(to)));
+    if (made) VisibleGrid().SetCurrentCell(to + 1, column);
 }
 
 } // namespace vantrel
