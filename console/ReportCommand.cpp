@@ -4,16 +4,11 @@
 #include "console/RecordText.h"
 #include "console/SetupFiles.h"
 #include "console/TextPrinter.h"
-#include "document/DocumentFiles.h"
 #include "document/FileQuestions.h"
 #include "platform/SafeFile.h"
-#include "platform/TurnQueue.h"
-#include "report/Report.h"
 #include "text/PathText.h"
 
-#include <algorithm>
 #include <ostream>
-#include <system_error>
 
 namespace vantrel {
 
@@ -28,27 +23,20 @@ bool Open(CommandContext& context, const std::string& name) {
 }
 
 std::string ReportText(const CommandContext& context) {
-    const Document& document = context.program.document;
     TextPrinter printer;
-    TurnQueue turns(context.host.clock);
-    Task task =
-        PrintReport({.record = document.CurrentConfiguration,
-                     .name = document.BracketName,
-                     .generalDate = [&] { return DateText(OleDate::FromLocal(context.host.clock.LocalNow())); }},
-                    printer, turns);
-    turns.RunToEnd(task);
+    PrintWholeReport(context.program.document, printer, context.host.clock,
+                     [](std::chrono::local_seconds now) { return DateText(OleDate::FromLocal(now)); });
     return printer.Document();
 }
 
 bool MayWrite(CommandContext& context, const fs::path& file) {
-    std::error_code error;
     // Under any name by which the set-up file is found the report would be taken for it from then on.
     for (const fs::path& meant : SetupFilesMeant(context.arguments.file)) {
         if (IsSameFile(file, meant)) {
             throw UsageError("--output: the report must not take the place of the file that it is about.");
         }
     }
-    return !fs::exists(file, error) || context.dialogs.Show(ReplaceQuestion(file)) == MessageAnswer::Yes;
+    return MayReplace(file, context.dialogs);
 }
 
 ExitCode Report(CommandContext& context) {
@@ -61,8 +49,7 @@ ExitCode Report(CommandContext& context) {
     }
     const fs::path file = PathFromUtf8(*arguments.output);
     if (!MayWrite(context, file)) return Refuse(context, "Nothing was written.");
-    ReplaceFile(file, std::vector<std::uint8_t>(text.begin(), text.end()), OldTail::Drop,
-                [&](const std::string& warning) { context.Say("Warning: " + warning); });
+    ReplaceFile(file, std::vector<std::uint8_t>(text.begin(), text.end()), OldTail::Drop, WarningsTo(context.dialogs));
     context.host.out << Utf8FromPath(fs::absolute(file)) << '\n';
     return ExitCode::Done;
 }
