@@ -23,7 +23,7 @@ enum class FieldNaming { Name, Heading };
 
 /// That the board's flag may still tell of a download, and what ends that.
 inline constexpr const char* FlagLeftSentence =
-    "B105 of the board, which is 1 while values are sent, may have been left at 1. The next transfer sets it to 0.";
+    "B105 of the board may have been left at 1. The next transfer sets it to 0.";
 
 /// "sequence 0, NodeNumber: file 2, board 7", between whatever two sides.
 [[nodiscard]] std::string DifferenceText(const ValueDifference& difference, const std::string& recordSide = "file",
