@@ -1,6 +1,8 @@
 // What one tick does, step by step.
 #include "app/BackgroundUpdate.h"
 
+#include "document/TransferTexts.h"
+#include "link/TargetAddress.h"
 #include "link/TargetMap.h"
 #include "platform/RuntimeError.h"
 #include "views/BoardTexts.h"
@@ -110,13 +112,7 @@ void BackgroundUpdate::LookForUserProgram() {
 
 std::string BackgroundUpdate::ReachedText() {
     NoteReached(link_.TakeMayHaveReached());
-    std::string text;
-    if (flagLeft_) text = "\nB105 of the board may have been left at 1. The next transfer sets it to 0.";
-    if (reached_.empty()) return text;
-    text += "\nA value was sent only in part. The board may have set to 255:";
-    for (const std::uint16_t byte : reached_)
-        text += " B" + std::to_string(byte);
-    return text;
+    return (flagLeft_ ? std::string("\n") + FlagLeftSentence : "") + HalfSentLine({reached_.begin(), reached_.end()});
 }
 
 void BackgroundUpdate::ShowAlarms() {

@@ -4,6 +4,7 @@
 #include "app/Program.h"
 #include "document/Document.h"
 #include "document/DocumentFiles.h"
+#include "document/FileQuestions.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 #include "platform/TurnQueue.h"
@@ -22,7 +23,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int FileErrorCode = 4;
-constexpr const char* StandardStream = "-";
 
 /// A PDF, or nothing at all yet. What is no file at all is refused when it is written, without being opened here: that
 /// could wait for ever.
@@ -37,23 +37,21 @@ bool MayBeReplaced(const fs::path& file) {
 }
 
 void Open(Document& document, const ReportFileJob& job, std::ostream& err) {
-    const bool fromInput = job.in && job.setupFile == StandardStream;
-    const fs::path file = fromInput ? "standard input" : job.setupFile;
     document.InitDefaults();
-    if (MeansTextFile(file)) {
-        ImportTextFileByName(document, file, "Give it the extension .sdt.");
+    if (MeansTextFile(job.setupFile)) {
+        ImportTextFileByName(document, job.setupFile, "Give it the extension .sdt.");
         return;
     }
-    TakeSetupFileByName(document, fromInput ? ReadWholeStream(*job.in) : ReadWholeFile(file), file,
-                        "If it is a text file of the older format, give it the extension .vtl.");
-    if (document.LoadedByOtherVersion()) {
-        err << "Note: " << PrintableText(QuotedPath(file), Layout::Drop) << " was saved by another program version.\n";
-    }
+    ReadSetupFileByName(document, job.setupFile,
+                        "If it is a text file of the older format, give it the extension .vtl.", job.in);
+    const bool fromInput = job.in && IsStandardStream(job.setupFile);
+    const std::string note = OtherVersionNote(document, fromInput ? StandardInput : QuotedPath(job.setupFile));
+    if (!note.empty()) err << PrintableText(note, Layout::Drop) << '\n';
     document.ApplyLoadedFile();
 }
 
 void Write(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
-    if (job.reportFile != StandardStream && !MayBeReplaced(job.reportFile)) {
+    if (!IsStandardStream(job.reportFile) && !MayBeReplaced(job.reportFile)) {
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            QuotedPath(job.reportFile) +
                                " is there already and no PDF file. Give the report another name.");
@@ -61,15 +59,20 @@ void Write(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
     Document document(ProgramVersion(), clock);
     Open(document, job, err);
     const auto printer = job.makePrinter(job.reportFile, ReportTitle(document.BracketName));
-    TurnQueue turns(clock);
-    Task task = PrintReport({.record = document.CurrentConfiguration,
-                             .name = document.BracketName,
-                             .generalDate = [&] { return job.generalDate(clock.LocalNow()); }},
-                            *printer, turns);
-    turns.RunToEnd(task);
+    PrintWholeReport(document, *printer, clock, job.generalDate);
 }
 
 } // namespace
+
+void PrintWholeReport(const Document& document, Printer& printer, const Clock& clock,
+                      const std::function<std::string(std::chrono::local_seconds)>& generalDate) {
+    TurnQueue turns(clock);
+    Task task = PrintReport({.record = document.CurrentConfiguration,
+                             .name = document.BracketName,
+                             .generalDate = [&] { return generalDate(clock.LocalNow()); }},
+                            printer, turns);
+    turns.RunToEnd(task);
+}
 
 int WriteReportFile(const ReportFileJob& job, const Clock& clock, std::ostream& err) {
     try {

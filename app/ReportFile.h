@@ -1,6 +1,7 @@
 // The report of a set-up file without any window. Knows files, the document and the report; what prints is handed in.
 #pragma once
 
+#include "document/Document.h"
 #include "platform/Clock.h"
 #include "platform/Printer.h"
 
@@ -22,6 +23,10 @@ struct ReportFileJob {
     std::function<std::string(std::chrono::local_seconds)> generalDate;
     std::istream* in = nullptr; ///< Nothing: "-" is a name like every other.
 };
+
+/// Prints the report of the document, and returns when it is printed.
+void PrintWholeReport(const Document& document, Printer& printer, const Clock& clock,
+                      const std::function<std::string(std::chrono::local_seconds)>& generalDate);
 
 /// Prints the report of a file. Returns the process's exit code: 0 done, 4 for a file that cannot be read or written;
 /// errors and notes are told on `err`. A file that is there and no PDF is never written over.

@@ -64,11 +64,9 @@ frmMDIMain::Target frmMDIMain::AskPdf(const std::string& title, const std::strin
     const auto choice = dialogs_.SaveFile(question);
     if (!choice) return {};
     std::filesystem::path file = choice->path;
-    std::error_code error;
     if (!HasExtension(file, extension)) {
         file += extension;
-        if (std::filesystem::exists(file, error) && dialogs_.Show(ReplaceQuestion(file)) != MessageAnswer::Yes)
-            return {};
+        if (!MayReplace(file, dialogs_)) return {};
     }
     return {PdfPrinter(file, title), "Written to " + Utf8FromPath(file)};
 }

@@ -248,10 +248,7 @@ void frmMDIMain::SaveBoardValues() {
     board.CreatorVersion = program_.document.ProgramVersion();
     board.SavedDate = OleDate::FromLocal(clock_.LocalNow());
     const std::filesystem::path file = PathFromUtf8(ForceSetupExtension(Utf8FromPath(choice->path)));
-    std::error_code error;
-    if (file != choice->path && std::filesystem::exists(file, error) &&
-        dialogs_.Show(ReplaceQuestion(file)) != MessageAnswer::Yes)
-        return;
+    if (file != choice->path && !MayReplace(file, dialogs_)) return;
     try {
         ReplaceFile(file, SetupFileBytes(board), OldTail::Drop, [this](const std::string& text) { Warn(text); });
         Notice(QStringLiteral("Saved ") + QString::fromStdString(Utf8FromPath(file)), LongNotice);
@@ -270,10 +267,7 @@ void frmMDIMain::SaveComparison() {
     if (!file.has_extension()) file += choice->filter == 1 ? ".csv" : ".txt";
     const bool table = HasExtension(file, ".csv");
     const std::string text = table ? ComparisonCsv(compare_->Report()) : ComparisonText(compare_->Report());
-    std::error_code error;
-    if (file != choice->path && std::filesystem::exists(file, error) &&
-        dialogs_.Show(ReplaceQuestion(file)) != MessageAnswer::Yes)
-        return;
+    if (file != choice->path && !MayReplace(file, dialogs_)) return;
     try {
         ReplaceFile(file, BytesOf(text), OldTail::Drop, [this](const std::string& warning) { Warn(warning); });
     } catch (const RuntimeError& failure) {

@@ -2,9 +2,10 @@
 #include "app/frmMDIMain.h"
 #include "document/TransferTexts.h"
 #include "document/frmMain.h"
+#include "link/TargetAddress.h"
+#include "platform/SetWhile.h"
 
 #include <QApplication>
-#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <cstddef>
@@ -22,16 +23,6 @@ std::string Names(const std::vector<std::size_t>& indices) {
     return ValueList(indices, [](std::size_t) { return std::string(); });
 }
 
-std::string BytesText(std::vector<std::uint16_t> bytes) {
-    constexpr std::size_t mostShown = 10;
-    const std::size_t more = bytes.size() - std::min(bytes.size(), mostShown);
-    bytes.resize(bytes.size() - more);
-    std::string text;
-    for (const std::uint16_t byte : bytes)
-        text += (text.empty() ? "B" : ", B") + std::to_string(byte);
-    return more == 0 ? text : text + " and " + std::to_string(more) + " more";
-}
-
 bool Confirmed(const RepeatedWrite& one, const frmProcessing::Result& result) {
     return !std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), one.index);
 }
@@ -44,7 +35,7 @@ std::string ConfirmedAtLast(const frmProcessing::Result& result) {
     for (const RepeatedWrite& one : result.repeated) {
         if (!Confirmed(one, result)) continue;
         indices.push_back(one.index);
-        if (!one.mayHaveReached.empty()) bytes[one.index] = ": " + BytesText(one.mayHaveReached);
+        if (!one.mayHaveReached.empty()) bytes[one.index] = ": " + ByteList(one.mayHaveReached);
     }
     return indices.empty() ? std::string() : ValueList(indices, [&](std::size_t index) { return bytes[index]; });
 }
@@ -56,7 +47,7 @@ std::string ReachedSentence(const frmProcessing::Result& result) {
         if (!Confirmed(one, result)) reached.insert(one.mayHaveReached.begin(), one.mayHaveReached.end());
     }
     if (reached.empty()) return {};
-    return "\n\nWhat was sent of them may have set these bytes to 255: " + BytesText({reached.begin(), reached.end()});
+    return "\n\nWhat was sent of them may have set these bytes to 255: " + ByteList({reached.begin(), reached.end()});
 }
 
 } // namespace
@@ -105,7 +96,7 @@ frmProcessing::Result frmMDIMain::TransferInWindow(TransferMode mode, std::vecto
         ShowDocumentDate();
     }
     const frmProcessing::Result result = [&] {
-        const QScopedValueRollback<bool> running(transferring_, true);
+        const SetWhile transferring(transferring_, true);
         frmProcessing window(mode, record, link_, dialogs_, turns_, this, std::move(indices));
         return window.RunModal();
     }();
@@ -164,10 +155,7 @@ void frmMDIMain::ShowResult(TransferMode mode, const frmProcessing::Result& resu
              "unknown.\nTransfer again.");
     }
     // After a failed link, of which there were boxes enough, it stands below the system message.
-    if (result.flagLeft && !result.failed) {
-        Warn("B105 of the board, which is 1 while a download runs, may have been left at 1. The next transfer sets it "
-             "to 0.");
-    }
+    if (result.flagLeft && !result.failed) Warn(FlagLeftSentence);
 }
 
 void frmMDIMain::Warn(const std::string& text) {

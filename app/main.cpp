@@ -12,6 +12,7 @@
 #include "platform/SerialDevices.h"
 #include "platform/SystemClock.h"
 #include "platform/Terminal.h"
+#include "platform/UsageError.h"
 #include "simulator/SimulatedPort.h"
 #include "text/PathText.h"
 #include "text/PrintableText.h"
@@ -32,7 +33,6 @@
 #include <sstream>
 #include <string>
 #include <system_error>
-#include <variant>
 #include <vector>
 
 namespace {
@@ -166,9 +166,9 @@ std::vector<std::string> LeftByQt(const std::vector<std::string>& all, const std
 }
 
 /// Without a name: the stored number, whatever it is.
-std::variant<PortChoice, std::string> PortOf(const Options& options, const ProgramFolder& folder) {
-    if (options.simulatedBoard) return PortChoice{.kind = PortChoice::Kind::Simulated};
-    if (options.port.empty()) return PortChoice{.kind = PortChoice::Kind::Number};
+PortChoice PortOf(const Options& options, const ProgramFolder& folder) {
+    if (options.simulatedBoard) return {.kind = PortChoice::Kind::Simulated};
+    if (options.port.empty()) return {.kind = PortChoice::Kind::Number};
     return ReadPortChoice(options.port, PortRangeOf(folder.SupportFolder()));
 }
 
@@ -247,12 +247,13 @@ int main(int argc, char** argv) {
 
     SystemClock clock;
     const ProgramFolder folder = FolderFor(options);
-    const auto chosen = PortOf(options, folder);
-    if (const auto* problem = std::get_if<std::string>(&chosen)) {
-        starter.Tell("vantrel: " + *problem + '\n');
+    PortChoice choice;
+    try {
+        choice = PortOf(options, folder);
+    } catch (const UsageError& error) {
+        starter.Tell("vantrel: " + error.Description() + '\n');
         return WrongUsage;
     }
-    const PortChoice choice = std::get<PortChoice>(chosen);
     SimulatedBoard board(BoardStart(clock));
     const std::unique_ptr<SerialPort> port = MakePort(choice, board, clock, folder);
     ByteTrace trace;

@@ -13,11 +13,6 @@ namespace {
 
 constexpr int BitsInByte = 8;
 
-TargetAddress AddressOf(const std::string& text) {
-    if (const std::string problem = AddressProblem(text); !problem.empty()) throw UsageError(problem);
-    return ParseAddress(text);
-}
-
 bool IsFlag(const std::string& text) { return text.front() == 'F' || text.front() == 'f'; }
 
 std::int32_t BitNumber(const TargetAddress& address) {
@@ -37,8 +32,10 @@ std::string BitName(std::int32_t number, bool flag) {
 void AddRange(std::vector<std::string>& addresses, const std::string& text, std::size_t dash) {
     const std::string from = text.substr(0, dash);
     const std::string to = text.substr(dash + 1);
-    const TargetAddress first = AddressOf(from);
-    const TargetAddress last = AddressOf(to);
+    RequireAddress(from);
+    RequireAddress(to);
+    const TargetAddress first = ParseAddress(from);
+    const TargetAddress last = ParseAddress(to);
     if (first.type != last.type || first.isBit != last.isBit || IsFlag(from) != IsFlag(to)) {
         Refuse(text, "its two ends are of different kinds");
     }
@@ -51,6 +48,10 @@ void AddRange(std::vector<std::string>& addresses, const std::string& text, std:
 
 } // namespace
 
+void RequireAddress(const std::string& text) {
+    if (const std::string problem = AddressProblem(text); !problem.empty()) throw UsageError(problem);
+}
+
 std::vector<std::string> AddressesIn(const std::vector<std::string>& texts) {
     std::vector<std::string> addresses;
     for (const std::string& text : texts) {
@@ -58,7 +59,7 @@ std::vector<std::string> AddressesIn(const std::vector<std::string>& texts) {
         if (dash != std::string::npos) {
             AddRange(addresses, text, dash);
         } else {
-            (void)AddressOf(text);
+            RequireAddress(text);
             addresses.push_back(text);
         }
     }

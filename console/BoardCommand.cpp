@@ -3,7 +3,7 @@
 #include "console/BoardReport.h"
 #include "console/Commands.h"
 #include "console/LinkSession.h"
-#include "console/TransferReport.h"
+#include "document/TransferTexts.h"
 #include "link/TargetMap.h"
 #include "platform/RuntimeError.h"
 
@@ -46,48 +46,30 @@ std::string OutcomeText(const LinkSession& session, WriteOutcome outcome) {
     return ": the board did not confirm all of it, also when it was sent again, or holds something else now.";
 }
 
-/// What was asked for, one thing after the other.
-class BoardChanges {
-public:
-    BoardChanges(CommandContext& context, LinkSession& session, BoardMonitor& monitor)
-        : context_(context), session_(session), monitor_(monitor) {}
-
-    void Do(const std::string& what, TaskOf<WriteOutcome> write) {
-        confirmed_ = TryTo(what, std::move(write)) && confirmed_;
-    }
-    /// The board has confirmed all of it.
-    [[nodiscard]] bool Confirmed() const { return confirmed_; }
-
-private:
-    bool TryTo(const std::string& what, TaskOf<WriteOutcome> write) {
-        if (session_.Failed() || session_.Interrupted()) return false;
-        const WriteOutcome outcome = session_.Run(std::move(write));
-        const bool written = outcome == WriteOutcome::Written;
-        if (!written) context_.Say(what + OutcomeText(session_, outcome));
-        if (written && !context_.arguments.json) context_.host.out << what << ": done.\n";
-        context_.SayIf(ReachedBesideText(what, monitor_.Repeated(), session_.Link().TakeMayHaveReached()));
-        return written;
-    }
-
-    CommandContext& context_;
-    LinkSession& session_;
-    BoardMonitor& monitor_;
-    bool confirmed_ = true;
-};
-
+/// One thing after the other; true when the board has confirmed all of it.
 bool DoWhatWasAsked(CommandContext& context, LinkSession& session, BoardMonitor& monitor) {
     const Arguments& asked = context.arguments;
-    BoardChanges changes(context, session, monitor);
-    if (asked.resetFaults) changes.Do("Reset of the fault codes", monitor.ResetFaultCodes());
+    bool confirmed = true;
+    const auto change = [&](const std::string& what, TaskOf<WriteOutcome> write) {
+        const bool tried = !session.Failed() && !session.Interrupted();
+        const WriteOutcome outcome = tried ? session.Run(std::move(write)) : WriteOutcome::LinkFailed;
+        const bool written = outcome == WriteOutcome::Written;
+        confirmed = confirmed && written;
+        if (!tried) return;
+        if (!written) context.Say(what + OutcomeText(session, outcome));
+        if (written && !asked.json) context.host.out << what << ": done.\n";
+        context.SayIf(ReachedBesideText(what, monitor.Repeated(), session.Link().TakeMayHaveReached()));
+    };
+    if (asked.resetFaults) change("Reset of the fault codes", monitor.ResetFaultCodes());
     if (asked.setClock) {
-        changes.Do("Board time", monitor.SetToCurrTime());
-        changes.Do("Board date", monitor.SetToCurrDate());
+        change("Board time", monitor.SetToCurrTime());
+        change("Board date", monitor.SetToCurrDate());
     }
     if (asked.networkAddress) {
         const std::string address = SetupEntry(NetworkAddressField, *asked.networkAddress).value_or("");
-        changes.Do("Network address " + address, monitor.WriteSetup(NetworkAddressField, address));
+        change("Network address " + address, monitor.WriteSetup(NetworkAddressField, address));
     }
-    return changes.Confirmed();
+    return confirmed;
 }
 
 /// Reads everything.

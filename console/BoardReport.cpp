@@ -5,9 +5,9 @@
 #include "console/TextTable.h"
 #include "link/TargetMap.h"
 #include "text/AsciiCase.h"
+#include "text/NumberText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 #include <vector>
 
@@ -49,9 +49,8 @@ std::string OnDiskText(const UserProgram& onDisk) {
 
 /// Of the hexadecimal text of a code; what is none stays as it is.
 std::string DecimalCode(const std::string& code) {
-    int number = 0;
-    const bool known = std::from_chars(code.data(), code.data() + code.size(), number, 16).ec == std::errc{};
-    return known ? std::to_string(number) : Unread;
+    const auto number = LeadingHexNumber(code);
+    return number ? std::to_string(*number) : Unread;
 }
 
 } // namespace

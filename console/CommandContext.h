@@ -5,10 +5,10 @@
 #include "console/ConsoleDialogs.h"
 #include "console/ConsoleHost.h"
 #include "console/ProgressBar.h"
+#include "platform/UsageError.h"
 
 #include <cstddef>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -45,12 +45,6 @@ struct Arguments {
     int lineSpeed = 9600;
     std::vector<std::string> faults;
     std::vector<std::string> habits;
-};
-
-/// The command line asks for something that cannot be; says what and how to mend it.
-class UsageError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
 };
 
 struct CommandContext {

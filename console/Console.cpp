@@ -3,7 +3,6 @@
 
 #include "console/CommandLine.h"
 #include "console/Transfers.h"
-#include "platform/RuntimeError.h"
 #include "text/PrintableText.h"
 
 #include <atomic>
@@ -53,8 +52,6 @@ int RunConsole(const std::vector<std::string>& arguments, ConsoleHost& realHost)
             return cutOff && interrupted && *interrupted ? ExitCode::Interrupted : code;
         } catch (const UsageError& error) {
             return Tell(host, error.what(), ExitCode::WrongUsage);
-        } catch (const RuntimeError& error) {
-            return Tell(host, error.Description(), ExitCode::FileError);
         } catch (const std::exception& error) {
             return Tell(host, error.what(), ExitCode::FileError);
         }

@@ -1,6 +1,7 @@
 // Boxes as text, buttons as letters to type.
 #include "console/ConsoleDialogs.h"
 
+#include "document/FileQuestions.h"
 #include "text/AsciiCase.h"
 #include "text/PrintableText.h"
 
@@ -14,6 +15,12 @@
 namespace vantrel {
 
 namespace {
+
+/// What the program says of itself is a note or a warning here.
+std::string HeadingOf(const MessageBox& box) {
+    if (box.title != ProgramTitle) return box.title;
+    return box.icon == MessageIcon::Information ? "Note" : "Warning";
+}
 
 /// The answers to a set of buttons. The last one is the careful one: it changes nothing.
 std::vector<MessageAnswer> AnswersTo(MessageButtons buttons) {
@@ -58,7 +65,7 @@ std::optional<MessageAnswer> AnswerNamed(const std::vector<MessageAnswer>& answe
 
 MessageAnswer ConsoleDialogs::Show(const MessageBox& box) {
     progress_.EndLine();
-    host_.err << box.title << ": " << PrintableText(box.text, Layout::Keep) << '\n' << std::flush;
+    host_.err << HeadingOf(box) << ": " << PrintableText(box.text, Layout::Keep) << '\n' << std::flush;
     return box.buttons == MessageButtons::Ok ? MessageAnswer::Ok : Ask(box.buttons);
 }
 

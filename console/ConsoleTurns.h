@@ -2,6 +2,7 @@
 // each of them. Knows the queue only.
 #pragma once
 
+#include "platform/SetWhile.h"
 #include "platform/TurnQueue.h"
 
 #include <atomic>
@@ -22,34 +23,20 @@ public:
 
     /// Runs a job (a transfer) to its end. An interrupt cancels it first of all.
     template <typename Job> void RunJob(Job& job) {
-        const Cancelled cancelled(cancel_, [&job] { job.Cancel(); });
+        const SetWhile cancels(cancel_, [&job] { job.Cancel(); });
         RunToEnd(job.Run());
     }
     /// Looks at the interrupt now.
     void Look();
 
 private:
-    /// What an interrupt cancels, for as long as it is there.
-    class Cancelled {
-    public:
-        Cancelled(std::function<void()>& cancel, std::function<void()> how) : cancel_(cancel) {
-            cancel_ = std::move(how);
-        }
-        Cancelled(const Cancelled&) = delete;
-        Cancelled& operator=(const Cancelled&) = delete;
-        ~Cancelled() { cancel_ = nullptr; }
-
-    private:
-        std::function<void()>& cancel_;
-    };
-
     void Added() override { Look(); }
     [[nodiscard]] MonotonicTime LongestSleep() override;
 
     const std::atomic<bool>* interrupted_ = nullptr;
     std::function<void()> tell_;
     std::function<void()> giveUp_;
-    std::function<void()> cancel_;
+    std::function<void()> cancel_; ///< The job, while it runs.
     bool looking_ = false;
 };
 

@@ -2,14 +2,13 @@
 #include "console/LinkSession.h"
 
 #include "console/SetupFiles.h"
-#include "console/TransferReport.h"
 #include "document/FileQuestions.h"
+#include "document/TransferTexts.h"
 #include "text/PathText.h"
 
 #include <filesystem>
 #include <system_error>
 #include <utility>
-#include <variant>
 
 namespace vantrel {
 
@@ -18,12 +17,6 @@ namespace {
 std::filesystem::path SupportFolder(const CommandContext& context) { return context.program.folder.SupportFolder(); }
 
 PortRange AllowedPorts(const CommandContext& context) { return PortRangeOf(SupportFolder(context)); }
-
-PortChoice ChoiceFor(const CommandContext& context) {
-    auto choice = ReadPortChoice(context.arguments.port, AllowedPorts(context));
-    if (const auto* problem = std::get_if<std::string>(&choice)) throw UsageError(*problem);
-    return std::get<PortChoice>(std::move(choice));
-}
 
 /// The trace must not go where the command's own file or its board is.
 void RequireOwnTrace(const CommandContext& context) {
@@ -45,7 +38,8 @@ void RequireOwnTrace(const CommandContext& context) {
 
 } // namespace
 
-LinkSession::LinkSession(CommandContext& context) : LinkSession(context, ChoiceFor(context), context.arguments.speed) {}
+LinkSession::LinkSession(CommandContext& context)
+    : LinkSession(context, ReadPortChoice(context.arguments.port, AllowedPorts(context)), context.arguments.speed) {}
 
 LinkSession::LinkSession(CommandContext& context, const PortChoice& choice, const std::optional<std::string>& speed)
     : context_(context), turns_(context.host.clock),
@@ -79,8 +73,15 @@ void LinkSession::Open() {
     if (context_.arguments.trace) trace_.WriteTo(*context_.arguments.trace, context_.host.out);
     link_.SetTrafficLog(&trace_);
     interrupted_ = &context_.host.catchInterrupts();
-    turns_.HeedInterrupts(
-        *interrupted_, [this] { BeginToCancel(); }, [this] { GiveUpSilence(); });
+    const auto beginToCancel = [this] {
+        context_.Say("Cancelling...");
+        link_.GiveUp();
+    };
+    const auto giveUpSilence = [this] {
+        // A wait for quiet is left alone: what comes behind it would be out of step.
+        if (link_.AwaitingSince()) link_.GiveUp();
+    };
+    turns_.HeedInterrupts(*interrupted_, beginToCancel, giveUpSilence);
     context_.dialogs.HeedInterrupts(*interrupted_, [this] { turns_.Look(); });
     open_ = true;
     Run(link_.OpenRSComm(*port_.port));
@@ -93,16 +94,6 @@ void LinkSession::Open() {
 LinkSession::~LinkSession() {
     CloseLink();
     context_.dialogs.LookNoMore();
-}
-
-void LinkSession::BeginToCancel() {
-    context_.Say("Cancelling...");
-    link_.GiveUp();
-}
-
-void LinkSession::GiveUpSilence() {
-    // A wait for quiet is left alone: what comes behind it would be out of step.
-    if (link_.AwaitingSince()) link_.GiveUp();
 }
 
 ExitCode LinkSession::Close(ExitCode end) {

@@ -60,8 +60,6 @@ private:
     void Open();
     [[nodiscard]] ExitCode Close(ExitCode end);
     void CloseLink();
-    void BeginToCancel();
-    void GiveUpSilence();
     template <typename Pass> bool RunsAnew(const Pass& pass) {
         const int opened = link_.Opened();
         pass();

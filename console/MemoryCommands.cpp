@@ -3,7 +3,7 @@
 #include "console/Commands.h"
 #include "console/LinkSession.h"
 #include "console/ResultJson.h"
-#include "console/TransferReport.h"
+#include "document/TransferTexts.h"
 #include "link/ReadingWalk.h"
 #include "link/TargetAddress.h"
 #include "text/NumberText.h"
@@ -15,10 +15,6 @@
 namespace vantrel {
 
 namespace {
-
-void RequireAddress(const std::string& address) {
-    if (const std::string problem = AddressProblem(address); !problem.empty()) throw UsageError(problem);
-}
 
 /// What a person types between and behind digits is no part of the number.
 void RequireNumber(const std::string& value) {

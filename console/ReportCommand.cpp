@@ -4,9 +4,6 @@
 #include "console/RecordText.h"
 #include "console/SetupFiles.h"
 #include "console/TextPrinter.h"
-#include "document/DocumentFiles.h"
-#include "platform/TurnQueue.h"
-#include "report/Report.h"
 #include "text/PathText.h"
 
 namespace vantrel {
@@ -20,15 +17,9 @@ bool Open(CommandContext& context, const std::string& name) {
 }
 
 std::string ReportText(const CommandContext& context) {
-    const Document& document = context.program.document;
     TextPrinter printer;
-    TurnQueue turns(context.host.clock);
-    Task task =
-        PrintReport({.record = document.CurrentConfiguration,
-                     .name = document.BracketName,
-                     .generalDate = [&] { return DateText(OleDate::FromLocal(context.host.clock.LocalNow())); }},
-                    printer, turns);
-    turns.RunToEnd(task);
+    PrintWholeReport(context.program.document, printer, context.host.clock,
+                     [](std::chrono::local_seconds now) { return DateText(OleDate::FromLocal(now)); });
     return printer.Document();
 }
 

@@ -2,6 +2,7 @@
 #include "console/Commands.h"
 #include "console/SetupFiles.h"
 #include "document/FileCommands.h"
+#include "document/FileQuestions.h"
 #include "document/SequenceEditor.h"
 #include "document/ValueDisplay.h"
 #include "platform/Dialogs.h"
@@ -50,7 +51,7 @@ std::optional<Edit> Entered(CommandContext& context, const EditPlace& place) {
                               .text = std::get<RefusedEntry>(answer).text,
                               .icon = MessageIcon::Exclamation});
     } catch (const RuntimeError& error) {
-        ReportRuntimeError(context.dialogs, "VANTREL", error);
+        ReportRuntimeError(context.dialogs, ProgramTitle, error);
     }
     return std::nullopt;
 }
@@ -59,29 +60,26 @@ std::optional<Edit> Entered(CommandContext& context, const EditPlace& place) {
 /// asked.
 bool MayOverwrite(CommandContext& context) {
     const Document& document = context.program.document;
-    return document.SaveTarget() == document.FilePath || NameSetupFile(context, context.arguments.file);
-}
-
-std::string Stored(CommandContext& context, const Edit& edit) {
-    if (const auto* value = std::get_if<ValueEdit>(&edit)) {
-        return ValueName(value->index) + ": " +
-               DisplayValue(context.program.document.CurrentConfiguration, value->index);
-    }
-    const auto& description = std::get<DescriptionEdit>(edit);
-    if (description.after != EntryOf(context.arguments)) {
-        context.Say("Note: line ends and tabs became blanks, and characters that a set-up file cannot hold \"?\".");
-    }
-    return "sequence " + std::to_string(description.sequence) + ", " + Description + ": " + description.after;
+    if (IsStandardStream(context.arguments.file)) return NameSetupFile(context, context.arguments.file);
+    return AcceptsTarget(document, document.OwnFile, context.dialogs);
 }
 
 /// What has been stored in the document, in words; nothing when it was refused.
 std::optional<std::string> StoredOf(CommandContext& context, const EditPlace& place) {
     const std::optional<Edit> edit = Entered(context, place);
     if (!edit) return std::nullopt;
-    return Stored(context, *edit);
+    if (const auto* value = std::get_if<ValueEdit>(&*edit)) {
+        return ValueName(value->index) + ": " +
+               DisplayValue(context.program.document.CurrentConfiguration, value->index);
+    }
+    const auto& description = std::get<DescriptionEdit>(*edit);
+    if (description.after != EntryOf(context.arguments)) {
+        context.Say("Note: line ends and tabs became blanks, and characters that a set-up file cannot hold \"?\".");
+    }
+    return "sequence " + std::to_string(description.sequence) + ", " + Description + ": " + description.after;
 }
 
-/// The same of the one value that belongs to no sequence.
+/// What has been stored as the one value that belongs to no sequence, in words; nothing when it was refused.
 std::optional<std::string> StoredStackAddress(CommandContext& context) {
     Configuration& record = context.program.document.CurrentConfiguration;
     const auto address = StackAddressIn(EntryOf(context.arguments));

@@ -1,8 +1,6 @@
 // Opening and writing set-up files, with the questions that belong to it.
 #include "console/SetupFiles.h"
 
-#include "console/TransferReport.h"
-#include "document/DocumentFiles.h"
 #include "document/FileQuestions.h"
 #include "document/SetupFile.h"
 #include "platform/SafeFile.h"
@@ -18,7 +16,6 @@ namespace vantrel {
 namespace {
 
 constexpr const char* SetupExtension = ".sdt";
-constexpr const char* StandardInput = "standard input";
 constexpr const char* StandardOutput = "standard output";
 constexpr const char* TextAdvice = "If it is a text file of the older format, import makes a set-up file of it.";
 constexpr const char* SetupAdvice = "Every other command takes it as it is.";
@@ -33,17 +30,7 @@ std::string ForcedFileName(const std::filesystem::path& file) {
     return ForceSetupExtension(Utf8FromPath(file.filename()));
 }
 
-void WarnOfUnholdableValues(CommandContext& context) {
-    const Configuration& record = context.program.document.CurrentConfiguration;
-    for (const std::size_t index : ValuesNoWordCanHold(record)) {
-        context.Say("Warning: " + ValueName(index) + " is " + std::to_string(record.Value(index)) +
-                    ", which the board cannot hold (0 to 65535).");
-    }
-}
-
 } // namespace
-
-bool IsStandardStream(const std::string& name) { return name == "-"; }
 
 std::vector<std::filesystem::path> SetupFilesMeant(const std::string& name) {
     if (name.empty() || IsStandardStream(name)) return {};
@@ -76,20 +63,14 @@ void RequireFilePart(const std::string& name) {
 
 bool OpenSetupFile(CommandContext& context, const std::filesystem::path& file, OtherVersion otherVersion) {
     Document& document = context.program.document;
-    const bool fromInput = IsStandardStream(Utf8FromPath(file));
-    const std::filesystem::path named = fromInput ? StandardInput : file;
-    const std::vector<std::uint8_t> bytes = fromInput ? ReadWholeStream(context.host.in) : ReadWholeFile(file);
-    TakeSetupFileByName(document, bytes, named, TextAdvice);
-    if (document.LoadedByOtherVersion()) {
-        if (otherVersion == OtherVersion::Note) {
-            context.Say("Note: " + QuotedPath(named) + " was saved by " + document.LoadedVersion() + ", this is " +
-                        document.ProgramVersion() + ".");
-        } else if (context.dialogs.Show(OtherVersionQuestion(document)) != MessageAnswer::Yes) {
-            return false;
-        }
+    ReadSetupFileByName(document, file, TextAdvice, &context.host.in);
+    if (otherVersion == OtherVersion::Note) {
+        context.SayIf(OtherVersionNote(document, DocumentFile(context)));
+    } else if (!AcceptsLoadedVersion(document, context.dialogs)) {
+        return false;
     }
     document.ApplyLoadedFile();
-    WarnOfUnholdableValues(context);
+    NameUnholdableValues(document, context.dialogs);
     return true;
 }
 
@@ -99,12 +80,8 @@ bool OpenSetupFile(CommandContext& context, OtherVersion otherVersion) {
 
 void OpenTextFile(CommandContext& context, const std::string& name) {
     Document& document = context.program.document;
-    if (IsStandardStream(name)) {
-        TakeTextFileByName(document, ReadWholeStream(context.host.in), StandardInput, SetupAdvice);
-    } else {
-        ImportTextFileByName(document, PathFromUtf8(name), SetupAdvice);
-    }
-    WarnOfUnholdableValues(context);
+    ImportTextFileByName(document, PathFromUtf8(name), SetupAdvice, &context.host.in);
+    NameUnholdableValues(document, context.dialogs);
 }
 
 bool NameSetupFile(CommandContext& context, const std::string& name) {
@@ -115,11 +92,7 @@ bool NameSetupFile(CommandContext& context, const std::string& name) {
     Document& document = context.program.document;
     RequireFilePart(name);
     document.NameFile(PathFromUtf8(name));
-    const std::filesystem::path target = document.SaveTarget();
-    if (document.FilePath.has_extension() && document.FilePath != target) {
-        context.Say("Note: the extension is .sdt always, so the file is " + QuotedPath(target) + ".");
-    }
-    return !Exists(target) || context.dialogs.Show(ReplaceQuestion(target)) == MessageAnswer::Yes;
+    return AcceptsTarget(document, {}, context.dialogs);
 }
 
 std::string DocumentFile(const CommandContext& context) {
@@ -131,7 +104,7 @@ std::string DocumentFile(const CommandContext& context) {
 void SaveSetupFile(CommandContext& context) {
     Document& document = context.program.document;
     if (!IsStandardStream(context.arguments.file)) {
-        document.Save([&](const std::string& warning) { context.Say("Warning: " + warning); });
+        document.Save(WarningsTo(context.dialogs));
         context.host.out << Utf8FromPath(document.FilePath) << '\n';
         return;
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "console/CommandContext.h"
+#include "document/DocumentFiles.h"
 
 #include <filesystem>
 #include <string>
@@ -14,9 +15,6 @@ enum class OtherVersion {
     Ask, ///< The user has to accept it.
     Note, ///< It is only looked at, so a line about it is enough.
 };
-
-/// Whether a name means standard input where a file is read, standard output where one is written: "-".
-[[nodiscard]] bool IsStandardStream(const std::string& name);
 
 /// The files that a user can mean by `name`, most likely first: of exactly that name, with ".sdt" behind it, and with
 /// ".sdt" in place of its extension. None for no name, and for a standard stream.

@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -31,18 +30,10 @@ struct SequenceStatus {
     [[nodiscard]] bool IsKnown() const { return node != Unread && status != Unread; }
 };
 
-/// The code in front of the text of a status.
-std::optional<int> CodeOf(const std::string& status) {
-    int code = 0;
-    const auto [end, error] = std::from_chars(status.data(), status.data() + status.size(), code, 16);
-    const bool found = error == std::errc{} && end != status.data() + status.size() && *end == ':';
-    return found ? std::optional(code) : std::nullopt;
-}
-
 Json StatusJson(std::size_t sequence, const SequenceStatus& status) {
     return {{"sequence", sequence},
             {"NodeNumber", ValueJson(status.node)},
-            {"statusCode", ValueJson(CodeOf(status.status))},
+            {"statusCode", ValueJson(LeadingHexNumber(status.status))},
             {"status", ValueJson(status.status)}};
 }
 

@@ -3,7 +3,6 @@
 
 #include "console/ResultJson.h"
 #include "console/SetupFiles.h"
-#include "console/TransferReport.h"
 #include "document/Comparison.h"
 #include "document/TransferTexts.h"
 #include "link/TargetMap.h"
@@ -29,11 +28,10 @@ ExitCode EndOf(const LinkSession& session, bool done) {
 }
 
 /// Names the values that were tried but, in `words`, did not make it.
-void NameUnconfirmed(CommandContext& context, const SettingsTransfer& transfer, const std::string& words) {
-    for (const std::size_t index : transfer.Unconfirmed())
+void NameValues(CommandContext& context, const std::vector<std::size_t>& indices, const std::string& words) {
+    for (const std::size_t index : indices)
         context.Say(ValueName(index) + ": " + words);
-    if (!transfer.Unconfirmed().empty())
-        context.Say(CountOfAll(transfer.Unconfirmed().size()) + " were " + words + ".");
+    if (!indices.empty()) context.Say(CountOfAll(indices.size()) + " were " + words + ".");
 }
 
 /// Names the values that were sent twice, or cut off. The former may be confirmed all the same.
@@ -90,31 +88,28 @@ void Run(CommandContext& context, LinkSession& session, SettingsTransfer& transf
     context.progress.EndLine();
 }
 
-/// Runs the comparison, and says what could not be read or compared.
+bool IsEqual(const BoardComparison& comparison) {
+    return comparison.Complete() && comparison.Differences().empty() && comparison.Unread().empty();
+}
+
+/// Compares the document, or these of its values, with the board, says what could not be read or compared, and hands the rest to `tell`.
 /// `again`: what to do when its values may be those of two boards; it is worth nothing then.
-bool Run(CommandContext& context, LinkSession& session, BoardComparison& comparison, const std::string& again) {
+template <typename Tell>
+ExitCode CompareAndTell(CommandContext& context, LinkSession& session, const std::vector<std::size_t>& indices,
+                        const std::string& again, const Tell& tell) {
+    BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), session.Turns(),
+                               context.progress);
+    comparison.Only(indices);
     session.Turns().RunJob(comparison);
     context.progress.EndLine();
-    for (const std::size_t index : comparison.Unread())
-        context.Say(ValueName(index) + ": not read reliably");
-    if (!comparison.Unread().empty()) context.Say(CountOfAll(comparison.Unread().size()) + " were not read reliably.");
+    NameValues(context, comparison.Unread(), "not read reliably");
     if (!comparison.Complete()) {
         context.Say(std::string(session.Interrupted() ? "Cancelled" : "The link to the board failed") + " after " +
                     CountOfAll(comparison.Compared()) + " had been compared.");
     }
-    return !OfTwoBoards(context, session, comparison.Reconnected(), again);
-}
-
-/// A comparison of all values, or of those that are given.
-BoardComparison ComparisonOf(CommandContext& context, LinkSession& session, const std::vector<std::size_t>& indices) {
-    BoardComparison comparison(context.program.document.CurrentConfiguration, session.Link(), session.Turns(),
-                               context.progress);
-    comparison.Only(indices);
-    return comparison;
-}
-
-bool IsEqual(const BoardComparison& comparison) {
-    return comparison.Complete() && comparison.Differences().empty() && comparison.Unread().empty();
+    if (OfTwoBoards(context, session, comparison.Reconnected(), again)) return ExitCode::Refused;
+    tell(comparison);
+    return EndOf(session, IsEqual(comparison));
 }
 
 std::string OnBoardText(const CommandContext& context, std::size_t values) {
@@ -178,7 +173,7 @@ ExitCode SendDocument(CommandContext& context, LinkSession& session, const std::
     transfer.Only(indices);
     Run(context, session, transfer);
     ReportUnfinishedDownload(context, session, transfer);
-    NameUnconfirmed(context, transfer, "not confirmed by the board");
+    NameValues(context, transfer.Unconfirmed(), "not confirmed by the board");
     NameRepeated(context, transfer);
     const bool flagInOrder = FlagInOrder(context, session, transfer);
     const ExitCode end = EndOf(session, transfer.Complete() && transfer.Unconfirmed().empty() && flagInOrder);
@@ -196,7 +191,7 @@ ExitCode FetchDocument(CommandContext& context, LinkSession& session) {
     if (!transfer.Complete()) {
         context.Say((transfer.Cancelled() ? "Cancelled. " : "") + CountOfAll(transfer.Walked()) + " had been read.");
     }
-    NameUnconfirmed(context, transfer, "not read reliably");
+    NameValues(context, transfer.Unconfirmed(), "not read reliably");
     NameRepeated(context, transfer);
     NameFlagUncleared(context, session, transfer);
     const bool ofTwo = OfTwoBoards(context, session, transfer.Reconnected(), "Upload again.");
@@ -204,27 +199,26 @@ ExitCode FetchDocument(CommandContext& context, LinkSession& session) {
 }
 
 ExitCode FetchAgain(CommandContext& context, LinkSession& session) {
-    BoardComparison comparison = ComparisonOf(context, session, EveryIndex());
-    if (!Run(context, session, comparison, "Upload again.")) return ExitCode::Refused;
-    for (const ValueDifference& difference : comparison.Differences())
-        context.Say(DifferenceText(difference, "first", "then"));
-    return EndOf(session, IsEqual(comparison));
+    return CompareAndTell(context, session, EveryIndex(), "Upload again.", [&](const BoardComparison& comparison) {
+        for (const ValueDifference& difference : comparison.Differences())
+            context.Say(DifferenceText(difference, "first", "then"));
+    });
 }
 
 std::optional<std::vector<std::size_t>> FindChanges(CommandContext& context, LinkSession& session) {
-    BoardComparison comparison = ComparisonOf(context, session, EveryIndex());
-    if (!Run(context, session, comparison, "Download again.") || !comparison.Complete()) {
-        context.Say("Nothing was sent.");
-        return std::nullopt;
-    }
-    // What could not be read clearly may differ.
-    std::vector<std::size_t> changes = comparison.Unread();
-    for (const ValueDifference& difference : comparison.Differences()) {
-        context.Say(DifferenceText(difference));
-        changes.push_back(difference.index);
-    }
-    std::ranges::sort(changes);
-    if (changes.empty()) context.host.out << OnBoardText(context, ValueCount) << "Nothing was sent.\n";
+    std::optional<std::vector<std::size_t>> changes;
+    (void)CompareAndTell(context, session, EveryIndex(), "Download again.", [&](const BoardComparison& comparison) {
+        if (!comparison.Complete()) return;
+        // What could not be read clearly may differ.
+        changes = comparison.Unread();
+        for (const ValueDifference& difference : comparison.Differences()) {
+            context.Say(DifferenceText(difference));
+            changes->push_back(difference.index);
+        }
+        std::ranges::sort(*changes);
+    });
+    if (!changes) context.Say("Nothing was sent.");
+    if (changes && changes->empty()) context.host.out << OnBoardText(context, ValueCount) << "Nothing was sent.\n";
     return changes;
 }
 
@@ -256,14 +250,13 @@ ExitCode CompareRecords(CommandContext& context, const Configuration& other) {
 }
 
 ExitCode CompareDocument(CommandContext& context, LinkSession& session, const std::vector<std::size_t>& indices) {
-    BoardComparison comparison = ComparisonOf(context, session, indices);
-    if (!Run(context, session, comparison, "Compare again.")) return ExitCode::Refused;
-    if (context.arguments.json) {
-        context.host.out << JsonText(ComparisonJson(Utf8FromPath(context.program.document.FilePath), comparison));
-    } else {
-        PrintComparison(context, comparison);
-    }
-    return EndOf(session, IsEqual(comparison));
+    return CompareAndTell(context, session, indices, "Compare again.", [&](const BoardComparison& comparison) {
+        if (context.arguments.json) {
+            context.host.out << JsonText(ComparisonJson(Utf8FromPath(context.program.document.FilePath), comparison));
+        } else {
+            PrintComparison(context, comparison);
+        }
+    });
 }
 
 } // namespace vantrel

@@ -25,6 +25,16 @@ RuntimeError Named(const std::filesystem::path& path, const RuntimeError& error,
     return {static_cast<ErrorNumber>(error.Number()), QuotedPath(path) + ": " + error.Description() + advice};
 }
 
+struct NamedBytes {
+    std::filesystem::path path;
+    std::vector<std::uint8_t> bytes;
+};
+
+NamedBytes Read(const std::filesystem::path& path, std::istream* in) {
+    if (in && IsStandardStream(path)) return {StandardInput, ReadWholeStream(*in)};
+    return {path, ReadWholeFile(path)};
+}
+
 constexpr std::uint8_t ControlZ = 0x1A;
 
 /// Text of any code page: no control characters but those that lay it out, up to the classic end mark.
@@ -90,12 +100,11 @@ std::filesystem::path FreeNameBeside(const std::filesystem::path& file, const st
     }
 }
 
-void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice) {
-    TakeSetupFileByName(document, ReadWholeFile(path), path, advice);
-}
+bool IsStandardStream(const std::filesystem::path& name) { return name == "-"; }
 
-void TakeSetupFileByName(Document& document, std::span<const std::uint8_t> bytes, const std::filesystem::path& path,
-                         const std::string& advice) {
+void ReadSetupFileByName(Document& document, const std::filesystem::path& named, const std::string& advice,
+                         std::istream* in) {
+    const auto [path, bytes] = Read(named, in);
     try {
         document.TakeSetupFile(bytes, path);
     } catch (const BadSetupFile& error) {
@@ -103,12 +112,9 @@ void TakeSetupFileByName(Document& document, std::span<const std::uint8_t> bytes
     }
 }
 
-void ImportTextFileByName(Document& document, const std::filesystem::path& path, const std::string& advice) {
-    TakeTextFileByName(document, ReadWholeFile(path), path, advice);
-}
-
-void TakeTextFileByName(Document& document, std::span<const std::uint8_t> bytes, const std::filesystem::path& path,
-                        const std::string& advice) {
+void ImportTextFileByName(Document& document, const std::filesystem::path& named, const std::string& advice,
+                          std::istream* in) {
+    const auto [path, bytes] = Read(named, in);
     if (IsSetupFile(bytes)) {
         throw RuntimeError(ErrorNumber::BadFileFormat, QuotedPath(path) + " is a set-up file already. " + advice);
     }

@@ -4,9 +4,8 @@
 
 #include "document/Document.h"
 
-#include <cstdint>
 #include <filesystem>
-#include <span>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 
@@ -24,20 +23,24 @@ namespace vantrel {
 /// there is something of that name already. The folder is made if there is none.
 [[nodiscard]] std::filesystem::path FreeNameBeside(const std::filesystem::path& file, const std::string& addition);
 
+/// Whether a name on a command line means standard input where a file is read, standard output where one is written:
+/// "-".
+[[nodiscard]] bool IsStandardStream(const std::filesystem::path& name);
+/// What it is called in messages and in the document's name.
+inline constexpr const char* StandardInput = "standard input";
+
+// `in`: what "-" is read from; without it that is a name like every other.
+
 /// Makes a file's record LoadedConfiguration, as Document::TakeSetupFile does. Throws RuntimeError, with the file's
 /// name in it. `advice`: the sentence that ends the error when the file is no set-up file, but some text.
-void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);
-/// The same for bytes that are there already; `path` only names them.
-void TakeSetupFileByName(Document& document, std::span<const std::uint8_t> bytes, const std::filesystem::path& path,
-                         const std::string& advice);
+void ReadSetupFileByName(Document& document, const std::filesystem::path& path, const std::string& advice,
+                         std::istream* in = nullptr);
 
 /// Makes a text file of the older format the document, as Document::TakeTextFile does. Throws RuntimeError, with the
 /// file's name in it; 321 also for files from which the forgiving format would take over nonsense: a set-up file
 /// (`advice` ends that error), bytes that are no text, an empty file, one that lacks the header. What stands behind a
 /// Ctrl-Z is not looked at.
-void ImportTextFileByName(Document& document, const std::filesystem::path& path, const std::string& advice);
-/// The same for bytes that are there already; `path` only names them.
-void TakeTextFileByName(Document& document, std::span<const std::uint8_t> bytes, const std::filesystem::path& path,
-                        const std::string& advice);
+void ImportTextFileByName(Document& document, const std::filesystem::path& path, const std::string& advice,
+                          std::istream* in = nullptr);
 
 } // namespace vantrel

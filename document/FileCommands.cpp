@@ -3,6 +3,7 @@
 
 #include "document/FileQuestions.h"
 #include "document/SetupFile.h"
+#include "document/TransferTexts.h"
 #include "link/TargetMap.h"
 #include "platform/RuntimeError.h"
 #include "text/NumberText.h"
@@ -11,7 +12,6 @@
 #include <array>
 #include <cstddef>
 #include <string_view>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -21,17 +21,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* ProgramTitle = "VANTREL";
 constexpr const char* OpenLabel = "MDIMain FileOpen";
 constexpr const char* SaveLabel = "MDIMain FileSave";
 constexpr const char* StackTitle = "TI Status Stack Address";
 
 FileFilter SetupFilter() { return {.name = "Setup Files(*.sdt)", .pattern = "*.sdt"}; }
 FileFilter TextFilter() { return {.name = "Vantrel Files(*.vtl)", .pattern = "*.vtl"}; }
-
-MessageBox Notice(const std::string& text, MessageIcon icon) {
-    return {.title = ProgramTitle, .text = text, .icon = icon, .buttons = MessageButtons::Ok};
-}
 
 constexpr const char* StackPrompt =
     "The TI-505 Communications Status Stack Address is the starting address of 32 consecutive V memory locations. \n"
@@ -109,7 +104,7 @@ FileCommands::Outcome FileCommands::OpenAs(FileKind kind, const fs::path& path, 
                                     ".");
             document_.FileNamedBy = namedBy;
             openFilter_ = 0;
-            if (!AcceptsLoadedVersion()) return Outcome::Cancelled;
+            if (!AcceptsLoadedVersion(document_, dialogs_)) return Outcome::Cancelled;
             document_.ApplyLoadedFile();
         }
     } catch (const RuntimeError& error) {
@@ -118,7 +113,7 @@ FileCommands::Outcome FileCommands::OpenAs(FileKind kind, const fs::path& path, 
     }
     hooks_.showCaption();
     hooks_.showDocumentDate();
-    NameUnholdableValues();
+    NameUnholdableValues(document_, dialogs_);
     return Outcome::Done;
 }
 
@@ -132,20 +127,6 @@ FileCommands::Outcome FileCommands::OpenCopy(Configuration record) {
     hooks_.showDocumentDate();
     NameUnholdableValues();
     return Outcome::Done;
-}
-
-bool FileCommands::AcceptsLoadedVersion() {
-    return !document_.LoadedByOtherVersion() || dialogs_.Show(OtherVersionQuestion(document_)) == MessageAnswer::Yes;
-}
-
-void FileCommands::NameUnholdableValues() {
-    const Configuration& record = document_.CurrentConfiguration;
-    const std::vector<std::size_t> indices = ValuesNoWordCanHold(record);
-    if (indices.empty()) return;
-    const std::string list =
-        ValueList(indices, [&](std::size_t index) { return ": " + std::to_string(record.Value(index)); });
-    dialogs_.Show(Notice("The board holds 0 to 65535 only. These values of the file cannot be downloaded:\n" + list,
-                         MessageIcon::Exclamation));
 }
 
 FileCommands::Outcome FileCommands::Save() {
@@ -167,7 +148,7 @@ FileCommands::Outcome FileCommands::SaveOver(const fs::path& confirmed) {
     if (link_.OnlineMode() && !link_.LinkFailed() && !document_.UploadedBeforeSave && !FetchFromBoard())
         return Outcome::Failed;
     if (document_.IsUnnamed) return SaveUnderNewName();
-    return AcceptsTarget(confirmed) ? Write() : Outcome::Cancelled;
+    return AcceptsTarget(document_, confirmed, dialogs_) ? Write() : Outcome::Cancelled;
 }
 
 bool FileCommands::FetchFromBoard() {
@@ -234,22 +215,9 @@ FileCommands::Outcome FileCommands::SaveUnderNewName() {
     return saved;
 }
 
-bool FileCommands::AcceptsTarget(const fs::path& confirmed) {
-    const fs::path target = document_.SaveTarget();
-    if (target == document_.OwnFile && document_.ChangedOnDisk())
-        return dialogs_.Show(ChangedOnDiskQuestion(target)) == MessageAnswer::Yes;
-    if (target == confirmed) return true;
-    if (const auto note = OtherFolderNote(document_)) dialogs_.Show(Notice(*note, MessageIcon::Information));
-    std::error_code error;
-    // One file can have several names: by a link, or in another case.
-    if (!fs::exists(target, error) || (!confirmed.empty() && fs::equivalent(target, confirmed, error))) return true;
-    return dialogs_.Show(ReplaceQuestion(target)) == MessageAnswer::Yes;
-}
-
 FileCommands::Outcome FileCommands::Write() {
     try {
-        document_.Save(
-            [this](const std::string& warning) { dialogs_.Show(Notice(warning, MessageIcon::Exclamation)); });
+        document_.Save(WarningsTo(dialogs_));
     } catch (const RuntimeError& error) {
         ReportRuntimeError(dialogs_, SaveLabel, error);
         return Outcome::Failed;
@@ -331,10 +299,7 @@ Task FileCommands::SendStackAddress(std::int32_t address) {
     }
     confirmed = confirmed && link_.Opened() == opened;
     if (confirmed) co_return;
-    const std::string flag = link_.LinkFailed()
-                                 ? "\nB105 of the board, which is 1 while values are sent, may have been "
-                                   "left at 1. The next transfer sets it to 0."
-                                 : "";
+    const std::string flag = link_.LinkFailed() ? std::string("\n") + FlagLeftSentence : "";
     dialogs_.Show({.title = StackTitle,
                    .text = "The board did not confirm the address V" + std::to_string(address) +
                            " and may still use the old one.\nEnter the address once more." + flag,

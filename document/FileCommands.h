@@ -79,16 +79,12 @@ private:
 
     [[nodiscard]] Outcome SaveChangesFirst();
     Outcome OpenAs(FileKind kind, const std::filesystem::path& path, NamesFrom namedBy);
-    [[nodiscard]] bool AcceptsLoadedVersion();
-    void NameUnholdableValues();
     [[nodiscard]] bool FetchFromBoard();
     /// Whether the fetched values may stay: what the document held before is kept, or the user does without it.
     [[nodiscard]] bool KeepBeforeFetch(const Configuration& before);
     void TellKept();
     Outcome SaveOver(const std::filesystem::path& confirmed);
     Outcome SaveUnderNewName();
-    /// Whether the forced target may be written: it is new, the file `confirmed`, or the user says so.
-    [[nodiscard]] bool AcceptsTarget(const std::filesystem::path& confirmed);
     Outcome Write();
     /// An address as text, and a sentence on whose it is.
     struct ShownAddress {

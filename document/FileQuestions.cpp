@@ -1,7 +1,13 @@
-// Questions with the file's name in them.
+// Questions with the file's name in them, and who is asked which.
 #include "document/FileQuestions.h"
 
+#include <cstddef>
+#include <system_error>
+#include <vector>
+
 namespace vantrel {
+
+namespace {
 
 MessageBox OtherVersionQuestion(const Document& document) {
     return {.title = "ANCNF",
@@ -10,19 +16,83 @@ MessageBox OtherVersionQuestion(const Document& document) {
             .buttons = MessageButtons::YesNoCancel};
 }
 
-MessageBox ReplaceQuestion(const std::filesystem::path& file) {
-    return {.title = "Save",
-            .text = QuotedPath(file) + " is there already.\nDo you want to replace what it holds?",
-            .icon = MessageIcon::Question,
-            .buttons = MessageButtons::YesNo,
-            .destroys = true};
-}
-
+/// Whether the document's own file is to be overwritten although somebody else has changed it meanwhile.
 MessageBox ChangedOnDiskQuestion(const std::filesystem::path& file) {
     return {.title = "Save",
             .text = QuotedPath(file) +
                     " has been changed since it was opened or saved here.\nDo you want to replace what it holds now?",
             .icon = MessageIcon::Exclamation,
+            .buttons = MessageButtons::YesNo,
+            .destroys = true};
+}
+
+/// That the forced extension leads to another name than the one that was given; empty when it does not. A dialog has
+/// shown the extension, and a text file is expected to become a set-up file.
+std::string ForcedExtensionNote(const Document& document) {
+    const std::filesystem::path& given = document.FilePath;
+    const std::filesystem::path target = document.SaveTarget();
+    if (target.parent_path() != given.parent_path()) {
+        return "The extension .sdt takes the place of everything behind the last point, which is in a folder's name "
+               "here: the file is " +
+               QuotedPath(target) + ".";
+    }
+    const bool replaced = given.has_extension() && given != target;
+    if (!replaced || document.FileNamedBy == NamesFrom::Dialog || MeansTextFile(given)) return {};
+    return "The extension is .sdt always, so the file is " + QuotedPath(target) + ".";
+}
+
+} // namespace
+
+MessageBox Notice(const std::string& text, MessageIcon icon) {
+    return {.title = ProgramTitle, .text = text, .icon = icon, .buttons = MessageButtons::Ok};
+}
+
+SafeFileWarning WarningsTo(Dialogs& dialogs) {
+    return [&dialogs](const std::string& warning) { dialogs.Show(Notice(warning, MessageIcon::Exclamation)); };
+}
+
+bool AcceptsLoadedVersion(const Document& document, Dialogs& dialogs) {
+    return !document.LoadedByOtherVersion() || dialogs.Show(OtherVersionQuestion(document)) == MessageAnswer::Yes;
+}
+
+std::string OtherVersionNote(const Document& document, const std::string& file) {
+    if (!document.LoadedByOtherVersion()) return {};
+    return "Note: " + file + " was saved by " + document.LoadedVersion() + ", this is " + document.ProgramVersion() +
+           ".";
+}
+
+void NameUnholdableValues(const Document& document, Dialogs& dialogs) {
+    const Configuration& record = document.CurrentConfiguration;
+    const std::vector<std::size_t> indices = ValuesNoWordCanHold(record);
+    if (indices.empty()) return;
+    const std::string list =
+        ValueList(indices, [&](std::size_t index) { return ": " + std::to_string(record.Value(index)); });
+    dialogs.Show(Notice("The board holds 0 to 65535 only. These values of the file cannot be downloaded:\n" + list,
+                        MessageIcon::Exclamation));
+}
+
+bool AcceptsTarget(const Document& document, const std::filesystem::path& confirmed, Dialogs& dialogs) {
+    const std::filesystem::path target = document.SaveTarget();
+    if (target == document.OwnFile && document.ChangedOnDisk())
+        return dialogs.Show(ChangedOnDiskQuestion(target)) == MessageAnswer::Yes;
+    if (target == confirmed) return true;
+    const std::string note = ForcedExtensionNote(document);
+    if (!note.empty()) dialogs.Show(Notice(note, MessageIcon::Information));
+    std::error_code error;
+    // One file can have several names: by a link, or in another case.
+    if (!confirmed.empty() && std::filesystem::equivalent(target, confirmed, error)) return true;
+    return MayReplace(target, dialogs);
+}
+
+bool MayReplace(const std::filesystem::path& file, Dialogs& dialogs) {
+    std::error_code error;
+    return !std::filesystem::exists(file, error) || dialogs.Show(ReplaceQuestion(file)) == MessageAnswer::Yes;
+}
+
+MessageBox ReplaceQuestion(const std::filesystem::path& file) {
+    return {.title = "Save",
+            .text = QuotedPath(file) + " is there already.\nDo you want to replace what it holds?",
+            .icon = MessageIcon::Question,
             .buttons = MessageButtons::YesNo,
             .destroys = true};
 }
@@ -56,14 +126,6 @@ MessageBox GiveUpQuestion(const LeftBehind& left) {
             .icon = MessageIcon::Exclamation,
             .buttons = MessageButtons::YesNo,
             .destroys = true};
-}
-
-std::optional<std::string> OtherFolderNote(const Document& document) {
-    const std::filesystem::path target = document.SaveTarget();
-    if (target.parent_path() == document.FilePath.parent_path()) return std::nullopt;
-    return "The extension .sdt takes the place of everything behind the last point, which is in a folder's name here: "
-           "the file is " +
-           QuotedPath(target) + ".";
 }
 
 } // namespace vantrel

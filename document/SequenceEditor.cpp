@@ -35,9 +35,7 @@ std::string LandedEdit::Message() const {
     if (text.empty()) return text;
     if (result.reconnected) text += "\nThe link was lost and taken up again in the middle of it.";
     if (result.begun && !result.flagLowered) text += "\nIts " + std::string(WriteThroughFlag) + " may be left at 1.";
-    if (!result.mayHaveReached.empty()) {
-        text += "\nWhat was half sent may have set " + ByteList(result.mayHaveReached) + " to 255.";
-    }
+    text += HalfSentLine(result.mayHaveReached);
     if (!Confirmed()) text += HasLinkFailed() ? "\nEnter it once more when ONLINE again." : "\nEnter it once more.";
     return text;
 }

@@ -2,6 +2,7 @@
 #include "document/TransferTexts.h"
 
 #include "document/FieldTable.h"
+#include "link/TargetAddress.h"
 
 namespace vantrel {
 
@@ -55,6 +56,22 @@ std::string FetchedText(std::size_t walked, std::size_t unconfirmed, FieldNaming
     if (walked == ValueCount && unconfirmed == 0) return "All values were read from the board.";
     return "Read from the board: " + Walked(walked, naming) + ButFor(unconfirmed, "that were not read reliably") +
            (walked == ValueCount ? "." : ". " + OfAll(ValueCount - walked) + " values are as they were.");
+}
+
+std::string DifferenceText(const ValueDifference& difference, const std::string& recordSide,
+                           const std::string& boardSide) {
+    return ValueName(difference.index) + ": " + recordSide + " " + std::to_string(difference.inRecord) + ", " +
+           boardSide + " " + std::to_string(difference.onBoard);
+}
+
+std::string ReachedBesideText(const std::string& what, bool repeated,
+                              const std::vector<std::uint16_t>& mayHaveReached) {
+    const std::string reached = "may have set " + ByteList(mayHaveReached) + " to 255 on the board.";
+    if (repeated) {
+        return "Note: " + what + " had to be sent twice" +
+               (mayHaveReached.empty() ? "." : "; the first attempt, cut off, " + reached);
+    }
+    return mayHaveReached.empty() ? "" : "Note: " + what + ": what was sent for it " + reached;
 }
 
 } // namespace vantrel

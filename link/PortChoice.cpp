@@ -1,6 +1,8 @@
 #include "link/PortChoice.h"
 
 #include "platform/SerialDevices.h"
+#include "platform/UsageError.h"
+#include "text/AsciiCase.h"
 #include "text/PathText.h"
 
 #include <algorithm>
@@ -17,42 +19,35 @@ bool IsNumber(const std::string& text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-std::string InLowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return text;
-}
-
 /// Names that mean a port but are no devices: "COM2" is port 2, on every host.
-std::variant<PortChoice, std::string> DeviceChoice(const std::string& text) {
-    if (const auto device = SerialDeviceNamed(text))
-        return PortChoice{.kind = PortChoice::Kind::Device, .device = *device};
-    const auto hint = [&](const std::string& meant) {
-        return "--port " + text + ": there is no such device. Did you mean --port " + meant + "?";
+PortChoice DeviceChoice(const std::string& text) {
+    if (const auto device = SerialDeviceNamed(text)) return {.kind = PortChoice::Kind::Device, .device = *device};
+    const auto refuse = [&](const std::string& meant) {
+        throw UsageError("--port " + text + ": there is no such device. Did you mean --port " + meant + "?");
     };
     std::error_code error;
     const bool there = std::filesystem::exists(PathFromUtf8(text), error);
     const std::string name = InLowerCase(text);
-    if (!there && name == "simulated") return hint(name);
+    if (!there && name == "simulated") refuse(name);
     constexpr std::string_view com = "com";
-    if (!there && name.starts_with(com) && IsNumber(name.substr(com.size()))) return hint(name.substr(com.size()));
-    return PortChoice{.kind = PortChoice::Kind::Device, .device = text};
+    if (!there && name.starts_with(com) && IsNumber(name.substr(com.size()))) refuse(name.substr(com.size()));
+    return {.kind = PortChoice::Kind::Device, .device = text};
 }
 
 } // namespace
 
-std::variant<PortChoice, std::string> ReadPortChoice(const std::string& text, PortRange range) {
-    if (text.empty()) return "--port is empty. Name a port number, a device, or \"simulated\".";
-    if (text == "simulated") return PortChoice{.kind = PortChoice::Kind::Simulated};
+PortChoice ReadPortChoice(const std::string& text, PortRange range) {
+    if (text.empty()) throw UsageError("--port is empty. Name a port number, a device, or \"simulated\".");
+    if (text == "simulated") return {.kind = PortChoice::Kind::Simulated};
     if (!IsNumber(text)) return DeviceChoice(text);
     int number = 0;
     const auto error = std::from_chars(text.data(), text.data() + text.size(), number).ec;
     if (error != std::errc{} || number < range.minimum || number > range.maximum) {
-        return "--port " + text + ": there is no such port. Port numbers here go from " +
-               std::to_string(range.minimum) + " to " + std::to_string(range.maximum) +
-               ". Any other device can be named by its path.";
+        throw UsageError("--port " + text + ": there is no such port. Port numbers here go from " +
+                         std::to_string(range.minimum) + " to " + std::to_string(range.maximum) +
+                         ". Any other device can be named by its path.");
     }
-    return PortChoice{.kind = PortChoice::Kind::Number, .number = number};
+    return {.kind = PortChoice::Kind::Number, .number = number};
 }
 
 PortOverride OverrideFor(const PortChoice& choice, const std::optional<std::string>& speed) {

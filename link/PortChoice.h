@@ -5,7 +5,6 @@
 
 #include <optional>
 #include <string>
-#include <variant>
 
 namespace vantrel {
 
@@ -21,9 +20,9 @@ struct PortChoice {
     std::string device{};
 };
 
-/// A number of the range, "simulated", a device's name or its path; else what is wrong with the text, as a sentence.
-/// Whether a device is there shows when it is opened.
-[[nodiscard]] std::variant<PortChoice, std::string> ReadPortChoice(const std::string& text, PortRange range);
+/// A number of the range, "simulated", a device's name or its path. Whether a device is there shows when it is opened.
+/// Throws UsageError for any other text.
+[[nodiscard]] PortChoice ReadPortChoice(const std::string& text, PortRange range);
 
 /// What replaces the stored settings: the number, if that was named, and the speed. A port that has no number leaves
 /// the stored one alone.

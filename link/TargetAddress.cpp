@@ -128,12 +128,18 @@ std::string AddressProblem(std::string_view text) {
 }
 
 std::string ByteList(const std::vector<std::uint16_t>& bytes) {
+    constexpr std::size_t mostShown = 10;
+    const std::size_t shown = std::min(bytes.size(), mostShown);
     std::string text;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
+    for (std::size_t i = 0; i < shown; ++i) {
         if (i > 0) text += i + 1 == bytes.size() ? " and " : ", ";
         text += "B" + std::to_string(bytes[i]);
     }
-    return text;
+    return shown == bytes.size() ? text : text + " and " + std::to_string(bytes.size() - shown) + " more";
+}
+
+std::string HalfSentLine(const std::vector<std::uint16_t>& bytes) {
+    return bytes.empty() ? "" : "\nWhat was half sent may have set " + ByteList(bytes) + " to 255.";
 }
 
 } // namespace vantrel

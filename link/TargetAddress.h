@@ -30,7 +30,10 @@ struct TargetAddress {
 /// for the user; empty when it has one of the forms above and all its bytes lie within 0 to 65535.
 [[nodiscard]] std::string AddressProblem(std::string_view text);
 
-/// Bytes by their addresses, for messages: "B16639", "B255 and B16639", "B1, B2 and B3".
+/// Bytes by their addresses, for messages: "B16639", "B255 and B16639", "B1, B2 and B3"; behind the tenth "and 5 more".
 [[nodiscard]] std::string ByteList(const std::vector<std::uint16_t>& bytes);
+
+/// The line of a message which says that a value sent only in part may have set these bytes; empty for none.
+[[nodiscard]] std::string HalfSentLine(const std::vector<std::uint16_t>& bytes);
 
 } // namespace vantrel

@@ -1,6 +1,7 @@
 // Breaking lines. Knows UTF-8 well enough not to break a character.
 #include "report/TextWrap.h"
 
+#include "text/PrintableText.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
@@ -11,13 +12,6 @@ namespace vantrel {
 namespace {
 
 constexpr std::string_view Blank = " ";
-
-std::string OnOneLine(std::string_view text) {
-    std::string line(text);
-    std::replace_if(
-        line.begin(), line.end(), [](char byte) { return byte >= '\t' && byte <= '\r'; }, ' ');
-    return line;
-}
 
 /// Where the character that begins at or reaches beyond `at` ends.
 std::size_t CharacterEnd(std::string_view text, std::size_t at) {

@@ -132,6 +132,12 @@ bool IsNumeric(std::string_view text) {
     return whole + decimals > 0 && ExponentLength(text) == text.size();
 }
 
+std::optional<std::uint32_t> LeadingHexNumber(std::string_view text) {
+    std::uint32_t number = 0;
+    const auto error = std::from_chars(text.data(), text.data() + text.size(), number, 16).ec;
+    return error == std::errc{} ? std::optional(number) : std::nullopt;
+}
+
 std::string HexText(std::uint32_t number, std::size_t digits) {
     std::string text;
     for (; number != 0 || text.size() < digits; number >>= 4U)

@@ -27,6 +27,9 @@ namespace vantrel {
 /// True when all of `text` is a number, blanks around it aside: optional sign, digits, a decimal point, an exponent.
 [[nodiscard]] bool IsNumeric(std::string_view text);
 
+/// The hexadecimal digits that `text` begins with; nothing for none, and for more than 32 bits of them.
+[[nodiscard]] std::optional<std::uint32_t> LeadingHexNumber(std::string_view text);
+
 /// Upper-case hexadecimal, filled up with zeros to so many digits.
 [[nodiscard]] std::string HexText(std::uint32_t number, std::size_t digits = 1);
 

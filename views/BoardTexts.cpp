@@ -2,11 +2,9 @@
 #include "views/BoardTexts.h"
 
 #include "text/NumberText.h"
+#include "text/Padding.h"
 
 #include <algorithm>
-#include <charconv>
-#include <iomanip>
-#include <sstream>
 #include <utility>
 
 namespace vantrel {
@@ -36,17 +34,11 @@ constexpr int InvalidProgramToo = 0x5D;
 constexpr int HighestFault = 0x7A;
 
 /// As a 16-bit number, so that the codes from 8000 on are below 0; 0 for what is none.
-int HexNumber(std::string_view code) {
-    unsigned value = 0;
-    std::from_chars(code.data(), code.data() + code.size(), value, 16);
-    return static_cast<std::int16_t>(value & 0xFFFFU);
-}
+int HexNumber(std::string_view code) { return static_cast<std::int16_t>(LeadingHexNumber(code).value_or(0) & 0xFFFFU); }
 
-std::string Joined(const char* separator, int first, int second, int third, int thirdWidth) {
-    std::ostringstream text;
-    text << std::setfill('0') << std::setw(2) << first << separator << std::setw(2) << second << separator
-         << std::setw(thirdWidth) << third;
-    return text.str();
+std::string Joined(const char* separator, int first, int second, int third, std::size_t thirdWidth) {
+    const auto digits = [](int number, std::size_t width) { return PadLeft(std::to_string(number), width, '0'); };
+    return digits(first, 2) + separator + digits(second, 2) + separator + digits(third, thirdWidth);
 }
 
 MessageBox NotConfirmed(std::string title, std::string text) {
@@ -164,13 +156,6 @@ MessageBox SetupSentTwice(std::size_t field, std::string_view value) {
     const std::string name(SetupFields.at(field).description);
     return NotConfirmed(name + " Set-up", "The board holds the value " + std::string(value) + " (" + name +
                                               "), but it had to be sent twice.");
-}
-
-std::string ReachedText(const std::vector<std::uint16_t>& bytes) {
-    std::string list;
-    for (const std::uint16_t byte : bytes)
-        list += (list.empty() ? "B" : ", B") + std::to_string(byte);
-    return list.empty() ? list : "\nWhat was half sent may have set " + list + " to 255.";
 }
 
 MessageBox WriteCutOff(const std::string& title, const std::string& what) {

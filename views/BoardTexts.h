@@ -99,8 +99,6 @@ inline constexpr std::array<SetupField, SetupFieldCount> SetupFields{{
 /// `onBoard`: what the field reads as now.
 /// The value was confirmed, but only when it was sent a second time.
 [[nodiscard]] MessageBox SetupSentTwice(std::size_t field, std::string_view value);
-/// What a half-sent value may have done beside, as a sentence to stand behind the others; empty for no bytes.
-[[nodiscard]] std::string ReachedText(const std::vector<std::uint16_t>& bytes);
 [[nodiscard]] MessageBox SetupNotConfirmed(std::size_t field, std::string_view value, std::string_view onBoard);
 /// `what`: "Time" or "Date".
 /// What to tell when the link failed under a write, whether it was given up or not.

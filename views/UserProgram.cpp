@@ -5,11 +5,11 @@
 #include "link/RSComm.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
+#include "text/NumberText.h"
 #include "text/PrintableText.h"
 #include "text/Windows1252.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -52,9 +52,7 @@ int RevisionNumber(const std::filesystem::path& file, std::string_view markHex) 
                                                            Excerpt(Utf8FromWindows1252(hex), NumberDigits) +
                                                            "\" is no revision number (00 to FF).");
     }
-    int number = 0;
-    std::from_chars(hex.data(), hex.data() + hex.size(), number, 16);
-    return number;
+    return static_cast<int>(LeadingHexNumber(hex).value_or(0));
 }
 
 } // namespace

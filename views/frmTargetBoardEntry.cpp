@@ -1,4 +1,5 @@
 // The entry of set-up words in the target board view: what is written of it, and the pages that wait for it.
+#include "link/TargetAddress.h"
 #include "views/frmTargetBoard.h"
 
 #include <QSignalBlocker>
@@ -29,7 +30,7 @@ Task frmTargetBoard::Write(std::size_t index, std::string value) {
     const Writing writing(*this);
     Setup.at(index).entry->Send();
     const WriteOutcome outcome = co_await passes_.WriteSetup(index, value);
-    const std::string reached = ReachedText(passes_.MayHaveReached());
+    const std::string reached = HalfSentLine(passes_.MayHaveReached());
     if (outcome == WriteOutcome::Written && reached.empty()) co_return;
     if (outcome == WriteOutcome::Written) {
         Tell(SetupSentTwice(index, value), reached);

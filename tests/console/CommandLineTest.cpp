@@ -2,6 +2,8 @@
 #include "app/Program.h"
 #include "tests/console/ConsoleFixture.h"
 
+#include <tuple>
+
 namespace vantrel {
 
 namespace {
@@ -9,12 +11,7 @@ namespace {
 TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
     const std::string file = Imported("plant.sdt");
     WriteText(File("text.sdt"), "no set-up file");
-    struct Case {
-        std::vector<std::string> arguments;
-        int code;
-        const char* said;
-    };
-    const std::vector<Case> cases = {
+    const std::vector<std::tuple<std::vector<std::string>, int, const char*>> cases = {
         {{"downlaod", file}, 2, "There is no command \"downlaod\".\nSee vantrelctl --help."},
         {{"show"}, 2, "FILE is required"},
         {{"show", ""}, 2, "empty"},
@@ -33,9 +30,7 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
         {{"compare", file, "--port", "1", "--speed", "300"}, 2, "--speed: 300 not in {9600,19200}"},
         {{"read", "W16384", "nonsense", "--port", "1"}, 2, "\"nonsense\" is not an address"},
         {{"read", "B65536", "--port", "1"}, 2, "outside"},
-        {{"read", "W8-B9", "--port", "1"},
-         2,
-         "\"W8-B9\" is no range of addresses: its two ends are of different kinds."},
+        {{"read", "W8-B9", "--port", "1"}, 2, "\"W8-B9\" is no range of addresses: its two ends are of"},
         {{"read", "F9-F8", "--port", "1"}, 2, "it ends before it begins"},
         {{"read", "W8-", "--port", "1"}, 2, "is not an address"},
         {{"write", "W16384", "", "--port", "1"}, 2, "empty"},
@@ -61,12 +56,8 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
         {{"read", "W1", "--port", "1", "--trace", File("nowhere/trace")}, 4, "No such file"},
         {{"upload", File("nowhere/plant.sdt"), "--port", "1", "--yes"}, 4, "there is no folder"},
     };
-    for (const Case& each : cases) {
-        const Ended ended = Run(each.arguments);
-        EXPECT_EQ(ended.code, each.code) << each.said << "\n" << ended.err;
-        EXPECT_NE(ended.err.find(each.said), std::string::npos) << each.said << "\n" << ended.err;
-        EXPECT_EQ(ended.out, "") << each.said;
-    }
+    for (const auto& [arguments, code, said] : cases)
+        EXPECT_EQ(Expect(code, arguments, {said}).out, "") << said;
     EXPECT_EQ(RecordOf(file).Value(StatusStackIndex), 100);
 }
 
@@ -74,8 +65,8 @@ TEST_F(ConsoleTest, EveryWayToGoWrongHasItsExitCodeAndSaysWhatToDo) {
 TEST_F(ConsoleTest, ThePortsOfTheComputerAreListedWithWhatStandsBehindTheirNumbers) {
     std::filesystem::create_directory(folder / "Support");
     std::filesystem::create_symlink("/dev/null", folder / "Support" / "COM14");
-    EXPECT_NE(Run({"ports"}).out.find("COM14  /dev/null\n"), std::string::npos);
-    EXPECT_NE(Run({"ports", "--json"}).out.find("\"port\": \"14\""), std::string::npos);
+    Expect(0, "ports", {"COM14  /dev/null\n"});
+    Expect(0, "ports --json", {"\"port\": \"14\""});
 }
 #endif
 
@@ -94,7 +85,7 @@ TEST_F(ConsoleTest, HelpOfEveryCommandHasExamplesAndExitCodes) {
     }
     EXPECT_EQ(Run({"help"}).out, overall.out);
     EXPECT_EQ(Run({"--version"}).out, "vantrelctl " + VersionNumber() + "\n");
-    EXPECT_NE(Run({"help", "simulate"}).out.find("late-answer"), std::string::npos);
+    Expect(0, "help simulate", {"late-answer"});
 }
 
 TEST_F(ConsoleTest, APortNumberUsesTheSettingsFileAsTheWindowsDoAndADeviceLeavesItAlone) {

@@ -125,12 +125,15 @@ protected:
     /// Runs a command, which has to end so and to say all that, on either stream.
     Ended Expect(int code, const std::string& line, const std::vector<std::string>& said = {},
                  const std::optional<std::string>& typed = {}) {
-        const Ended ended = Run(Words(line), typed);
-        EXPECT_EQ(ended.code, code) << line << "\n" << ended.err;
-        for (const std::string& text : said) {
-            EXPECT_NE((ended.out + ended.err).find(text), std::string::npos) << line << "\nnot said: " << text << "\n"
-                                                                             << ended.out << ended.err;
-        }
+        return Expect(code, Words(line), said, typed);
+    }
+    Ended Expect(int code, const std::vector<std::string>& words, const std::vector<std::string>& said,
+                 const std::optional<std::string>& typed = {}) {
+        const Ended ended = Run(words, typed);
+        const std::string all = testing::PrintToString(words) + "\n" + ended.out + ended.err;
+        EXPECT_EQ(ended.code, code) << all;
+        for (const std::string& text : said)
+            EXPECT_NE((ended.out + ended.err).find(text), std::string::npos) << "not said: " << text << "\n" << all;
         return ended;
     }
 

@@ -84,7 +84,7 @@ TEST_F(ConsoleTest, ValuesThatTheBoardDoesNotConfirmAreNamed) {
     record.SetValue(ValueIndex(3, SequenceField::SendToNode), -5);
     WriteRecord(File("plant.sdt"), record);
     Expect(1, "download @plant.sdt --port simulated --yes",
-           {"Warning: sequence 3, SendToNode is -5, which the board cannot hold",
+           {"Warning: The board holds 0 to 65535 only.", "\nsequence 3, To Node: -5\n",
             "\nsequence 3, SendToNode: not confirmed by the board\n1 of 218 values"});
     EXPECT_EQ(board.PeekWord(31756), 1) << "the others arrived";
 }
