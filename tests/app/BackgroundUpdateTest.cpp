@@ -3,35 +3,32 @@
 
 #include "link/TargetMap.h"
 #include "tests/support/BoardLink.h"
+#include "tests/support/SentBytes.h"
 
 namespace vantrel {
 namespace {
 
-class BackgroundUpdateTest : public BoardLink<>, private TrafficLog {
+class BackgroundUpdateTest : public BoardLink<> {
 protected:
     BackgroundUpdateTest() : BoardLink(LinePacing::LineSpeed) {
         program.InitDefaults();
-        link.SetTrafficLog(this);
+        link.SetTrafficLog(&line);
     }
     void Tick(int times = 1) {
         for (int i = 0; i < times; ++i)
             turns.RunToEnd(update.Tick(transferring));
     }
     /// Bytes on the line while something happens.
-    template <typename Happens> int Traffic(Happens happens) {
-        bytes_ = 0;
+    template <typename Happens> std::size_t Traffic(Happens happens) {
+        line.Forget();
         happens();
-        return bytes_;
+        return line.bytes.size();
     }
 
     Program program{ProgramFolder(folder.Path(), folder.Path()), clock};
     BackgroundUpdate update{program, link, clock};
     bool transferring = false;
-
-private:
-    void Exchanged(MonotonicTime, std::uint8_t, std::optional<std::uint8_t>) override { ++bytes_; }
-    void Surplus(MonotonicTime, std::uint8_t) override {}
-    int bytes_ = 0;
+    SentBytes line;
 };
 
 constexpr const char* Normal = "Set-up Program is Currently ONLINE\n-- System Normal --";
@@ -61,10 +58,10 @@ TEST_F(BackgroundUpdateTest, AlarmsAreReadWhenTheProgramGoesOnlineAndEveryTwenti
     EXPECT_EQ(program.systemMessage, "***** SYSTEM ALARM *****\nTarget Board Fault\n\n");
     board.Poke(CurrentFaultByte, 0);
     board.Poke(CurrentCommErrorByte, 5);
-    EXPECT_EQ(Traffic([&] { Tick(19); }), 19 * 2);
+    EXPECT_EQ(Traffic([&] { Tick(19); }), 19 * 2U);
     EXPECT_EQ(program.alarms, (AlarmFlags{false, false, false}))
         << "the fault that every tick reads is believed at once";
-    EXPECT_EQ(Traffic([&] { Tick(); }), 2 * 2);
+    EXPECT_EQ(Traffic([&] { Tick(); }), 2 * 2U);
     EXPECT_EQ(program.systemMessage, "***** SYSTEM ALARM *****\nCommunication Error\n\n");
     EXPECT_FALSE(program.refreshTargetStatus);
 }
@@ -84,7 +81,7 @@ TEST_F(BackgroundUpdateTest, TheCoCpuAlarmIsThatOfABoardThatHasOne) {
 TEST_F(BackgroundUpdateTest, ATransferHasTheLineToItself) {
     transferring = true;
     Open();
-    EXPECT_EQ(Traffic([&] { Tick(25); }), 0);
+    EXPECT_EQ(Traffic([&] { Tick(25); }), 0U);
     EXPECT_EQ(program.systemMessage, "Set-up Program is Currently ONLINE") << "nobody has asked the board yet";
     EXPECT_TRUE(program.refreshTargetStatus) << "as soon as the transfer is over";
 }

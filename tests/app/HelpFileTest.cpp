@@ -1,9 +1,9 @@
 // The help text is cut into topics and searched; the system-information tool is found where the registry says.
 #include "app/HelpFile.h"
 #include "app/SystemInfo.h"
-#include "platform/RuntimeError.h"
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Thrown.h"
 
 #include <gtest/gtest.h>
 
@@ -54,13 +54,9 @@ TEST(HelpFile, ARowIsFoundByItsWordsAndByTheMessageThatItExplains) {
 TEST(HelpFile, AFileThatIsMissingOrNoHelpIsNamed) {
     const TemporaryFolder folder;
     const auto error = [&folder](const char* name) {
-        try {
-            (void)HelpFile::Read(folder / name);
-        } catch (const RuntimeError& failed) {
-            EXPECT_NE(failed.Description().find(name), std::string::npos);
-            return failed.Number();
-        }
-        return 0;
+        const auto failed = Thrown([&] { return HelpFile::Read(folder / name); });
+        EXPECT_TRUE(failed && failed->Description().find(name) != std::string::npos) << name;
+        return failed ? failed->Number() : 0;
     };
     WriteText(folder / "empty.hlp", "no heading\n");
     EXPECT_EQ(error("missing.hlp"), 53);

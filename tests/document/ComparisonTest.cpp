@@ -3,6 +3,7 @@
 
 #include "link/TargetMap.h"
 #include "tests/support/BoardLink.h"
+#include "tests/support/SentBytes.h"
 
 #include <string>
 #include <vector>
@@ -17,12 +18,6 @@ struct NoDisplay final : TransferDisplay {
     void ShowLabel(std::string_view) override {}
     void ShowProgress(std::size_t done, std::size_t total) override { last = {done, total}; }
     std::pair<std::size_t, std::size_t> last;
-};
-
-struct SentBytes final : TrafficLog {
-    void Exchanged(MonotonicTime, std::uint8_t sent, std::optional<std::uint8_t>) override { bytes.push_back(sent); }
-    void Surplus(MonotonicTime, std::uint8_t) override {}
-    std::vector<std::uint8_t> bytes;
 };
 
 class ComparisonTest : public BoardLink<> {

@@ -2,6 +2,7 @@
 #include "document/SequenceEditor.h"
 
 #include "tests/support/BoardLink.h"
+#include "tests/support/SentBytes.h"
 
 #include <functional>
 
@@ -13,15 +14,15 @@ using Texts = std::vector<std::string>;
 
 constexpr std::uint16_t SendToNodeOf1 = 16384 + 512 + 6;
 
-class SequenceEditorTest : public BoardLink<>, private TrafficLog {
+class SequenceEditorTest : public BoardLink<> {
 protected:
-    SequenceEditorTest() { link.SetTrafficLog(this); }
+    SequenceEditorTest() { link.SetTrafficLog(&line); }
     void Begin() {
         board = SimulatedBoard();
         record = DefaultRecord("VANTREL_R1.0.0", {});
         landed.clear();
         dialogs.shown.clear();
-        onByte = nullptr;
+        line.onByte = nullptr;
         port.Close();
         port.MendLine();
         Open();
@@ -41,14 +42,8 @@ protected:
 
     Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
     std::vector<LandedEdit> landed;
-    std::function<void()> onByte;
+    SentBytes line;
     SequenceEditor editor{record, link, turns, [this](const LandedEdit& edit) { landed.push_back(edit); }};
-
-private:
-    void Exchanged(MonotonicTime /*at*/, std::uint8_t /*sent*/, std::optional<std::uint8_t> /*answer*/) override {
-        if (onByte) onByte();
-    }
-    void Surplus(MonotonicTime /*at*/, std::uint8_t /*byte*/) override {}
 };
 
 TEST_F(SequenceEditorTest, AnEditIsStoredKeptAndTurnedAround) {
@@ -113,7 +108,7 @@ TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged
     };
     for (const Case& one : cases) {
         Begin();
-        onByte = one.onByte;
+        line.onByte = one.onByte;
         const LandedEdit edit = Land("1a0h");
         EXPECT_EQ(record.Value(11), 416) << one.what;
         EXPECT_TRUE(edit.CellText().ends_with(one.cell)) << one.what << edit.CellText();
@@ -124,7 +119,7 @@ TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged
         EXPECT_EQ(dialogs.shown.empty(), edit.Message().find("ink") == std::string::npos) << "the editor shows nothing";
         if (one.linkFailed) continue;
         board.ClearFaults();
-        onByte = nullptr;
+        line.onByte = nullptr;
         landed.clear();
         EXPECT_TRUE(Land("1a0h").Confirmed()) << one.what;
         EXPECT_FALSE(editor.Unconfirmed(11)) << one.what;
@@ -133,7 +128,7 @@ TEST_F(SequenceEditorTest, OnlineAnEditIsWrittenBetweenTheFlagsReadBackAndJudged
 
 TEST_F(SequenceEditorTest, AnotherDocumentIsNotMarkedAndWhatWasNotSentIsTold) {
     Begin();
-    onByte = [this] {
+    line.onByte = [this] {
         if (Flag() == 1) port.CutLine();
     };
     editor.Enter({1, SendToNode}, "40");
@@ -142,9 +137,8 @@ TEST_F(SequenceEditorTest, AnotherDocumentIsNotMarkedAndWhatWasNotSentIsTold) {
     Wait();
     EXPECT_FALSE(editor.Unconfirmed(11));
     ASSERT_EQ(landed.size(), 2U);
-    EXPECT_EQ(landed.back().Message(),
-              "The link failed before the board had confirmed W42 for sequence 2, To Node.\n"
-              "Enter it once more when ONLINE again.");
+    EXPECT_EQ(landed.back().Message(), "The link failed before the board had confirmed W42 for sequence 2, To Node.\n"
+                                       "Enter it once more when ONLINE again.");
 }
 
 } // namespace

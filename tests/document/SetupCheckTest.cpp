@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -13,15 +14,23 @@ namespace {
 
 using enum SequenceField;
 
-/// Fields by their place; a used sequence has a description.
-using Fields = std::map<std::pair<std::size_t, SequenceField>, std::int32_t>;
-
-Configuration RecordOf(std::int32_t stack, const Fields& fields) {
+/// "seq 0 node 5 receives 10 into 33": one sequence behind another; those that are named have a description.
+Configuration RecordOf(std::int32_t stack, const std::string& fields) {
+    const std::map<std::string, SequenceField> names{{"node", NodeNumber},           {"sends", SendWordCount},
+                                                     {"from", SendFromTI},           {"to", SendToNode},
+                                                     {"receives", ReceiveWordCount}, {"into", ReceiveToTI}};
     Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
     record.SetValue(StatusStackIndex, stack);
-    for (const auto& [place, value] : fields) {
-        record.SetValue(ValueIndex(place.first, place.second), value);
-        record.SetNodeDescription(place.first, "Filler");
+    std::istringstream words(fields);
+    std::size_t sequence = 0;
+    std::int32_t value = 0;
+    for (std::string name; words >> name >> value;) {
+        if (name == "seq") {
+            sequence = static_cast<std::size_t>(value);
+            record.SetNodeDescription(sequence, "Filler");
+        } else {
+            record.SetValue(ValueIndex(sequence, names.at(name)), value);
+        }
     }
     return record;
 }
@@ -35,68 +44,34 @@ std::string Found(const Configuration& record) {
     return text;
 }
 
-struct Case {
-    std::int32_t stack;
-    Fields fields;
-    std::string found; ///< How the lines begin, or what they hold; none for a clean set-up.
-};
-
 TEST(SetupCheck, FindsWhatTheRulesOfSingleCellsCannotSee) {
+    struct Case {
+        std::int32_t stack;
+        const char* fields;
+        std::string found; ///< How the one line begins; none for a clean set-up.
+    };
     const std::vector<Case> cases = {
-        {1, {}, ""},
-        {34432, {}, ""},
-        {34433, {}, "E 0: The status stack takes 32 words: V34433 to V34464 end behind V34463"},
-        {0, {}, "E 0: V0 is no word of V memory."},
+        {1, "", ""},
+        {34432, "", ""},
+        {34433, "", "E 0: The status stack takes 32 words: V34433 to V34464 end behind V34463"},
+        {0, "", "E 0: V0 is no word of V memory."},
         // Blocks that touch do not overlap; what is sent may be read from anywhere.
-        {1,
-         {{{0, NodeNumber}, 5},
-          {{0, ReceiveWordCount}, 10},
-          {{0, ReceiveToTI}, 33},
-          {{1, NodeNumber}, 6},
-          {{1, ReceiveWordCount}, 10},
-          {{1, ReceiveToTI}, 43},
-          {{2, NodeNumber}, 7},
-          {{2, SendWordCount}, 120},
-          {{2, SendFromTI}, 1}},
-         ""},
-        {1,
-         {{{0, NodeNumber}, 5}, {{0, ReceiveWordCount}, 10}, {{0, ReceiveToTI}, 32}},
+        {1, "seq 0 node 5 receives 10 into 33  seq 1 node 6 receives 10 into 43  seq 2 node 7 sends 120 from 1", ""},
+        {1, "seq 0 node 5 receives 10 into 32",
          "E 7: The words received, V32 to V41, overwrite the status stack, V1 to V32."},
-        {1,
-         {{{0, NodeNumber}, 5},
-          {{0, ReceiveWordCount}, 10},
-          {{0, ReceiveToTI}, 100},
-          {{3, NodeNumber}, 6},
-          {{3, ReceiveWordCount}, 1},
-          {{3, ReceiveToTI}, 109}},
+        {1, "seq 0 node 5 receives 10 into 100  seq 3 node 6 receives 1 into 109",
          "E 28: The words received, V109, overwrite those of sequence 0, V100 to V109."},
-        {1,
-         {{{0, NodeNumber}, 5}, {{0, SendWordCount}, 2}, {{0, SendFromTI}, 34463}},
+        {1, "seq 0 node 5 sends 2 from 34463",
          "E 3: The words sent, V34463 to V34464, end behind V34463, the last word of V memory. Begin at V34462"},
         // Words of a node count by two.
-        {1, {{{0, NodeNumber}, 5}, {{0, SendWordCount}, 2}, {{0, SendToNode}, 8172}}, ""},
-        {1,
-         {{{0, NodeNumber}, 5}, {{0, SendWordCount}, 2}, {{0, SendToNode}, 8174}},
-         "E 4: W8174 to W8176 end behind W8174"},
-        {1,
-         {{{0, NodeNumber}, 5},
-          {{0, SendWordCount}, 3},
-          {{0, SendToNode}, 40},
-          {{1, NodeNumber}, 5},
-          {{1, SendWordCount}, 1},
-          {{1, SendToNode}, 44}},
+        {1, "seq 0 node 5 sends 2 to 8172", ""},
+        {1, "seq 0 node 5 sends 2 to 8174", "E 4: W8174 to W8176 end behind W8174"},
+        {1, "seq 0 node 5 sends 3 to 40  seq 1 node 5 sends 1 to 44",
          "W 11: In node 5 sequence 0 writes W40 to W44 and this one W44"},
-        {1,
-         {{{0, NodeNumber}, 5},
-          {{0, SendWordCount}, 3},
-          {{0, SendToNode}, 40},
-          {{1, NodeNumber}, 6},
-          {{1, SendWordCount}, 1},
-          {{1, SendToNode}, 44}},
-         ""},
-        {1, {{{4, NodeNumber}, 5}}, "W 29: Nothing is sent to node 5"},
-        {1, {{{4, SendWordCount}, 5}}, "W 29: Words are to be moved, but the node number is 0"},
-        {1, {{{4, NodeNumber}, 1}, {{4, SendWordCount}, 5}}, "E 29: 1 is out of range. Only a Number Between 2 and 32"},
+        {1, "seq 0 node 5 sends 3 to 40  seq 1 node 6 sends 1 to 44", ""},
+        {1, "seq 4 node 5", "W 29: Nothing is sent to node 5"},
+        {1, "seq 4 sends 5", "W 29: Words are to be moved, but the node number is 0"},
+        {1, "seq 4 node 1 sends 5", "E 29: 1 is out of range. Only a Number Between 2 and 32"},
     };
     for (const Case& one : cases) {
         const std::string found = Found(RecordOf(one.stack, one.fields));
@@ -106,7 +81,7 @@ TEST(SetupCheck, FindsWhatTheRulesOfSingleCellsCannotSee) {
 }
 
 TEST(SetupCheck, HexadecimalAddressesReachFurtherAndTheWorstStandsFirst) {
-    Configuration record = RecordOf(1, {{{0, NodeNumber}, 5}, {{0, SendWordCount}, 2}, {{0, SendToNode}, 65534}});
+    Configuration record = RecordOf(1, "seq 0 node 5 sends 2 to 65534");
     record.SetAddressType(ValueIndex(0, SendToNode), "H");
     record.SetNodeDescription(0, " ");
     record.SetValue(ValueIndex(9, SendWordCount), 1);

@@ -3,6 +3,7 @@
 #include "document/SettingsTransfer.h"
 #include "link/TargetMap.h"
 #include "tests/support/BoardLink.h"
+#include "tests/support/SentBytes.h"
 
 #include <algorithm>
 #include <functional>
@@ -19,13 +20,6 @@ public:
     }
     std::string label;
     std::function<void(std::size_t)> onProgress;
-};
-
-class SentBytes final : public TrafficLog {
-public:
-    void Exchanged(MonotonicTime, std::uint8_t sent, std::optional<std::uint8_t>) override { bytes.push_back(sent); }
-    void Surplus(MonotonicTime, std::uint8_t) override {}
-    std::vector<std::uint8_t> bytes;
 };
 
 class TransferTest : public BoardLink<> {
@@ -72,17 +66,6 @@ TEST_F(TransferTest, ADownloadWritesTheFlagThenEveryValueInOrderThenTheFlag) {
     EXPECT_TRUE(dialogs.shown.empty());
 }
 
-std::string Texts(const MessageBox& box) { return box.title + "|" + box.text; }
-
-TEST(TransferTexts, AreTheProgramsOwn) {
-    EXPECT_EQ(Texts(UploadQuestion()),
-              "Data Upload|You are about to Upload Data from the PLC\n\nDo You Wish to Continue?");
-    EXPECT_EQ(Texts(DownloadQuestion()),
-              "Data Download|You are about to Download Data to the PLC\n\nDo You Wish to Continue?");
-    EXPECT_EQ(Texts(OfflineQuestion()), "Program Offline|Program is Currently OFFLINE\n\n"
-                                        "Do You Wish to Switch to ONLINE MODE to Continue?");
-}
-
 TEST_F(TransferTest, AnUploadBringsBackTheValuesAndOneThatBreaksOffKeepsWhatItCouldNotRead) {
     SettingsTransfer download = Transfer(TransferMode::DownloadData);
     Finish(download);
@@ -99,7 +82,7 @@ TEST_F(TransferTest, AnUploadBringsBackTheValuesAndOneThatBreaksOffKeepsWhatItCo
     EXPECT_EQ(broken.Walked(), 57U);
     EXPECT_EQ(record.Values, sent.Values);
     ASSERT_EQ(dialogs.shown.size(), 2U);
-    EXPECT_EQ(Texts(dialogs.shown[1]), "RTFCD7|Error Processing Request\n\nProcess Not Complete");
+    EXPECT_EQ(dialogs.shown[1].text, "Error Processing Request\n\nProcess Not Complete");
 }
 
 TEST_F(TransferTest, ValuesThatDidNotArriveAreNamedAndTheRestGoesOn) {

@@ -5,49 +5,49 @@
 #include "document/WriteThrough.h"
 #include "link/StatusText.h"
 
-#include <memory>
+#include <numeric>
 #include <utility>
 
 namespace vantrel::proof {
 
 namespace {
 
-/// The first byte of an address text and how many it has; a bit counts as its byte.
-std::pair<int, int> Span(const std::string& address) {
+/// The bytes of an address text; a bit counts as its byte.
+std::vector<int> BytesOf(const std::string& address) {
     const TargetAddress parsed = ParseAddress(address);
-    return {parsed.byteAddress, ByteCount(parsed.type)};
+    std::vector<int> bytes(static_cast<std::size_t>(ByteCount(parsed.type)));
+    std::iota(bytes.begin(), bytes.end(), parsed.byteAddress);
+    return bytes;
 }
 
 } // namespace
 
 void Said::Value(std::map<int, int>& list, const std::string& address, std::uint32_t number) {
-    const auto [first, count] = Span(address);
-    const std::uint32_t low = count == 4 ? number % 10000 : number & 0xFFFF;
-    const std::uint32_t high = count == 4 ? number / 10000 : 0;
-    for (int i = 0; i < count; ++i)
-        list[first + i] = static_cast<int>((i < 2 ? low : high) >> (i % 2 * 8) & 0xFF);
+    const std::vector<int> bytes = BytesOf(address);
+    // A double word is two of four decimal digits.
+    const bool two = bytes.size() == 4;
+    const std::uint32_t words = two ? number % 10000 | number / 10000 << 16 : number & 0xFFFF;
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        list[bytes[i]] = static_cast<int>(words >> (i * 8) & 0xFF);
 }
 
 void Said::TakeBack(std::map<int, int>& list, const std::string& address) {
-    const auto [first, count] = Span(address);
-    for (int i = 0; i < count; ++i)
-        list.erase(first + i);
+    for (const int byte : BytesOf(address))
+        list.erase(byte);
 }
 
 void Said::Doubt(const std::string& address) {
-    const auto [first, count] = Span(address);
-    for (int i = 0; i < count; ++i)
-        doubtful.insert(first + i);
+    for (const int byte : BytesOf(address))
+        doubtful.insert(byte);
     TakeBack(stored, address);
 }
 
-void Said::Wrote(const std::string& address, std::uint32_t number, const WriteResult& result) {
-    if (result.Confirmed()) {
+void Said::Wrote(const std::string& address, std::uint32_t number, bool confirmed) {
+    if (confirmed) {
         Value(stored, address, number);
     } else {
         Doubt(address);
     }
-    mayHaveReached.insert(result.mayHaveReached.begin(), result.mayHaveReached.end());
 }
 
 namespace {
@@ -79,68 +79,63 @@ Task ReadValues(World& world) {
     if (number && *number != 1) world.said.shown[33] = -1;
 }
 
+TaskOf<bool> Write(World& world, std::string address, std::string number, std::uint32_t byte) {
+    const WriteResult result = co_await world.link.RSWrite(address, number);
+    world.said.Wrote(address, byte, result.Confirmed());
+    world.said.Reached(result.mayHaveReached);
+    co_return result.Confirmed();
+}
+
 Task WriteValues(World& world) {
     const std::pair<std::string, std::uint32_t> writes[] = {
         {"B200", 0x55}, {"W22222", 0x1234}, {"D23000", 123456789}, {"W40002", 0xFFFF}, {"B255", 0}};
-    for (const auto& [address, number] : writes) {
-        const WriteResult result = co_await world.link.RSWrite(address, std::to_string(number));
-        world.said.Wrote(address, number, result);
-    }
+    for (const auto& [address, number] : writes)
+        (void)co_await Write(world, address, std::to_string(number), number);
 }
 
+/// The value of a bit's byte beside it.
 Task WriteBits(World& world) {
-    const WriteResult off = co_await world.link.RSWrite("F13", "0");
-    world.said.Wrote("B33", 0xDF, off);
-    if (!off.Confirmed()) co_return;
-    const WriteResult on = co_await world.link.RSWrite("B201.3", "1");
-    world.said.Wrote("B201", 0x08, on);
+    const bool off = co_await Write(world, "F13", "0", 0xDF);
+    if (off) (void)co_await Write(world, "B201.3", "1", 0x08);
 }
 
 Task WriteOneThrough(World& world) {
     const WriteThroughResult result = co_await WriteThrough(world.link, "W16898", 0xABCD);
-    world.said.Wrote("W16898", 0xABCD, result.written);
-    world.said.mayHaveReached.insert(result.mayHaveReached.begin(), result.mayHaveReached.end());
+    world.said.Wrote("W16898", 0xABCD, result.written.Confirmed());
+    world.said.Reached(result.written.mayHaveReached);
+    world.said.Reached(result.mayHaveReached);
     world.said.Read("W16898", result.onBoard);
     if (const auto held = result.onBoard.Number(); held && *held != 0xABCD) world.said.Doubt("W16898");
     world.said.flagNamed = !result.flagLowered;
     if (!result.flagRaised) world.said.Doubt(WriteThroughFlag);
 }
 
-Task Download(World& world) {
+Task Transfer(World& world, TransferMode mode) {
     Configuration record = Record(world);
     NoDisplay display;
-    SettingsTransfer transfer(TransferMode::DownloadData, record, world.link, world.dialogs, world.turns, display);
+    SettingsTransfer transfer(mode, record, world.link, world.dialogs, world.turns, display);
     world.cancel = [&transfer] { transfer.Cancel(); };
     co_await transfer.Run();
     Said& said = world.said;
+    const bool upload = mode == TransferMode::UploadData;
+    auto& list = upload ? said.shown : said.stored;
     for (std::size_t i = 0; i < transfer.Walked(); ++i)
-        said.Value(said.stored, record.TargetAddress(i), static_cast<std::uint32_t>(record.Value(i)));
+        said.Value(list, record.TargetAddress(i), static_cast<std::uint32_t>(record.Value(i)));
     for (const std::size_t index : transfer.Unconfirmed())
-        said.Doubt(record.TargetAddress(index));
-    if (!transfer.Complete()) said.Doubt(record.TargetAddress(transfer.Walked()));
-    said.mayHaveReached.insert(transfer.MayHaveReached().begin(), transfer.MayHaveReached().end());
+        upload ? Said::TakeBack(list, record.TargetAddress(index)) : said.Doubt(record.TargetAddress(index));
+    said.Reached(transfer.MayHaveReached());
     said.flagNamed = !transfer.FlagCleared();
-    if (transfer.Reconnected()) {
-        for (const auto& [byte, value] : std::exchange(said.stored, {}))
-            said.doubtful.insert(byte);
-    }
+    if (upload && !transfer.FlagCleared()) said.Doubt(WriteThroughFlag);
+    if (upload) co_return;
+    if (!transfer.Complete()) said.Doubt(record.TargetAddress(transfer.Walked()));
+    if (!transfer.Reconnected()) co_return;
+    for (const auto& [byte, value] : std::exchange(said.stored, {}))
+        said.doubtful.insert(byte);
 }
 
-Task Upload(World& world) {
-    Configuration record = Record(world);
-    NoDisplay display;
-    SettingsTransfer transfer(TransferMode::UploadData, record, world.link, world.dialogs, world.turns, display);
-    world.cancel = [&transfer] { transfer.Cancel(); };
-    co_await transfer.Run();
-    Said& said = world.said;
-    for (std::size_t i = 0; i < transfer.Walked(); ++i)
-        said.Value(said.shown, record.TargetAddress(i), static_cast<std::uint32_t>(record.Value(i)));
-    for (const std::size_t index : transfer.Unconfirmed())
-        Said::TakeBack(said.shown, record.TargetAddress(index));
-    said.mayHaveReached.insert(transfer.MayHaveReached().begin(), transfer.MayHaveReached().end());
-    said.flagNamed = !transfer.FlagCleared();
-    if (!transfer.FlagCleared()) said.Doubt(WriteThroughFlag);
-}
+Task Download(World& world) { return Transfer(world, TransferMode::DownloadData); }
+
+Task Upload(World& world) { return Transfer(world, TransferMode::UploadData); }
 
 Task Compare(World& world) {
     const Configuration record = Record(world);

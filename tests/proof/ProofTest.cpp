@@ -29,30 +29,15 @@ struct Trouble {
 
 /// Faults that strike once leave the link standing, without a word to the user; the others may end in a warning.
 constexpr std::array Troubles{
-    Trouble{""},
-    Trouble{"lost-byte:once"},
-    Trouble{"no-answer:once"},
-    Trouble{"doubled-byte:once"},
-    Trouble{"wrong-echo:once"},
-    Trouble{"wrong-data:once"},
-    Trouble{"spoiled-answer:once"},
-    Trouble{"spoiled-answer:once:01H"},
-    Trouble{"spoiled-byte:once"},
-    Trouble{"spoiled-byte:once:02H"},
-    Trouble{"late-answer:once:60ms"},
-    Trouble{"late-answer:once:600ms"},
-    Trouble{"late-answer:once:1100ms"},
-    Trouble{"late-answer:once:1500ms"},
-    Trouble{"late-answer:once:3200ms"},
-    Trouble{"", 60ms},
-    Trouble{"", 10min},
-    Trouble{"no-answer"},
-    Trouble{"no-answer", 0ms, 100ms},
-    Trouble{"no-answer", 0ms, 30ms},
-    Trouble{"wrong-echo"},
-    Trouble{"spoiled-answer"},
-    Trouble{"hang-up"},
-    Trouble{"hang-up:once", 0ms, 0ms, true},
+    // clang-format off
+    Trouble{""}, Trouble{"lost-byte:once"}, Trouble{"no-answer:once"}, Trouble{"doubled-byte:once"},
+    Trouble{"wrong-echo:once"}, Trouble{"wrong-data:once"}, Trouble{"spoiled-answer:once"},
+    Trouble{"spoiled-answer:once:01H"}, Trouble{"spoiled-byte:once"}, Trouble{"spoiled-byte:once:02H"},
+    Trouble{"late-answer:once:60ms"}, Trouble{"late-answer:once:600ms"}, Trouble{"late-answer:once:1100ms"},
+    Trouble{"late-answer:once:1500ms"}, Trouble{"late-answer:once:3200ms"}, Trouble{"", 60ms}, Trouble{"", 10min},
+    Trouble{"no-answer"}, Trouble{"no-answer", 0ms, 100ms}, Trouble{"no-answer", 0ms, 30ms}, Trouble{"wrong-echo"},
+    Trouble{"spoiled-answer"}, Trouble{"hang-up"}, Trouble{"hang-up:once", 0ms, 0ms, true},
+    // clang-format on
 };
 
 SimulatedFault FaultOf(const Trouble& trouble) {
@@ -61,15 +46,11 @@ SimulatedFault FaultOf(const Trouble& trouble) {
 
 /// The kinds of board, by their habits.
 constexpr std::array Boards{
-    "",
-    "half-sent=40ms",
-    "half-sent=40ms after-half-sent=mode",
-    "half-sent=40ms after-half-sent=mode idle=echo",
-    "half-sent=55ms after-half-sent=mode",
-    "idle=echo",
-    "half-sent=forever",
-    "half-sent=forever idle=echo",
+    // clang-format off
+    "", "half-sent=40ms", "half-sent=40ms after-half-sent=mode", "half-sent=40ms after-half-sent=mode idle=echo",
+    "half-sent=55ms after-half-sent=mode", "idle=echo", "half-sent=forever", "half-sent=forever idle=echo",
     "sync-in-mode=first",
+    // clang-format on
 };
 
 struct Case {

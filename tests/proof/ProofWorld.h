@@ -50,8 +50,9 @@ struct Said {
     void Doubt(const std::string& address);
     /// What `list` says of `address` was marked as not sure.
     static void TakeBack(std::map<int, int>& list, const std::string& address);
-    /// A write of `number` at `address` that ended so.
-    void Wrote(const std::string& address, std::uint32_t number, const WriteResult& result);
+    /// A write of `number` at `address`.
+    void Wrote(const std::string& address, std::uint32_t number, bool confirmed);
+    void Reached(const std::vector<std::uint16_t>& bytes) { mayHaveReached.insert(bytes.begin(), bytes.end()); }
     void Read(const std::string& address, const Reading& reading) {
         if (const auto number = reading.Number()) Value(shown, address, *number);
     }

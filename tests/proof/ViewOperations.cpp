@@ -14,9 +14,9 @@ namespace {
 
 constexpr std::int16_t Sequence = 4;
 
-/// The number in a shown text; nothing for a "-".
+/// The number in a shown text, behind a "V" or "W"; nothing for a "-".
 std::optional<std::uint32_t> ShownNumber(const std::string& text, int base) {
-    const std::size_t digits = text.find_first_of("0123456789ABCDEF");
+    const std::size_t digits = text.find_first_of("0123456789ABCDEF", 0, static_cast<std::size_t>(base));
     if (digits == std::string::npos || text.find('-') != std::string::npos) return std::nullopt;
     return static_cast<std::uint32_t>(std::stoul(text.substr(digits), nullptr, base));
 }
@@ -42,10 +42,7 @@ public:
 
 private:
     void Note(const std::string& address, const std::string& text) {
-        // Decimal, behind a "V" or "W".
-        const std::size_t digits = text.find_first_of("0123456789");
-        if (digits == std::string::npos || text.find('-') != std::string::npos) return;
-        world_.said.Value(world_.said.shown, address, static_cast<std::uint32_t>(std::stoul(text.substr(digits))));
+        if (const auto number = ShownNumber(text, 10)) world_.said.Value(world_.said.shown, address, *number);
     }
     World& world_;
 };
@@ -108,27 +105,17 @@ Task BoardPass(World& world) {
     if (view.alarms[0] != fault) world.said.shown[CurrentFaultByte] = -1;
 }
 
-void NoteWrites(World& world, WriteOutcome outcome, std::initializer_list<std::pair<int, int>> values) {
-    for (const auto& [byte, value] : values) {
-        if (outcome == WriteOutcome::Written) {
-            world.said.stored[byte] = value;
-        } else {
-            world.said.doubtful.insert(byte);
-        }
-    }
-}
-
 Task ResetFaults(World& world) {
     BoardView view(world);
     const WriteOutcome outcome = co_await view.monitor.ResetFaultCodes();
-    NoteWrites(world, outcome,
-               {{LastCommErrorByte, 0}, {CurrentCommErrorByte, 0}, {LastFaultByte, 0}, {CurrentFaultByte, 0}});
+    for (const int byte : {LastCommErrorByte, CurrentCommErrorByte, LastFaultByte, CurrentFaultByte})
+        world.said.Wrote("B" + std::to_string(byte), 0, outcome == WriteOutcome::Written);
 }
 
 Task SetAddress(World& world) {
     BoardView view(world);
     const WriteOutcome outcome = co_await view.monitor.WriteSetup(NetworkAddressField, "17");
-    NoteWrites(world, outcome, {{NetworkAddressByte, 17}});
+    world.said.Wrote("B" + std::to_string(NetworkAddressByte), 17, outcome == WriteOutcome::Written);
 }
 
 Task SetClock(World& world) {

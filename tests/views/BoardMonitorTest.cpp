@@ -5,6 +5,7 @@
 #include "link/TargetMap.h"
 #include "platform/RuntimeError.h"
 #include "tests/support/BoardLink.h"
+#include "tests/support/SentBytes.h"
 
 #include <functional>
 #include <map>
@@ -15,22 +16,22 @@
 namespace vantrel {
 namespace {
 
-class BoardMonitorTest : public BoardLink<>, public BoardDisplay, private TrafficLog {
+class BoardMonitorTest : public BoardLink<>, public BoardDisplay {
 protected:
     BoardMonitorTest() {
         Open();
         (void)turns.RunToEnd(link.RSRead("B0")); // the link is in the read mode from now on
-        link.SetTrafficLog(this);
+        link.SetTrafficLog(&line);
         WriteText(folder / "faults.txt", "0A,Early\n45,User\n0a,\"Watchdog, late\"\n42,Dead\n");
         WriteText(folder / "errors.txt", "05,No answer\n");
     }
     /// The bytes read in a whole pass; in the read mode each is two exchanges, high and low address.
     std::vector<int> Run(Task pass) {
-        sent_.clear();
+        line.Forget();
         turns.RunToEnd(pass);
         std::vector<int> reads;
-        for (std::size_t i = 0; i + 1 < sent_.size(); i += 2)
-            reads.push_back(sent_[i] * 256 + sent_[i + 1]);
+        for (std::size_t i = 0; i + 1 < line.bytes.size(); i += 2)
+            reads.push_back(line.bytes[i] * 256 + line.bytes[i + 1]);
         return reads;
     }
     std::vector<int> FirstPass() { return Run(monitor.ShowBoardOnline()); }
@@ -56,15 +57,7 @@ protected:
     std::optional<bool> clockEnabled, resetEnabled, goOnline;
     std::map<BoardCode, std::string> captions, descriptions;
     std::map<std::size_t, std::string> setup, revision;
-    std::function<void()> onByte;
-
-private:
-    void Exchanged(MonotonicTime, std::uint8_t sent, std::optional<std::uint8_t>) override {
-        sent_.push_back(sent);
-        if (onByte) onByte();
-    }
-    void Surplus(MonotonicTime, std::uint8_t) override {}
-    std::vector<int> sent_;
+    SentBytes line;
 };
 
 TEST_F(BoardMonitorTest, TheFirstPassShowsCodesDescriptionsAndRevision) {
@@ -175,7 +168,7 @@ TEST_F(BoardMonitorTest, ARevisionThatWasDoubtfulIsADashUntilItIsReadAgain) {
 TEST_F(BoardMonitorTest, AfterAReconnectionEverythingIsReadAnew) {
     board.Poke(CurrentFaultByte, 0x0A);
     int bytes = 0;
-    onByte = [&] {
+    line.onByte = [&] {
         if (++bytes != 8) return;
         board.Poke(CurrentFaultByte, 0x45);
         port.CutLine();
@@ -197,7 +190,7 @@ TEST_F(BoardMonitorTest, AfterAReconnectionEverythingIsReadAnew) {
 
 TEST_F(BoardMonitorTest, EachValueOfTheClockIsThatOfItsOwnWrite) {
     clock.Advance(std::chrono::seconds(54 * 60 + 52)); // 09:59:59
-    onByte = [&] { clock.Advance(std::chrono::milliseconds(250)); };
+    line.onByte = [&] { clock.Advance(std::chrono::milliseconds(250)); };
     EXPECT_EQ(turns.RunToEnd(monitor.SetToCurrTime()), WriteOutcome::Written);
     EXPECT_EQ(board.Peek(ClockHourByte, clock.Now()), 9);
     EXPECT_EQ(board.Peek(ClockMinuteByte, clock.Now()), 0);
@@ -209,12 +202,12 @@ TEST_F(BoardMonitorTest, AWriteIsDoneWhenTheBoardHoldsIt) {
     EXPECT_EQ(setup[NetworkAddressField], "1");
     EXPECT_FALSE(monitor.MayHaveReached().empty());
     // The board's clock goes on between a write and its look.
-    onByte = [&] {
+    line.onByte = [&] {
         if (board.Peek(ClockSecondByte, clock.Now()) == 59) clock.Advance(std::chrono::seconds(1));
     };
     EXPECT_EQ(turns.RunToEnd(monitor.WriteSetup(FirstClockField + 2, "59")), WriteOutcome::Written);
     EXPECT_EQ(setup[FirstClockField + 2], "0");
-    onByte = [&] { clock.Advance(std::chrono::milliseconds(15)); };
+    line.onByte = [&] { clock.Advance(std::chrono::milliseconds(15)); };
     EXPECT_EQ(turns.RunToEnd(monitor.SetToCurrTime()), WriteOutcome::Written);
 }
 

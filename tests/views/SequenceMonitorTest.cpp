@@ -4,7 +4,7 @@
 
 #include "link/TargetMap.h"
 #include "tests/support/BoardLink.h"
-#include "tests/views/ReadAddresses.h"
+#include "tests/support/SentBytes.h"
 
 #include <algorithm>
 #include <functional>
@@ -76,7 +76,7 @@ protected:
     Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
     std::int16_t selected = 0;
     SequenceMonitor monitor{record, link, turns, selected, *this};
-    ReadAddresses log;
+    SentBytes log;
     bool active = true;
     std::set<int> visible{1, 2};
     Texts shown; ///< In their order; dashes are not counted.

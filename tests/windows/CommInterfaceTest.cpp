@@ -1,5 +1,5 @@
 // The communication interface view as a user meets it: keys and clicks, real boxes, the simulated board in process.
-#include "tests/views/ReadAddresses.h"
+#include "tests/support/SentBytes.h"
 #include "tests/windows/ViewFixture.h"
 #include "views/frmCommInterface.h"
 
@@ -48,7 +48,7 @@ protected:
     [[nodiscard]] std::string Status() const { return view.lblSetting[2].text().toStdString(); }
     [[nodiscard]] QColor Colour() const { return view.fgSettings[2].palette().color(QPalette::Text); }
 
-    ReadAddresses log;
+    SentBytes log;
     Document document{"VANTREL_R1.0.0", clock};
     std::int16_t selected = 3;
     frmCommInterface view{document, link, turns, dialogs, clock, selected, [this] { ApplyMode(view); }};

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "document/frmMain.h"
-#include "tests/views/ReadAddresses.h"
+#include "tests/support/SentBytes.h"
 #include "tests/windows/FrameFixture.h"
 
 namespace vantrel {
@@ -84,7 +84,7 @@ protected:
     [[nodiscard]] bool BoxSeen() const { return !editor->txtEntry.visibleRegion().isEmpty(); }
 
     frmMain* editor = nullptr;
-    ReadAddresses line;
+    SentBytes line;
 };
 
 } // namespace vantrel

@@ -13,15 +13,6 @@ using Texts = std::vector<std::string>;
 constexpr const char* NodeRefused = "VANTREL Configuration|Only a Number Between 2 and 32 can be Entered";
 constexpr const char* CallError = "VANTREL|Error Number = 5";
 
-TEST_F(EditorTest, AnEntryIsStoredInItsNotation) {
-    for (const auto& [column, typed, shown] :
-         {std::tuple{2, "13.5", "14"}, {4, "20h", "20H"}, {7, "34463", "V34463"}}) {
-        Enter(5, column, typed);
-        Press(Qt::Key_Return);
-        EXPECT_EQ(Cell(5, column), shown);
-    }
-}
-
 TEST_F(EditorTest, EnterAndTheArrowsMoveOnWithTheBoxOpen) {
     Enter(30, 6, "40");
     Press(Qt::Key_Return);

@@ -3,7 +3,7 @@
 #include "app/frmProcessing.h"
 #include "app/frmWaitDisplay.h"
 #include "platform/RuntimeError.h"
-#include "tests/views/ReadAddresses.h"
+#include "tests/support/SentBytes.h"
 #include "tests/windows/ViewFixture.h"
 
 namespace vantrel {
@@ -64,7 +64,7 @@ protected:
                (result.reconnected ? "reconnected " : "");
     }
 
-    ReadAddresses traffic;
+    SentBytes traffic;
     QTimer look;
     std::function<void()> whenSilent;
     MonotonicTime givenUp{};

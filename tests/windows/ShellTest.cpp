@@ -9,8 +9,6 @@
 namespace vantrel {
 namespace {
 
-using namespace std::chrono_literals;
-
 QString Heard(QWidget* widget) { return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name); }
 
 class ShellTest : public FrameTest {
@@ -99,19 +97,6 @@ TEST_F(ShellTest, AnEntryStaysOpenWhileTheChildIsMaximisedAndThereIsAWayBackFrom
     QCoreApplication::processEvents();
     frame->mnuViewMainDisplay->trigger();
     EXPECT_TRUE(!Child().isMinimized() && Editor().isVisible());
-}
-
-TEST_F(ShellTest, OnlineAfterOfflineWhileThePortIsBeingOpenedCountsForItself) {
-    board.AddFault({.kind = FaultKind::NoAnswer});
-    frame->mnuViewOnline->trigger();
-    for (const MonotonicTime end = clock.Now() + 500ms; clock.Now() < end && frame->Link().Busy();)
-        QCoreApplication::processEvents();
-    frame->mnuViewOffline->trigger();
-    board.ClearFaults();
-    frame->mnuViewOnline->trigger();
-    Settle();
-    EXPECT_EQ(Mode(), "ONLINE");
-    EXPECT_TRUE(user.shown.empty());
 }
 
 } // namespace

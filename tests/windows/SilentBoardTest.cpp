@@ -49,6 +49,18 @@ TEST_F(SilentBoardTest, OpeningLooksOfflineUntilTheBoardAnswersAndIsGivenUpAtOnc
     EXPECT_FALSE(frame->isVisible());
 }
 
+TEST_F(SilentBoardTest, OnlineAfterOfflineWhileThePortIsBeingOpenedCountsForItself) {
+    FallSilent();
+    frame->mnuViewOnline->trigger();
+    Pass(500ms);
+    frame->mnuViewOffline->trigger();
+    board.ClearFaults();
+    frame->mnuViewOnline->trigger();
+    Settle();
+    EXPECT_EQ(Mode(), "ONLINE");
+    EXPECT_TRUE(user.shown.empty());
+}
+
 TEST_F(SilentBoardTest, NothingIsCalledNormalWhileTheBoardIsSilentAndOfflineTakesEffectAtOnce) {
     GoOnline();
     Tick();
