@@ -26,6 +26,9 @@ std::string TopicOf(const QWidget& window) {
                                 std::pair{"frmSetupComm", "comm-port"},
                                 std::pair{"frmProcessing", "transfer"},
                                 std::pair{"frmWaitDisplay", "report"},
+                                std::pair{"frmComparing", "transfer"},
+                                std::pair{"frmIdentifying", "backups"},
+                                std::pair{"frmBackups", "backups"},
                                 std::pair{"frmAbout", "first-steps"}};
     for (const auto& [name, topic] : topics) {
         if (window.objectName() == QLatin1String(name)) return topic;
