@@ -68,6 +68,7 @@ frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std
               .dateText = [](OleDate date) { return DateAndTime(date); },
               .notice = [this](const std::string& text) { Notice(QString::fromStdString(text), LongNotice); }}),
       unsaved_(program_.folder.UserFolder() / "Unsaved", program_.document, clock), background_(program_, link_, clock),
+      backups_(program_.folder.UserFolder() / "Backups"), knownBoards_(program_.folder.UserFolder() / "Boards.txt"),
       fixedDevice_(std::move(fixedDevice)) {
     setObjectName(QStringLiteral("frmMDIMain"));
     setWindowIcon(IconOf(ProgramIcon::Program));

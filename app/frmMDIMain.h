@@ -3,8 +3,11 @@
 #pragma once
 
 #include "app/BackgroundUpdate.h"
+#include "app/KnownBoards.h"
 #include "app/Program.h"
+#include "app/RecentFiles.h"
 #include "app/frmProcessing.h"
+#include "document/Backups.h"
 #include "document/Comparison.h"
 #include "document/FileCommands.h"
 #include "link/PortSettingsEditor.h"
@@ -16,11 +19,13 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QList>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPointer>
+#include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -86,6 +91,8 @@ public:
     QAction* mnuToolsCompareBoard = nullptr;
     QAction* mnuToolsCompareFile = nullptr;
     QAction* mnuToolsCheck = nullptr;
+    QAction* mnuToolsBackUp = nullptr;
+    QAction* mnuToolsBackups = nullptr;
     QMenu* mnuHelp = nullptr;
     QAction* mnuHelpHelpTopics = nullptr;
     QAction* mnuHelpAbout = nullptr;
@@ -168,9 +175,17 @@ private:
     bool HelpKey(const QEvent& event);
 
     // What the window remembers from one run to the next (frmMDIMainPlace.cpp)
+    [[nodiscard]] std::unique_ptr<QSettings> Settings() const;
     [[nodiscard]] static std::filesystem::path DocumentsFolder();
     void RestorePlace();
     void SavePlace();
+
+    // Recent files (frmMDIMainRecent.cpp)
+    [[nodiscard]] RecentFiles RememberedFiles() const;
+    /// The document's file is the one opened or saved last.
+    void NoteRecent();
+    /// Makes the entries anew, as the menu opens.
+    void ShowRecent();
 
     // Commands (frmMDIMainCommands.cpp)
     void FileNew();
@@ -238,6 +253,24 @@ private:
     void SaveComparison();
     void PrintComparison();
 
+    // Safety copies, and which board it is (frmMDIMainBackups.cpp)
+    void ToolsBackUp();
+    void ToolsBackups();
+    /// The questions of a download whose answers take the board; false when it is not to begin.
+    [[nodiscard]] bool MayDownload();
+    [[nodiscard]] bool AcceptsBoard(const std::optional<BoardIdentity>& board);
+    /// Keeps the values of the board whose identity was asked at that opening of the port, or asks the user to do
+    /// without.
+    [[nodiscard]] bool BackUpBoard(const std::optional<BoardIdentity>& board, int opened);
+    /// Why the copy could not be kept; empty when it was.
+    [[nodiscard]] std::string KeepBackup(const BoardComparison& values, const std::string& board, int opened);
+    /// The file that the document's board is remembered for; empty for none.
+    [[nodiscard]] std::filesystem::path BoardFile() const;
+    /// The document has just been sent to that board or fetched from it.
+    void NoteBoard(const std::optional<BoardIdentity>& board);
+    /// Remembers that for the document's file, as soon as it has one.
+    void RememberBoard();
+
     Clock& clock_;
     SerialPort& port_;
     Program program_;
@@ -247,6 +280,10 @@ private:
     FileCommands files_;
     UnsavedCopy unsaved_;
     BackgroundUpdate background_;
+    Backups backups_;
+    KnownBoards knownBoards_;
+    std::optional<BoardIdentity> lastBoard_; ///< Of the document's values,
+    int lastBoardOf_ = 0; ///< which is the one of that generation.
     std::string fixedDevice_;
     QString captionPrefix_;
     QMdiArea* children_ = nullptr;
@@ -261,6 +298,8 @@ private:
     std::array<QMdiSubWindow*, 1> childWindows_{};
     int currentChild_ = -1;
     std::function<void()> modeChanged_; ///< Of the view that is open.
+    QList<QAction*> recentEntries_; ///< And the separator behind them.
+    std::filesystem::path recentNoted_;
     MonotonicTime noticeUntil_{};
     bool shownOnline_ = false;
     bool wantOnline_ = false; ///< What the mode is on its way to.

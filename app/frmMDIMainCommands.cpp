@@ -103,6 +103,8 @@ void frmMDIMain::AfterFileCommand() {
     ShowCaption();
     ShowDocumentDate();
     RefreshOfflineEditing();
+    NoteRecent();
+    RememberBoard();
     FollowLink();
     editor_->RefillIfAsked();
 }

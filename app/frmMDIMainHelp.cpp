@@ -27,6 +27,9 @@ std::string TopicOf(const QWidget& window) {
                                 std::pair{"frmProcessing", "transfer"},
                                 std::pair{"frmComparing", "compare"},
                                 std::pair{"frmWaitDisplay", "report"},
+                                std::pair{"frmComparing", "transfer"},
+                                std::pair{"frmIdentifying", "backups"},
+                                std::pair{"frmBackups", "backups"},
                                 std::pair{"frmAbout", "first-steps"}};
     for (const auto& [name, topic] : topics) {
         if (window.objectName() == QLatin1String(name)) return topic;

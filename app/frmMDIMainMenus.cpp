@@ -43,6 +43,7 @@ void frmMDIMain::BuildMenus() {
     mnuFile->addSeparator();
     mnuFileReportPdf = AddEntry(mnuFile, "mnuFileReportPdf", "Report to PD&F File...", &Frame::FileReportPdf);
     mnuFile->addSeparator();
+    connect(mnuFile, &QMenu::aboutToShow, this, [this] { ShowRecent(); });
     mnuFileExit = AddEntry(mnuFile, "mnuFileExit", "E&xit", &Frame::FileExit);
 
     mnuEdit = AddMenu("mnuEdit", "&Edit");
@@ -70,13 +71,16 @@ void frmMDIMain::BuildMenus() {
     mnuToolsCompareFile = AddEntry(mnuTools, "mnuToolsCompareFile", "Compare With &File...", &Frame::ToolsCompareFile);
     mnuTools->addSeparator();
     mnuToolsCheck = AddEntry(mnuTools, "mnuToolsCheck", "Check &Set-up", &Frame::ToolsCheck);
+    mnuTools->addSeparator();
+    mnuToolsBackUp = AddEntry(mnuTools, "mnuToolsBackUp", "Back &Up Before Download", &Frame::ToolsBackUp);
+    mnuToolsBackups = AddEntry(mnuTools, "mnuToolsBackups", "B&ackups...", &Frame::ToolsBackups);
 
     mnuHelp = AddMenu("mnuHelp", "&Help");
     mnuHelpHelpTopics = AddEntry(mnuHelp, "mnuHelpHelpTopics", "&Help Topics", &Frame::HelpHelpTopics);
     mnuHelp->addSeparator();
     mnuHelpAbout = AddEntry(mnuHelp, "mnuHelpAbout", "&About VANTREL", &Frame::HelpAbout);
 
-    for (QAction* entry : {mnuEditOfflineEditing, mnuViewOnline, mnuViewOffline})
+    for (QAction* entry : {mnuEditOfflineEditing, mnuViewOnline, mnuViewOffline, mnuToolsBackUp})
         entry->setCheckable(true);
     BuildShortcuts();
 }

@@ -167,6 +167,8 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
     FollowLink();
     if (!files_.MayClose()) return;
     closing_ = true;
+    NoteRecent();
+    RememberBoard();
     unsaved_.Discard();
     link_.GiveUp();
     dialogs_.Silence();

@@ -12,33 +12,40 @@ namespace {
 
 constexpr const char* PlaceKey = "Window/Place";
 constexpr const char* FolderKey = "Files/LastFolder";
-
-QSettings SettingsOf(const ProgramFolder& folder) {
-    const std::string file = Utf8FromPath(folder.WritableSupportFile("vantrel.ini"));
-    return {QString::fromStdString(file), QSettings::IniFormat};
-}
+constexpr const char* BackUpKey = "Tools/BackUpBeforeDownload";
 
 } // namespace
+
+std::unique_ptr<QSettings> frmMDIMain::Settings() const {
+    const std::string file = Utf8FromPath(program_.folder.WritableSupportFile("vantrel.ini"));
+    return std::make_unique<QSettings>(QString::fromStdString(file), QSettings::IniFormat);
+}
 
 std::filesystem::path frmMDIMain::DocumentsFolder() {
     return PathFromUtf8(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString());
 }
 
 void frmMDIMain::RestorePlace() {
-    const QSettings settings = SettingsOf(program_.folder);
+    const auto settings = Settings();
     // Qt brings a window back whose screen has gone.
-    if (!restoreGeometry(settings.value(QLatin1String(PlaceKey)).toByteArray())) FitToChild();
-    std::filesystem::path last = PathFromUtf8(settings.value(QLatin1String(FolderKey)).toString().toStdString());
+    if (!restoreGeometry(settings->value(QLatin1String(PlaceKey)).toByteArray())) FitToChild();
+    std::filesystem::path last = PathFromUtf8(settings->value(QLatin1String(FolderKey)).toString().toStdString());
     std::error_code error;
     if (!std::filesystem::is_directory(last, error)) last.clear();
     dialogs_.SetLastFolder(last);
+    mnuToolsBackUp->setChecked(settings->value(QLatin1String(BackUpKey)).toBool());
     dialogs_.SetSamplesFolder(program_.folder.Entry("samples"));
 }
 
+void frmMDIMain::ToolsBackUp() {
+    // At once: a program that is killed must not forget it.
+    Settings()->setValue(QLatin1String(BackUpKey), mnuToolsBackUp->isChecked());
+}
+
 void frmMDIMain::SavePlace() {
-    QSettings settings = SettingsOf(program_.folder);
-    settings.setValue(QLatin1String(PlaceKey), saveGeometry());
-    settings.setValue(QLatin1String(FolderKey), QString::fromStdString(Utf8FromPath(dialogs_.LastFolder())));
+    const auto settings = Settings();
+    settings->setValue(QLatin1String(PlaceKey), saveGeometry());
+    settings->setValue(QLatin1String(FolderKey), QString::fromStdString(Utf8FromPath(dialogs_.LastFolder())));
 }
 
 } // namespace vantrel

@@ -80,6 +80,10 @@ void frmMDIMain::StartPendingTransfer() {
 }
 
 void frmMDIMain::Transfer(TransferMode mode) {
+    if (mode == TransferMode::DownloadData && !MayDownload()) {
+        Notice(QStringLiteral("Nothing was transferred"), LongNotice);
+        return;
+    }
     ShowHowFar(mode, TransferInWindow(mode));
     if (mode == TransferMode::DownloadData) program_.refreshTargetStatus = true;
 }
@@ -101,6 +105,7 @@ frmProcessing::Result frmMDIMain::TransferInWindow(TransferMode mode, std::vecto
         return window.RunModal();
     }();
     background_.NoteReached(result.alsoReached);
+    if (IsReliable(result)) NoteBoard(result.board);
     editor_->Remember({"Upload", EditsBetween(before, record)});
     if (result.flagLeft) background_.NoteFlagLeft();
     for (const std::size_t index : result.walked) {

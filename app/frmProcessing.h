@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace vantrel {
@@ -24,6 +25,8 @@ public:
         std::vector<std::size_t> unconfirmed{}; ///< Indices of walked values that cannot be relied on.
         std::vector<RepeatedWrite> repeated{}; ///< Writes that were sent twice.
         std::vector<std::uint16_t> alsoReached{}; ///< Bytes that the rest may have set to 255.
+        /// Whose values they are; nothing when it is not known, and for a part of the values.
+        std::optional<BoardIdentity> board{};
     };
 
     /// `record`, `link`, `dialogs` and `turns` must outlive the window. `indices`: see SettingsTransfer::Only.
@@ -34,10 +37,14 @@ public:
     Result RunModal();
 
 private:
+    Task Run();
     void CloseAsked() override;
 
     RSComm& link_;
+    TurnQueue& turns_;
     TransferMode mode_;
+    bool whole_;
+    std::optional<BoardIdentity> board_;
     SettingsTransfer transfer_;
 };
 

@@ -67,4 +67,23 @@ const BoardComparison& frmComparing::RunModal() {
     return comparison_;
 }
 
+frmIdentifying::frmIdentifying(RSComm& link, TurnQueue& turns, QWidget* parent)
+    : frmProgress("frmIdentifying", turns, parent), link_(link), turns_(turns) {}
+
+std::optional<BoardIdentity> frmIdentifying::RunModal() {
+    static_cast<void>(RunTask(Ask())); // What an exception has cut off is not known.
+    return board_;
+}
+
+Task frmIdentifying::Ask() {
+    lblProcessing->setText(QStringLiteral("Asking Which Board This Is, Please Standby..."));
+    prgProcessing->setMaximum(0);
+    board_ = co_await ReadBoardIdentity(link_, turns_, [this] { return !cancelled_; });
+}
+
+void frmIdentifying::CloseAsked() {
+    cancelled_ = true;
+    link_.GiveUp();
+}
+
 } // namespace vantrel

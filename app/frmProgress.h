@@ -1,6 +1,7 @@
 // The window of a job on the line: what is done, how far it is, and Cancel. Knows no other window.
 #pragma once
 
+#include "app/KnownBoards.h"
 #include "document/SettingsTransfer.h"
 #include "widgets/QtTaskDialog.h"
 
@@ -9,6 +10,7 @@
 #include <QPushButton>
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace vantrel {
@@ -39,11 +41,33 @@ public:
 
     /// Shows the window, compares and returns when both are over. Once.
     const BoardComparison& RunModal();
+    /// What the window calls it; a literal. Before RunModal().
+    void Called(std::string_view label) { comparison_.Called(label); }
 
 private:
     void CloseAsked() override { comparison_.Cancel(); }
 
     BoardComparison comparison_;
+};
+
+/// Asks which board is at the other end.
+class frmIdentifying final : public frmProgress {
+public:
+    /// `link` and `turns` must outlive the window.
+    frmIdentifying(RSComm& link, TurnQueue& turns, QWidget* parent);
+
+    /// Shows the window, asks and returns when both are over; nothing when it is not known. Once.
+    std::optional<BoardIdentity> RunModal();
+    [[nodiscard]] bool Cancelled() const { return cancelled_; }
+
+private:
+    Task Ask();
+    void CloseAsked() override;
+
+    RSComm& link_;
+    TurnQueue& turns_;
+    bool cancelled_ = false;
+    std::optional<BoardIdentity> board_;
 };
 
 } // namespace vantrel

@@ -160,7 +160,7 @@ void BoardComparison::Cancel() {
 }
 
 Task BoardComparison::Run() {
-    display_.ShowLabel("Comparing Data, Please Standby...");
+    display_.ShowLabel(label_);
     display_.ShowProgress(0, indices_.size());
     ReadingWalk walk(link_);
     for (const std::size_t index : indices_) {

@@ -153,8 +153,11 @@ public:
 
     /// Only these values, ascending, instead of all. Before Run().
     void Only(std::vector<std::size_t> indices) { indices_ = std::move(indices); }
+    /// What the progress window calls it; a literal. Before Run().
+    void Called(std::string_view label) { label_ = label; }
     [[nodiscard]] Task Run();
     void Cancel();
+    [[nodiscard]] bool Cancelled() const { return cancelled_; }
     /// The port was opened again in the middle: the values may be those of two boards.
     [[nodiscard]] bool Reconnected() const { return reconnected_; }
     [[nodiscard]] bool Complete() const { return compared_ == indices_.size(); }
@@ -175,6 +178,7 @@ private:
     TurnQueue& turns_;
     TransferDisplay& display_;
     std::vector<std::size_t> indices_ = EveryIndex();
+    std::string_view label_ = "Comparing Data, Please Standby...";
     bool cancelled_ = false;
     std::size_t compared_ = 0;
     bool reconnected_ = false;

@@ -66,6 +66,8 @@ TEST_F(FrameTest, MenusAndButtonsStandInOrderAndEveryAccessKeyIsUniqueInItsMenu)
         "Fill &Down|Fill &Series|-|Duplicate Se&quence|Mo&ve Sequence Up|Move Sequence Dow&n|");
     EXPECT_EQ(captions(*frame->mnuView),
               "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|-|&Main Display|");
+    EXPECT_EQ(captions(*frame->mnuTools), "Compare With &Board...|Compare With &File...|-|Check &Set-up|-|"
+                                          "Back &Up Before Download|B&ackups...|");
     EXPECT_EQ(captions(*frame->mnuHelp), "&Help Topics|-|&About VANTREL|");
     std::string toolTips;
     for (const QAction* button : frame->Toolbar1->actions().first(14))
