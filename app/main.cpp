@@ -257,7 +257,8 @@ int main(int argc, char** argv) {
     ByteTrace trace;
 
     frmMDIMain frame(folder, clock, *port, NameOf(choice));
-    if (!options.port.empty()) frame.Link().SetPortOverride(OverrideFor(choice, std::nullopt));
+    if (options.simulatedBoard || !options.port.empty())
+        frame.Link().SetPortOverride(OverrideFor(choice, std::nullopt));
     application.SetFrame(&frame);
     if (!options.trace.empty()) {
         if (HoldsSomethingElse(PathFromUtf8(options.trace))) {

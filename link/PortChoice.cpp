@@ -56,8 +56,9 @@ std::variant<PortChoice, std::string> ReadPortChoice(const std::string& text, Po
 }
 
 PortOverride OverrideFor(const PortChoice& choice, const std::optional<std::string>& speed) {
-    if (choice.kind != PortChoice::Kind::Number) return {.number = {}, .speed = speed, .leaveFileAlone = true};
-    return {.number = choice.number, .speed = speed};
+    if (choice.kind == PortChoice::Kind::Number) return {.number = choice.number, .speed = speed};
+    const bool simulated = choice.kind == PortChoice::Kind::Simulated;
+    return {.number = {}, .speed = speed, .leaveFileAlone = true, .anySpeed = simulated};
 }
 
 } // namespace vantrel

@@ -33,6 +33,7 @@ struct PortOverride {
     std::optional<int> number;
     std::optional<std::string> speed;
     bool leaveFileAlone = false; ///< The settings file is read when it is there, but neither created nor mended.
+    bool anySpeed = false; ///< The port works at every speed: without one the file's is taken where it can be read.
 };
 
 class RSComm {

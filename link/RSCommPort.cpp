@@ -20,7 +20,7 @@ RSComm::RSComm(std::filesystem::path settingsFile, PortRange range, Clock& clock
 std::string RSComm::CommSettingsFile() const { return Utf8FromPath(settingsFile_); }
 
 StoredPortSettings RSComm::StoredSettings() const {
-    const bool needed = !override_.speed || !(override_.number || override_.leaveFileAlone);
+    const bool needed = !(override_.speed || override_.anySpeed) || !(override_.number || override_.leaveFileAlone);
     try {
         return ReadPortSettings(settingsFile_, range_);
     } catch (const RuntimeError&) {
