@@ -92,8 +92,8 @@ bool IsEqual(const BoardComparison& comparison) {
     return comparison.Complete() && comparison.Differences().empty() && comparison.Unread().empty();
 }
 
-/// Compares the document, or these of its values, with the board, says what could not be read or compared, and hands the rest to `tell`.
-/// `again`: what to do when its values may be those of two boards; it is worth nothing then.
+/// Compares the document, or these of its values, with the board, says what could not be read or compared, and hands
+/// the rest to `tell`. `again`: what to do when its values may be those of two boards; it is worth nothing then.
 template <typename Tell>
 ExitCode CompareAndTell(CommandContext& context, LinkSession& session, const std::vector<std::size_t>& indices,
                         const std::string& again, const Tell& tell) {

@@ -121,11 +121,11 @@ FileCommands::Outcome FileCommands::OpenCopy(Configuration record) {
     const Outcome saved = SaveChangesFirst();
     if (saved != Outcome::Done) return saved;
     document_.LoadedConfiguration = std::move(record);
-    if (!AcceptsLoadedVersion()) return Outcome::Cancelled;
+    if (!AcceptsLoadedVersion(document_, dialogs_)) return Outcome::Cancelled;
     document_.ApplyLoadedCopy();
     hooks_.showCaption();
     hooks_.showDocumentDate();
-    NameUnholdableValues();
+    NameUnholdableValues(document_, dialogs_);
     return Outcome::Done;
 }
 

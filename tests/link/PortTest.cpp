@@ -40,9 +40,10 @@ TEST_F(LinkTest, SettingsThatCannotBeReadKeepThePortClosed) {
     EXPECT_TRUE(link.InitFailed());
     EXPECT_FALSE(link.OnlineMode() || port.IsOpen());
     EXPECT_EQ(Shown().substr(0, 45), "RSComm InitializeRSComm|Error Number = 75\nPat");
-    for (const PortOverride& named : {PortOverride{.number = 2, .speed = "19200"},
-                                      PortOverride{.number = {}, .speed = "19200", .leaveFileAlone = true},
-                                      PortOverride{.number = {}, .leaveFileAlone = true, .anySpeed = true}}) {
+    for (const PortOverride& named :
+         {PortOverride{.number = 2, .speed = "19200"},
+          PortOverride{.number = {}, .speed = "19200", .leaveFileAlone = true},
+          PortOverride{.number = {}, .speed = {}, .leaveFileAlone = true, .anySpeed = true}}) {
         link.SetPortOverride(named);
         GoOnline();
         EXPECT_EQ(port.settings, named.speed.value_or("9600") + ",n,8,1") << "nothing of the file is needed";
