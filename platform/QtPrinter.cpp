@@ -113,8 +113,12 @@ std::string SpoolerRefusal() {
     const auto lastError = reinterpret_cast<int (*)()>(spooler.resolve("cupsLastError"));
     const auto lastText = reinterpret_cast<const char* (*)()>(spooler.resolve("cupsLastErrorString"));
     if (!lastError || !lastText || lastError() < firstError) return {};
-    const char* text = lastText();
-    return text && *text ? text : "no reason was given";
+    const char* given = lastText();
+    std::string text = given ? given : "";
+    // The sentence around it ends by itself.
+    while (text.ends_with('.'))
+        text.pop_back();
+    return text.empty() ? "no reason was given" : text;
 }
 
 struct PaperDevice {
