@@ -61,7 +61,15 @@ frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std
           clock, [this] { return !dialogs_.BoxUp(); }, [this] { ShowUntrappedError(); }),
       link_(program_.CommSettingsFile(), PortRangeOf(program_.folder.SupportFolder()), clock, dialogs_, turns_),
       files_(program_.document, link_, dialogs_, clock,
-             {.uploadData = [this] { return IsReliable(TransferInWindow(TransferMode::UploadData)); },
+             {.uploadData =
+                  [this] {
+                      const Configuration before = program_.document.CurrentConfiguration;
+                      const bool reliable = IsReliable(TransferInWindow(TransferMode::UploadData));
+                      // What did not come as a whole is put back, and was no step.
+                      if (reliable)
+                          editor_->Remember({"Upload", EditsBetween(before, program_.document.CurrentConfiguration)});
+                      return reliable;
+                  },
               .showDocumentDate = [this] { ShowDocumentDate(); },
               .showCaption = [this] { ShowCaption(); },
               .documentsFolder = [] { return DocumentsFolder(); },

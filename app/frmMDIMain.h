@@ -239,7 +239,7 @@ private:
     bool WantsToSeeErrors();
     void ToolsCompareBoard();
     void ToolsCompareFile();
-    frmCompare& OpenComparison(bool withBoard);
+    frmCompare& OpenComparison(bool withBoard, std::function<void()> repeat);
     void CompareWithBoard();
     /// Like a transfer, the walk has the board to itself, however it ends.
     const BoardComparison& RunComparing(frmComparing& window);

@@ -95,10 +95,10 @@ bool frmMDIMain::WantsToSeeErrors() {
     return answer != MessageAnswer::Yes;
 }
 
-frmCompare& frmMDIMain::OpenComparison(bool withBoard) {
+frmCompare& frmMDIMain::OpenComparison(bool withBoard, std::function<void()> repeat) {
     if (compare_) compare_->close();
     frmCompare::Commands commands{
-        .repeat = [this] { CompareWithBoard(); },
+        .repeat = std::move(repeat),
         .send = nullptr,
         .take = [this](const std::vector<Difference>& differences) { TakeDifferences(differences); },
         .saveBoard = nullptr,
@@ -116,7 +116,7 @@ frmCompare& frmMDIMain::OpenComparison(bool withBoard) {
 
 void frmMDIMain::ToolsCompareBoard() {
     if (!editor_->FinishEntry() || !CanStartTransfer()) return;
-    OpenComparison(true);
+    OpenComparison(true, [this] { CompareWithBoard(); });
     CompareWithBoard();
 }
 
@@ -163,7 +163,9 @@ void frmMDIMain::CompareWithFile(const std::filesystem::path& file) {
         dialogs_.Show(Failure(QuotedPath(file) + ": " + error.Description()));
         return;
     }
-    frmCompare& window = OpenComparison(false);
+    frmCompare& window = OpenComparison(false, [this, file] {
+        if (editor_->FinishEntry()) CompareWithFile(file);
+    });
     comparedHere_ = here;
     comparedThere_ = there;
     comparedLink_.reset();

@@ -84,7 +84,11 @@ void frmMDIMain::Transfer(TransferMode mode) {
         Notice(QStringLiteral("Nothing was transferred"), LongNotice);
         return;
     }
-    ShowHowFar(mode, TransferInWindow(mode));
+    const Configuration& record = program_.document.CurrentConfiguration;
+    const Configuration before = record;
+    const frmProcessing::Result result = TransferInWindow(mode);
+    editor_->Remember({"Upload", EditsBetween(before, record)});
+    ShowHowFar(mode, result);
     if (mode == TransferMode::DownloadData) program_.refreshTargetStatus = true;
 }
 
@@ -93,7 +97,6 @@ bool frmMDIMain::CanStartTransfer() const { return link_.OnlineMode() && !link_.
 frmProcessing::Result frmMDIMain::TransferInWindow(TransferMode mode, std::vector<std::size_t> indices) {
     program_.transferMode = mode;
     Configuration& record = program_.document.CurrentConfiguration;
-    const Configuration before = record;
     if (mode == TransferMode::UploadData && CanStartTransfer()) {
         record.SavedDate = OleDate::FromLocal(clock_.LocalNow());
         program_.document.FromBoard = true;
@@ -106,7 +109,6 @@ frmProcessing::Result frmMDIMain::TransferInWindow(TransferMode mode, std::vecto
     }();
     background_.NoteReached(result.alsoReached);
     if (IsReliable(result)) NoteBoard(result.board);
-    editor_->Remember({"Upload", EditsBetween(before, record)});
     if (result.flagLeft) background_.NoteFlagLeft();
     for (const std::size_t index : result.walked) {
         const bool doubtful = std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), index);

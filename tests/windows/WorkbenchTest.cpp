@@ -125,6 +125,18 @@ TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
     EXPECT_TRUE(user.shown.empty());
 }
 
+TEST_F(WorkbenchTest, AFileIsComparedAgainWithTheSameFile) {
+    typer.entries = {(folder / Stored("other.sdt", 7)).string()};
+    Menu(Qt::Key_T, Qt::Key_F);
+    EXPECT_EQ(Opened<frmCompare>().Report().differences.size(), 1U);
+    Doc().CurrentConfiguration.SetValue(ValueIndex(0, NodeNumber), 9);
+    Tick();
+    EXPECT_TRUE(Opened<frmCompare>().Old());
+    QTest::mouseClick(Opened<frmCompare>().cmdRepeat, Qt::LeftButton);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(Opened<frmCompare>().Report().differences.size(), 2U);
+}
+
 TEST_F(WorkbenchTest, AnOverlapIsListedDrawnAndToldBeforeADownloadOnce) {
     for (const std::size_t sequence : {2U, 3U}) {
         for (const auto& [field, value] : {std::pair{NodeNumber, 5}, {ReceiveWordCount, 10}, {ReceiveToTI, 100}})
