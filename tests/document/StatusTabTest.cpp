@@ -15,7 +15,7 @@ class StatusTabTest : public BoardLink<>, public StatusTabDisplay {
 protected:
     Texts Pass() {
         shown.clear();
-        Task pass = RefreshStatusTab(*this, NodeNumberAddressTable(), StatusWordAddressTable(), link, turns);
+        Task pass = RefreshStatusTab(*this, nodes, words, link, turns);
         turns.RunToEnd(pass);
         return shown;
     }
@@ -28,6 +28,8 @@ protected:
         if (onShow) onShow();
     }
 
+    const SequenceAddresses nodes = NodeNumberAddressTable(); ///< The pass borrows them.
+    const SequenceAddresses words = StatusWordAddressTable();
     std::set<int> visible{1, 2, 31};
     bool wanted = true;
     std::function<void()> onShow;
