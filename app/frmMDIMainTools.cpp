@@ -228,7 +228,7 @@ void frmMDIMain::TakeDifferences(const std::vector<Difference>& differences) {
             after.SetNodeDescription(difference.sequence, comparedThere_.NodeDescription(difference.sequence));
         }
     }
-    EditStep step{"Taking Differences", EditsBetween(record, after)};
+    const EditStep step{"Taking Differences", EditsBetween(record, after)};
     // The board holds these values: there is nothing to send.
     const bool made = comparedLink_ ? editor_->Take(step) : editor_->Make(step);
     if (!made || !compare_) return;
@@ -243,7 +243,7 @@ void frmMDIMain::TakeDifferences(const std::vector<Difference>& differences) {
 }
 
 void frmMDIMain::SaveBoardValues() {
-    FileQuestion question{.filters = {SetupFilter()}, .initial = {}, .title = "Save Board's Values As"};
+    const FileQuestion question{.filters = {SetupFilter()}, .initial = {}, .title = "Save Board's Values As"};
     const auto choice = dialogs_.SaveFile(question);
     if (!choice) return;
     Configuration board = comparedThere_;

@@ -102,7 +102,7 @@ frmProcessing::Result frmMDIMain::TransferInWindow(TransferMode mode, std::vecto
         program_.document.FromBoard = true;
         ShowDocumentDate();
     }
-    const frmProcessing::Result result = [&] {
+    frmProcessing::Result result = [&] {
         const SetWhile transferring(transferring_, true);
         frmProcessing window(mode, record, link_, dialogs_, turns_, this, std::move(indices));
         return window.RunModal();

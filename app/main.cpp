@@ -227,6 +227,31 @@ void WhenInPlace(QWidget& window, int tries, const std::function<void()>& act) {
     }
 }
 
+/// What was not saved, then the file that was named.
+void OpenAtStart(frmMDIMain& frame, const std::filesystem::path& file) {
+    frame.OfferUnsaved();
+    const Document& document = frame.State().document;
+    std::error_code error;
+    // Who has taken up its edits again has the file before them.
+    const bool taken = document.Recovered && std::filesystem::equivalent(file, document.FilePath, error);
+    if (!file.empty() && !taken) frame.OpenFile(file);
+}
+
+/// False when the trace cannot be written there, which the user has been told.
+bool BeginTrace(ByteTrace& trace, const std::string& file, const Starter& starter) {
+    if (HoldsSomethingElse(PathFromUtf8(file))) {
+        starter.Tell("vantrel: \"" + file + "\" is there already and no trace. Give the trace another name.\n");
+        return false;
+    }
+    try {
+        trace.WriteTo(file, std::cout);
+        return true;
+    } catch (const RuntimeError& error) {
+        starter.Tell("vantrel: " + error.Description() + "\n");
+        return false;
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -263,29 +288,11 @@ int main(int argc, char** argv) {
         frame.Link().SetPortOverride(OverrideFor(choice, std::nullopt));
     application.SetFrame(&frame);
     if (!options.trace.empty()) {
-        if (HoldsSomethingElse(PathFromUtf8(options.trace))) {
-            starter.Tell("vantrel: \"" + options.trace +
-                         "\" is there already and no trace. Give the trace another name.\n");
-            return FileError;
-        }
-        try {
-            trace.WriteTo(options.trace, std::cout);
-        } catch (const RuntimeError& error) {
-            starter.Tell("vantrel: " + error.Description() + "\n");
-            return FileError;
-        }
+        if (!BeginTrace(trace, options.trace, starter)) return FileError;
         frame.Link().SetTrafficLog(&trace);
     }
     frame.show();
-    WhenInPlace(frame, 100, [&] {
-        frame.OfferUnsaved();
-        const std::filesystem::path file = PathFromUtf8(options.file);
-        const Document& document = frame.State().document;
-        std::error_code error;
-        // Who has taken up its edits again has the file before them.
-        const bool taken = document.Recovered && std::filesystem::equivalent(file, document.FilePath, error);
-        if (!file.empty() && !taken) frame.OpenFile(file);
-    });
+    WhenInPlace(frame, 100, [&] { OpenAtStart(frame, PathFromUtf8(options.file)); });
     const int code = Application::exec();
     application.SetFrame(nullptr);
     frame.Link().SetTrafficLog(nullptr);

@@ -25,7 +25,7 @@ constexpr std::string_view Mark = "\nVANTREL backup\n";
 constexpr std::size_t LongestBoard = 120; ///< In characters.
 constexpr std::size_t LongestName = 80; ///< In bytes; hosts allow 255 for the whole.
 /// What a set-up with very long descriptions needs, and far below what would hold up the window.
-constexpr std::uintmax_t LargestFile = 1024 * 1024;
+constexpr std::uintmax_t LargestFile = 1'048'576;
 
 /// `name` as a part of a file's name on every host.
 std::string SafeName(const std::string& name) {
@@ -92,7 +92,7 @@ fs::path Backups::Keep(const Configuration& record, const std::string& name, con
     const std::string behind = std::string(Mark) + Excerpt(board, LongestBoard) + "\n";
     bytes.insert(bytes.end(), behind.begin(), behind.end());
     const std::string wanted = TimeName(record.SavedDate) + " " + SafeName(name) + ".sdt";
-    const fs::path file = FreeNameBeside(folder_ / PathFromUtf8(wanted), "");
+    fs::path file = FreeNameBeside(folder_ / PathFromUtf8(wanted), "");
     ReplaceFile(file, bytes, OldTail::Drop, {});
     return file;
 }

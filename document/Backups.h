@@ -33,7 +33,8 @@ public:
     [[nodiscard]] const std::filesystem::path& Folder() const { return folder_; }
     /// Keeps what a board holds under the time `record.SavedDate` and `name`, the set-up's that is to be downloaded.
     /// Never overwrites anything. Returns the new file; throws RuntimeError when it cannot be written.
-    std::filesystem::path Keep(const Configuration& record, const std::string& name, const std::string& board) const;
+    [[nodiscard]] std::filesystem::path Keep(const Configuration& record, const std::string& name,
+                                             const std::string& board) const;
     /// All that can be read; a folder that is not there holds none.
     [[nodiscard]] List Find() const;
 

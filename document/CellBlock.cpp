@@ -23,7 +23,7 @@ std::string PlaceName(const EditPlace& place) {
 /// Enters texts one by one and keeps what is refused.
 class BlockEntry {
 public:
-    explicit BlockEntry(const Configuration& record) : record_(record) {}
+    explicit BlockEntry(Configuration record) : record_(std::move(record)) {}
 
     void Enter(const EditPlace& place, const std::string& text) {
         try {

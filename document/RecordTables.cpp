@@ -176,12 +176,12 @@ private:
 } // namespace
 
 std::string RecordJson(const Configuration& record) {
-    Json json = {{"creatorVersion", record.CreatorVersion},
-                 {"savedDate", IsoText(record.SavedDate)},
-                 {"values", record.Values},
-                 {"targetAddresses", record.TargetAddresses},
-                 {"nodeDescriptions", record.NodeDescriptions},
-                 {"addressTypes", record.AddressTypes}};
+    const Json json = {{"creatorVersion", record.CreatorVersion},
+                       {"savedDate", IsoText(record.SavedDate)},
+                       {"values", record.Values},
+                       {"targetAddresses", record.TargetAddresses},
+                       {"nodeDescriptions", record.NodeDescriptions},
+                       {"addressTypes", record.AddressTypes}};
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -31,7 +31,7 @@ constexpr const char* HostPrefix = R"(\\.\)"; ///< Where the port's number is th
 
 /// How a user knows the device: what it is, and where it is found unless the port's number says so.
 std::string KnownName(const std::string& device) {
-    const std::string what = SerialDeviceDescription(device);
+    std::string what = SerialDeviceDescription(device);
     if (device.starts_with(HostPrefix)) return what;
     std::error_code error;
     const fs::path real = fs::canonical(PathFromUtf8(device), error);

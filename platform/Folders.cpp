@@ -42,7 +42,7 @@ std::filesystem::path ProgramFolder::File(const std::string& subFolder, const st
 
 std::filesystem::path ProgramFolder::SupportFile(const std::string& name) const {
     std::error_code error;
-    std::filesystem::path own = WritableSupportFile(name);
+    const std::filesystem::path own = WritableSupportFile(name);
     return std::filesystem::exists(own, error) ? own : File("Support", name);
 }
 

@@ -46,6 +46,7 @@ void QtBlockStrip::Show(std::vector<StripBlock> blocks, QStringList lanes, QStri
 
 void QtBlockStrip::FindStretches() {
     std::vector<std::pair<std::int64_t, std::int64_t>> ranges;
+    ranges.reserve(blocks_.size());
     for (const StripBlock& block : blocks_)
         ranges.emplace_back(block.first, block.last);
     std::ranges::sort(ranges);

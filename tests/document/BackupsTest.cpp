@@ -41,17 +41,17 @@ TEST_F(BackupsTest, ACopyIsKeptUnderTimeAndNameAndNeverOverAnother) {
     EXPECT_EQ(Listed(), "");
     EXPECT_EQ(backups.Keep(Held(7, 9), "a:b/c", "board 3\nX").filename(), "2026-03-14 09.00.00 a_b_c.sdt");
     EXPECT_EQ(backups.Keep(Held(8, 9), "a:b/c", "").filename(), "2026-03-14 09.00.00 a_b_c 2.sdt");
-    backups.Keep(Held(9, 10), std::string(300, 'x') + ".sdt", "");
+    (void)backups.Keep(Held(9, 10), std::string(300, 'x') + ".sdt", "");
     EXPECT_EQ(Listed(), "9 of |8 of |7 of board 3?X|");
     const Backup newest = backups.Find().found.front();
     EXPECT_EQ(newest.DifferencesTo(Held(9, 1)), 0U);
     EXPECT_EQ(newest.DifferencesTo(Held(1, 1)), 1U);
     WriteText(folder / "file", "");
-    EXPECT_THROW(Backups(folder / "file").Keep(Held(7, 9), "a", ""), RuntimeError);
+    EXPECT_THROW((void)Backups(folder / "file").Keep(Held(7, 9), "a", ""), RuntimeError);
 }
 
 TEST_F(BackupsTest, WhatIsNoCopyIsSkippedWithItsName) {
-    backups.Keep(Held(7, 9), "plant", "board 3");
+    (void)backups.Keep(Held(7, 9), "plant", "board 3");
     const auto put = [&](const char* name, const std::string& text) { WriteText(backups.Folder() / name, text); };
     Configuration few = Held(1, 1);
     few.Values.resize(5);
