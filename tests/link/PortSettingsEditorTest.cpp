@@ -117,6 +117,9 @@ TEST_F(PortSettingsEditorTest, SaysWhichDeviceANumberStandsForAndWhetherItCanBeU
 }
 
 TEST_F(PortSettingsEditorTest, KeepsTheDeviceThatWasTakenForANumberBesideEverythingElse) {
+#ifdef _WIN32
+    GTEST_SKIP() << "every port has a number here, and no device is taken for another one";
+#endif
     const fs::path ini = folder / "Support" / "vantrel.ini";
     WriteText(ini,
               "[Ports]\nCOM1=/dev/old\nCOM4=\"/dev/with\\\\blank\"\n\n[Window]\nPlace=@ByteArray(x)\nCOM1=no port\n");
