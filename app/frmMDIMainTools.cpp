@@ -11,11 +11,10 @@
 #include "platform/QtPrinter.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
+#include "platform/SetWhile.h"
 #include "report/ComparisonPages.h"
 #include "report/Report.h"
 #include "text/PathText.h"
-
-#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <utility>
@@ -122,7 +121,7 @@ void frmMDIMain::ToolsCompareBoard() {
 
 const BoardComparison& frmMDIMain::RunComparing(frmComparing& window) {
     const BoardComparison& comparison = [&]() -> const BoardComparison& {
-        const QScopedValueRollback<bool> running(transferring_, true);
+        const SetWhile running(transferring_, true);
         return window.RunModal();
     }();
     FollowLink();

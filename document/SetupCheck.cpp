@@ -167,8 +167,4 @@ std::vector<Finding> CheckSetup(const Configuration& record) {
     return findings;
 }
 
-bool HasErrors(const std::vector<Finding>& findings) {
-    return std::ranges::any_of(findings, [](const Finding& finding) { return finding.severity == Severity::Error; });
-}
-
 } // namespace vantrel

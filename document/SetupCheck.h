@@ -35,7 +35,4 @@ struct Finding {
 /// not prove that the plant will run.
 [[nodiscard]] std::vector<Finding> CheckSetup(const Configuration& record);
 
-/// Whether one of them is an error.
-[[nodiscard]] bool HasErrors(const std::vector<Finding>& findings);
-
 } // namespace vantrel
