@@ -22,6 +22,7 @@ namespace {
 
 constexpr int WidthTwips = 12000;
 constexpr int HeightTwips = 8000;
+constexpr int MostStripTwips = 3600;
 constexpr int ColumnGap = 12; ///< Pixels.
 constexpr auto FollowPeriod = std::chrono::milliseconds(500);
 
@@ -41,7 +42,7 @@ QString SummaryOf(const std::vector<Finding>& findings) {
     const auto count = [&](Severity severity) { return std::ranges::count(findings, severity, &Finding::severity); };
     return Counted(count(Severity::Error), "error") + QStringLiteral(", ") +
            Counted(count(Severity::Warning), "warning") + QStringLiteral(", ") +
-           Counted(count(Severity::Note), "note") + QStringLiteral(". A double click leads to the cell.");
+           Counted(count(Severity::Note), "note") + QStringLiteral(". A click leads to the cell.");
 }
 
 QString HintOf(const MemoryBlock& block) {
@@ -82,7 +83,6 @@ void frmCheck::BuildControls() {
     strip->setWidget(stpMemory);
     strip->setWidgetResizable(true);
     strip->setFrameShape(QFrame::StyledPanel);
-    strip->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     strip->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 
     lstFindings = new QTreeWidget(this);
@@ -90,10 +90,12 @@ void frmCheck::BuildControls() {
     lstFindings->setAccessibleName(QStringLiteral("Findings"));
     lstFindings->setHeaderLabels({QStringLiteral("Severity"), QStringLiteral("Where"), QStringLiteral("What to do")});
     lstFindings->setRootIsDecorated(false);
-    connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
+    const auto goThere = [this](QTreeWidgetItem* item) {
         const Finding& finding = findings_.at(static_cast<std::size_t>(lstFindings->indexOfTopLevelItem(item)));
         goTo_(finding.sequence, finding.index);
-    });
+    };
+    connect(lstFindings, &QTreeWidget::itemClicked, this, goThere);
+    connect(lstFindings, &QTreeWidget::itemActivated, this, goThere);
 
     lblAdvice = new QLabel(this);
     lblAdvice->setWordWrap(true);
@@ -163,8 +165,10 @@ void frmCheck::ShowMemory() {
                     {QStringLiteral("Status stack"), QStringLiteral("Sent"), QStringLiteral("Received")},
                     QStringLiteral("V"));
     auto* strip = qobject_cast<QScrollArea*>(stpMemory->parentWidget()->parentWidget());
-    strip->setFixedHeight(stpMemory->sizeHint().height() + strip->horizontalScrollBar()->sizeHint().height() +
-                          2 * strip->frameWidth());
+    // However many blocks lie upon each other, the list keeps its room.
+    strip->setFixedHeight(std::min(stpMemory->sizeHint().height() + strip->horizontalScrollBar()->sizeHint().height() +
+                                       2 * strip->frameWidth(),
+                                   PixelsOfTwips(MostStripTwips, *this)));
 }
 
 } // namespace vantrel
