@@ -53,20 +53,26 @@ void frmMDIMain::BuildTools() {
             mnuEdit->addSeparator();
         }
     }
-    editor_->SetOnSendBlock([this](const std::vector<std::size_t>& indices) { SendValues(indices); });
+    editor_->SetOnSendBlock([this] { return MaySendValues(); },
+                            [this](const std::vector<std::size_t>& indices) { SendValues(indices); });
+}
+
+void frmMDIMain::GoTo(std::size_t sequence, std::optional<std::size_t> index) {
+    if (index != StatusStackIndex) {
+        editor_->GoTo(sequence, index);
+    } else if (mnuEditStackAdd->isEnabled()) {
+        EditStackAdd();
+    } else {
+        Notice(QStringLiteral("The status stack address: Enable Offline Editing first, in the menu Edit"), LongNotice);
+    }
 }
 
 void frmMDIMain::ToolsCheck() {
     if (!editor_->FinishEntry()) return;
     if (!check_) {
-        const auto goTo = [this](std::size_t sequence, std::optional<std::size_t> index) {
-            if (index == StatusStackIndex) {
-                EditStackAdd();
-            } else {
-                editor_->GoTo(sequence, index);
-            }
-        };
-        check_ = new frmCheck(program_.document, goTo, this);
+        check_ = new frmCheck(
+            program_.document,
+            [this](std::size_t sequence, std::optional<std::size_t> index) { GoTo(sequence, index); }, this);
         check_->show();
     }
     check_->raise();
@@ -103,7 +109,7 @@ frmCompare& frmMDIMain::OpenComparison(bool withBoard, std::function<void()> rep
         .saveBoard = nullptr,
         .print = [this] { PrintComparison(); },
         .saveList = [this] { SaveComparison(); },
-        .goTo = [this](std::size_t sequence, std::optional<std::size_t> index) { editor_->GoTo(sequence, index); },
+        .goTo = [this](std::size_t sequence, std::optional<std::size_t> index) { GoTo(sequence, index); },
     };
     if (withBoard) {
         commands.send = [this](const std::vector<std::size_t>& indices) { SendValues(indices); };
@@ -114,9 +120,12 @@ frmCompare& frmMDIMain::OpenComparison(bool withBoard, std::function<void()> rep
 }
 
 void frmMDIMain::ToolsCompareBoard() {
-    if (!editor_->FinishEntry() || !CanStartTransfer()) return;
-    OpenComparison(true, [this] { CompareWithBoard(); });
-    CompareWithBoard();
+    if (!editor_->FinishEntry()) return;
+    RunOnline([this] {
+        if (!CanStartTransfer()) return;
+        OpenComparison(true, [this] { RunOnline([this] { CompareWithBoard(); }); });
+        CompareWithBoard();
+    });
 }
 
 const BoardComparison& frmMDIMain::RunComparing(frmComparing& window) {
@@ -134,7 +143,9 @@ void frmMDIMain::CompareWithBoard() {
     ComparisonReport report{program_.document.BracketName, "the board", GeneralDate(clock_.LocalNow()), {}, {}};
     const int opened = link_.Opened();
     frmComparing window(here, EveryIndex(), link_, turns_, this);
+    window.Identify();
     const BoardComparison& comparison = RunComparing(window);
+    if (window.Board()) report.there += ", " + window.Board()->Text();
     report.remark = RemarkOn(comparison, ValueCount);
     report.differences = DifferencesFrom(here, comparison);
     if (!compare_) return;
@@ -188,7 +199,11 @@ void frmMDIMain::FollowComparison() {
 }
 
 void frmMDIMain::SendValues(const std::vector<std::size_t>& indices) {
-    if (!CanStartTransfer() || transferring_) return;
+    if (transferring_ || !MaySendValues()) return;
+    if (!CanStartTransfer()) {
+        Warn("The board does not answer any more: nothing was sent.");
+        return;
+    }
     if (IsReliable(TransferInWindow(TransferMode::DownloadData, indices))) ReadBack(indices);
     program_.refreshTargetStatus = true;
 }
