@@ -16,7 +16,10 @@
 #include "report/Report.h"
 #include "text/PathText.h"
 
+#include <QScreen>
+
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace vantrel {
@@ -42,6 +45,21 @@ std::span<const std::uint8_t> BytesOf(const std::string& text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()}; // NOLINT(*-reinterpret-cast)
 }
 
+/// Moves a window that lies over a place on the screen to where there is more room, above or below it, and makes it as
+/// low as that room. One that cannot be as low stays.
+void KeepClear(QWidget& window, const QRect& place) {
+    const QRect room = window.screen()->availableGeometry();
+    const QRect taken = window.frameGeometry();
+    if (!window.isVisible() || !taken.intersects(place)) return;
+    const int above = place.top() - room.top();
+    const int below = room.bottom() - place.bottom();
+    const int border = taken.height() - window.height();
+    const int height = std::min(window.height(), std::max(above, below) - border);
+    if (height < window.minimumSizeHint().height()) return;
+    window.resize(window.width(), height);
+    window.move(taken.left(), below >= above ? place.bottom() + 1 : place.top() - height - border);
+}
+
 } // namespace
 
 void frmMDIMain::BuildTools() {
@@ -60,6 +78,12 @@ void frmMDIMain::BuildTools() {
 void frmMDIMain::GoTo(std::size_t sequence, std::optional<std::size_t> index) {
     if (index != StatusStackIndex) {
         editor_->GoTo(sequence, index);
+        const QtFormatGrid& grid = editor_->fgComm.at(static_cast<std::size_t>(editor_->CurrentTab) - 1);
+        const QRect cell = grid.CellRect(grid.CurrentRow(), grid.CurrentColumn());
+        const QRect row(grid.mapToGlobal(QPoint(0, cell.top())), QSize(grid.width(), cell.height()));
+        for (QWidget* window : std::initializer_list<QWidget*>{check_, compare_}) {
+            if (window) KeepClear(*window, row);
+        }
     } else if (mnuEditStackAdd->isEnabled()) {
         EditStackAdd();
     } else {
@@ -112,7 +136,10 @@ frmCompare& frmMDIMain::OpenComparison(bool withBoard, std::function<void()> rep
         .goTo = [this](std::size_t sequence, std::optional<std::size_t> index) { GoTo(sequence, index); },
     };
     if (withBoard) {
-        commands.send = [this](const std::vector<std::size_t>& indices) { SendValues(indices); };
+        commands.send = [this](const std::vector<std::size_t>& indices) {
+            SendValues(indices);
+            if (compare_) compare_->activateWindow();
+        };
         commands.saveBoard = [this] { SaveBoardValues(); };
     }
     compare_ = new frmCompare(std::move(commands), this);
@@ -224,7 +251,6 @@ void frmMDIMain::ReadBack(const std::vector<std::size_t>& indices) {
                   [&](const Difference& one) { return one.index && std::ranges::binary_search(indices, *one.index); });
     report.differences.insert(report.differences.end(), left.begin(), left.end());
     PutInOrder(report.differences);
-    report.date = GeneralDate(clock_.LocalNow());
     for (const std::size_t index : indices)
         comparedThere_.SetValue(index, comparison.OnBoard().Value(index));
     compare_->Show(std::move(report));

@@ -6,7 +6,6 @@
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -79,11 +78,11 @@ void frmCheck::BuildControls() {
         const std::size_t index = blockIndices_.at(block);
         goTo_(index == StatusStackIndex ? 0 : SequenceOf(index), index);
     });
-    auto* strip = new QScrollArea(this);
-    strip->setWidget(stpMemory);
-    strip->setWidgetResizable(true);
-    strip->setFrameShape(QFrame::StyledPanel);
-    strip->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    scrMemory = new QScrollArea(this);
+    scrMemory->setWidget(stpMemory);
+    scrMemory->setWidgetResizable(true);
+    scrMemory->setFrameShape(QFrame::StyledPanel);
+    scrMemory->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 
     lstFindings = new QTreeWidget(this);
     lstFindings->setObjectName(QStringLiteral("lstFindings"));
@@ -101,14 +100,17 @@ void frmCheck::BuildControls() {
     lblAdvice->setWordWrap(true);
     lblAdvice->setMinimumHeight(2 * lblAdvice->fontMetrics().lineSpacing());
     lblAdvice->setAlignment(Qt::AlignTop);
-    connect(lstFindings, &QTreeWidget::currentItemChanged, this,
-            [this](const QTreeWidgetItem* item) { lblAdvice->setText(item ? item->text(2) : QString()); });
+    connect(lstFindings, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
+        lblAdvice->setText(item ? item->text(2) : QString());
+        // Queued: a picture that has just been drawn is laid out first.
+        QTimer::singleShot(0, this, [this] { ShowBlockOfFinding(); });
+    });
 
     auto* close = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(close, &QDialogButtonBox::rejected, this, &QDialog::close);
     auto* all = new QVBoxLayout(this);
     all->addWidget(lblSummary);
-    all->addWidget(strip);
+    all->addWidget(scrMemory);
     all->addWidget(lstFindings, 1);
     all->addWidget(lblAdvice);
     all->addWidget(close);
@@ -164,11 +166,20 @@ void frmCheck::ShowMemory() {
     stpMemory->Show(std::move(shown),
                     {QStringLiteral("Status stack"), QStringLiteral("Sent"), QStringLiteral("Received")},
                     QStringLiteral("V"));
-    auto* strip = qobject_cast<QScrollArea*>(stpMemory->parentWidget()->parentWidget());
     // However many blocks lie upon each other, the list keeps its room.
-    strip->setFixedHeight(std::min(stpMemory->sizeHint().height() + strip->horizontalScrollBar()->sizeHint().height() +
-                                       2 * strip->frameWidth(),
-                                   PixelsOfTwips(MostStripTwips, *this)));
+    const int frame = 2 * scrMemory->frameWidth() + scrMemory->horizontalScrollBar()->sizeHint().height();
+    scrMemory->setFixedHeight(std::min(stpMemory->sizeHint().height() + frame, PixelsOfTwips(MostStripTwips, *this)));
+}
+
+void frmCheck::ShowBlockOfFinding() {
+    const int row = lstFindings->indexOfTopLevelItem(lstFindings->currentItem());
+    if (row < 0) return;
+    const auto index = findings_.at(static_cast<std::size_t>(row)).index;
+    const auto block = std::ranges::find_if(blockIndices_, [&](std::size_t one) { return one == index; });
+    if (block == blockIndices_.end()) return;
+    const QPoint middle =
+        stpMemory->BlockRect(static_cast<std::size_t>(block - blockIndices_.begin())).center().toPoint();
+    scrMemory->ensureVisible(middle.x(), middle.y(), scrMemory->viewport()->width() / 2, stpMemory->height() / 4);
 }
 
 } // namespace vantrel

@@ -151,18 +151,26 @@ void QtBlockStrip::paintEvent(QPaintEvent*) {
     for (std::size_t block = 0; block < blocks_.size(); ++block)
         PaintBlock(painter, block);
     PaintAddresses(painter);
+    PaintNames(painter);
 }
 
 void QtBlockStrip::PaintLanes(QPainter& painter) const {
+    // Memory that is folded away leaves a gap.
+    painter.setPen(palette().placeholderText().color());
     for (const Lane& lane : lanes_) {
-        painter.setPen(palette().windowText().color());
-        painter.drawText(QRectF(Margin, lane.top, NamesWidth(), RowHeight()), Qt::AlignVCenter | Qt::AlignLeft,
-                         lane.name);
-        // Memory that is folded away leaves a gap.
-        painter.setPen(palette().placeholderText().color());
         const double middle = lane.top + RowHeight() / 2;
         for (const Stretch& stretch : stretches_)
             painter.drawLine(QPointF(stretch.left, middle), QPointF(X(stretch.last) + WordWidth, middle));
+    }
+}
+
+void QtBlockStrip::PaintNames(QPainter& painter) const {
+    const double left = visibleRegion().boundingRect().left();
+    painter.fillRect(QRectF(left, 0, NamesWidth() + 2 * Margin - 2, height()), palette().window());
+    painter.setPen(palette().windowText().color());
+    for (const Lane& lane : lanes_) {
+        painter.drawText(QRectF(left + Margin, lane.top, NamesWidth(), RowHeight()), Qt::AlignVCenter | Qt::AlignLeft,
+                         lane.name);
     }
 }
 
@@ -202,9 +210,16 @@ void QtBlockStrip::PaintAddresses(QPainter& painter) const {
         painter.drawLine(QPointF(stretch.left, top), QPointF(right, top));
         for (const double x : {stretch.left, right})
             painter.drawLine(QPointF(x, top), QPointF(x, top + Tick));
-        painter.drawText(QPointF(stretch.left, top + Tick + metrics.ascent()), AddressText(stretch));
+        // In sight as long as any of the stretch is.
+        const QString text = AddressText(stretch);
+        const double seen = visibleRegion().boundingRect().left() + NamesWidth() + 2 * Margin;
+        const double latest = std::max(Right(stretch) - metrics.horizontalAdvance(text), stretch.left);
+        painter.drawText(QPointF(std::clamp(seen, stretch.left, latest), top + Tick + metrics.ascent()), text);
     }
 }
+
+// The names stay in sight when the strip is scrolled.
+void QtBlockStrip::moveEvent(QMoveEvent*) { update(); }
 
 void QtBlockStrip::mousePressEvent(QMouseEvent* event) {
     const auto block = BlockAt(event->position());

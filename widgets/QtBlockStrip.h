@@ -42,6 +42,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
@@ -70,6 +71,7 @@ private:
     [[nodiscard]] std::optional<std::size_t> BlockAt(QPointF place) const;
     void Choose(std::size_t block);
     void PaintLanes(QPainter& painter) const;
+    void PaintNames(QPainter& painter) const;
     void PaintBlock(QPainter& painter, std::size_t block) const;
     void PaintAddresses(QPainter& painter) const;
 
