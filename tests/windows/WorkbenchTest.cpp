@@ -71,6 +71,38 @@ TEST_F(WorkbenchTest, ABlockIsPastedUndoneAndDoneAgainAsOneStep) {
     EXPECT_EQ(Offered("mnuEditUndo"), "-&Undo");
 }
 
+TEST_F(WorkbenchTest, EveryCommandOnABlockIsNamedInTheMenuAndTakenBack) {
+    EXPECT_EQ(Offered("mnuEditPaste"), "-&Paste") << "the status tab has no cells to change";
+    for (const auto& [row, text] : {std::pair{1, "7"}, {2, "9"}, {3, "20"}}) {
+        Enter(row, 1, text);
+        Press(Qt::Key_Return);
+    }
+    const Configuration before = Doc().CurrentConfiguration;
+    for (const auto& [command, caption] : {std::pair{"Cut", "Cut"},
+                                           {"Clear", "Clear"},
+                                           {"FillDown", "Fill Down"},
+                                           {"FillSeries", "Fill Series"},
+                                           {"Duplicate", "Duplicate Sequence"},
+                                           {"MoveUp", "Move Sequence Up"},
+                                           {"MoveDown", "Move Sequence Down"}}) {
+        Click(command == std::string("MoveUp") ? 2 : 1, 1);
+        for (int i = 0; i < 2; ++i)
+            Press(Qt::Key_Down, Qt::ShiftModifier);
+        editor->findChild<QAction*>(QStringLiteral("mnuEdit") + QLatin1String(command))->trigger();
+        EXPECT_EQ(Offered("mnuEditUndo"), std::string("&Undo ") + caption);
+        EXPECT_FALSE(EditsBetween(before, Doc().CurrentConfiguration).empty()) << command;
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_TRUE(EditsBetween(before, Doc().CurrentConfiguration).empty()) << command;
+        EXPECT_EQ(Offered("mnuEditRedo"), std::string("&Redo ") + caption);
+    }
+    ClickTab(EditorTab::Descriptions);
+    Click(1, 2);
+    Type("Pump");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Offered("mnuEditUndo"), "&Undo Description");
+    EXPECT_TRUE(user.shown.empty());
+}
+
 TEST_F(WorkbenchTest, OnlineABlockIsSentAfterOneQuestionAndAnUndoneEntryGoesBackToTheBoard) {
     GoOnline();
     for (const auto answer : {No, Yes}) {
