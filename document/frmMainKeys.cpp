@@ -125,6 +125,10 @@ bool frmMain::KeyForGrid(QKeyEvent& key) {
         QCoreApplication::sendEvent(&VisibleGrid(), &key);
         return true;
     }
+    if (txtEntry.text() == SavedCellText && key.matches(QKeySequence::Undo) && !txtEntry.isUndoAvailable()) {
+        Undo();
+        return true;
+    }
     if (!key.matches(QKeySequence::Paste)) return false;
     const QString copied = QApplication::clipboard()->text().trimmed();
     if (!copied.contains(QLatin1Char('\t')) && !copied.contains(QLatin1Char('\n'))) return false;

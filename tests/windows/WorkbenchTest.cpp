@@ -100,6 +100,11 @@ TEST_F(WorkbenchTest, EveryCommandOnABlockIsNamedInTheMenuAndTakenBack) {
     Type("Pump");
     Press(Qt::Key_Return);
     EXPECT_EQ(Offered("mnuEditUndo"), "&Undo Description");
+    Type("Valve");
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Open(), "2,2:") << "in the box it takes back typing";
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Offered("mnuEditRedo"), "&Redo Description") << "and with none left the step before";
     EXPECT_TRUE(user.shown.empty());
 }
 
