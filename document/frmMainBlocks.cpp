@@ -97,10 +97,8 @@ bool frmMain::MakeBlock(const char* name, const BlockAnswer& answer) {
 }
 
 void frmMain::ShowBlockRefusal(const std::string& text) {
-    dialogs_.Show({.title = EntryRefusalTitle,
-                   .text = text,
-                   .icon = MessageIcon::Exclamation,
-                   .buttons = MessageButtons::Ok});
+    dialogs_.Show(
+        {.title = EntryRefusalTitle, .text = text, .icon = MessageIcon::Exclamation, .buttons = MessageButtons::Ok});
 }
 
 void frmMain::Cut() {
