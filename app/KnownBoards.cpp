@@ -21,12 +21,24 @@ constexpr int IdentLength = 8;
 constexpr std::size_t LongestIdent = 64; ///< In bytes, as it is remembered.
 constexpr int LargestByte = 255;
 constexpr char Separator = '\t';
+constexpr std::string_view TextBegin = "network address ";
+constexpr std::string_view TextMiddle = ", program ident \"";
 
 } // namespace
 
 std::string BoardIdentity::Text() const {
-    return "network address " + std::to_string(networkAddress) + ", program ident \"" +
+    return std::string(TextBegin) + std::to_string(networkAddress) + std::string(TextMiddle) +
            PrintableText(ident, Layout::Drop) + "\"";
+}
+
+std::optional<BoardIdentity> BoardIdentity::FromText(const std::string& text) {
+    const std::size_t middle = text.find(TextMiddle);
+    if (!text.starts_with(TextBegin) || middle == std::string::npos) return std::nullopt;
+    const std::size_t ident = middle + TextMiddle.size();
+    const auto address = WholeNumber(text.substr(TextBegin.size(), middle - TextBegin.size()));
+    if (!address || *address < 0 || *address > LargestByte || ident >= text.size()) return std::nullopt;
+    BoardIdentity board{*address, text.substr(ident, text.size() - ident - 1)};
+    return board.Text() == text ? std::optional(board) : std::nullopt;
 }
 
 TaskOf<std::optional<BoardIdentity>> ReadBoardIdentity(RSComm& link, TurnQueue& turns, std::function<bool()> wanted) {

@@ -23,7 +23,10 @@ struct BoardIdentity {
 
     /// "network address 3, program ident "K5216505""
     [[nodiscard]] std::string Text() const;
-    friend bool operator==(const BoardIdentity&, const BoardIdentity&) = default;
+    /// The board whose Text() that is; nothing for any other text.
+    [[nodiscard]] static std::optional<BoardIdentity> FromText(const std::string& text);
+    /// What nobody could tell apart by reading it is the same.
+    friend bool operator==(const BoardIdentity& one, const BoardIdentity& other) { return one.Text() == other.Text(); }
 };
 
 /// Asks the board, as long as `wanted`. Nothing when any of it was not read clearly.

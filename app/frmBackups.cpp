@@ -18,6 +18,7 @@ namespace {
 
 constexpr int WidthTwips = 12000;
 constexpr int HeightTwips = 6000;
+constexpr int ColumnGap = 18; ///< Pixels.
 
 QString WhenText(OleDate date) {
     const auto time = date.ToLocal();
@@ -87,8 +88,11 @@ void frmBackups::Fill(const Configuration& here) {
             lstBackups, {WhenText(backup.record.SavedDate), DifferencesText(backup.DifferencesTo(here)), board, file});
         row->setToolTip(3, file);
     }
-    for (int column = 0; column < lstBackups->columnCount(); ++column)
+    // The last one takes what is left.
+    for (int column = 0; column + 1 < lstBackups->columnCount(); ++column) {
         lstBackups->resizeColumnToContents(column);
+        lstBackups->setColumnWidth(column, lstBackups->columnWidth(column) + ColumnGap);
+    }
     if (lstBackups->topLevelItemCount() > 0) lstBackups->setCurrentItem(lstBackups->topLevelItem(0));
     cmdOpen->setEnabled(!list_.found.empty());
 }

@@ -117,7 +117,7 @@ void frmCompare::Show(ComparisonReport report) {
     lblSides->setText(QStringLiteral("Here: %1\nThere: %2\n%3")
                           .arg(QString::fromStdString(report_.here), QString::fromStdString(report_.there),
                                QString::fromStdString(report_.date)));
-    lblState->setText(StateOf(report_));
+    state_ = StateOf(report_);
     Fill();
     for (std::size_t row = 0; row < rows_.size(); ++row) {
         const auto same = [&](const Difference& one) { return SamePlace(one, report_.differences[row]); };
@@ -154,8 +154,7 @@ void frmCompare::Fill() {
 
 void frmCompare::MarkOld(const std::string& why) {
     old_ = true;
-    lblState->setText(QString::fromStdString(why) +
-                      QStringLiteral(" The list may not be true any more: compare again."));
+    state_ = QString::fromStdString(why) + QStringLiteral(" The list may not be true any more: compare again.");
     ShowButtons();
 }
 
@@ -185,8 +184,11 @@ void frmCompare::ShowButtons() {
     const bool clear = std::ranges::any_of(ticked, [](const Difference& one) { return !one.doubtful; });
     cmdSend->setEnabled(online_ && !old_ && !TickedValues().empty());
     cmdTake->setEnabled(!old_ && clear);
-    cmdSaveBoard->setEnabled(!old_ && report_.remark.empty());
-    cmdRepeat->setEnabled(online_ || !commands_.send);
+    // A copy of the board is whole, or it is none.
+    const bool whole = report_.remark.empty() && std::ranges::none_of(report_.differences, &Difference::doubtful);
+    cmdSaveBoard->setEnabled(!old_ && whole);
+    const bool offline = commands_.send && !online_;
+    lblState->setText(offline ? state_ + QStringLiteral(" OFFLINE nothing can be sent.") : state_);
 }
 
 } // namespace vantrel

@@ -64,6 +64,7 @@ private:
 
     Commands commands_;
     ComparisonReport report_;
+    QString state_; ///< Of the list.
     std::vector<QTreeWidgetItem*> rows_; ///< Of each difference; Qt's children of the list.
     bool old_ = false;
     bool online_ = false;

@@ -37,6 +37,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace vantrel {
 
@@ -218,9 +219,10 @@ private:
     Task FinishPortChange();
 
     // Transfers (frmMDIMainTransfer.cpp)
-    /// The questions and steps around a transfer. OFFLINE it begins when the board has answered, or has not.
-    void RunTransfer(TransferMode mode);
-    void StartPendingTransfer();
+    /// OFFLINE, when the user agrees, the job begins when the board has answered, or has not.
+    void RunOnline(std::function<void()> job);
+    void StartPendingJob();
+    /// With the questions and steps around it.
     void Transfer(TransferMode mode);
     /// The progress window itself, and what the user has to know of single values.
     frmProcessing::Result TransferInWindow(TransferMode mode, std::vector<std::size_t> indices = EveryIndex());
@@ -234,6 +236,8 @@ private:
 
     // Tools (frmMDIMainTools.cpp)
     void BuildTools();
+    /// Leads to what a list names: a cell, or the question for the status stack address.
+    void GoTo(std::size_t sequence, std::optional<std::size_t> index);
     void ToolsCheck();
     /// Says before a download, once, that the check found errors; true when the user wants to see them first.
     bool WantsToSeeErrors();
@@ -258,6 +262,10 @@ private:
     void ToolsBackups();
     /// The questions of a download whose answers take the board; false when it is not to begin.
     [[nodiscard]] bool MayDownload();
+    /// The same for a few values: only which board it is, and once for each opening of the port.
+    [[nodiscard]] bool MaySendValues();
+    /// Nothing for a board that could not be read clearly. False when the user cancelled.
+    [[nodiscard]] bool Identify(std::optional<BoardIdentity>& board);
     [[nodiscard]] bool AcceptsBoard(const std::optional<BoardIdentity>& board);
     /// Keeps the values of the board whose identity was asked at that opening of the port, or asks the user to do
     /// without.
@@ -266,6 +274,8 @@ private:
     [[nodiscard]] std::string KeepBackup(const BoardComparison& values, const std::string& board, int opened);
     /// The file that the document's board is remembered for; empty for none.
     [[nodiscard]] std::filesystem::path BoardFile() const;
+    /// Where the document's values were last sent to or fetched from.
+    [[nodiscard]] std::optional<BoardIdentity> KnownBoard() const;
     /// The document has just been sent to that board or fetched from it.
     void NoteBoard(const std::optional<BoardIdentity>& board);
     /// Remembers that for the document's file, as soon as it has one.
@@ -284,6 +294,7 @@ private:
     KnownBoards knownBoards_;
     std::optional<BoardIdentity> lastBoard_; ///< Of the document's values,
     int lastBoardOf_ = 0; ///< which is the one of that generation.
+    std::pair<int, int> boardAsked_{}; ///< RSComm::Opened() and document of the values that may be sent.
     std::string fixedDevice_;
     QString captionPrefix_;
     QMdiArea* children_ = nullptr;
@@ -305,7 +316,7 @@ private:
     bool wantOnline_ = false; ///< What the mode is on its way to.
     int wishes_ = 0; ///< How often that has changed.
     bool transferring_ = false;
-    std::optional<TransferMode> pendingTransfer_; ///< Begins when the mode has been applied.
+    std::function<void()> pendingJob_; ///< Begins when the mode has been applied.
     bool askingStackAddress_ = false;
     bool changingPort_ = false;
     bool closeWanted_ = false;

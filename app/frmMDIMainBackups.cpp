@@ -5,6 +5,7 @@
 #include "document/DocumentFiles.h"
 #include "document/frmMain.h"
 #include "platform/RuntimeError.h"
+#include "platform/SetWhile.h"
 #include "text/PathText.h"
 
 #include <utility>
@@ -39,22 +40,36 @@ MessageBox NoCopyQuestion(const std::string& problem) {
 bool frmMDIMain::MayDownload() {
     if (!CanStartTransfer()) return true; // Nothing will be written; the transfer itself says so.
     const bool backUp = mnuToolsBackUp->isChecked();
-    if (!backUp && (BoardFile().empty() || !knownBoards_.Of(BoardFile()))) return true;
+    if (!backUp && !KnownBoard()) return true;
     const int opened = link_.Opened();
-    frmIdentifying window(link_, turns_, this);
-    transferring_ = true;
-    const std::optional<BoardIdentity> board = window.RunModal();
-    transferring_ = false;
-    if (window.Cancelled()) {
-        FollowLink();
-        return false;
-    }
+    std::optional<BoardIdentity> board;
+    if (!Identify(board)) return false;
     if (link_.LinkFailed()) return true;
     return AcceptsBoard(board) && (!backUp || BackUpBoard(board, opened));
 }
 
+bool frmMDIMain::MaySendValues() {
+    const std::pair asked{link_.Opened(), program_.document.Generation};
+    if (!CanStartTransfer() || !KnownBoard() || boardAsked_ == asked) return true;
+    std::optional<BoardIdentity> board;
+    if (!Identify(board)) return false;
+    if (!link_.LinkFailed() && !AcceptsBoard(board)) return false;
+    boardAsked_ = asked;
+    return true;
+}
+
+bool frmMDIMain::Identify(std::optional<BoardIdentity>& board) {
+    frmIdentifying window(link_, turns_, this);
+    {
+        const SetWhile identifying(transferring_, true);
+        board = window.RunModal();
+    }
+    if (window.Cancelled()) FollowLink();
+    return !window.Cancelled();
+}
+
 bool frmMDIMain::AcceptsBoard(const std::optional<BoardIdentity>& board) {
-    const auto known = BoardFile().empty() ? std::nullopt : knownBoards_.Of(BoardFile());
+    const auto known = KnownBoard();
     if (!known || known == board) return true;
     if (!board) {
         Notice(QStringLiteral("Which board this is could not be read clearly"), LongNotice);
@@ -67,9 +82,10 @@ bool frmMDIMain::BackUpBoard(const std::optional<BoardIdentity>& board, int open
     const Configuration& record = program_.document.CurrentConfiguration;
     frmComparing window(record, EveryIndex(), link_, turns_, this);
     window.Called("Backing Up Data, Please Standby...");
-    transferring_ = true;
-    const BoardComparison& values = window.RunModal();
-    transferring_ = false;
+    const BoardComparison& values = [&]() -> const BoardComparison& {
+        const SetWhile reading(transferring_, true);
+        return window.RunModal();
+    }();
     if (values.Cancelled() && !values.Complete()) {
         FollowLink();
         return false;
@@ -107,6 +123,11 @@ std::filesystem::path frmMDIMain::BoardFile() const {
     return document.Recovered && !document.IsUnnamed ? document.FilePath : document.OwnFile;
 }
 
+std::optional<BoardIdentity> frmMDIMain::KnownBoard() const {
+    if (const std::filesystem::path file = BoardFile(); !file.empty()) return knownBoards_.Of(file);
+    return lastBoardOf_ == program_.document.Generation ? lastBoard_ : std::nullopt;
+}
+
 void frmMDIMain::NoteBoard(const std::optional<BoardIdentity>& board) {
     lastBoard_ = board;
     lastBoardOf_ = program_.document.Generation;
@@ -135,6 +156,8 @@ void frmMDIMain::ToolsBackups() {
     const FileCommands::Outcome outcome = files_.OpenCopy(std::move(chosen->record));
     AfterFileCommand();
     if (outcome == FileCommands::Outcome::Done) {
+        // It was read while its values were.
+        NoteBoard(BoardIdentity::FromText(chosen->board));
         Notice(QStringLiteral("Opened as a new set-up; the backup stays as it is"), LongNotice);
     }
 }

@@ -52,10 +52,10 @@ private:
 } // namespace
 
 void frmMDIMain::OpenFile(const std::filesystem::path& path) {
-    if (QApplication::activeModalWidget() || !Idle() || pendingTransfer_) {
+    if (QApplication::activeModalWidget() || !Idle() || pendingJob_) {
         QApplication::beep();
-        Notice(pendingTransfer_ ? QStringLiteral("The transfer comes first, then drop the file again")
-                                : QStringLiteral("Close the open window first, then drop the file again"));
+        Notice(pendingJob_ ? QStringLiteral("The board is waited for, then drop the file again")
+                           : QStringLiteral("Close the open window first, then drop the file again"));
         return;
     }
     if (!editor_->FinishEntry()) return;

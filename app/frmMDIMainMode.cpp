@@ -41,7 +41,7 @@ Task frmMDIMain::SwitchMode() {
     } while (wantOnline_ && !link_.OnlineMode());
     ShowMode(link_.OnlineMode());
     // From the event loop: the progress window must not open inside a task.
-    if (pendingTransfer_) QTimer::singleShot(0, this, [this] { StartPendingTransfer(); });
+    if (pendingJob_) QTimer::singleShot(0, this, [this] { StartPendingJob(); });
 }
 
 PortRange frmMDIMain::FindPorts() {
@@ -54,7 +54,6 @@ void frmMDIMain::ShowMode(bool online) {
     shownOnline_ = online;
     sbrMainPanels[1]->setText(online ? QStringLiteral("ONLINE") : QStringLiteral("OFFLINE"));
     mnuViewCommStatus->setEnabled(online);
-    mnuToolsCompareBoard->setEnabled(online);
     ShowCommands();
     if (!online) editor_->ShowOffline();
     background_.Refresh();
@@ -66,11 +65,11 @@ void frmMDIMain::ShowCommands() {
     // A click on an entry has toggled its mark.
     mnuViewOnline->setChecked(shownOnline_);
     mnuViewOffline->setChecked(!shownOnline_);
-    const bool transferWaits = pendingTransfer_.has_value();
-    for (QAction* entry : {mnuFileUpload, mnuFileDownload})
-        entry->setEnabled(!transferWaits);
-    mnuFileOpen->setEnabled(!transferWaits && !askingStackAddress_);
-    mnuFileNew->setEnabled(!transferWaits && !askingStackAddress_);
+    const bool jobWaits = static_cast<bool>(pendingJob_);
+    for (QAction* entry : {mnuFileUpload, mnuFileDownload, mnuToolsCompareBoard})
+        entry->setEnabled(!jobWaits);
+    mnuFileOpen->setEnabled(!jobWaits && !askingStackAddress_);
+    mnuFileNew->setEnabled(!jobWaits && !askingStackAddress_);
     mnuEditCommPort->setEnabled(!changingPort_);
     mnuEditStackAdd->setEnabled(!askingStackAddress_ && (shownOnline_ || program_.offlineEditing));
 }
@@ -82,7 +81,7 @@ void frmMDIMain::ViewOnline() {
 }
 
 void frmMDIMain::ViewOffline() {
-    pendingTransfer_.reset();
+    pendingJob_ = nullptr;
     link_.GiveUp();
     link_.SetOnlineMode(false);
     ApplyMode();
@@ -126,7 +125,7 @@ void frmMDIMain::Tick() {
     ShowSystemMessage();
     FollowLink();
     KeepUnsaved();
-    StartPendingTransfer();
+    StartPendingJob();
     if (closeWanted_ && Idle()) close();
 }
 

@@ -16,7 +16,10 @@
 #include "report/Report.h"
 #include "text/PathText.h"
 
+#include <QScreen>
+
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace vantrel {
@@ -42,6 +45,21 @@ std::span<const std::uint8_t> BytesOf(const std::string& text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()}; // NOLINT(*-reinterpret-cast)
 }
 
+/// Moves a window that lies over a place on the screen to where there is more room, above or below it, and makes it as
+/// low as that room. One that cannot be as low stays.
+void KeepClear(QWidget& window, const QRect& place) {
+    const QRect room = window.screen()->availableGeometry();
+    const QRect taken = window.frameGeometry();
+    if (!window.isVisible() || !taken.intersects(place)) return;
+    const int above = place.top() - room.top();
+    const int below = room.bottom() - place.bottom();
+    const int border = taken.height() - window.height();
+    const int height = std::min(window.height(), std::max(above, below) - border);
+    if (height < window.minimumSizeHint().height()) return;
+    window.resize(window.width(), height);
+    window.move(taken.left(), below >= above ? place.bottom() + 1 : place.top() - height - border);
+}
+
 } // namespace
 
 void frmMDIMain::BuildTools() {
@@ -53,20 +71,32 @@ void frmMDIMain::BuildTools() {
             mnuEdit->addSeparator();
         }
     }
-    editor_->SetOnSendBlock([this](const std::vector<std::size_t>& indices) { SendValues(indices); });
+    editor_->SetOnSendBlock([this] { return MaySendValues(); },
+                            [this](const std::vector<std::size_t>& indices) { SendValues(indices); });
+}
+
+void frmMDIMain::GoTo(std::size_t sequence, std::optional<std::size_t> index) {
+    if (index != StatusStackIndex) {
+        editor_->GoTo(sequence, index);
+        const QtFormatGrid& grid = editor_->fgComm.at(static_cast<std::size_t>(editor_->CurrentTab) - 1);
+        const QRect cell = grid.CellRect(grid.CurrentRow(), grid.CurrentColumn());
+        const QRect row(grid.mapToGlobal(QPoint(0, cell.top())), QSize(grid.width(), cell.height()));
+        for (QWidget* window : std::initializer_list<QWidget*>{check_, compare_}) {
+            if (window) KeepClear(*window, row);
+        }
+    } else if (mnuEditStackAdd->isEnabled()) {
+        EditStackAdd();
+    } else {
+        Notice(QStringLiteral("The status stack address: Enable Offline Editing first, in the menu Edit"), LongNotice);
+    }
 }
 
 void frmMDIMain::ToolsCheck() {
     if (!editor_->FinishEntry()) return;
     if (!check_) {
-        const auto goTo = [this](std::size_t sequence, std::optional<std::size_t> index) {
-            if (index == StatusStackIndex) {
-                EditStackAdd();
-            } else {
-                editor_->GoTo(sequence, index);
-            }
-        };
-        check_ = new frmCheck(program_.document, goTo, this);
+        check_ = new frmCheck(
+            program_.document,
+            [this](std::size_t sequence, std::optional<std::size_t> index) { GoTo(sequence, index); }, this);
         check_->show();
     }
     check_->raise();
@@ -103,10 +133,13 @@ frmCompare& frmMDIMain::OpenComparison(bool withBoard, std::function<void()> rep
         .saveBoard = nullptr,
         .print = [this] { PrintComparison(); },
         .saveList = [this] { SaveComparison(); },
-        .goTo = [this](std::size_t sequence, std::optional<std::size_t> index) { editor_->GoTo(sequence, index); },
+        .goTo = [this](std::size_t sequence, std::optional<std::size_t> index) { GoTo(sequence, index); },
     };
     if (withBoard) {
-        commands.send = [this](const std::vector<std::size_t>& indices) { SendValues(indices); };
+        commands.send = [this](const std::vector<std::size_t>& indices) {
+            SendValues(indices);
+            if (compare_) compare_->activateWindow();
+        };
         commands.saveBoard = [this] { SaveBoardValues(); };
     }
     compare_ = new frmCompare(std::move(commands), this);
@@ -114,9 +147,12 @@ frmCompare& frmMDIMain::OpenComparison(bool withBoard, std::function<void()> rep
 }
 
 void frmMDIMain::ToolsCompareBoard() {
-    if (!editor_->FinishEntry() || !CanStartTransfer()) return;
-    OpenComparison(true, [this] { CompareWithBoard(); });
-    CompareWithBoard();
+    if (!editor_->FinishEntry()) return;
+    RunOnline([this] {
+        if (!CanStartTransfer()) return;
+        OpenComparison(true, [this] { RunOnline([this] { CompareWithBoard(); }); });
+        CompareWithBoard();
+    });
 }
 
 const BoardComparison& frmMDIMain::RunComparing(frmComparing& window) {
@@ -134,7 +170,9 @@ void frmMDIMain::CompareWithBoard() {
     ComparisonReport report{program_.document.BracketName, "the board", GeneralDate(clock_.LocalNow()), {}, {}};
     const int opened = link_.Opened();
     frmComparing window(here, EveryIndex(), link_, turns_, this);
+    window.Identify();
     const BoardComparison& comparison = RunComparing(window);
+    if (window.Board()) report.there += ", " + window.Board()->Text();
     report.remark = RemarkOn(comparison, ValueCount);
     report.differences = DifferencesFrom(here, comparison);
     if (!compare_) return;
@@ -188,7 +226,11 @@ void frmMDIMain::FollowComparison() {
 }
 
 void frmMDIMain::SendValues(const std::vector<std::size_t>& indices) {
-    if (!CanStartTransfer() || transferring_) return;
+    if (transferring_ || !MaySendValues()) return;
+    if (!CanStartTransfer()) {
+        Warn("The board does not answer any more: nothing was sent.");
+        return;
+    }
     if (IsReliable(TransferInWindow(TransferMode::DownloadData, indices))) ReadBack(indices);
     program_.refreshTargetStatus = true;
 }
@@ -209,7 +251,6 @@ void frmMDIMain::ReadBack(const std::vector<std::size_t>& indices) {
                   [&](const Difference& one) { return one.index && std::ranges::binary_search(indices, *one.index); });
     report.differences.insert(report.differences.end(), left.begin(), left.end());
     PutInOrder(report.differences);
-    report.date = GeneralDate(clock_.LocalNow());
     for (const std::size_t index : indices)
         comparedThere_.SetValue(index, comparison.OnBoard().Value(index));
     compare_->Show(std::move(report));

@@ -54,29 +54,33 @@ std::string ReachedSentence(const frmProcessing::Result& result) {
 
 void frmMDIMain::FileUpload() {
     if (!editor_->FinishEntry()) return;
-    if (dialogs_.Show(UploadQuestion()) == MessageAnswer::Yes) RunTransfer(TransferMode::UploadData);
+    if (dialogs_.Show(UploadQuestion()) == MessageAnswer::Yes) {
+        RunOnline([this] { Transfer(TransferMode::UploadData); });
+    }
 }
 
 void frmMDIMain::FileDownload() {
     if (!editor_->FinishEntry() || WantsToSeeErrors()) return;
-    if (dialogs_.Show(DownloadQuestion()) == MessageAnswer::Yes) RunTransfer(TransferMode::DownloadData);
+    if (dialogs_.Show(DownloadQuestion()) == MessageAnswer::Yes) {
+        RunOnline([this] { Transfer(TransferMode::DownloadData); });
+    }
 }
 
-void frmMDIMain::RunTransfer(TransferMode mode) {
+void frmMDIMain::RunOnline(std::function<void()> job) {
     if (link_.OnlineMode()) {
-        Transfer(mode);
+        job();
         return;
     }
     if (dialogs_.Show(OfflineQuestion()) != MessageAnswer::Yes) return;
-    pendingTransfer_ = mode;
+    pendingJob_ = std::move(job);
     ViewOnline();
 }
 
-void frmMDIMain::StartPendingTransfer() {
-    if (!pendingTransfer_ || !mode_.Done() || !Idle() || QApplication::activeModalWidget()) return;
-    const TransferMode mode = *std::exchange(pendingTransfer_, std::nullopt);
+void frmMDIMain::StartPendingJob() {
+    if (!pendingJob_ || !mode_.Done() || !Idle() || QApplication::activeModalWidget()) return;
+    const auto job = std::exchange(pendingJob_, nullptr);
     ShowCommands();
-    if (editor_->FinishEntry()) Transfer(mode);
+    if (editor_->FinishEntry()) job();
 }
 
 void frmMDIMain::Transfer(TransferMode mode) {
@@ -102,13 +106,14 @@ frmProcessing::Result frmMDIMain::TransferInWindow(TransferMode mode, std::vecto
         program_.document.FromBoard = true;
         ShowDocumentDate();
     }
+    const bool whole = indices.size() == ValueCount;
     frmProcessing::Result result = [&] {
         const SetWhile transferring(transferring_, true);
         frmProcessing window(mode, record, link_, dialogs_, turns_, this, std::move(indices));
         return window.RunModal();
     }();
     background_.NoteReached(result.alsoReached);
-    if (IsReliable(result)) NoteBoard(result.board);
+    if (whole && IsReliable(result)) NoteBoard(result.board);
     if (result.flagLeft) background_.NoteFlagLeft();
     for (const std::size_t index : result.walked) {
         const bool doubtful = std::binary_search(result.unconfirmed.begin(), result.unconfirmed.end(), index);

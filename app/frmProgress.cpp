@@ -58,13 +58,22 @@ void frmProgress::ShowProgress(std::size_t done, std::size_t total) {
 
 frmComparing::frmComparing(const Configuration& record, std::vector<std::size_t> indices, RSComm& link,
                            TurnQueue& turns, QWidget* parent)
-    : frmProgress("frmComparing", turns, parent), comparison_(record, link, turns, *this) {
+    : frmProgress("frmComparing", turns, parent), link_(link), turns_(turns), comparison_(record, link, turns, *this) {
     comparison_.Only(std::move(indices));
 }
 
 const BoardComparison& frmComparing::RunModal() {
-    static_cast<void>(RunTask(comparison_.Run())); // What an exception has cut off is not complete.
+    static_cast<void>(RunTask(Run())); // What an exception has cut off is not complete.
     return comparison_;
+}
+
+Task frmComparing::Run() {
+    comparison_.Load();
+    const int opened = link_.Opened();
+    if (identifies_) board_ = co_await ReadBoardIdentity(link_, turns_, [this] { return !comparison_.Cancelled(); });
+    co_await comparison_.Run();
+    // The port was opened again: it may have been two boards.
+    if (link_.Opened() != opened) board_.reset();
 }
 
 frmIdentifying::frmIdentifying(RSComm& link, TurnQueue& turns, QWidget* parent)

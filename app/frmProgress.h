@@ -43,11 +43,20 @@ public:
     const BoardComparison& RunModal();
     /// What the window calls it; a literal. Before RunModal().
     void Called(std::string_view label) { comparison_.Called(label); }
+    /// Ask first which board it is. Before RunModal().
+    void Identify() { identifies_ = true; }
+    /// The board whose values were compared; nothing when that was not asked or not read clearly.
+    [[nodiscard]] const std::optional<BoardIdentity>& Board() const { return board_; }
 
 private:
+    Task Run();
     void CloseAsked() override { comparison_.Cancel(); }
 
+    RSComm& link_;
+    TurnQueue& turns_;
     BoardComparison comparison_;
+    bool identifies_ = false;
+    std::optional<BoardIdentity> board_;
 };
 
 /// Asks which board is at the other end.

@@ -24,7 +24,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -149,6 +151,39 @@ Work Transfer(TransferMode mode) {
     };
 }
 
+/// What of these values differs from the board; nothing unless all of them were read clearly.
+std::optional<std::vector<std::size_t>> Differing(const Configuration& record, std::vector<std::size_t> indices,
+                                                  RSComm& link, Turns& turns) {
+    NoDisplay display;
+    BoardComparison comparison(record, link, turns.Queue(), display);
+    comparison.Only(std::move(indices));
+    turns.RunToEnd(comparison.Run());
+    if (!comparison.Complete() || !comparison.Unread().empty()) return std::nullopt;
+    std::vector<std::size_t> differing;
+    for (const ValueDifference& difference : comparison.Differences())
+        differing.push_back(difference.index);
+    return differing;
+}
+
+/// A download of changes after one value was changed: all is read, one value written, and that one read back.
+Work OneChange() {
+    return [changed = 0](RSComm& link, Turns& turns) mutable {
+        Configuration record = DefaultRecord("bench", {});
+        // Another value in every round: what the round before has written is on the board.
+        record.SetValue(ValueIndex(SequenceCount / 2, SequenceField::SendWordCount), ++changed);
+        const auto changes = Differing(record, EveryIndex(), link, turns);
+        if (!changes || changes->size() != 1) return false;
+        NoBoxes boxes;
+        NoDisplay display;
+        SettingsTransfer transfer(TransferMode::DownloadData, record, link, boxes, turns.Queue(), display);
+        transfer.Only(*changes);
+        transfer.Load();
+        turns.RunToEnd(transfer.Run());
+        const auto left = Differing(record, *changes, link, turns);
+        return transfer.Complete() && transfer.Unconfirmed().empty() && left && left->empty();
+    };
+}
+
 bool PassOverStatusTab(RSComm& link, Turns& turns) {
     CountingStatusTab display;
     const SequenceAddresses nodes = NodeNumberAddressTable();
@@ -233,7 +268,8 @@ double MeasureMinimalClient(const std::string& device, const std::vector<std::ui
     return seconds;
 }
 
-void Compare(const char* name, int speed, const Work& work) {
+/// Returns how long it took, in seconds.
+double Compare(const char* name, int speed, const Work& work) {
     const PacedBoard board(speed);
     // In turns, so that whatever else the machine does strikes both alike; the best of each counts.
     Measurement ours;
@@ -250,6 +286,7 @@ void Compare(const char* name, int speed, const Work& work) {
                 name, speed, ours.sent.size(), ours.seconds, 100 * limit / ours.seconds, 100 * limit / minimal,
                 100 * minimal / ours.seconds, 100 * ours.processorSeconds / ours.seconds);
     std::fflush(stdout);
+    return ours.seconds;
 }
 
 } // namespace
@@ -257,7 +294,10 @@ void Compare(const char* name, int speed, const Work& work) {
 int main(int argc, char** argv) {
     [[maybe_unused]] const Host host(argc, argv);
     for (const int speed : {9600, 19200}) {
-        Compare("download", speed, Transfer(TransferMode::DownloadData));
+        const double whole = Compare("download", speed, Transfer(TransferMode::DownloadData));
+        const double oneChange = Compare("one change", speed, OneChange());
+        std::printf("%-10s %6d baud  %5.1f %% of a whole download's time\n", "one change", speed,
+                    100 * oneChange / whole);
         Compare("upload", speed, Transfer(TransferMode::UploadData));
         Compare("status tab", speed, PassOverStatusTab);
         Compare("data words", speed, PassOverSequence);

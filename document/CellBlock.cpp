@@ -57,15 +57,22 @@ std::string_view Trimmed(std::string_view text) {
 
 bool IsHeading(const std::string& cell, std::string_view heading) { return SameIgnoringCase(Trimmed(cell), heading); }
 
+bool IsDescriptionHeading(const std::string& cell) {
+    return IsHeading(cell, "Description") || IsHeading(cell, "Communication Description");
+}
+
 bool IsAnyHeading(const std::string& cell) {
     const auto is = [&](const FieldDescription& field) { return IsHeading(cell, field.heading); };
-    return IsHeading(cell, "Seq #") || IsHeading(cell, "Description") || IsHeading(cell, "Communication Description") ||
-           std::ranges::any_of(FieldTable(), is);
+    return IsHeading(cell, "Seq #") || IsDescriptionHeading(cell) || std::ranges::any_of(FieldTable(), is);
+}
+
+bool AreHeadings(const std::vector<TextRow>& rows) {
+    return !rows.empty() && std::ranges::all_of(rows.front(), IsAnyHeading);
 }
 
 /// Without a row of headings and, where that says so, without the sequence numbers.
 std::vector<TextRow> WithoutHeadings(std::vector<TextRow> rows) {
-    if (rows.empty() || !std::ranges::all_of(rows.front(), IsAnyHeading)) return rows;
+    if (!AreHeadings(rows)) return rows;
     const bool numbered = IsHeading(rows.front().front(), "Seq #");
     rows.erase(rows.begin());
     if (numbered) std::ranges::for_each(rows, [](TextRow& row) { row.erase(row.begin()); });
@@ -126,7 +133,9 @@ std::string CopiedCells(const Configuration& record, const CellBlock& block) {
 
 BlockAnswer PastedCells(const Configuration& record, const CellBlock& block, std::string_view text,
                         std::size_t lastColumn) {
-    const std::vector<TextRow> rows = WithoutHeadings(DelimitedRows(text, '\t'));
+    std::vector<TextRow> rows = DelimitedRows(text, '\t');
+    if (AreHeadings(rows) && IsDescriptionHeading(rows.front().back())) lastColumn = DescriptionColumn;
+    rows = WithoutHeadings(std::move(rows));
     BlockEntry entry(record);
     if (rows.size() == 1 && rows.front().size() == 1) {
         ForEachCell(block, [&](std::size_t sequence, std::size_t column) {

@@ -47,7 +47,8 @@ using BlockAnswer = std::variant<Configuration, std::vector<RefusedCell>>;
 
 /// The cells of a spreadsheet's text from the block's first cell on; a single cell fills the whole block. A row of the
 /// editor's headings is skipped; with it, so is a first column headed "Seq #". `lastColumn` is the last one of the
-/// grid: cells to the right of it, and those below the last sequence, are refused.
+/// grid: cells to the right of it, but for descriptions under their heading, and those below the last sequence, are
+/// refused.
 [[nodiscard]] BlockAnswer PastedCells(const Configuration& record, const CellBlock& block, std::string_view text,
                                       std::size_t lastColumn);
 

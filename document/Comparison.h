@@ -36,7 +36,7 @@ void PutInOrder(std::vector<Difference>& differences);
 /// What stands on paper about a comparison.
 struct ComparisonReport {
     std::string here; ///< The name of one side, "plant.sdt".
-    std::string there; ///< And of the other, "the board at COM1, network address 3".
+    std::string there; ///< And of the other, "the board, network address 3, ...".
     std::string date; ///< When the values were those that are listed.
     std::string remark; ///< What keeps the list from being whole; empty for nothing.
     std::vector<Difference> differences;

@@ -159,9 +159,13 @@ void BoardComparison::Cancel() {
     link_.GiveUp();
 }
 
-Task BoardComparison::Run() {
+void BoardComparison::Load() {
     display_.ShowLabel(label_);
     display_.ShowProgress(0, indices_.size());
+}
+
+Task BoardComparison::Run() {
+    Load();
     ReadingWalk walk(link_);
     for (const std::size_t index : indices_) {
         co_await turns_.Next();

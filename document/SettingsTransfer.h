@@ -155,6 +155,8 @@ public:
     void Only(std::vector<std::size_t> indices) { indices_ = std::move(indices); }
     /// What the progress window calls it; a literal. Before Run().
     void Called(std::string_view label) { label_ = label; }
+    /// The label and the empty bar; Run() begins with it.
+    void Load();
     [[nodiscard]] Task Run();
     void Cancel();
     [[nodiscard]] bool Cancelled() const { return cancelled_; }

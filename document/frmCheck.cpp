@@ -6,7 +6,6 @@
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -22,6 +21,7 @@ namespace {
 
 constexpr int WidthTwips = 12000;
 constexpr int HeightTwips = 8000;
+constexpr int MostStripTwips = 3600;
 constexpr int ColumnGap = 12; ///< Pixels.
 constexpr auto FollowPeriod = std::chrono::milliseconds(500);
 
@@ -41,7 +41,7 @@ QString SummaryOf(const std::vector<Finding>& findings) {
     const auto count = [&](Severity severity) { return std::ranges::count(findings, severity, &Finding::severity); };
     return Counted(count(Severity::Error), "error") + QStringLiteral(", ") +
            Counted(count(Severity::Warning), "warning") + QStringLiteral(", ") +
-           Counted(count(Severity::Note), "note") + QStringLiteral(". A double click leads to the cell.");
+           Counted(count(Severity::Note), "note") + QStringLiteral(". A click leads to the cell.");
 }
 
 QString HintOf(const MemoryBlock& block) {
@@ -78,35 +78,39 @@ void frmCheck::BuildControls() {
         const std::size_t index = blockIndices_.at(block);
         goTo_(index == StatusStackIndex ? 0 : SequenceOf(index), index);
     });
-    auto* strip = new QScrollArea(this);
-    strip->setWidget(stpMemory);
-    strip->setWidgetResizable(true);
-    strip->setFrameShape(QFrame::StyledPanel);
-    strip->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    strip->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    scrMemory = new QScrollArea(this);
+    scrMemory->setWidget(stpMemory);
+    scrMemory->setWidgetResizable(true);
+    scrMemory->setFrameShape(QFrame::StyledPanel);
+    scrMemory->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 
     lstFindings = new QTreeWidget(this);
     lstFindings->setObjectName(QStringLiteral("lstFindings"));
     lstFindings->setAccessibleName(QStringLiteral("Findings"));
     lstFindings->setHeaderLabels({QStringLiteral("Severity"), QStringLiteral("Where"), QStringLiteral("What to do")});
     lstFindings->setRootIsDecorated(false);
-    connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
+    const auto goThere = [this](QTreeWidgetItem* item) {
         const Finding& finding = findings_.at(static_cast<std::size_t>(lstFindings->indexOfTopLevelItem(item)));
         goTo_(finding.sequence, finding.index);
-    });
+    };
+    connect(lstFindings, &QTreeWidget::itemClicked, this, goThere);
+    connect(lstFindings, &QTreeWidget::itemActivated, this, goThere);
 
     lblAdvice = new QLabel(this);
     lblAdvice->setWordWrap(true);
     lblAdvice->setMinimumHeight(2 * lblAdvice->fontMetrics().lineSpacing());
     lblAdvice->setAlignment(Qt::AlignTop);
-    connect(lstFindings, &QTreeWidget::currentItemChanged, this,
-            [this](const QTreeWidgetItem* item) { lblAdvice->setText(item ? item->text(2) : QString()); });
+    connect(lstFindings, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
+        lblAdvice->setText(item ? item->text(2) : QString());
+        // Queued: a picture that has just been drawn is laid out first.
+        QTimer::singleShot(0, this, [this] { ShowBlockOfFinding(); });
+    });
 
     auto* close = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(close, &QDialogButtonBox::rejected, this, &QDialog::close);
     auto* all = new QVBoxLayout(this);
     all->addWidget(lblSummary);
-    all->addWidget(strip);
+    all->addWidget(scrMemory);
     all->addWidget(lstFindings, 1);
     all->addWidget(lblAdvice);
     all->addWidget(close);
@@ -162,9 +166,20 @@ void frmCheck::ShowMemory() {
     stpMemory->Show(std::move(shown),
                     {QStringLiteral("Status stack"), QStringLiteral("Sent"), QStringLiteral("Received")},
                     QStringLiteral("V"));
-    auto* strip = qobject_cast<QScrollArea*>(stpMemory->parentWidget()->parentWidget());
-    strip->setFixedHeight(stpMemory->sizeHint().height() + strip->horizontalScrollBar()->sizeHint().height() +
-                          2 * strip->frameWidth());
+    // However many blocks lie upon each other, the list keeps its room.
+    const int frame = 2 * scrMemory->frameWidth() + scrMemory->horizontalScrollBar()->sizeHint().height();
+    scrMemory->setFixedHeight(std::min(stpMemory->sizeHint().height() + frame, PixelsOfTwips(MostStripTwips, *this)));
+}
+
+void frmCheck::ShowBlockOfFinding() {
+    const int row = lstFindings->indexOfTopLevelItem(lstFindings->currentItem());
+    if (row < 0) return;
+    const auto index = findings_.at(static_cast<std::size_t>(row)).index;
+    const auto block = std::ranges::find_if(blockIndices_, [&](std::size_t one) { return one == index; });
+    if (block == blockIndices_.end()) return;
+    const QPoint middle =
+        stpMemory->BlockRect(static_cast<std::size_t>(block - blockIndices_.begin())).center().toPoint();
+    scrMemory->ensureVisible(middle.x(), middle.y(), scrMemory->viewport()->width() / 2, stpMemory->height() / 4);
 }
 
 } // namespace vantrel

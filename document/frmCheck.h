@@ -8,6 +8,7 @@
 
 #include <QDialog>
 #include <QLabel>
+#include <QScrollArea>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -30,6 +31,7 @@ public:
     // Controls.
     QLabel* lblSummary = nullptr;
     QtBlockStrip* stpMemory = nullptr;
+    QScrollArea* scrMemory = nullptr; ///< Around the picture.
     QTreeWidget* lstFindings = nullptr;
     QLabel* lblAdvice = nullptr; ///< The chosen line as a whole.
     QTimer tmrFollow;
@@ -39,6 +41,8 @@ private:
     void Follow();
     void ShowFindings();
     void ShowMemory();
+    /// Scrolls the picture to the block that the chosen finding is about.
+    void ShowBlockOfFinding();
 
     const Document& document_;
     GoTo goTo_;

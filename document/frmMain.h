@@ -90,8 +90,12 @@ public:
     bool Make(const EditStep& step);
     /// Stores what the board holds already, and remembers it: nothing is sent.
     bool Take(const EditStep& step);
-    /// Sends values that are stored already to the board, while the user watches.
-    void SetOnSendBlock(std::function<void(const std::vector<std::size_t>&)> send) { sendBlock_ = std::move(send); }
+    /// How several values go to the board: `maySend` is asked before they are stored, `send` sends them from there,
+    /// while the user watches.
+    void SetOnSendBlock(std::function<bool()> maySend, std::function<void(const std::vector<std::size_t>&)> send) {
+        maySendBlock_ = std::move(maySend);
+        sendBlock_ = std::move(send);
+    }
     /// The editor's own commands, for a menu; nullptr stands for a separator.
     [[nodiscard]] const std::vector<QAction*>& Commands() const { return commands_; }
 
@@ -200,6 +204,7 @@ private:
     void ShowBlockCommands();
     /// False when nothing was made of it, because it was refused or because the user would not send it.
     bool MakeBlock(const char* name, const BlockAnswer& answer);
+    void ShowBlockRefusal(const std::string& text);
     void Cut();
     void Copy();
     void Paste();
@@ -267,6 +272,7 @@ private:
     QUndoStack undo_;
     std::vector<QAction*> commands_; ///< Qt's children of the editor.
     std::vector<QAction*> blockCommands_; ///< Those of them that need a block of cells.
+    std::function<bool()> maySendBlock_;
     std::function<void(const std::vector<std::size_t>&)> sendBlock_;
 };
 

@@ -81,7 +81,10 @@ void frmMain::ShowBlockCommands() {
 
 std::optional<CellBlock> frmMain::BlockToChange() {
     // What is still in the box belongs to the cells before they are changed.
-    return FinishEntry() ? SelectedBlock() : std::nullopt;
+    if (!FinishEntry()) return std::nullopt;
+    // Whatever comes of it, the next command finds its keys in the grid.
+    if (CurrentTab != EditorTab::CommStatus) VisibleGrid().setFocus();
+    return SelectedBlock();
 }
 
 bool frmMain::MakeBlock(const char* name, const BlockAnswer& answer) {
@@ -89,12 +92,13 @@ bool frmMain::MakeBlock(const char* name, const BlockAnswer& answer) {
         const EditStep step{name, EditsBetween(document_.CurrentConfiguration, *after)};
         return step.edits.empty() || Make(step);
     }
-    const auto& refused = std::get<std::vector<RefusedCell>>(answer);
-    dialogs_.Show({.title = EntryRefusalTitle,
-                   .text = RefusalText(refused),
-                   .icon = MessageIcon::Exclamation,
-                   .buttons = MessageButtons::Ok});
+    ShowBlockRefusal(RefusalText(std::get<std::vector<RefusedCell>>(answer)));
     return false;
+}
+
+void frmMain::ShowBlockRefusal(const std::string& text) {
+    dialogs_.Show(
+        {.title = EntryRefusalTitle, .text = text, .icon = MessageIcon::Exclamation, .buttons = MessageButtons::Ok});
 }
 
 void frmMain::Cut() {
@@ -129,8 +133,11 @@ void frmMain::FillDown() {
 }
 
 void frmMain::FillSeries() {
-    if (const auto block = BlockToChange())
-        MakeBlock("Fill Series", FilledSeries(document_.CurrentConfiguration, *block));
+    const auto block = BlockToChange();
+    if (!block) return;
+    if (block->lastSequence - block->firstSequence < 2)
+        return ShowBlockRefusal("Select three rows or more: the first two give the step.");
+    MakeBlock("Fill Series", FilledSeries(document_.CurrentConfiguration, *block));
 }
 
 void frmMain::DuplicateSequence() {
@@ -138,15 +145,9 @@ void frmMain::DuplicateSequence() {
     if (!block) return;
     const Configuration& record = document_.CurrentConfiguration;
     const auto to = EmptySequence(record, block->firstSequence);
-    if (to) {
-        if (MakeBlock("Duplicate Sequence", CopiedSequence(record, block->firstSequence, *to)))
-            VisibleGrid().SetCurrentCell(static_cast<int>(*to) + 1, FirstColumn());
-        return;
-    }
-    dialogs_.Show({.title = EntryRefusalTitle,
-                   .text = "Every sequence holds something already. Clear one first.",
-                   .icon = MessageIcon::Exclamation,
-                   .buttons = MessageButtons::Ok});
+    if (!to) return ShowBlockRefusal("Every sequence holds something already. Clear one first.");
+    if (MakeBlock("Duplicate Sequence", CopiedSequence(record, block->firstSequence, *to)))
+        VisibleGrid().SetCurrentCell(static_cast<int>(*to) + 1, FirstColumn());
 }
 
 void frmMain::MoveSequence(int rows) {

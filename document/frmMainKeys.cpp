@@ -118,10 +118,15 @@ bool frmMain::EntryKey(QKeyEvent& key) {
 bool frmMain::KeyForGrid(QKeyEvent& key) {
     const bool arrow =
         key.key() == Qt::Key_Up || key.key() == Qt::Key_Down || key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
-    if (arrow && key.modifiers() == Qt::ShiftModifier && !EntryChanged) {
+    // Not EntryChanged, which the Shift key itself has set.
+    if (arrow && key.modifiers() == Qt::ShiftModifier && txtEntry.text() == SavedCellText) {
         CloseEntryBox();
         VisibleGrid().setFocus();
         QCoreApplication::sendEvent(&VisibleGrid(), &key);
+        return true;
+    }
+    if (txtEntry.text() == SavedCellText && key.matches(QKeySequence::Undo) && !txtEntry.isUndoAvailable()) {
+        Undo();
         return true;
     }
     if (!key.matches(QKeySequence::Paste)) return false;

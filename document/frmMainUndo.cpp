@@ -73,7 +73,7 @@ bool frmMain::Perform(const EditStep& step) {
         if (const auto* value = std::get_if<ValueEdit>(&edit)) values.push_back(value->index);
     }
     const bool several = link_.OnlineMode() && values.size() > 1;
-    if (several && !MaySend(step.name, values.size())) return false;
+    if (several && (!MaySend(step.name, values.size()) || (maySendBlock_ && !maySendBlock_()))) return false;
     for (const Edit& edit : step.edits) {
         if (several) {
             Store(document_.CurrentConfiguration, edit);

@@ -1,5 +1,5 @@
-// A strip of memory: blocks of words on a few lanes, left to right by their addresses. Long stretches without a block
-// are folded together. Knows Qt and nothing of what its blocks mean.
+// A strip of memory: blocks of words on a few lanes, left to right by their addresses, those that overlap below each
+// other. Long stretches without a block are folded together. Knows Qt and nothing of what its blocks mean.
 #pragma once
 
 #include <QRectF>
@@ -31,7 +31,7 @@ public:
     explicit QtBlockStrip(QWidget* parent = nullptr);
 
     /// `lanes`: their names, from the top. `prefix` stands before addresses, "V".
-    void Show(std::vector<StripBlock> blocks, QStringList lanes, QString prefix);
+    void Show(std::vector<StripBlock> blocks, const QStringList& lanes, QString prefix);
     /// Hears of a click on a block, or of Enter, with the block's number as given to Show().
     void SetOnPicked(std::function<void(std::size_t)> onPicked) { onPicked_ = std::move(onPicked); }
 
@@ -42,6 +42,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
@@ -53,20 +54,32 @@ private:
         std::int64_t last;
         double left;
     };
+    struct Lane {
+        QString name{};
+        std::size_t rows = 1;
+        double top = 0;
+    };
 
     void FindStretches();
+    /// A row of its lane for every block, so that none covers another one.
+    void FindRows();
+    [[nodiscard]] double Right(const Stretch& stretch) const;
+    [[nodiscard]] QString AddressText(const Stretch& stretch) const;
+    [[nodiscard]] double RowHeight() const;
     [[nodiscard]] double X(std::int64_t word) const;
-    [[nodiscard]] double LaneTop(std::size_t lane) const;
     [[nodiscard]] double NamesWidth() const;
     [[nodiscard]] std::optional<std::size_t> BlockAt(QPointF place) const;
     void Choose(std::size_t block);
     void PaintLanes(QPainter& painter) const;
+    void PaintNames(QPainter& painter) const;
     void PaintBlock(QPainter& painter, std::size_t block) const;
     void PaintAddresses(QPainter& painter) const;
 
     std::vector<StripBlock> blocks_;
     std::vector<Stretch> stretches_;
-    QStringList lanes_;
+    std::vector<Lane> lanes_;
+    std::vector<std::size_t> rows_; ///< Of each block, in its lane.
+    double lanesEnd_ = 0; ///< Below the last lane.
     QString prefix_;
     std::optional<std::size_t> chosen_;
     std::function<void(std::size_t)> onPicked_;

@@ -29,6 +29,17 @@ TEST_F(KnownBoardsTest, ABoardIsWhatItsAddressAndIdentSayOrUnknown) {
     EXPECT_FALSE(Ask()) << "a board that was not read clearly is no other board";
 }
 
+TEST_F(KnownBoardsTest, ABoardIsKnownAgainByItsTextAndByNoOther) {
+    for (const auto& [text, known] : {std::pair("network address 3, program ident \" 5\"16505\"", true),
+                                      {"network address 256, program ident \"K\"", false},
+                                      {"network address 3, program ident ", false},
+                                      {"network address 03, program ident \"K\"", false},
+                                      {"", false}}) {
+        const auto read = BoardIdentity::FromText(text);
+        EXPECT_EQ(read ? read->Text() : "", known ? text : "");
+    }
+}
+
 TEST_F(KnownBoardsTest, AFileIsRememberedWithTheBoardNotedLast) {
     const std::filesystem::path odd = "/a\t\"b\n.sdt";
     EXPECT_FALSE(boards.Of(odd));

@@ -7,6 +7,26 @@ namespace {
 
 constexpr std::uint16_t WriteThrough = 105;
 
+/// The bytes that a trace shows as written, "address=value" in decimal: a 255 in the place of an address is a probe or
+/// a sync, the mode behind it says whether three exchanges write a byte or two read one.
+std::string BytesWritten(const std::string& trace) {
+    std::istringstream lines(trace);
+    std::vector<int> sent;
+    std::string written;
+    std::size_t exchanges = 0;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with('#')) continue;
+        const int byte = std::stoi(line.substr(line.find('.') + 9, 2), nullptr, 16);
+        if (byte != 255 || sent != std::vector{255}) sent.push_back(byte);
+        const bool sync = sent[0] == 255;
+        if (sent.size() < (sync ? 2 : exchanges)) continue;
+        if (sync) exchanges = byte == 2 ? 3 : 2;
+        if (sent.size() == 3) written += std::to_string(sent[0] * 256 + sent[1]) + "=" + std::to_string(sent[2]) + " ";
+        sent.clear();
+    }
+    return written;
+}
+
 TEST_F(ConsoleTest, WhatIsDownloadedComparesEqualAndComesBackByUpload) {
     const std::string file = Imported("plant.sdt");
     Expect(0, "download @plant.sdt --port simulated --yes --verify", {"All 218 values"});
@@ -51,6 +71,7 @@ TEST_F(ConsoleTest, OfADownloadOfChangesOnlyTheChangesAreSent) {
            {"sequence 1, NodeNumber: file 9, board 3\nsequence 30, NodeNumber: file 0, board 7\n",
             "2 values, all confirmed.", "2 values of", "are on the board."});
     EXPECT_EQ(board.PeekWord(16896) + board.PeekWord(31744) + board.Peek(WriteThrough), 9);
+    EXPECT_EQ(BytesWritten(FileText(File("trace.txt"))), "105=1 16896=9 16897=0 31744=0 31745=0 105=0 ");
     Expect(0, "backup @kept.sdt --port simulated --yes", {"read twice with the same result"});
     EXPECT_EQ(RecordOf(File("kept.sdt")).Value(ValueIndex(1, SequenceField::NodeNumber)), 9);
     EXPECT_EQ(RecordOf(File("kept.sdt")).NodeDescription(1), "");

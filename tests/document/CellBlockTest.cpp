@@ -34,6 +34,7 @@ TEST(CellBlock, TakesASpreadsheetsTextByTheRulesOfTheSingleCells) {
     EXPECT_EQ(Pasted("v100\t40\t7\n200\tFFFEh\t0\n", rows), "V100\tW40\t7\r\nV200\tFFFEH\t0\r\n");
     EXPECT_EQ(Pasted("Seq #\tfrom ti\tTo Node\t# Receive\r\n2\tV100\tW40\t7\r\n3\tV200\tW50\t8", rows),
               "V100\tW40\t7\r\nV200\tW50\t8\r\n");
+    EXPECT_EQ(Pasted("To TI\tDescription\nV7\tFiller\n", {2, 2, 6, 7}), "V7\tFiller\r\n") << "of the other tab";
     EXPECT_EQ(Pasted("9", {0, 1, 0, 1}), "9\t9\r\n9\t9\r\n");
     const CellBlock described{30, 30, DescriptionColumn, DescriptionColumn};
     EXPECT_EQ(Pasted("\"a \"\"b\"\"\nc\"", described, DescriptionColumn), "\"a \"\"b\"\" c\"\r\n");

@@ -1,92 +1,8 @@
 // The File menu's commands as a user meets them: which questions come in which order, and what each answer leaves.
-#include "document/FileCommands.h"
-
-#include "document/SetupFile.h"
-#include "tests/support/BoardLink.h"
-
-#include <deque>
+#include "tests/document/FileCommandsFixture.h"
 
 namespace vantrel {
 namespace {
-
-namespace fs = std::filesystem;
-using Outcome = FileCommands::Outcome;
-
-/// Answers boxes from a list, everything else alike every time. Each question leaves its title or its kind in `trace`.
-class Person final : public DocumentDialogs {
-public:
-    MessageAnswer Show(const MessageBox& box) override {
-        trace += box.title + ";";
-        return boxes.Show(box);
-    }
-    std::optional<std::string> AskText(const std::string& title, const std::string& text,
-                                       const std::string& initialText, const std::string& note) override {
-        trace += title + ";";
-        whose = note;
-        prompt = text;
-        initial = initialText;
-        return answer;
-    }
-    std::optional<FileChoice> OpenFile(const FileQuestion& question) override {
-        trace += "open;";
-        asked = question;
-        return choice;
-    }
-    std::optional<FileChoice> SaveFile(const FileQuestion& question) override {
-        trace += "save as;";
-        asked = question;
-        return choice;
-    }
-
-    ScriptedDialogs boxes;
-    std::optional<std::string> answer;
-    std::optional<FileChoice> choice;
-    std::string trace, prompt, initial, whose;
-    FileQuestion asked;
-};
-
-class FileCommandsTest : public BoardLink<Person> {
-protected:
-    FileCommandsTest() { document.InitDefaults(); }
-
-    void Answer(std::deque<MessageAnswer> answers) {
-        dialogs.trace.clear();
-        dialogs.boxes.shown.clear();
-        dialogs.boxes.answers = std::move(answers);
-    }
-    void Choose(const std::string& name, std::size_t filter = 0) { dialogs.choice = FileChoice{folder / name, filter}; }
-    std::string Stored(const std::string& name, const Configuration& record) const {
-        const auto bytes = SetupFileBytes(record);
-        WriteText(folder / name, std::string(bytes.begin(), bytes.end()));
-        return name;
-    }
-    [[nodiscard]] std::string LastText() const {
-        return dialogs.boxes.shown.empty() ? "no box" : dialogs.boxes.shown.back().text;
-    }
-
-    Document document{"VANTREL_R1.0.0", clock};
-    bool fetchSucceeds = true;
-    int fetches = 0;
-    std::string dates; ///< What the document date showed, one line each time.
-    FileCommands files{
-        document,
-        link,
-        dialogs,
-        clock,
-        {.uploadData =
-             [this] {
-                 ++fetches;
-                 document.CurrentConfiguration.SetValue(2, 99);
-                 return fetchSucceeds;
-             },
-         .showDocumentDate =
-             [this] { dates += document.IsUnnamed ? "-\n" : IsoText(document.CurrentConfiguration.SavedDate) + "\n"; },
-         .showCaption = [this] { dialogs.trace += document.BracketName + ";"; },
-         .documentsFolder = [this] { return folder / "documents"; },
-         .dateText = [](OleDate date) { return IsoText(date); },
-         .notice = [this](const std::string& text) { notice = text; }}};
-    std::string notice;
-};
 
 TEST_F(FileCommandsTest, NewAndOpenAndExitObeyTheAnswerToTheSaveQuestion) {
     using enum MessageAnswer;
@@ -202,24 +118,6 @@ TEST_F(FileCommandsTest, OpenTellsSetupFilesFromTextFilesByTheFilterAndDroppedOn
     EXPECT_EQ(dialogs.asked.filter, 1U) << "the name in the dialog is the imported file's";
 }
 
-TEST_F(FileCommandsTest, WhatWasSavedOpensWithoutAQuestion) {
-    document.CurrentConfiguration.SetNodeDescription(0, "M\u00FChle");
-    document.CurrentConfiguration.CreatorVersion = "VANTREL_R0.9.0";
-    Choose("plant.v1");
-    clock.Advance(std::chrono::hours(1));
-    EXPECT_EQ(files.SaveAs(), Outcome::Done);
-    EXPECT_FALSE(document.Changed() || document.IsUnnamed);
-    EXPECT_EQ(document.FilePath, folder / "plant.sdt");
-    EXPECT_EQ(fs::file_size(folder / "plant.sdt"), 3399U + 5U);
-    files.New();
-    EXPECT_TRUE(document.IsUnnamed && document.ReloadDisplay && !document.FromBoard);
-    Answer({});
-    EXPECT_EQ(files.OpenPath(folder / "plant.sdt"), Outcome::Done);
-    EXPECT_TRUE(dialogs.boxes.shown.empty());
-    EXPECT_EQ(document.CurrentConfiguration.NodeDescription(0), "M\u00FChle");
-    EXPECT_EQ(IsoText(document.CurrentConfiguration.SavedDate), "2026-03-14T10:05:07");
-}
-
 TEST_F(FileCommandsTest, OpenedFilesHaveAllValuesWhateverTheirOwnSize) {
     Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
     record.Values.resize(10);
@@ -230,22 +128,6 @@ TEST_F(FileCommandsTest, OpenedFilesHaveAllValuesWhateverTheirOwnSize) {
     EXPECT_EQ(current.Values.size() + current.TargetAddresses.size(), 2 * 218U);
     EXPECT_EQ(current.NodeDescriptions.size(), 3U) << "these keep their size";
     EXPECT_FALSE(document.Changed());
-}
-
-TEST_F(FileCommandsTest, TheExtensionIsForcedBehindTheLastPointButADotOfThePathIsNone) {
-    EXPECT_EQ(ForceSetupExtension("C:\\my.dir\\plant"), "C:\\my.sdt");
-    EXPECT_EQ(ForceSetupExtension("a.b.c."), "a.b.c.sdt");
-    fs::create_directories(folder / "my.dir");
-    const fs::path home = fs::canonical(folder.Path());
-    for (const char* name : {"./plant", "my.dir/../plant", "my.dir/./.././plant.x"}) {
-        document.NameFile(folder / name);
-        EXPECT_EQ(document.SaveTarget(), home / "plant.sdt") << name;
-    }
-    document.NameFile(home / "PLANT.SDT");
-    EXPECT_EQ(document.SaveTarget(), home / "PLANT.SDT");
-    document.FileNamedBy = NamesFrom::User;
-    document.NameFile(folder / "my.dir/plant.v1.vtl");
-    EXPECT_EQ(document.SaveTarget(), folder / "my.dir/plant.v1.sdt");
 }
 
 TEST_F(FileCommandsTest, WhatIsNoTextFileIsNeverImportedAndNeverAdvised) {
@@ -306,88 +188,6 @@ TEST_F(FileCommandsTest, ValuesThatNoDownloadCanCarryAreNamedOnOpening) {
     ASSERT_EQ(dialogs.boxes.shown.size(), 1U);
     EXPECT_NE(LastText().find("\nstatus stack address: -1\nsequence 0, Node #: 65536\n"), std::string::npos);
     EXPECT_NE(LastText().find("\nand 3 more"), std::string::npos) << LastText();
-}
-
-TEST_F(FileCommandsTest, TheFirstSaveWhileOnlineStoresWhatTheBoardHoldsOrNothing) {
-    Open();
-    Choose("plant");
-    document.CurrentConfiguration.SetValue(1, 7);
-    const OleDate created = document.CurrentConfiguration.SavedDate;
-    fetchSucceeds = false;
-    clock.Advance(std::chrono::hours(1));
-    for (const bool named : {false, true}) {
-        EXPECT_EQ(named ? files.SaveAs() : files.Save(), Outcome::Failed);
-        EXPECT_EQ(document.CurrentConfiguration.Value(1), 7);
-        EXPECT_EQ(document.CurrentConfiguration.Value(2), 0) << "what the fetch brought is put back";
-        EXPECT_EQ(document.CurrentConfiguration.SavedDate.days, created.days);
-        EXPECT_FALSE(document.UploadedBeforeSave || fs::exists(folder / "plant.sdt"));
-        EXPECT_TRUE(document.IsUnnamed);
-    }
-    Answer({MessageAnswer::Yes});
-    EXPECT_EQ(files.New(), Outcome::Failed) << "changes are not thrown away for a board that does not answer";
-
-    fetchSucceeds = true;
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(files.Save(), Outcome::Done);
-        EXPECT_EQ(fetches, 4) << "only the first save after New or Open fetches";
-        EXPECT_EQ(ParseSetupFile(ReadWholeFile(folder / "plant.sdt")).Value(2), 99);
-    }
-    EXPECT_EQ(dates.substr(dates.rfind('\n', dates.size() - 2) + 1), "2026-03-14T10:05:07\n");
-}
-
-TEST_F(FileCommandsTest, WhatAFetchReplacesIsKeptBesideOrTheUserGivesItUp) {
-    Open();
-    WriteText(folder / "plant before fetch.sdt", "precious");
-    for (const std::string copy : {"plant before fetch 2.sdt", "documents/unnamed before fetch.sdt"}) {
-        document.New();
-        document.CurrentConfiguration.SetValue(1, 7);
-        Choose("plant.sdt");
-        const bool named = copy.starts_with("plant");
-        EXPECT_EQ(named ? files.SaveAs() : files.Save(), Outcome::Done);
-        EXPECT_EQ(ParseSetupFile(ReadWholeFile(folder / copy)).Value(1), 7) << copy;
-        EXPECT_EQ(ParseSetupFile(ReadWholeFile(folder / copy)).Value(2), 0) << copy;
-        EXPECT_NE(notice.find(fs::path(copy).filename().string() + "\""), std::string::npos) << notice;
-    }
-    EXPECT_EQ(FileText(folder / "plant before fetch.sdt"), "precious");
-    fs::remove_all(folder / "documents");
-    WriteText(folder / "documents", "no folder");
-    for (const MessageAnswer answer : {MessageAnswer::No, MessageAnswer::Yes}) {
-        document.New();
-        document.CurrentConfiguration.SetValue(1, 7);
-        Answer({answer});
-        EXPECT_EQ(files.Save(), answer == MessageAnswer::Yes ? Outcome::Done : Outcome::Failed);
-        EXPECT_EQ(document.CurrentConfiguration.Value(2), answer == MessageAnswer::Yes ? 99 : 0);
-        EXPECT_NE(LastText().find("no copy could be made"), std::string::npos);
-    }
-}
-
-TEST_F(FileCommandsTest, AFileThatSomebodyElseHasChangedIsReplacedOnlyAfterYes) {
-    files.OpenPath(folder / Stored("plant.sdt", DefaultRecord("VANTREL_R1.0.0", {})));
-    for (const MessageAnswer answer : {MessageAnswer::No, MessageAnswer::Yes}) {
-        WriteText(folder / "plant.sdt", "theirs");
-        Answer({answer});
-        EXPECT_EQ(files.Save(), answer == MessageAnswer::Yes ? Outcome::Done : Outcome::Cancelled);
-        EXPECT_EQ(FileText(folder / "plant.sdt") == "theirs", answer == MessageAnswer::No);
-    }
-    Answer({});
-    EXPECT_EQ(files.Save(), Outcome::Done);
-    fs::remove(folder / "plant.sdt");
-    EXPECT_EQ(files.Save(), Outcome::Done);
-    EXPECT_EQ(dialogs.trace, "[plant.sdt];[plant.sdt];") << "nobody's work is lost";
-}
-
-TEST_F(FileCommandsTest, TheUserIsToldWhereTheForcedExtensionLeads) {
-    fs::create_directory(folder / "my.dir");
-    Choose("my.dir/plant");
-    EXPECT_EQ(files.SaveAs(), Outcome::Done);
-    EXPECT_EQ(dialogs.trace, "save as;VANTREL;[plant.sdt];");
-    EXPECT_NE(LastText().find((folder / "my.sdt").string()), std::string::npos);
-    Answer({});
-    EXPECT_EQ(files.Save(), Outcome::Done);
-    EXPECT_EQ(dialogs.trace, "[plant.sdt];") << "the document's own file needs no question";
-    EXPECT_EQ(files.OpenPath(folder / Stored("my.dir/typed", document.DefaultConfiguration)), Outcome::Done);
-    EXPECT_EQ(files.Save(), Outcome::Done);
-    EXPECT_EQ(document.OwnFile, folder / "my.dir/typed.sdt") << "a name on the command line stays in its folder";
 }
 
 TEST_F(FileCommandsTest, TheDateSaysWhatItIsTheDateOfAndWhetherThatIsStillSo) {

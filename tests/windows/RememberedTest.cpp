@@ -58,6 +58,10 @@ TEST_F(RememberedTest, WhatTheBoardHeldIsKeptBeforeADownloadAndOpensAsANewSetup)
     });
     Menu(Qt::Key_T, Qt::Key_A);
     EXPECT_TRUE(open.Happened() && Value(0) == 4000 && !Doc().Changed());
+    board.Poke(NetworkAddressByte, 7);
+    Answer({Yes, No});
+    Menu(Qt::Key_F, Qt::Key_D);
+    EXPECT_TRUE(user.shown.size() == 2 && user.shown[1].find("Then:  network address 1,") != std::string::npos);
     Answer({}, {(folder / "again").string()});
     Ctrl(Qt::Key_S);
     EXPECT_EQ(Value(0), 4000) << "no fetch from the board";

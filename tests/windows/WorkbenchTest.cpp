@@ -1,6 +1,7 @@
 // Undo, blocks of cells, comparing and checking, as a user does them in the frame.
 #include "app/frmCompare.h"
 #include "document/frmCheck.h"
+#include "link/TargetMap.h"
 #include "tests/windows/EditorFixture.h"
 
 #include <QClipboard>
@@ -48,6 +49,8 @@ TEST_F(WorkbenchTest, ABlockIsPastedUndoneAndDoneAgainAsOneStep) {
     EXPECT_NE(user.shown[0].find("sequence 2, To Node: \"33\": Only an Even Value"), std::string::npos)
         << user.shown[0];
     EXPECT_EQ(Value(ValueIndex(1, SendFromTI)), 1) << "nothing is stored";
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(user.shown.size(), 2U) << "the keys are still the grid's";
     Forget();
     Paste(2, 3, "V10\tW40\nV20\t20H\n");
     EXPECT_EQ(Cell(2, 3) + Cell(2, 4) + Cell(3, 3) + Cell(3, 4), "V10W40V2020H");
@@ -66,6 +69,43 @@ TEST_F(WorkbenchTest, ABlockIsPastedUndoneAndDoneAgainAsOneStep) {
     frame->mnuFileNew->trigger();
     Settle();
     EXPECT_EQ(Offered("mnuEditUndo"), "-&Undo");
+}
+
+TEST_F(WorkbenchTest, EveryCommandOnABlockIsNamedInTheMenuAndTakenBack) {
+    EXPECT_EQ(Offered("mnuEditPaste"), "-&Paste") << "the status tab has no cells to change";
+    for (const auto& [row, text] : {std::pair{1, "7"}, {2, "9"}, {3, "20"}}) {
+        Enter(row, 1, text);
+        Press(Qt::Key_Return);
+    }
+    const Configuration before = Doc().CurrentConfiguration;
+    for (const auto& [command, caption] : {std::pair{"Cut", "Cut"},
+                                           {"Clear", "Clear"},
+                                           {"FillDown", "Fill Down"},
+                                           {"FillSeries", "Fill Series"},
+                                           {"Duplicate", "Duplicate Sequence"},
+                                           {"MoveUp", "Move Sequence Up"},
+                                           {"MoveDown", "Move Sequence Down"}}) {
+        Click(command == std::string("MoveUp") ? 2 : 1, 1);
+        for (int i = 0; i < 2; ++i)
+            Press(Qt::Key_Down, Qt::ShiftModifier);
+        editor->findChild<QAction*>(QStringLiteral("mnuEdit") + QLatin1String(command))->trigger();
+        EXPECT_EQ(Offered("mnuEditUndo"), std::string("&Undo ") + caption);
+        EXPECT_FALSE(EditsBetween(before, Doc().CurrentConfiguration).empty()) << command;
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_TRUE(EditsBetween(before, Doc().CurrentConfiguration).empty()) << command;
+        EXPECT_EQ(Offered("mnuEditRedo"), std::string("&Redo ") + caption);
+    }
+    ClickTab(EditorTab::Descriptions);
+    Click(1, 2);
+    Type("Pump");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Offered("mnuEditUndo"), "&Undo Description");
+    Type("Valve");
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Open(), "2,2:") << "in the box it takes back typing";
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Offered("mnuEditRedo"), "&Redo Description") << "and with none left the step before";
+    EXPECT_TRUE(user.shown.empty());
 }
 
 TEST_F(WorkbenchTest, OnlineABlockIsSentAfterOneQuestionAndAnUndoneEntryGoesBackToTheBoard) {
@@ -90,6 +130,31 @@ TEST_F(WorkbenchTest, OnlineABlockIsSentAfterOneQuestionAndAnUndoneEntryGoesBack
     EXPECT_TRUE(user.shown.empty());
 }
 
+TEST_F(WorkbenchTest, BeforeABlockIsSentAnotherBoardIsNamedOnceAConnection) {
+    frame->OpenFile(Stored("plant.sdt", 500));
+    GoOnline();
+    Answer({Yes});
+    Menu(Qt::Key_F, Qt::Key_D);
+    board.Poke(NetworkAddressByte, 7);
+    struct Case {
+        std::deque<QMessageBox::StandardButton> answers;
+        std::size_t boxes;
+        int stored;
+    };
+    for (const Case& one : {Case{{Yes, No}, 2, 1}, {{Yes, Yes}, 2, 10}, {{Yes}, 1, 12}}) {
+        Answer(one.answers);
+        Paste(2, 3, one.boxes == 1 ? "V12\tW42\n" : "V10\tW40\n");
+        EXPECT_EQ(user.shown.size(), one.boxes);
+        EXPECT_EQ(OnBoard(ValueIndex(1, SendFromTI)), one.stored);
+        EXPECT_EQ(Value(ValueIndex(1, SendFromTI)), one.stored);
+    }
+    Menu(Qt::Key_V, Qt::Key_F);
+    GoOnline();
+    Answer({Yes, No});
+    Paste(2, 3, "V11\tW44\n");
+    EXPECT_EQ(user.shown.size(), 2U);
+}
+
 TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
     GoOnline();
     Answer({Yes});
@@ -97,10 +162,14 @@ TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
     const auto at = [](std::size_t sequence) { return ValueIndex(sequence, SendWordCount); };
     for (std::size_t sequence = 0; sequence < 5; ++sequence)
         Doc().CurrentConfiguration.SetValue(at(sequence), 10);
-    Forget();
+    Menu(Qt::Key_V, Qt::Key_F);
+    Answer({Yes});
     Menu(Qt::Key_T, Qt::Key_B);
+    EXPECT_TRUE(user.shown.size() == 1 && user.shown[0].starts_with("Program Offline|")) << "the way of a transfer";
+    Forget();
     auto& window = Opened<frmCompare>();
     ASSERT_EQ(window.Report().differences.size(), 5U);
+    EXPECT_EQ(window.Report().there, "the board, network address 1, program ident \"K5216505\"");
     const auto tick = [&](const std::set<int>& ticked) {
         for (int i = 0; i < window.lstDifferences->topLevelItemCount(); ++i)
             window.lstDifferences->topLevelItem(i)->child(0)->setCheckState(0, ticked.contains(i) ? Qt::Checked
@@ -123,6 +192,74 @@ TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
     EXPECT_TRUE(window.Old());
     EXPECT_FALSE(window.cmdSend->isEnabled());
     EXPECT_TRUE(user.shown.empty());
+}
+
+TEST_F(WorkbenchTest, TheComparisonSaysWhatItKnowsAndOffersWhatCanBeDone) {
+    const auto nothing = [] {};
+    frmCompare window({.repeat = nothing,
+                       .send = [](const std::vector<std::size_t>&) {},
+                       .take = [](const std::vector<Difference>&) {},
+                       .saveBoard = nothing,
+                       .print = nothing,
+                       .saveList = nothing,
+                       .goTo = {}},
+                      frame.get());
+    const auto offered = [&] {
+        std::string names;
+        for (const QPushButton* button : {window.cmdSend, window.cmdTake, window.cmdSaveBoard, window.cmdRepeat})
+            names += button->isEnabled() ? button->text().remove(u'&').front().toLatin1() : '-';
+        return names;
+    };
+    const Difference different{.sequence = 2, .index = ValueIndex(2, SendToNode), .here = "W40", .there = "W42"};
+    const Difference doubtful{.sequence = 3, .index = ValueIndex(3, SendToNode), .here = "W40", .doubtful = true};
+    struct Case {
+        std::vector<Difference> rows;
+        const char* remark;
+        const char* state;
+        const char* offered;
+    };
+    for (const Case& one :
+         {Case{{}, "", "No differences.", "--SC"}, Case{{different}, "", "1 difference.", "STSC"},
+          Case{
+              {different, doubtful, doubtful}, "", "1 difference. 2 not read clearly: they may differ or not.", "ST-C"},
+          Case{{doubtful}, "", "0 differences. 1 not read clearly: they may differ or not.", "S--C"},
+          Case{{different, different}, "Cut off.", "2 differences. Cut off.", "ST-C"},
+          Case{{}, "Cut off.", "0 differences. Cut off.", "---C"}}) {
+        window.Show({"here", "there", "now", one.remark, one.rows});
+        window.SetOnline(true);
+        EXPECT_EQ(window.lblState->text().toStdString(), one.state);
+        EXPECT_EQ(offered(), one.offered) << one.state;
+        window.SetOnline(false);
+        EXPECT_EQ(window.lblState->text().toStdString(), one.state + std::string(" OFFLINE nothing can be sent."));
+        EXPECT_EQ(offered(), "-" + std::string(one.offered).substr(1));
+    }
+    window.Show({"here", "there", "now", "", {different}});
+    window.lstDifferences->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
+    window.SetOnline(true);
+    EXPECT_EQ(offered(), "--SC") << "nothing is ticked";
+    window.Show({"here", "there", "now", "", {different, doubtful}});
+    EXPECT_EQ(window.lstDifferences->topLevelItem(0)->checkState(0), Qt::Unchecked) << "as it was before";
+    window.MarkOld("It has changed.");
+    EXPECT_EQ(offered(), "---C");
+}
+
+TEST_F(WorkbenchTest, WhatIsRefusedInTheBoxStopsTheCommandBehindIt) {
+    Enter(1, 1, "7");
+    Press(Qt::Key_Return);
+    for (const char* name : {"mnuEditUndo", "mnuEditClear", "mnuEditFillSeries"}) {
+        Enter(1, 1, "99");
+        Forget();
+        editor->findChild<QAction*>(QLatin1String(name))->trigger();
+        EXPECT_EQ(user.shown.size(), 1U) << name;
+        EXPECT_EQ(Value(ValueIndex(0, NodeNumber)), 7) << name;
+        Press(Qt::Key_Escape);
+    }
+    GoOnline();
+    Enter(1, 1, "99");
+    for (const auto& [menu, entry] : {std::pair{Qt::Key_T, Qt::Key_B}, {Qt::Key_T, Qt::Key_S}, {Qt::Key_F, Qt::Key_D}})
+        Menu(menu, entry);
+    EXPECT_TRUE(!frame->findChild<frmCompare*>() && !frame->findChild<frmCheck*>());
+    EXPECT_EQ(user.shown.size(), 4U) << "the refusal alone, each time";
 }
 
 TEST_F(WorkbenchTest, AFileIsComparedAgainWithTheSameFile) {
@@ -151,9 +288,11 @@ TEST_F(WorkbenchTest, AnOverlapIsListedDrawnAndToldBeforeADownloadOnce) {
     auto& window = Opened<frmCheck>();
     auto* finding = window.lstFindings->topLevelItem(0);
     EXPECT_EQ(finding->text(1), QStringLiteral("sequence 3, To TI"));
-    window.lstFindings->itemActivated(finding, 0);
+    QTest::mouseClick(window.lstFindings->viewport(), Qt::LeftButton, {},
+                      window.lstFindings->visualItemRect(finding).center());
     EXPECT_EQ(editor->CurrentTab, EditorTab::Configuration);
     EXPECT_EQ(Grid().CurrentRow() * 10 + Grid().CurrentColumn(), 47);
+    EXPECT_FALSE(window.stpMemory->BlockRect(1).intersects(window.stpMemory->BlockRect(2))) << "both can be read";
     QTest::mouseClick(window.stpMemory, Qt::LeftButton, {},
                       window.stpMemory->BlockRect(1).topLeft().toPoint() + QPoint(2, 2));
     EXPECT_EQ(Grid().CurrentRow() * 10 + Grid().CurrentColumn(), 37);
