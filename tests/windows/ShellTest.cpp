@@ -38,6 +38,7 @@ TEST_F(ShellTest, ALargerFontOnASmallScreenHidesNoData) {
         QApplication::setFont(large);
         Start();
         Child().showMaximized();
+        frame->sbrMainPanels[0]->setText("System Message:");
         frame->resize(1024, 600);
         QCoreApplication::processEvents();
         ASSERT_EQ(frame->size(), QSize(1024, 600));
