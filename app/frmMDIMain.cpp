@@ -142,6 +142,14 @@ void frmMDIMain::FitToChild() {
     resize(wanted.boundedTo(screen()->availableSize() - QSize(margin, 2 * margin)));
 }
 
+void frmMDIMain::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    // On a small screen, or with a large font, the first child is as small as it can be.
+    QMdiSubWindow& child = *childWindows_[0];
+    if (child.isMaximized() || child.isMinimized()) return;
+    child.resize(child.size().boundedTo(children_->viewport()->size()).expandedTo(child.minimumSizeHint()));
+}
+
 void frmMDIMain::ShowChild(int index) {
     if (index == currentChild_) return;
     currentChild_ = index;
@@ -205,6 +213,7 @@ void frmMDIMain::ShowUntrappedError() {
 
 void frmMDIMain::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && children_) children_->setBackground(palette().brush(QPalette::Dark));
     // A maximised child would add its own caption.
     const QString caption = captionPrefix_ + QString::fromStdString(program_.document.BracketName);
     if (event->type() == QEvent::WindowTitleChange && windowTitle() != caption) setWindowTitle(caption);

@@ -54,10 +54,11 @@ public:
     frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std::string fixedDevice = {});
     ~frmMDIMain() override;
 
-    /// Opens a file that was named on the command line or dropped. Refuses politely while a modal window is up.
+    /// Opens a file that was dropped or named on the command line. Refuses politely while a modal window is up.
     void OpenFile(const std::filesystem::path& path);
-    /// Offers what a program had no time to save. Once, when the window is shown.
-    void OfferUnsaved();
+    /// Offers what a program had no time to save, otherwise opens the file that was named on the command line (empty:
+    /// none). Once, when the window is shown.
+    void OpenAtStart(const std::filesystem::path& file);
     /// Shows what no procedure trapped; call from inside a catch clause. The program goes on.
     void ShowUntrappedError();
 
@@ -107,6 +108,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;

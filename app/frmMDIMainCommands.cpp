@@ -3,6 +3,7 @@
 
 #include "document/frmMain.h"
 #include "link/frmSetupComm.h"
+#include "text/PathText.h"
 #include "views/UserProgram.h"
 #include "views/frmCommInterface.h"
 #include "views/frmTargetBoard.h"
@@ -65,10 +66,22 @@ void frmMDIMain::OpenFile(const std::filesystem::path& path) {
     AfterFileCommand();
 }
 
-void frmMDIMain::OfferUnsaved() {
+void frmMDIMain::OpenAtStart(const std::filesystem::path& file) {
     editor_->FinishFill();
     files_.OfferUnsaved(unsaved_);
     AfterFileCommand();
+    const Document& document = program_.document;
+    if (file.empty()) return;
+    if (!document.Recovered) {
+        OpenFile(file);
+        return;
+    }
+    // Whoever has just taken up edits again is not asked at once whether to give them up for another file.
+    std::error_code error;
+    if (file == document.FilePath || std::filesystem::equivalent(file, document.FilePath, error)) return;
+    Notice(QStringLiteral("Not opened, for the recovered edits come first: ") +
+               QString::fromStdString(Utf8FromPath(file.filename())),
+           LongNotice);
 }
 
 void frmMDIMain::FileNew() {

@@ -286,13 +286,14 @@ void frmMDIMain::SaveBoardValues() {
     const FileQuestion question{.filters = {SetupFilter()}, .initial = {}, .title = "Save Board's Values As"};
     const auto choice = dialogs_.SaveFile(question);
     if (!choice) return;
-    Configuration board = comparedThere_;
-    board.CreatorVersion = program_.document.ProgramVersion();
-    board.SavedDate = OleDate::FromLocal(clock_.LocalNow());
-    const std::filesystem::path file = PathFromUtf8(ForceSetupExtension(Utf8FromPath(choice->path)));
-    if (file != choice->path && !MayReplace(file, dialogs_)) return;
+    // A document of its own, so that its name is treated as that of any other save.
+    Document board(program_.document.ProgramVersion(), clock_);
+    board.CurrentConfiguration = comparedThere_;
+    board.NameFile(choice->path);
+    const std::filesystem::path file = board.SaveTarget();
+    if (!AcceptsTarget(board, choice->path, dialogs_)) return;
     try {
-        ReplaceFile(file, SetupFileBytes(board), OldTail::Drop, [this](const std::string& text) { Warn(text); });
+        board.Save([this](const std::string& text) { Warn(text); });
         Notice(QStringLiteral("Saved ") + QString::fromStdString(Utf8FromPath(file)), LongNotice);
     } catch (const RuntimeError& failure) {
         dialogs_.Show(Failure(QuotedPath(file) + ": " + failure.Description()));

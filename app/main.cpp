@@ -227,16 +227,6 @@ void WhenInPlace(QWidget& window, int tries, const std::function<void()>& act) {
     }
 }
 
-/// What was not saved, then the file that was named.
-void OpenAtStart(frmMDIMain& frame, const std::filesystem::path& file) {
-    frame.OfferUnsaved();
-    const Document& document = frame.State().document;
-    std::error_code error;
-    // Who has taken up its edits again has the file before them.
-    const bool taken = document.Recovered && std::filesystem::equivalent(file, document.FilePath, error);
-    if (!file.empty() && !taken) frame.OpenFile(file);
-}
-
 /// False when the trace cannot be written there, which the user has been told.
 bool BeginTrace(ByteTrace& trace, const std::string& file, const Starter& starter) {
     if (HoldsSomethingElse(PathFromUtf8(file))) {
@@ -292,7 +282,7 @@ int main(int argc, char** argv) {
         frame.Link().SetTrafficLog(&trace);
     }
     frame.show();
-    WhenInPlace(frame, 100, [&] { OpenAtStart(frame, PathFromUtf8(options.file)); });
+    WhenInPlace(frame, 100, [&] { frame.OpenAtStart(PathFromUtf8(options.file)); });
     const int code = Application::exec();
     application.SetFrame(nullptr);
     frame.Link().SetTrafficLog(nullptr);

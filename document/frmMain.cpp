@@ -8,6 +8,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <initializer_list>
@@ -20,8 +21,11 @@ namespace {
 constexpr const char* GridFontFamily = "MS Sans Serif";
 /// The same face with outlines, for hosts where the other one is a bitmap or missing.
 constexpr const char* GridFontFallback = "Microsoft Sans Serif";
-constexpr int LeastRows = 5; ///< Of a grid on a small screen, the heading row included.
+constexpr int LeastRows = 3; ///< Of a grid on a small screen, the heading row included.
+constexpr int LeastColumns = 2; ///< Likewise, the fixed one included.
+constexpr int GridStretch = 6; ///< What the gaps give way first by.
 constexpr int MessageLines = 4;
+constexpr int LeastMessageLines = 2; ///< On a small screen with a large font.
 constexpr int MessageGap = 180; ///< Twips above and below the messages.
 constexpr auto StatusPeriod = std::chrono::milliseconds(250);
 constexpr double HeadingScale = 1.5; ///< Of the host's font.
@@ -97,6 +101,7 @@ void frmMain::LayOutGrids() {
                      .rows = EditorRowCount,
                      .rowsShown = EditorRowsShown,
                      .leastRows = LeastRows,
+                     .leastColumns = LeastColumns,
                      .width = EditorGridWidth,
                      .widestTexts = EditorWidestTexts(tab),
                      .firstStretchingColumn = 2});
@@ -132,9 +137,10 @@ void frmMain::BuildMessages() {
     txtMessageDisplay.setReadOnly(true);
     txtMessageDisplay.setTabChangesFocus(true);
     const int border = 2 * (txtMessageDisplay.frameWidth() + qRound(txtMessageDisplay.document()->documentMargin()));
-    txtMessageDisplay.setMinimumHeight(MessageLines * txtMessageDisplay.fontMetrics().lineSpacing() + border);
+    const int line = txtMessageDisplay.fontMetrics().lineSpacing();
+    txtMessageDisplay.setMinimumHeight(LeastMessageLines * line + border);
     // Room to spare is the grids'.
-    txtMessageDisplay.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    txtMessageDisplay.setMaximumHeight(MessageLines * line + border);
     auto* inside = new QVBoxLayout(&fraMessageDisplay);
     inside->addWidget(&txtMessageDisplay);
 }
@@ -175,33 +181,39 @@ void frmMain::LayOutWindow() {
     heading_.setFont(large);
     heading_.setText(QStringLiteral("Communication Sequences"));
 
-    auto* head = new QWidget(this);
     hint_.setWordWrap(true);
-    // What is above and below the lines gives way on a small screen.
-    const int lines = heading_.sizeHint().height() + hint_.fontMetrics().lineSpacing();
-    const int spare = PixelsOfTwips(EditorGridTop, *this) - tbsComm.sizeHint().height() - lines;
-    auto* headLines = new QVBoxLayout(head);
-    headLines->setContentsMargins(0, 0, 0, 0);
-    headLines->setSpacing(0);
-    headLines->addSpacerItem(new QSpacerItem(0, spare / 2, QSizePolicy::Minimum, QSizePolicy::Maximum));
-    headLines->addWidget(&heading_);
-    headLines->addSpacing(PixelsOfTwips(MessageGap, *this) / 2);
-    headLines->addWidget(&hint_);
-    headLines->addSpacerItem(new QSpacerItem(0, spare / 2, QSizePolicy::Minimum, QSizePolicy::Maximum));
-
-    for (QtFormatGrid& grid : fgComm)
-        grids_->addWidget(&grid);
-
-    auto* all = new QVBoxLayout(this);
+    // The gaps give way first on a small screen, with the grids: they all have a stretch, which counts only with the
+    // least that they need.
     const int side = PixelsOfTwips(EditorGridLeft, *this);
     const int gap = PixelsOfTwips(MessageGap, *this);
-    all->setContentsMargins(side, 0, side, gap);
+    const int lines = heading_.sizeHint().height() + hint_.fontMetrics().lineSpacing();
+    const int spare = std::max(PixelsOfTwips(EditorGridTop, *this) - tbsComm.sizeHint().height() - lines, 0);
+    auto* all = new QVBoxLayout(this);
+    const auto addGap = [all](int height) {
+        all->addSpacerItem(new QSpacerItem(0, height, QSizePolicy::Minimum, QSizePolicy::Maximum));
+        all->setStretch(all->count() - 1, 1);
+    };
+    all->setContentsMargins(side, 0, side, gap / 2);
     all->setSpacing(0);
-    all->addWidget(head);
+    addGap(spare / 2);
+    all->addWidget(&heading_);
+    addGap(gap / 2);
+    all->addWidget(&hint_);
+    addGap(spare / 2);
     all->addWidget(&tbsComm);
-    all->addLayout(grids_, 1);
-    all->addSpacing(gap);
+    for (QtFormatGrid& grid : fgComm)
+        grids_->addWidget(&grid);
+    all->addLayout(grids_, GridStretch);
+    addGap(gap);
     all->addWidget(&fraMessageDisplay);
+    addGap(gap / 2);
+}
+
+void frmMain::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    // The layout counts with one line of what wraps.
+    const int lines = hint_.heightForWidth(contentsRect().width() - 2 * layout()->contentsMargins().left());
+    if (hint_.minimumHeight() != lines) hint_.setMinimumHeight(lines);
 }
 
 void frmMain::showEvent(QShowEvent* event) {

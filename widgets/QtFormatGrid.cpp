@@ -147,6 +147,7 @@ QtFormatGrid::QtFormatGrid(QWidget* parent) : QTableView(parent), cells_(new Cel
     setTabKeyNavigation(false);
     setAlternatingRowColors(true);
     setWordWrap(false);
+    setHorizontalScrollMode(ScrollPerPixel);
     BuildHeaders();
     LayOut({});
 }
@@ -198,13 +199,17 @@ void QtFormatGrid::FitFont() {
     verticalHeader()->setFixedWidth(leastWidths_.front());
 
     const int border = 2 * frameWidth();
-    const int columns = std::accumulate(leastWidths_.begin(), leastWidths_.end(), 0);
+    const auto widthOf = [this](int columns) {
+        return std::accumulate(leastWidths_.begin(), leastWidths_.begin() + columns, 0);
+    };
     const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, verticalScrollBar());
     const int frame = std::max(border, PixelsOfTwips(BorderTwips, *this));
     const int leastRows = plan_.leastRows > 0 ? plan_.leastRows : plan_.rowsShown;
-    const int width = std::max(PixelsOfTwips(plan_.width, *this), columns + scrollBar + border);
+    const int width = std::max(PixelsOfTwips(plan_.width, *this), widthOf(ColumnCount()) + scrollBar + border);
     wanted_ = {width, frame + plan_.rowsShown * rowHeight_};
-    setMinimumSize(width, frame + leastRows * rowHeight_);
+    const bool narrows = plan_.leastColumns > 0 && plan_.leastColumns < ColumnCount();
+    const int leastWidth = narrows ? widthOf(plan_.leastColumns) + scrollBar + border : width;
+    setMinimumSize(std::min(leastWidth, width), frame + leastRows * rowHeight_ + (narrows ? scrollBar : 0));
     updateGeometry();
     StretchColumns();
 }

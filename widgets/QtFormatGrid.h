@@ -24,6 +24,7 @@ struct GridPlan {
     int rows = 1; ///< The heading row included.
     int rowsShown = 1; ///< So many show at once where there is room, the heading row included.
     int leastRows = 0; ///< And so many where there is little; 0: all of these.
+    int leastColumns = 0; ///< So many, the fixed one included, where there is little room; 0: all of them.
     int width = 0; ///< Of the whole grid.
     std::vector<std::string> widestTexts{}; ///< What a column has room for; may be shorter than the columns.
     int firstStretchingColumn = 1; ///< Room to spare goes to this column and those behind it, in equal parts.

@@ -258,14 +258,16 @@ TEST_F(FrameTest, UnsavedEditsAreOfferedAtTheNextStartAndGoWithACleanEnd) {
     Tick();
     EXPECT_EQ(DateShown(), "Not saved");
     EXPECT_TRUE(kept());
+    const std::filesystem::path named = Stored("named.sdt", 7);
     for (const std::deque<QMessageBox::StandardButton>& answers : {std::deque{No, No}, std::deque{Yes}}) {
         Start();
         Answer(answers);
-        frame->OfferUnsaved();
-        EXPECT_EQ(user.shown.size(), answers.size());
+        frame->OpenAtStart(named);
+        EXPECT_EQ(user.shown.size(), answers.size()) << "what is taken up is not asked for at once";
         EXPECT_TRUE(user.shown[0].starts_with("Unsaved Edits|")) << user.shown[0];
-        EXPECT_EQ(Value(0), answers.front() == Yes ? 500 : 1);
+        EXPECT_EQ(Value(0), answers.front() == Yes ? 500 : 7);
     }
+    EXPECT_TRUE(frame->sbrMainPanels[0]->text().endsWith("named.sdt"));
     EXPECT_EQ(DateShown(), "Recovered, not saved");
     Answer({No});
     frame->close();

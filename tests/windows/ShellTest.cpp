@@ -5,6 +5,7 @@
 #include "views/frmTargetBoard.h"
 
 #include <QAccessible>
+#include <QScrollBar>
 
 namespace vantrel {
 namespace {
@@ -30,32 +31,47 @@ TEST_F(ShellTest, ReadersHearTheValuesOfPanelsAndClocks) {
 }
 
 TEST_F(ShellTest, ALargerFontOnASmallScreenHidesNoData) {
-#ifdef _WIN32
-    GTEST_SKIP() << "not so yet with the fonts of this host";
-#endif
     const QFont usual = QApplication::font();
-    QFont large = usual;
-    large.setPointSize(16);
-    QApplication::setFont(large);
-    Start();
-    Child().showMaximized();
-    frame->resize(1024, 600);
-    QCoreApplication::processEvents();
-    QtFormatGrid& grid = Editor().fgComm[1];
-    Editor().tbsComm.setCurrentIndex(1);
-    for (const int column : {3, 4, 6, 7}) {
-        const int needed = grid.fontMetrics().horizontalAdvance(column % 3 == 0 ? "V34463" : "FFFEH");
-        EXPECT_GT(grid.CellRect(1, column).width(), needed) << column;
+    for (const int points : {16, 20, 32}) {
+        QFont large = usual;
+        large.setPointSize(points);
+        QApplication::setFont(large);
+        Start();
+        Child().showMaximized();
+        frame->sbrMainPanels[0]->setText("System Message:");
+        frame->resize(1024, 600);
+        QCoreApplication::processEvents();
+        ASSERT_EQ(frame->size(), QSize(1024, 600));
+        QtFormatGrid& grid = Editor().fgComm[1];
+        Editor().tbsComm.setCurrentIndex(1);
+        for (const int column : {3, 4, 6, 7}) {
+            const int needed = grid.fontMetrics().horizontalAdvance(column % 3 == 0 ? "V34463" : "FFFEH");
+            EXPECT_GT(grid.CellRect(1, column).width(), needed) << points << " points, column " << column;
+        }
+        const auto* children = frame->findChild<QMdiArea*>();
+        QWidget* const area = children->viewport();
+        const auto placeOf = [&](QWidget& part) { return QRect(part.mapTo(area, QPoint()), part.size()); };
+        const QRect messages = placeOf(Editor().fraMessageDisplay);
+        const bool whole = area->rect().contains(placeOf(grid)) && area->rect().contains(messages);
+        EXPECT_TRUE(points > 20 ? whole || children->verticalScrollBar()->maximum() > 0 : whole) << points << " points";
+        EXPECT_LT(placeOf(grid).bottom(), messages.top()) << points << " points";
+        EXPECT_GE(grid.viewport()->height(), grid.RowHeight());
+        EXPECT_TRUE(points > 20 || frame->sbrMainPanels[3]->isVisible()) << points << " points";
+        frame->sbrMainPanels[0]->setFixedWidth(1);
+        frame->resize(frame->minimumSizeHint().expandedTo({300, 600}));
+        EXPECT_FALSE(frame->sbrMainPanels[2]->isVisible()) << "the date gives way to the message";
     }
-    const QRect room = frame->rect();
-    for (QWidget* part : std::initializer_list<QWidget*>{&grid, &Editor().fraMessageDisplay})
-        EXPECT_TRUE(room.contains(QRect(part->mapTo(frame.get(), QPoint()), part->size())))
-            << part->objectName().toStdString();
-    EXPECT_TRUE(frame->sbrMainPanels[3]->isVisible());
-    frame->sbrMainPanels[0]->setFixedWidth(1);
-    frame->resize(frame->minimumSizeHint().expandedTo({300, 600}));
-    EXPECT_FALSE(frame->sbrMainPanels[2]->isVisible()) << "the date gives way to the message";
     QApplication::setFont(usual);
+}
+
+TEST_F(ShellTest, TheGroundBehindTheEditorFollowsTheTheme) {
+    const QPalette usual = QApplication::palette();
+    QPalette other = usual;
+    other.setColor(QPalette::Dark, Qt::magenta);
+    QApplication::setPalette(other);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(frame->findChild<QMdiArea*>()->background().color(), QColor(Qt::magenta));
+    QApplication::setPalette(usual);
 }
 
 TEST_F(ShellTest, ARowOfTheStatusTabOpensItsSequenceWhileOnline) {

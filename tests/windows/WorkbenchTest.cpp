@@ -262,6 +262,17 @@ TEST_F(WorkbenchTest, WhatIsRefusedInTheBoxStopsTheCommandBehindIt) {
     EXPECT_EQ(user.shown.size(), 4U) << "the refusal alone, each time";
 }
 
+TEST_F(WorkbenchTest, TheBoardsValuesAreSavedAsAnySetUpIs) {
+    GoOnline();
+    Menu(Qt::Key_T, Qt::Key_B);
+    std::filesystem::create_directory(folder / "my.dir");
+    typer.entries = {(folder / "my.dir" / "line").string()};
+    QTest::mouseClick(Opened<frmCompare>().cmdSaveBoard, Qt::LeftButton);
+    ASSERT_EQ(user.shown.size(), 1U);
+    EXPECT_NE(user.shown[0].find("in a folder's name"), std::string::npos) << user.shown[0];
+    EXPECT_TRUE(std::filesystem::exists(folder / "my.sdt"));
+}
+
 TEST_F(WorkbenchTest, AFileIsComparedAgainWithTheSameFile) {
     typer.entries = {(folder / Stored("other.sdt", 7)).string()};
     Menu(Qt::Key_T, Qt::Key_F);
