@@ -232,10 +232,14 @@ std::string RecordCsv(const Configuration& record) {
 Configuration RecordFromCsv(std::string_view bytes, const Configuration& defaults) {
     const std::string text = Utf8FromAnyEditor(bytes);
     TableReader reader(defaults);
-    const std::vector<TextRow> rows = DelimitedRows(text, SeparatorOf(text));
+    constexpr std::size_t mostLines = 10000; // Blank ones included; without a limit a hostile file costs any memory.
+    const std::vector<TextRow> rows = DelimitedRows(text, SeparatorOf(text), mostLines + 1);
     reader.TakeHeadings(rows.empty() ? TextRow() : rows.front());
     for (std::size_t i = 1; i < rows.size(); ++i)
         reader.TakeLine(rows[i], i + 1);
+    if (rows.size() > mostLines) {
+        throw BadImportFile(ErrorNumber::BadFileFormat, rows.size(), 1, "no table of a set-up has so many lines");
+    }
     return std::move(reader).Record();
 }
 

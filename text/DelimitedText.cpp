@@ -31,10 +31,11 @@ std::string TakeCell(std::string_view text, std::size_t& at, char separator) {
 
 } // namespace
 
-std::vector<TextRow> DelimitedRows(std::string_view text, char separator) {
+std::vector<TextRow> DelimitedRows(std::string_view text, char separator, std::size_t most) {
     std::vector<TextRow> rows;
     bool rowBegins = true;
     for (std::size_t at = 0; at < text.size() || !rowBegins; ++at) {
+        if (rowBegins && rows.size() == most) break;
         if (rowBegins) rows.emplace_back();
         rows.back().push_back(TakeCell(text, at, separator));
         rowBegins = at >= text.size() || text[at] != separator;

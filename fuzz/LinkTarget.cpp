@@ -1,0 +1,171 @@
+// A board that answers anything at any time, to everything that the program asks of one: each operation has to end, in
+// bounded time, and nothing may be called confirmed that the line did not echo.
+#include "document/SettingsTransfer.h"
+#include "fuzz/FuzzTargets.h"
+#include "link/RSComm.h"
+#include "platform/RuntimeError.h"
+#include "simulator/SimulatedBoard.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/VirtualClock.h"
+
+#include <chrono>
+#include <deque>
+#include <string>
+#include <utility>
+
+namespace vantrel::fuzz {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Every byte that is sent takes one byte of the input, which says what comes back: mostly the answer of a healthy
+/// board, so that the search gets deep. Behind the input's end all is healthy for a while, and then silent.
+class AnyBoardPort final : public SerialPort {
+public:
+    AnyBoardPort(VirtualClock& clock, Input script) : clock_(clock), script_(script) {}
+
+    void SetPortNumber(int /*number*/) override {}
+    void SetSettings(const std::string& /*settings*/) override {}
+    void Open() override {
+        if (Next() % 16 == 15) throw RuntimeError(ErrorNumber::PathFileAccess, "busy");
+        open_ = true;
+        lost_ = false;
+    }
+    void Close() noexcept override { open_ = false; }
+    [[nodiscard]] bool IsOpen() const override { return open_; }
+    [[nodiscard]] bool IsLost() const override { return open_ && lost_; }
+    void Write(std::span<const std::uint8_t> bytes) override {
+        for (const std::uint8_t byte : bytes)
+            Answer(byte);
+    }
+    [[nodiscard]] std::size_t ReceivedCount() override {
+        return !received_.empty() && received_.front().first <= clock_.Now() ? 1 : 0;
+    }
+    [[nodiscard]] std::uint8_t ReadByte() override {
+        const std::uint8_t byte = received_.front().second;
+        received_.pop_front();
+        return byte;
+    }
+    void ClearReceived() override {
+        while (ReceivedCount() > 0)
+            received_.pop_front();
+    }
+    [[nodiscard]] PortWait WaitForByte(MonotonicTime deadline) override {
+        if (lost_) return PortWait::Lost;
+        if (!received_.empty() && received_.front().first <= deadline) clock_.SleepUntil(received_.front().first);
+        if (ReceivedCount() > 0) return PortWait::ByteReceived;
+        clock_.SleepUntil(deadline);
+        return PortWait::TimedOut;
+    }
+    /// 0 once the input has run out.
+    std::uint8_t Next() {
+        if (at_ == script_.size()) return 0;
+        return script_[at_++];
+    }
+
+private:
+    void Put(std::uint8_t byte, MonotonicTime late) {
+        const MonotonicTime earliest = received_.empty() ? MonotonicTime{0} : received_.back().first;
+        received_.emplace_back(std::max(earliest, clock_.Now() + late), byte);
+    }
+    void Answer(std::uint8_t byte) {
+        if (lost_ || (at_ == script_.size() && ++behindEnd_ > 5000)) return;
+        const BoardAnswer healthy = board_.Receive(byte, clock_.Now());
+        const std::uint8_t what = Next();
+        const MonotonicTime late = what >= 0xF0 ? 1ms * (what - 0xEF) * (what - 0xEF) * 20 : 1ms;
+        switch (what < 0xC0 ? 0 : what & 0x0F) {
+        case 1:
+            Put(Next(), late);
+            return;
+        case 2:
+            return;
+        case 3:
+            Put(byte, late);
+            break;
+        case 4:
+            Put(0x55, late);
+            break;
+        case 5:
+            Put(0xFF, late);
+            break;
+        case 6:
+            lost_ = Next() > 0xF0;
+            break;
+        case 7:
+            clock_.Advance(1ms * Next());
+            break;
+        default:
+            break;
+        }
+        for (const std::uint8_t answer : healthy.bytes)
+            Put(answer, late);
+    }
+
+    VirtualClock& clock_;
+    Input script_;
+    std::size_t at_ = 0;
+    int behindEnd_ = 0;
+    SimulatedBoard board_;
+    std::deque<std::pair<MonotonicTime, std::uint8_t>> received_;
+    bool open_ = false;
+    bool lost_ = false;
+};
+
+/// Somebody whose answers are the input's, too, and who loses patience.
+class AnyDialogs final : public Dialogs {
+public:
+    explicit AnyDialogs(AnyBoardPort& port) : port_(port) {}
+    MessageAnswer Show(const MessageBox& box) override {
+        Require(!box.text.empty() && ++shown_ < 200);
+        switch (box.buttons) {
+        case MessageButtons::Ok:
+            return MessageAnswer::Ok;
+        case MessageButtons::RetryCancel:
+            return port_.Next() % 4 == 1 && shown_ < 20 ? MessageAnswer::Retry : MessageAnswer::Cancel;
+        default:
+            return port_.Next() % 2 == 1 ? MessageAnswer::Yes : MessageAnswer::No;
+        }
+    }
+
+private:
+    AnyBoardPort& port_;
+    int shown_ = 0;
+};
+
+class NoDisplay final : public TransferDisplay {
+public:
+    void ShowLabel(std::string_view /*label*/) override {}
+    void ShowProgress(std::size_t done, std::size_t total) override { Require(done <= total); }
+};
+
+} // namespace
+
+void TakeLink(Input input) {
+    static const TemporaryFolder folder;
+    VirtualClock clock;
+    AnyBoardPort port(clock, input);
+    AnyDialogs dialogs(port);
+    TurnQueue turns(clock);
+    RSComm link(folder / "RSPort.cfg", {1, 4}, clock, dialogs, turns);
+    const std::uint8_t job = port.Next();
+    turns.RunToEnd(link.OpenRSComm(port));
+    for (const char* address : {"B8176", "W32", "D100", "B8176.3"}) {
+        const Reading reading = turns.RunToEnd(link.Read(address));
+        Require(!reading.IsValue() || !reading.HasLinkFailed());
+        if (job % 2 == 1) static_cast<void>(turns.RunToEnd(link.RSWrite(address, std::to_string(port.Next()))));
+    }
+    if (job >= 0xE0) {
+        NoDisplay display;
+        Configuration record = DefaultRecord("VANTREL_R1.0.0", {46095.25});
+        SettingsTransfer transfer(job % 2 == 1 ? TransferMode::DownloadData : TransferMode::UploadData, record, link,
+                                  dialogs, turns, display);
+        transfer.Only({0, 1, 2, 3, 217});
+        transfer.Load();
+        turns.RunToEnd(transfer.Run());
+    }
+    turns.RunToEnd(link.CloseRSComm());
+    Require(!port.IsOpen() && clock.Now() < 1h);
+}
+
+} // namespace vantrel::fuzz
