@@ -27,6 +27,7 @@ public:
     void ShowGoOnline(bool) override {}
     /// `byte`: SerialSetupByte or FirmwareRevisionByte, which the passes do not show or not whole.
     void ShowByte(int byte, const std::string& text);
+    void ShowClockOff(const ClockComparison& compared) { clockOff_ = compared; }
 
     /// Forgets everything, which reads "-" then.
     void Clear();
@@ -56,6 +57,7 @@ private:
     std::array<std::string, BoardCodeCount> descriptions_;
     std::array<std::string, SetupFieldCount> setup_;
     std::array<std::string, 3> revision_;
+    ClockComparison clockOff_;
     std::string serialWord_;
     std::string firmware_;
 };

@@ -40,8 +40,10 @@ void SequenceMonitor::BeginSettings(std::int16_t settingsBase) {
     const Shown now{settingsBase, link_.Opened()};
     if (std::exchange(shown_, now) == now) return;
     display_.ShowStatus(Unread);
-    for (const FieldDescription& one : FieldTable())
+    for (const FieldDescription& one : FieldTable()) {
         ShowSetting(one.field, Unread);
+        ShowSetUp(one.field, Reading::Doubtful(std::nullopt));
+    }
     display_.ClearData();
 }
 
@@ -59,6 +61,7 @@ Task SequenceMonitor::RefreshSettings(std::int16_t settingsBase) {
         const std::string type = record_.AddressType(static_cast<std::size_t>(settingsBase) + judged.tag);
         ShowSetting(field, judged.reading.IsValue() ? SettingDisplay(field, judged.reading.TextOr(Unread), type)
                                                     : std::string(Unread));
+        ShowSetUp(field, judged.reading);
     };
     bool complete = false;
     do {
@@ -77,6 +80,12 @@ void SequenceMonitor::ShowSetting(SequenceField field, const std::string& text) 
     display_.ShowSetting(static_cast<SequenceDisplay::SettingsGrid>(place / rows), place % rows + 1, text);
 }
 
+void SequenceMonitor::ShowSetUp(SequenceField field, const Reading& onBoard) {
+    const std::size_t index = ValueIndex(Sequence(), field);
+    const auto number = onBoard.Number();
+    display_.ShowSetUp(field, DisplayValue(record_, index), number && !std::cmp_equal(*number, record_.Value(index)));
+}
+
 Task SequenceMonitor::RefreshStatusAndData() {
     const std::size_t sequence = Sequence();
     ReadingWalk walk(link_);
@@ -86,9 +95,12 @@ Task SequenceMonitor::RefreshStatusAndData() {
     (void)co_await walk.Read(StatusWordAddress(sequence), StatusTag);
     for (int row = 1; row <= DataWordCount; ++row) {
         for (const DataDirection column : {DataDirection::Send, DataDirection::Receive}) {
+            // What nobody looks at takes no turn: others would count it as a read.
+            if (!IsRead(row, column)) continue;
             co_await turns_.Next();
             if (!mayGoOn()) co_return;
-            if (!display_.RowVisible(row)) break;
+            // Scrolled out in the meantime.
+            if (!IsRead(row, column)) continue;
             const auto before = co_await walk.Read(DataWordAddress(sequence, column, row), DataTag(row, column));
             if (!mayGoOn()) co_return;
             if (before) ShowWord(*before);

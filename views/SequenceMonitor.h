@@ -32,11 +32,16 @@ public:
     [[nodiscard]] virtual bool Active() const = 0;
     /// Whether the user sees row `row` (1..120) of the data words; only such rows are read.
     [[nodiscard]] virtual bool RowVisible(int row) const = 0;
+    /// Whether a data word is read out of sight as well, for somebody who follows it.
+    [[nodiscard]] virtual bool WordFollowed(int, DataDirection) const { return false; }
 
     virtual void ShowDescription(const std::string& text) = 0;
     virtual void ShowNodeNumber(const std::string& text) = 0;
     /// `row`: 1..3, as the fields of either direction follow each other.
     virtual void ShowSetting(SettingsGrid grid, int row, const std::string& text) = 0;
+    /// What the open document says of a setting, beside what the board holds. `differs`: the board's value is known,
+    /// and is another one.
+    virtual void ShowSetUp(SequenceField, const std::string& /*text*/, bool /*differs*/) {}
     virtual void ShowStatus(const std::string& text) = 0;
     /// `row`: 1..120, the number of the word.
     virtual void ShowDataWord(int row, DataDirection column, const std::string& text) = 0;
@@ -59,8 +64,8 @@ public:
     /// board before the port was opened again, becomes dashes first; when the port is opened again in the middle, the
     /// pass begins anew.
     [[nodiscard]] Task RefreshSettings(std::int16_t settingsBase);
-    /// The status, then the data words of the visible rows; row by row, the sent word before the received one. Ends
-    /// when the port is opened again.
+    /// The status, then the data words of the visible rows, and those that are followed; row by row, the sent word
+    /// before the received one. Ends when the port is opened again.
     [[nodiscard]] Task RefreshStatusAndData();
 
     /// What RefreshSettings() has shown is of another sequence than the selected one, or was read before the port was
@@ -79,6 +84,10 @@ private:
     [[nodiscard]] std::size_t Sequence() const { return static_cast<std::size_t>(selectedSequence_); }
     void BeginSettings(std::int16_t settingsBase);
     void ShowSetting(SequenceField field, const std::string& text);
+    void ShowSetUp(SequenceField field, const Reading& onBoard);
+    [[nodiscard]] bool IsRead(int row, DataDirection column) const {
+        return display_.RowVisible(row) || display_.WordFollowed(row, column);
+    }
     void ShowWord(const JudgedReading& judged);
 
     const Configuration& record_;

@@ -93,10 +93,16 @@ public:
         At(row, column).italic = italic;
         Changed(row, column);
     }
+    void SetGround(int row, int column, const QColor& color) {
+        if (At(row, column).ground == color) return;
+        At(row, column).ground = color;
+        Changed(row, column);
+    }
     [[nodiscard]] QVariant Role(int row, int column, int role) const {
         const Cell& cell = At(row, column);
         if (role == Qt::DisplayRole) return cell.text;
         if (role == Qt::TextAlignmentRole) return columns_.at(static_cast<std::size_t>(column)).alignment.toInt();
+        if (role == Qt::BackgroundRole && cell.ground.isValid()) return cell.ground;
         if (role == Qt::ForegroundRole && cell.color.isValid()) return cell.color;
         if (role != Qt::FontRole || !cell.italic) return {};
         QFont slanted;
@@ -121,6 +127,7 @@ private:
     struct Cell {
         QString text;
         QColor color;
+        QColor ground;
         bool italic = false;
     };
 
@@ -263,6 +270,8 @@ void QtFormatGrid::SetTextColor(int row, int column, const QColor& color) {
 }
 
 void QtFormatGrid::SetItalic(int row, int column, bool italic) { cells_->SetItalic(row, column, italic); }
+
+void QtFormatGrid::SetGround(int row, int column, const QColor& color) { cells_->SetGround(row, column, color); }
 
 void QtFormatGrid::SetCurrentCell(int row, int column) {
     const QModelIndex cell = cells_->index(row - 1, column - 1);

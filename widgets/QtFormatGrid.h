@@ -55,6 +55,8 @@ public:
     /// An invalid colour gives the cell back to the theme.
     void SetTextColor(int row, int column, const QColor& color);
     void SetItalic(int row, int column, bool italic);
+    /// The ground of a cell of the body; an invalid colour gives it back to the theme.
+    void SetGround(int row, int column, const QColor& color);
 
     /// 0 while no cell is the current one.
     [[nodiscard]] int CurrentRow() const { return currentIndex().row() + 1; }
