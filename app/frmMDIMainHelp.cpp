@@ -122,14 +122,16 @@ bool frmMDIMain::HelpKey(const QEvent& event) {
     if (event.type() != QEvent::KeyPress || static_cast<const QKeyEvent&>(event).key() != Qt::Key_F1) return false;
     // Without a modal window the key is the menu entry's.
     const QWidget* modal = QApplication::activeModalWidget();
-    if (!modal || QApplication::activeWindow() != modal) return false;
+    const QWidget* front = QApplication::activeWindow();
+    const bool beside = front && front != help_ && front->parentWidget() == modal;
+    if (!modal || (front != modal && !beside)) return false;
     // The help's own print dialog: its owner must not be replaced under it.
     for (const QObject* owner = modal; owner; owner = owner->parent()) {
         if (help_ == owner) return false;
     }
     const auto* box = qobject_cast<const QMessageBox*>(modal);
     const std::string message = box ? (box->windowTitle() + ": " + box->text()).toStdString() : "";
-    ShowHelp(TopicOf(*modal));
+    ShowHelp(TopicOf(*front));
     if (box && help_) help_->ShowMessage(message);
     return true;
 }

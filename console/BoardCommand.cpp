@@ -73,10 +73,11 @@ bool DoWhatWasAsked(CommandContext& context, LinkSession& session, BoardMonitor&
 }
 
 /// Once, and again where there is a clock to compare: two passes have to agree, which the end of a minute prevents.
-void ReadSetup(LinkSession& session, BoardMonitor& monitor, const UserProgram& onDisk) {
+void ReadSetup(LinkSession& session, BoardMonitor& monitor, BoardReport& report, const UserProgram& onDisk) {
     constexpr int mostPasses = 4;
     for (int pass = 0; pass < mostPasses && !session.Failed() && !session.Interrupted(); ++pass) {
         session.Run(monitor.RefreshSetupFields());
+        report.NoteSetupRead();
         const auto compared = monitor.ComparedClock().What();
         if (!HasBoardClock(onDisk.boardType) || compared == ClockComparison::State::Known ||
             compared == ClockComparison::State::Impossible)
@@ -88,7 +89,7 @@ void ReadSetup(LinkSession& session, BoardMonitor& monitor, const UserProgram& o
 void ReadBoard(LinkSession& session, BoardMonitor& monitor, BoardReport& report, const UserProgram& onDisk) {
     report.Clear();
     session.Run(monitor.ShowBoardOnline());
-    ReadSetup(session, monitor, onDisk);
+    ReadSetup(session, monitor, report, onDisk);
     report.ShowClockOff(monitor.ComparedClock());
     for (const int byte : {SerialSetupByte, FirmwareRevisionByte}) {
         if (session.Failed() || session.Interrupted()) return;

@@ -64,6 +64,7 @@ void BoardReport::Clear() {
     descriptions_.fill("");
     setup_.fill(Unread);
     clockOff_.Forget();
+    setupRead_ = false;
     revision_.fill(Unread);
     serialWord_ = firmware_ = Unread;
 }

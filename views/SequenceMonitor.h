@@ -5,14 +5,17 @@
 #include "document/Configuration.h"
 #include "link/RSComm.h"
 #include "link/Reading.h"
+#include "link/ReadingWalk.h"
 #include "link/StatusText.h"
 #include "platform/Task.h"
 #include "platform/TurnQueue.h"
+#include "views/DataWords.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vantrel {
 
@@ -32,8 +35,8 @@ public:
     [[nodiscard]] virtual bool Active() const = 0;
     /// Whether the user sees row `row` (1..120) of the data words; only such rows are read.
     [[nodiscard]] virtual bool RowVisible(int row) const = 0;
-    /// Whether a data word is read out of sight as well, for somebody who follows it.
-    [[nodiscard]] virtual bool WordFollowed(int, DataDirection) const { return false; }
+    /// Data words that somebody follows over time: they are read out of sight as well, and several times in a pass.
+    [[nodiscard]] virtual std::vector<WordPlace> FollowedWords() const { return {}; }
 
     virtual void ShowDescription(const std::string& text) = 0;
     virtual void ShowNodeNumber(const std::string& text) = 0;
@@ -85,9 +88,11 @@ private:
     void BeginSettings(std::int16_t settingsBase);
     void ShowSetting(SequenceField field, const std::string& text);
     void ShowSetUp(SequenceField field, const Reading& onBoard);
-    [[nodiscard]] bool IsRead(int row, DataDirection column) const {
-        return display_.RowVisible(row) || display_.WordFollowed(row, column);
+    [[nodiscard]] bool MayGoOn(const ReadingWalk& walk, std::size_t sequence) const {
+        return MayRead() && Sequence() == sequence && !walk.Reconnected();
     }
+    /// False when the pass has to end.
+    [[nodiscard]] TaskOf<bool> ReadWords(ReadingWalk& walk, std::size_t sequence, std::vector<WordPlace> places);
     void ShowWord(const JudgedReading& judged);
 
     const Configuration& record_;

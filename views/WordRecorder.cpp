@@ -44,10 +44,6 @@ void WordRecorder::Follow(std::size_t slot, std::optional<RecordedWord> word) {
     if (slots_.at(slot).word != word) slots_[slot] = {word, {}};
 }
 
-bool WordRecorder::Follows(const RecordedWord& word) const {
-    return std::ranges::any_of(slots_, [&](const Slot& slot) { return slot.word == word; });
-}
-
 void WordRecorder::Take(const RecordedWord& word, std::optional<std::uint16_t> value, MonotonicTime now) {
     for (Slot& slot : slots_) {
         if (slot.word != word) continue;

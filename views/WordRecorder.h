@@ -44,7 +44,6 @@ public:
     /// Puts a word, or none, in a slot (0..3). Another one than before begins without readings.
     void Follow(std::size_t slot, std::optional<RecordedWord> word);
     [[nodiscard]] const std::optional<RecordedWord>& Followed(std::size_t slot) const { return slots_.at(slot).word; }
-    [[nodiscard]] bool Follows(const RecordedWord& word) const;
     [[nodiscard]] const Samples& Of(std::size_t slot) const { return slots_.at(slot).samples; }
 
     /// A reading of a word, which goes wherever it is followed; others are dropped.

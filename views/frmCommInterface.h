@@ -90,7 +90,7 @@ private:
     // What the passes show
     [[nodiscard]] bool Active() const override { return ViewActive; }
     [[nodiscard]] bool RowVisible(int row) const override;
-    [[nodiscard]] bool WordFollowed(int row, DataDirection column) const override;
+    [[nodiscard]] std::vector<WordPlace> FollowedWords() const override;
     void ShowDescription(const std::string& text) override;
     void ShowNodeNumber(const std::string& text) override;
     void ShowSetting(SettingsGrid grid, int row, const std::string& text) override;

@@ -16,7 +16,7 @@ namespace {
 constexpr QColor DiffersColor(176, 0, 0);
 constexpr QColor DiffersColorOnDark(255, 138, 128);
 /// Of the ground of a changed word, between the theme's own and that of a selection.
-constexpr float ChangedShade = 0.4F;
+constexpr float ChangedShade = 0.25F;
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
 
@@ -112,8 +112,13 @@ void frmCommInterface::FadeChanges() {
         ShowWord(place);
 }
 
-bool frmCommInterface::WordFollowed(int row, DataDirection column) const {
-    return plot_ && plot_->isVisible() && recorder_.Follows({SelectedSequence, {row, column}});
+std::vector<WordPlace> frmCommInterface::FollowedWords() const {
+    std::vector<WordPlace> words;
+    for (std::size_t slot = 0; slot < WordRecorder::MostWords && plot_ && plot_->isVisible(); ++slot) {
+        const auto& word = recorder_.Followed(slot);
+        if (word && word->sequence == SelectedSequence) words.push_back(word->place);
+    }
+    return words;
 }
 
 std::vector<WordPlace> frmCommInterface::SelectedWords() const {

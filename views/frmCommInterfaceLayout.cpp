@@ -26,6 +26,7 @@ constexpr int SettingsNameWidth = 1000;
 constexpr int DataWidth = 5000;
 constexpr int WordWidth = 800;
 constexpr int WordColumnMargin = 95;
+constexpr int NodeGap = 360;
 
 constexpr int SettingsRows = 4;
 constexpr int DataRows = DataWordCount + 1;
@@ -165,8 +166,10 @@ void frmCommInterface::LayOutForm(QFormLayout& form) {
             continue;
         }
         auto* node = new QHBoxLayout;
-        node->addWidget(&lblSetting.at(i), 1);
-        node->addWidget(&lblSetUpNode, 1);
+        node->addWidget(&lblSetting.at(i));
+        node->addSpacing(PixelsOfTwips(NodeGap, *this));
+        node->addWidget(&lblSetUpNode);
+        node->addStretch();
         form.addRow(name, node);
     }
     lblSetUpNode.setObjectName(QStringLiteral("lblSetUpNode"));

@@ -213,6 +213,9 @@ void frmPlot::SaveTable() {
 
 void frmPlot::Save(const FileQuestion& question, const char* extension, std::span<const std::uint8_t> bytes) {
     const auto choice = dialogs_.SaveFile(question);
+    // The view beside it comes up as the dialog's owner.
+    raise();
+    activateWindow();
     if (!choice) return;
     std::filesystem::path file = choice->path;
     if (!HasExtension(file, extension)) file += extension;

@@ -87,8 +87,10 @@ TEST_F(SupportReportTest, WhatIsThereGoesInAndAllOfItIsListed) {
 }
 
 TEST_F(SupportReportTest, NoNameLeadsOutOfTheArchiveOrStandsForItsList) {
-    const SupportReport report = Make(
-        {.withSetup = false, .texts = {{"..\\a/b:c", "", ""}, {"contents.txt", "", ""}, {"x", "", ""}, {"x", "", ""}}});
+    const SupportReport report =
+        Make({.program = "",
+              .withSetup = false,
+              .texts = {{"..\\a/b:c", "", ""}, {"contents.txt", "", ""}, {"x", "", ""}, {"x", "", ""}}});
     EXPECT_EQ(Names(report), "versions.txt|.._a_b_c|contents-2.txt|x|x-2|");
 }
 

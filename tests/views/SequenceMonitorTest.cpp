@@ -57,9 +57,7 @@ protected:
         Show((grid == SettingsGrid::Send ? "send " : "receive ") + std::to_string(row), text);
     }
     void ShowStatus(const std::string& text) override { Show("status", text); }
-    [[nodiscard]] bool WordFollowed(int row, DataDirection column) const override {
-        return followed.contains({row, static_cast<int>(column)});
-    }
+    [[nodiscard]] std::vector<WordPlace> FollowedWords() const override { return followed; }
     void ShowSetUp(SequenceField field, const std::string& text, bool differs) override {
         setUp.at(static_cast<std::size_t>(field)) = text + (differs ? "!" : "");
     }
@@ -87,7 +85,7 @@ protected:
     SentBytes log;
     bool active = true;
     std::set<int> visible{1, 2};
-    std::set<std::pair<int, int>> followed; ///< Row and column.
+    std::vector<WordPlace> followed;
     std::array<std::string, FieldCount> setUp; ///< "!" behind what differs.
     Texts shown; ///< In their order; dashes are not counted.
     std::map<std::string, std::string> now;
@@ -173,10 +171,14 @@ TEST_F(SequenceMonitorTest, AfterAReconnectionNothingOfTheOldBoardStays) {
     EXPECT_EQ(Known(), 0U) << "dashes until the new board has told";
 }
 
-TEST_F(SequenceMonitorTest, AFollowedWordIsReadOutOfSight) {
-    visible = {3};
-    followed = {{1, 2}, {3, 1}, {120, 1}};
-    EXPECT_EQ(Run(monitor.RefreshStatusAndData()), (Texts{"W6914", "W16640", "W16404", "W16644", "W16638"}));
+TEST_F(SequenceMonitorTest, FollowedWordsAreReadOutOfSightAndAgainAfterEveryEightOthers) {
+    followed = {{120, DataDirection::Send}};
+    visible = {1, 2, 3, 4, 5};
+    const Texts words = Run(monitor.RefreshStatusAndData());
+    ASSERT_EQ(words.size(), 13U);
+    EXPECT_TRUE(words[1] == "W16638" && words[10] == "W16638" && words[2] == "W16400" && words[11] == "W16408");
+    visible.clear();
+    EXPECT_EQ(Run(monitor.RefreshStatusAndData()), (Texts{"W6914", "W16638"}));
 }
 
 /// The status tab behind the view.

@@ -60,7 +60,7 @@ TEST_F(WordRecorderTest, TheTableHasARowForEachReadingAndAColumnForEachWord) {
     recorder.Follow(0, Received);
     EXPECT_TRUE(recorder.Of(0).empty());
     recorder.Clear();
-    EXPECT_TRUE(recorder.IsEmpty() && recorder.Follows(Received) && !recorder.Follows(Sent));
+    EXPECT_TRUE(recorder.IsEmpty() && recorder.Followed(0) == Received && !recorder.Followed(1));
 }
 
 TEST_F(WordRecorderTest, TheOldestReadingsGoWhenThereAreTooMany) {
