@@ -28,8 +28,8 @@ struct RecordedWord {
 class WordRecorder {
 public:
     static constexpr std::size_t MostWords = 4;
-    /// Of one word; then the oldest go. A day at one reading a second, or 8 hours at three.
-    static constexpr std::size_t MostReadings = 86'400;
+    /// Of one word; then the oldest go. Eight hours and more at ten readings a second, in 6 MB.
+    static constexpr std::size_t MostReadings = 345'600;
 
     /// One reading; without a value it was doubtful.
     struct Sample {

@@ -135,7 +135,9 @@ std::vector<WordPlace> frmCommInterface::SelectedWords() const {
 void frmCommInterface::Plot() {
     if (!plot_) plot_ = new frmPlot(recorder_, SelectedSequence, notation_, clock_, fileDialogs_, this);
     std::vector<WordPlace> words = SelectedWords();
-    if (words.empty() && recorder_.IsEmpty()) words = {{1, DataDirection::Send}};
+    constexpr WordPlace sent{1, DataDirection::Send};
+    constexpr WordPlace received{1, DataDirection::Receive};
+    if (words.empty() && recorder_.IsEmpty()) words = {words_.IsBeyond(sent) ? received : sent};
     if (!words.empty()) plot_->Follow(words);
     plot_->show();
     plot_->raise();

@@ -65,7 +65,7 @@ frmPlot::frmPlot(WordRecorder& recorder, const std::int16_t& sequence, const Wor
     all->addLayout(buttons);
     tmrDraw.setObjectName(QStringLiteral("tmrDraw"));
     tmrDraw.setInterval(DrawMilliseconds);
-    tmrDraw.callOnTimeout(this, [this] { Draw(); });
+    tmrDraw.callOnTimeout(this, [this] { DrawIfDue(); });
 }
 
 void frmPlot::BuildWords(QBoxLayout& row) {
@@ -156,7 +156,7 @@ void frmPlot::WordChosen(std::size_t slot) {
 }
 
 std::vector<StripCurve> frmPlot::Curves() const {
-    const MonotonicTime since = shownUntil_ - Spans.at(static_cast<std::size_t>(cboSpan.currentIndex())).time;
+    const MonotonicTime since = shownUntil_ - Shown();
     std::vector<StripCurve> curves;
     for (std::size_t slot = 0; slot < WordRecorder::MostWords; ++slot) {
         StripCurve curve;
@@ -170,11 +170,18 @@ std::vector<StripCurve> frmPlot::Curves() const {
     return curves;
 }
 
+MonotonicTime frmPlot::Shown() const { return Spans.at(static_cast<std::size_t>(cboSpan.currentIndex())).time; }
+
+void frmPlot::DrawIfDue() {
+    // A long time with all its readings moves by less than a pixel meanwhile.
+    constexpr int pixels = 2000;
+    if (clock_.Now() - shownUntil_ >= Shown() / pixels) Draw();
+}
+
 void frmPlot::Draw() {
     if (!cmdPause.isChecked()) shownUntil_ = clock_.Now();
     const double until = Seconds(shownUntil_ - recorder_.Begun());
-    const auto span = Spans.at(static_cast<std::size_t>(cboSpan.currentIndex())).time;
-    chart.SetTimes(until - Seconds(span), until);
+    chart.SetTimes(until - Seconds(Shown()), until);
     chart.SetOrigin(Seconds(recorder_.BegunLocal() - std::chrono::floor<std::chrono::days>(recorder_.BegunLocal())));
     chart.SetTitles(tr("Time of the computer (h:min:s)"), notation_ == WordNotation::Signed
                                                               ? tr("Value (signed, -32768 to 32767)")

@@ -57,7 +57,10 @@ private:
     void BuildButtons(QBoxLayout& row);
     void ShowSlot(std::size_t slot);
     void WordChosen(std::size_t slot);
+    void DrawIfDue();
     void Draw();
+    /// How much time the picture shows.
+    [[nodiscard]] MonotonicTime Shown() const;
     [[nodiscard]] std::vector<StripCurve> Curves() const;
     void SavePicture();
     void SaveTable();

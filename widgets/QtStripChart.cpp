@@ -47,7 +47,7 @@ struct Column {
 
 ChartScale ValueScale(double low, double high, int most) {
     if (high - low < 1) {
-        low -= 1;
+        low = low > 0 ? low - 1 : std::floor(low);
         high += 1;
     }
     double step = 1;
@@ -130,8 +130,9 @@ QtStripChart::Field QtStripChart::LayOut() const {
     const int bottom = 2 * (font.height() + Gap);
     Field field{{}, ScaleOfValues(std::max(height() - top - bottom, 1)), from_, to_};
     const auto width = [&](double value) { return font.horizontalAdvance(QString::number(std::llround(value))); };
-    const int left = std::max(width(field.values.low), width(field.values.high)) + 2 * Gap;
+    // Half of a time mark may stand beside either end.
     const int right = font.horizontalAdvance(ClockText(0)) / 2 + Gap;
+    const int left = std::max(std::max(width(field.values.low), width(field.values.high)) + 2 * Gap, right);
     field.area = QRectF(left, top, std::max(QWidget::width() - left - right, 1), std::max(height() - top - bottom, 1));
     return field;
 }

@@ -165,7 +165,7 @@ TEST(StripChartTest, MarksStandAtRoundValuesAndTimes) {
         int most;
         ChartScale scale;
     };
-    for (const Case& one : {Case{0, 27000, 8, {0, 30000, 5000}}, Case{5, 5, 8, {4, 6, 1}},
+    for (const Case& one : {Case{0, 27000, 8, {0, 30000, 5000}}, Case{5, 5, 8, {4, 6, 1}}, Case{0, 0, 8, {0, 1, 1}},
                             Case{-7, 120, 5, {-50, 150, 50}}, Case{0, 65535, 0, {0, 100000, 50000}}}) {
         const ChartScale scale = ValueScale(one.low, one.high, one.most);
         EXPECT_TRUE(scale.low == one.scale.low && scale.high == one.scale.high && scale.step == one.scale.step)
