@@ -35,8 +35,10 @@ frmSupport::frmSupport(const SupportReport& report, QWidget* parent) : QDialog(p
                                                    QString::fromStdString(SizeText(item.bytes.size()))});
         row->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
     }
-    for (int column = 0; column < lstItems->columnCount(); ++column)
+    for (int column = 0; column < lstItems->columnCount(); ++column) {
         lstItems->resizeColumnToContents(column);
+        lstItems->setColumnWidth(column, lstItems->columnWidth(column) + 2 * fontMetrics().averageCharWidth());
+    }
     QString leftOut;
     for (const std::string& one : report.LeftOut())
         leftOut += tr("Left out: %1\n").arg(QString::fromStdString(one));
