@@ -28,10 +28,9 @@ public:
     virtual void ShowStatus(int row, const std::string& text) = 0;
 };
 
-/// One pass over the rows: node number and status word of each visible one. Yields before every value, to everybody
-/// (TurnQueue::Behind), so that nothing waits longer than one exchange, and ends at once when the display does not want
-/// it, the link is not ONLINE or it has failed, or opened again. A value that stays doubtful reads "-". All arguments
-/// must outlive the running task.
+/// One pass over the rows: node number and status word of each visible one. Yields before every value, so that nothing
+/// waits longer than one exchange, and ends at once when the display does not want it, the link is not ONLINE or it
+/// has failed, or opened again. A value that stays doubtful reads "-". All arguments must outlive the running task.
 Task RefreshStatusTab(StatusTabDisplay& display, const SequenceAddresses& nodeNumbers,
                       const SequenceAddresses& statusWords, RSComm& link, TurnQueue& turns);
 
