@@ -11,6 +11,7 @@
 #include "text/PrintableText.h"
 
 #include <algorithm>
+#include <fstream>
 #include <string_view>
 #include <utility>
 
@@ -42,7 +43,7 @@ SupportReport::SupportReport(const Program& state, const SupportSources& sources
     AddVersions(sources);
     AddSettings(state);
     if (sources.withSetup) AddSetup(state);
-    if (!sources.trace.empty()) AddFile(sources.trace, "the last trace of the line", true);
+    if (!sources.trace.empty()) AddTrace(sources.trace);
     for (const SupportSources::Text& text : sources.texts)
         AddText(text.name, text.what, text.text);
     for (const std::filesystem::path& file : sources.files)
@@ -72,6 +73,22 @@ void SupportReport::AddSetup(const Program& state) {
         Add(SetupName(document.FilePath), document.Changed() ? "the set-up with its unsaved changes" : "the set-up",
             SetupFileBytes(document.CurrentConfiguration));
     }
+}
+
+void SupportReport::AddTrace(const std::filesystem::path& file) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (error || size <= MostOfTrace) {
+        AddFile(file, "the last trace of the line", true);
+        return;
+    }
+    std::ifstream in(file, std::ios::binary);
+    in.seekg(static_cast<std::streamoff>(size - MostOfTrace));
+    std::string end(MostOfTrace, '\0');
+    in.read(end.data(), static_cast<std::streamsize>(end.size()));
+    end.resize(static_cast<std::size_t>(in.gcount()));
+    end.erase(0, end.find('\n') + 1);
+    AddText(Utf8FromPath(file.filename()), "the end of the last trace of the line", end);
 }
 
 void SupportReport::Add(std::string name, std::string what, std::vector<std::uint8_t> bytes) {

@@ -40,6 +40,9 @@ public:
         std::vector<std::uint8_t> bytes;
     };
 
+    /// In bytes: of a longer trace only the end goes in, from the beginning of a line.
+    static constexpr std::size_t MostOfTrace = std::size_t{4} << 20U;
+
     /// Reads everything. What cannot be read is left out, and said. `now`: for the dates of the files.
     SupportReport(const Program& state, const SupportSources& sources, std::chrono::local_seconds now);
 
@@ -55,6 +58,7 @@ private:
     void AddVersions(const SupportSources& sources);
     void AddSettings(const Program& state);
     void AddSetup(const Program& state);
+    void AddTrace(const std::filesystem::path& file);
     void Add(std::string name, std::string what, std::vector<std::uint8_t> bytes);
     void AddText(std::string name, std::string what, std::string_view text);
     /// A file that is there; `named`: it ought to be.

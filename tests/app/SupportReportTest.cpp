@@ -86,6 +86,15 @@ TEST_F(SupportReportTest, WhatIsThereGoesInAndAllOfItIsListed) {
     EXPECT_EQ(archive.at(archive.size() - 12), report.Items().size() + 1) << "and nothing else";
 }
 
+TEST_F(SupportReportTest, OfALongTraceTheEndGoesIn) {
+    WriteText(folder / "long.trace",
+              std::string(20, 'x') + "\n" + std::string(SupportReport::MostOfTrace - 5, 'y') + "\nlast");
+    const SupportReport report = Make({.program = "", .withSetup = false, .trace = folder / "long.trace"});
+    const SupportReport::Item& trace = report.Items().back();
+    EXPECT_EQ(trace.what, "the end of the last trace of the line");
+    EXPECT_EQ(std::string(trace.bytes.begin(), trace.bytes.end()), "last") << "from the beginning of a line";
+}
+
 TEST_F(SupportReportTest, NoNameLeadsOutOfTheArchiveOrStandsForItsList) {
     const SupportReport report =
         Make({.program = "",

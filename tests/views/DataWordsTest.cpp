@@ -53,6 +53,7 @@ TEST(DataWordsTest, AChangedWordIsMarkedForASecondAndNoOtherIs) {
     EXPECT_EQ(words.Text(First, WordNotation::Binary), "-");
     take(First, 5);
     EXPECT_FALSE(words.HasChanged(First)) << "nor is what was unclear in between";
+    take(First, std::nullopt);
     take(First, 6);
     take(Second, 7);
     EXPECT_TRUE(words.HasChanged(First) && !words.HasChanged(Second));
