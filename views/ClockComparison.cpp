@@ -46,10 +46,10 @@ std::string Span(seconds time) {
     const auto two = [](auto count) { return PadLeft(std::to_string(count), 2, '0'); };
     const days whole = floor<days>(time);
     const hh_mm_ss rest(time - whole);
-    const std::string clock =
+    std::string text =
         two(rest.hours().count()) + ":" + two(rest.minutes().count()) + ":" + two(rest.seconds().count());
-    if (whole.count() == 0) return clock;
-    return std::to_string(whole.count()) + (whole.count() == 1 ? " day " : " days ") + clock;
+    if (whole.count() > 0) text.insert(0, std::to_string(whole.count()) + (whole.count() == 1 ? " day " : " days "));
+    return text;
 }
 
 } // namespace
