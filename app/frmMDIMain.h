@@ -6,6 +6,7 @@
 #include "app/KnownBoards.h"
 #include "app/Program.h"
 #include "app/RecentFiles.h"
+#include "app/SupportReport.h"
 #include "app/frmProcessing.h"
 #include "document/Backups.h"
 #include "document/Comparison.h"
@@ -16,6 +17,7 @@
 #include "platform/QtDialogs.h"
 #include "platform/QtTurnQueue.h"
 #include "platform/Task.h"
+#include "views/DataWords.h"
 
 #include <QAction>
 #include <QLabel>
@@ -62,6 +64,10 @@ public:
     /// Shows what no procedure trapped; call from inside a catch clause. The program goes on.
     void ShowUntrappedError();
 
+    /// The line is traced in this file; `flush` brings what was traced so far to the disk. Of several runs the last
+    /// one's trace goes into a report for support.
+    void SetTrace(const std::filesystem::path& file, std::function<void()> flush);
+
     [[nodiscard]] RSComm& Link() { return link_; }
     [[nodiscard]] Program& State() { return program_; }
     [[nodiscard]] const TurnQueue& Turns() const { return turns_; }
@@ -97,6 +103,7 @@ public:
     QAction* mnuToolsBackups = nullptr;
     QMenu* mnuHelp = nullptr;
     QAction* mnuHelpHelpTopics = nullptr;
+    QAction* mnuHelpSupport = nullptr;
     QAction* mnuHelpAbout = nullptr;
     QToolBar* Toolbar1 = nullptr;
     QLabel* lblDocumentDate = nullptr;
@@ -173,6 +180,7 @@ private:
     Task ReportJob(Printer& printer, bool& printed);
 
     // Help (frmMDIMainHelp.cpp)
+    [[nodiscard]] SupportSources SourcesForSupport() const;
     void ShowHelp(const std::string& topic);
     /// Opens the help on the modal window in front, if that is what the event asks for.
     bool HelpKey(const QEvent& event);
@@ -182,6 +190,8 @@ private:
     [[nodiscard]] static std::filesystem::path DocumentsFolder();
     void RestorePlace();
     void SavePlace();
+    [[nodiscard]] WordNotation RememberedNotation() const;
+    void RememberNotation(WordNotation notation);
 
     // Recent files (frmMDIMainRecent.cpp)
     [[nodiscard]] RecentFiles RememberedFiles() const;
@@ -213,6 +223,7 @@ private:
     void ViewCommStatus();
     void ViewMainDisplay();
     void HelpHelpTopics();
+    void HelpSupport();
     void HelpAbout();
     void AfterFileCommand();
     void RefreshOfflineEditing();
@@ -301,6 +312,7 @@ private:
     QString captionPrefix_;
     QMdiArea* children_ = nullptr;
     frmMain* editor_ = nullptr;
+    std::function<void()> flushTrace_;
     QPointer<frmHelp> help_;
     QPointer<frmCheck> check_;
     std::string errorsTold_; ///< Of the check, before a download.

@@ -176,6 +176,7 @@ Task frmMDIMain::StackAddressTask() {
 template <typename View, typename Show> void frmMDIMain::ShowView(View& view, Show show) {
     {
         const Listening listening(modeChanged_, [&view] { view.ModeChanged(); });
+        const SetWhile<bool> behind = editor_->ReadBehindView();
         show();
     }
     FollowLink();
@@ -192,6 +193,8 @@ void frmMDIMain::ViewCommStatus() {
     if (!editor_->FinishEntry()) return;
     frmCommInterface view(
         program_.document, link_, turns_, dialogs_, clock_, program_.SelectedSequence, [this] { ApplyMode(); }, this);
+    view.SetNotation(RememberedNotation());
+    view.SetOnNotationChosen([this](WordNotation notation) { RememberNotation(notation); });
     ShowView(view, [&] { view.InitializeForm(); });
     editor_->ShowSelectedSequence();
 }

@@ -3,12 +3,18 @@
 
 #include "app/frmAbout.h"
 #include "app/frmHelp.h"
+#include "app/frmSupport.h"
+#include "document/FileQuestions.h"
+#include "document/frmMain.h"
 #include "platform/RuntimeError.h"
+#include "platform/SafeFile.h"
+#include "text/PathText.h"
 
 #include <QApplication>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QSettings>
 
 #include <array>
 #include <utility>
@@ -18,6 +24,8 @@ namespace vantrel {
 namespace {
 
 constexpr const char* MainTopic = "main-display";
+
+constexpr const char* TraceKey = "Trace/Last";
 
 /// The help topic of a modal window.
 std::string TopicOf(const QWidget& window) {
@@ -30,6 +38,8 @@ std::string TopicOf(const QWidget& window) {
                                 std::pair{"frmComparing", "transfer"},
                                 std::pair{"frmIdentifying", "backups"},
                                 std::pair{"frmBackups", "backups"},
+                                std::pair{"frmPlot", "communication-interface"},
+                                std::pair{"frmSupport", "support"},
                                 std::pair{"frmAbout", "first-steps"}};
     for (const auto& [name, topic] : topics) {
         if (window.objectName() == QLatin1String(name)) return topic;
@@ -43,6 +53,42 @@ std::string TopicOf(const QWidget& window) {
 } // namespace
 
 void frmMDIMain::HelpHelpTopics() { ShowHelp(MainTopic); }
+
+void frmMDIMain::SetTrace(const std::filesystem::path& file, std::function<void()> flush) {
+    flushTrace_ = std::move(flush);
+    std::error_code error;
+    Settings()->setValue(QLatin1String(TraceKey),
+                         QString::fromStdString(Utf8FromPath(std::filesystem::absolute(file, error))));
+}
+
+SupportSources frmMDIMain::SourcesForSupport() const {
+    SupportSources sources{.program = "vantrel", .toolkit = std::string("Qt ") + qVersion()};
+    const std::string trace = Settings()->value(QLatin1String(TraceKey)).toString().toStdString();
+    std::error_code error;
+    if (!trace.empty() && std::filesystem::is_regular_file(PathFromUtf8(trace), error))
+        sources.trace = PathFromUtf8(trace);
+    return sources;
+}
+
+void frmMDIMain::HelpSupport() {
+    if (!editor_->FinishEntry()) return;
+    if (flushTrace_) flushTrace_();
+    const SupportReport report(program_, SourcesForSupport(), clock_.LocalNow());
+    if (frmSupport(report, this).exec() != QDialog::Accepted) return;
+    const auto choice = dialogs_.SaveFile({.filters = {{.name = "Archive(*.zip)", .pattern = "*.zip"}},
+                                           .initial = {},
+                                           .title = "Save Report for Support As"});
+    if (!choice) return;
+    std::filesystem::path file = choice->path;
+    if (!HasExtension(file, ".zip")) file += ".zip";
+    if (file != choice->path && !MayReplace(file, dialogs_)) return;
+    try {
+        ReplaceFile(file, report.Archive(), OldTail::Drop, [this](const std::string& warning) { Warn(warning); });
+        Notice(QStringLiteral("Saved ") + QString::fromStdString(Utf8FromPath(file)), LongNotice);
+    } catch (const RuntimeError& failure) {
+        Warn(QuotedPath(file) + ": " + failure.Description());
+    }
+}
 
 void frmMDIMain::HelpAbout() {
     frmAbout window(QtSystemInfoHost(), dialogs_, this);
@@ -76,14 +122,16 @@ bool frmMDIMain::HelpKey(const QEvent& event) {
     if (event.type() != QEvent::KeyPress || static_cast<const QKeyEvent&>(event).key() != Qt::Key_F1) return false;
     // Without a modal window the key is the menu entry's.
     const QWidget* modal = QApplication::activeModalWidget();
-    if (!modal || QApplication::activeWindow() != modal) return false;
+    const QWidget* front = QApplication::activeWindow();
+    const bool beside = front && front != help_ && front->parentWidget() == modal;
+    if (!modal || (front != modal && !beside)) return false;
     // The help's own print dialog: its owner must not be replaced under it.
     for (const QObject* owner = modal; owner; owner = owner->parent()) {
         if (help_ == owner) return false;
     }
     const auto* box = qobject_cast<const QMessageBox*>(modal);
     const std::string message = box ? (box->windowTitle() + ": " + box->text()).toStdString() : "";
-    ShowHelp(TopicOf(*modal));
+    ShowHelp(TopicOf(*front));
     if (box && help_) help_->ShowMessage(message);
     return true;
 }

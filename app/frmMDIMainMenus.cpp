@@ -78,6 +78,8 @@ void frmMDIMain::BuildMenus() {
     mnuHelp = AddMenu("mnuHelp", "&Help");
     mnuHelpHelpTopics = AddEntry(mnuHelp, "mnuHelpHelpTopics", "&Help Topics", &Frame::HelpHelpTopics);
     mnuHelp->addSeparator();
+    mnuHelpSupport = AddEntry(mnuHelp, "mnuHelpSupport", "&Save Report for Support...", &Frame::HelpSupport);
+    mnuHelp->addSeparator();
     mnuHelpAbout = AddEntry(mnuHelp, "mnuHelpAbout", "&About VANTREL", &Frame::HelpAbout);
 
     for (QAction* entry : {mnuEditOfflineEditing, mnuViewOnline, mnuViewOffline, mnuToolsBackUp})

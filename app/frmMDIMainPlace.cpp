@@ -13,6 +13,7 @@ namespace {
 constexpr const char* PlaceKey = "Window/Place";
 constexpr const char* FolderKey = "Files/LastFolder";
 constexpr const char* BackUpKey = "Tools/BackUpBeforeDownload";
+constexpr const char* NotationKey = "Views/WordFormat";
 
 } // namespace
 
@@ -40,6 +41,14 @@ void frmMDIMain::RestorePlace() {
 void frmMDIMain::ToolsBackUp() {
     // At once: a program that is killed must not forget it.
     Settings()->setValue(QLatin1String(BackUpKey), mnuToolsBackUp->isChecked());
+}
+
+WordNotation frmMDIMain::RememberedNotation() const {
+    return WordNotationNamed(Settings()->value(QLatin1String(NotationKey)).toString().toStdString());
+}
+
+void frmMDIMain::RememberNotation(WordNotation notation) {
+    Settings()->setValue(QLatin1String(NotationKey), QString::fromStdString(std::string(WordNotationName(notation))));
 }
 
 void frmMDIMain::SavePlace() {

@@ -280,6 +280,7 @@ int main(int argc, char** argv) {
     if (!options.trace.empty()) {
         if (!BeginTrace(trace, options.trace, starter)) return FileError;
         frame.Link().SetTrafficLog(&trace);
+        if (options.trace != "-") frame.SetTrace(PathFromUtf8(options.trace), [&trace] { trace.Flush(); });
     }
     frame.show();
     WhenInPlace(frame, 100, [&] { frame.OpenAtStart(PathFromUtf8(options.file)); });

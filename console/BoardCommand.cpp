@@ -72,11 +72,25 @@ bool DoWhatWasAsked(CommandContext& context, LinkSession& session, BoardMonitor&
     return confirmed;
 }
 
+/// Once, and again where there is a clock to compare: two passes have to agree, which the end of a minute prevents.
+void ReadSetup(LinkSession& session, BoardMonitor& monitor, BoardReport& report, const UserProgram& onDisk) {
+    constexpr int mostPasses = 4;
+    for (int pass = 0; pass < mostPasses && !session.Failed() && !session.Interrupted(); ++pass) {
+        session.Run(monitor.RefreshSetupFields());
+        report.NoteSetupRead();
+        const auto compared = monitor.ComparedClock().What();
+        if (!HasBoardClock(onDisk.boardType) || compared == ClockComparison::State::Known ||
+            compared == ClockComparison::State::Impossible)
+            return;
+    }
+}
+
 /// Reads everything.
-void ReadBoard(LinkSession& session, BoardMonitor& monitor, BoardReport& report) {
+void ReadBoard(LinkSession& session, BoardMonitor& monitor, BoardReport& report, const UserProgram& onDisk) {
     report.Clear();
     session.Run(monitor.ShowBoardOnline());
-    session.Run(monitor.RefreshSetupFields());
+    ReadSetup(session, monitor, report, onDisk);
+    report.ShowClockOff(monitor.ComparedClock());
     for (const int byte : {SerialSetupByte, FirmwareRevisionByte}) {
         if (session.Failed() || session.Interrupted()) return;
         const Reading reading = session.Run(session.Link().Read(ByteAddress(byte)));
@@ -105,7 +119,7 @@ ExitCode Board(CommandContext& context) {
                                  context.program.alarms, BoardFilesOf(context.program.folder), report);
             monitor.SetBoardType(onDisk.boardType);
             const bool done = DoWhatWasAsked(context, session, monitor);
-            session.RunWhole([&] { ReadBoard(session, monitor, report); });
+            session.RunWhole([&] { ReadBoard(session, monitor, report, onDisk); });
             const ExitCode shown = Show(context, session, monitor, report, onDisk);
             return done ? shown : ExitCode::Refused;
         });

@@ -63,6 +63,8 @@ void BoardReport::Clear() {
     captions_.fill("");
     descriptions_.fill("");
     setup_.fill(Unread);
+    clockOff_.Forget();
+    setupRead_ = false;
     revision_.fill(Unread);
     serialWord_ = firmware_ = Unread;
 }
@@ -89,6 +91,11 @@ void BoardReport::AddClock(std::vector<Entry>& entries) const {
     entries.push_back({"Board date (month, day, year):", FieldsText(FirstClockField + 3, 3, " - ")});
     for (std::size_t i = 0; i < members.size(); ++i)
         entries.push_back({"", setup_.at(FirstClockField + i), members.at(i)});
+    const bool known = clockOff_.What() == ClockComparison::State::Known;
+    const auto seconds = [known](std::chrono::seconds time) { return known ? std::to_string(time.count()) : Unread; };
+    entries.push_back({"Board clock:", clockOff_.Text()});
+    entries.push_back({"", seconds(clockOff_.Ahead()), "clock.secondsAhead"});
+    entries.push_back({"", seconds(clockOff_.Within()), "clock.toWithinSeconds"});
 }
 
 std::vector<BoardReport::Entry> BoardReport::Entries(const UserProgram& onDisk,

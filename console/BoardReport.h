@@ -17,7 +17,7 @@ public:
     explicit BoardReport(const LinkSession& session) : session_(session) { Clear(); }
 
     [[nodiscard]] bool Active() const override { return !session_.Interrupted(); }
-    [[nodiscard]] bool SetupWanted(std::size_t) const override { return true; }
+    [[nodiscard]] bool SetupWanted(std::size_t) const override { return !setupRead_; }
     void EnableOnline(bool) override {}
     void EnableReset(bool) override {}
     void ShowCaption(BoardCode which, const std::string& text) override { captions_.at(IndexOf(which)) = text; }
@@ -27,6 +27,9 @@ public:
     void ShowGoOnline(bool) override {}
     /// `byte`: SerialSetupByte or FirmwareRevisionByte, which the passes do not show or not whole.
     void ShowByte(int byte, const std::string& text);
+    /// What the fields said is said: later passes over them are for the comparison of the clocks.
+    void NoteSetupRead() { setupRead_ = true; }
+    void ShowClockOff(const ClockComparison& compared) { clockOff_ = compared; }
 
     /// Forgets everything, which reads "-" then.
     void Clear();
@@ -56,6 +59,8 @@ private:
     std::array<std::string, BoardCodeCount> descriptions_;
     std::array<std::string, SetupFieldCount> setup_;
     std::array<std::string, 3> revision_;
+    bool setupRead_ = false;
+    ClockComparison clockOff_;
     std::string serialWord_;
     std::string firmware_;
 };

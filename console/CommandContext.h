@@ -24,6 +24,7 @@ struct Arguments {
     std::optional<std::string> otherFile;
     std::optional<std::string> output;
     std::vector<std::string> addresses;
+    std::vector<std::string> added; ///< Files that belong to a report.
     std::string address;
     std::string value;
     std::string port;

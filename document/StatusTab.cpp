@@ -41,7 +41,9 @@ Task RefreshStatusTab(StatusTabDisplay& display, const SequenceAddresses& nodeNu
     ReadingWalk walk(link);
     for (int row = 1; row < EditorRowCount; ++row) {
         const auto sequence = static_cast<std::size_t>(row) - 1;
-        co_await turns.Next();
+        // What nobody sees takes no turn from the rows that somebody does.
+        if (!display.RowVisible(row)) continue;
+        co_await turns.Behind();
         if (!MayRead(display, link)) co_return;
         if (!display.RowVisible(row)) continue;
         const auto beforeNode = co_await walk.Read(nodeNumbers.at(sequence), NodeTag(row));
@@ -49,7 +51,7 @@ Task RefreshStatusTab(StatusTabDisplay& display, const SequenceAddresses& nodeNu
         if (walk.Reconnected()) co_return;
         Show(display, link, beforeNode);
 
-        co_await turns.Next();
+        co_await turns.Behind();
         if (!MayRead(display, link)) co_return;
         // Scrolled out in the meantime.
         if (!display.RowVisible(row)) continue;

@@ -10,6 +10,7 @@
 #include "document/StatusTab.h"
 #include "link/RSComm.h"
 #include "platform/Dialogs.h"
+#include "platform/SetWhile.h"
 #include "platform/Signal.h"
 #include "platform/Task.h"
 #include "platform/TurnQueue.h"
@@ -80,6 +81,8 @@ public:
     /// Brings the rest of the visible grid at once: what an entry starts from is never older than the record.
     /// Scrolls to the row of the selected sequence and selects it; call when another window has changed the number.
     void ShowSelectedSequence();
+    /// For as long as that lives the status is read behind a modal window as well.
+    [[nodiscard]] SetWhile<bool> ReadBehindView() { return {behindView_, true}; }
     /// Leads to the cell of a value, or of a sequence's description, on its tab.
     void GoTo(std::size_t sequence, std::optional<std::size_t> index);
 
@@ -265,6 +268,7 @@ private:
     bool pressRefused_ = false; ///< The mouse button that is down belongs to a click that must not count.
     int nextRowToFill_ = EditorRowCount;
     Signal periodOver_{turns_};
+    bool behindView_ = false;
     Task fill_;
     Task refill_;
     Task untrapped_;

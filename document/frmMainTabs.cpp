@@ -137,7 +137,7 @@ void frmMain::FinishFill() {
 
 bool frmMain::StatusWanted() const {
     return CurrentTab == EditorTab::CommStatus && isVisible() && !window()->isMinimized() &&
-           !QApplication::activeModalWidget();
+           (behindView_ || !QApplication::activeModalWidget());
 }
 
 bool frmMain::RowVisible(int row) const { return VisibleGrid().VisibleRows().Contains(row); }

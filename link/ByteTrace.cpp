@@ -36,6 +36,10 @@ void ByteTrace::WriteTo(const std::string& name, std::ostream& standardOutput) {
     name_ = name;
 }
 
+void ByteTrace::Flush() {
+    Write([this] { out_.flush(); });
+}
+
 std::string ByteTrace::Finish() {
     Write([this] {
         out_.flush();

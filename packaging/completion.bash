@@ -9,7 +9,7 @@ _vantrel() {
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    --trace | --report | --output | --link | --file) return ;;
+    --trace | --report | --output | --link | --file | --add) return ;;
     esac
     if [[ -n ${words-} ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")

@@ -14,6 +14,9 @@ using namespace std::chrono_literals;
 /// window that stands still for so long.
 constexpr MonotonicTime InPlaceTime = 20ms;
 
+/// For each one that work behind them has.
+constexpr int StepsInFront = 7;
+
 } // namespace
 
 bool TurnQueue::ByteWait::await_ready() {
@@ -51,11 +54,27 @@ bool TurnQueue::RunOne() {
         Resume(waiting);
         return true;
     }
-    if (turns_.empty() || !MayRun()) return false;
-    const Turn* turn = turns_.front();
-    turns_.pop_front();
+    if (!MayRun()) return false;
+    const Turn* turn = TakeNext();
+    if (!turn) return false;
     Resume(*turn->waiting_);
     return true;
+}
+
+TurnQueue::Turn* TurnQueue::TakeNext() {
+    // Whoever waits for a byte is in the middle of a step.
+    const bool idle = turns_.empty() && waits_.empty();
+    const bool behind = !behind_.empty() && (idle || stepsInFront_ >= StepsInFront);
+    std::deque<Turn*>& line = behind ? behind_ : turns_;
+    if (line.empty()) return nullptr;
+    Turn* turn = line.front();
+    line.pop_front();
+    if (behind) {
+        stepsInFront_ = 0;
+    } else if (turn->counts_) {
+        stepsInFront_ = std::min(stepsInFront_ + 1, StepsInFront);
+    }
+    return turn;
 }
 
 void TurnQueue::BeginTurn() { inPlaceUntil_ = clock_.Now() + InPlaceTime; }
@@ -90,11 +109,11 @@ void TurnQueue::RunOneOrSleep(MonotonicTime longest) {
 }
 
 void TurnQueue::Add(Turn& turn) {
-    turns_.push_back(&turn);
+    (turn.behind_ ? behind_ : turns_).push_back(&turn);
     Added();
 }
 
-void TurnQueue::Withdraw(const Turn& turn) { std::erase(turns_, &turn); }
+void TurnQueue::Withdraw(const Turn& turn) { std::erase(turn.behind_ ? behind_ : turns_, &turn); }
 
 void TurnQueue::Add(ByteWait& wait) {
     waits_.push_back(&wait);

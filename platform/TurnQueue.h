@@ -21,13 +21,14 @@ public:
     /// The awaitable of one turn. Destroying it before its turn came (its task was stopped) withdraws it.
     class Turn {
     public:
-        Turn(TurnQueue& queue, bool needed) : queue_(queue), needed_(needed) {}
+        Turn(TurnQueue& queue, bool needed, bool behind = false) : queue_(queue), needed_(needed), behind_(behind) {}
         Turn(const Turn&) = delete;
         Turn& operator=(const Turn&) = delete;
         ~Turn() { queue_.Withdraw(*this); }
 
         [[nodiscard]] bool await_ready() const noexcept { return !needed_; }
         template <typename Promise> void await_suspend(std::coroutine_handle<Promise> waiting) {
+            counts_ = !behind_;
             WaitFor(waiting.promise());
         }
         void await_resume() noexcept {}
@@ -41,6 +42,8 @@ public:
         friend class TurnQueue;
         TurnQueue& queue_;
         bool needed_;
+        bool behind_;
+        bool counts_ = false; ///< As a step of long work, and not as the end of some other wait.
         TaskPromise* waiting_ = nullptr;
     };
 
@@ -80,6 +83,8 @@ public:
 
     /// `co_await turns.Next()` goes on in the next turn of the event loop.
     [[nodiscard]] Turn Next() { return {*this, true}; }
+    /// The same for work behind what is in front of the user: one step in eight, and every one that nobody else wants.
+    [[nodiscard]] Turn Behind() { return {*this, true, true}; }
     /// Goes on at once while turns are given, else with the next one that is.
     [[nodiscard]] Turn Allowed() { return {*this, !MayRun()}; }
     /// Waits until `port` has received a byte, is lost, `deadline` has come or GiveUpWaits() was called.
@@ -95,7 +100,7 @@ public:
     /// anything that could come.
     void RunOneOrSleep(MonotonicTime longest = MonotonicTime::max());
     /// How many tasks wait for a turn.
-    [[nodiscard]] std::size_t Waiting() const { return turns_.size(); }
+    [[nodiscard]] std::size_t Waiting() const { return turns_.size() + behind_.size(); }
     /// A task is being run by RunOne() at this moment (which a box inside it can show).
     [[nodiscard]] bool Running() const { return running_ > 0; }
 
@@ -133,7 +138,12 @@ private:
     void Resume(TaskPromise& waiting);
 
     const Clock& clock_;
+    /// Whose turn it is; nobody's when all who want one have to wait for something.
+    [[nodiscard]] Turn* TakeNext();
+
     std::deque<Turn*> turns_;
+    std::deque<Turn*> behind_;
+    int stepsInFront_ = 0; ///< Since work behind had its last turn.
     std::vector<ByteWait*> waits_;
     MonotonicTime inPlaceUntil_{0};
     int running_ = 0;

@@ -64,6 +64,7 @@ void BoardMonitor::BeginShowing() {
 
 void BoardMonitor::ForgetShown() {
     codes_ = {};
+    clockComparison_.Forget();
     FaultCodes.fill(std::string(UnreadCode));
     ShowCodes();
     ShowInDescriptions("");
@@ -232,11 +233,25 @@ Task BoardMonitor::RefreshSetupFields() {
     bytes.reserve(SetupFields.size());
     for (const SetupField& field : SetupFields)
         bytes.push_back(field.byte);
-    const Take take = [this](const JudgedReading& judged) {
+    ClockReadings clock;
+    const Take take = [this, &clock](const JudgedReading& judged) {
+        clock.values.at(judged.tag) = judged.reading.Number();
+        clock.at.at(judged.tag) = clock_.LocalNow();
         if (display_.SetupWanted(judged.tag))
             display_.ShowSetup(judged.tag, judged.reading.TextOr(std::string(UnreadValue)));
     };
-    (void)co_await ReadAll(std::move(bytes), take);
+    const bool read = co_await ReadAll(std::move(bytes), take);
+    clockComparison_.Take(read ? clock.Pass() : std::nullopt);
+}
+
+std::optional<ClockPass> BoardMonitor::ClockReadings::Pass() const {
+    constexpr std::size_t second = 4;
+    for (std::size_t field = FirstClockField; field < SetupFieldCount; ++field) {
+        if (!values.at(field)) return std::nullopt;
+    }
+    const auto value = [&](std::size_t place) { return *values.at(FirstClockField + place); };
+    // A reading is told while the one behind it is made: the second was asked for when the hour had been told.
+    return ClockPass{value(0), value(1), value(2), value(3), value(4), value(5), at.at(second - 2), at.at(second)};
 }
 
 void BoardMonitor::ShowBoardOffline() {

@@ -11,6 +11,7 @@
 #include "platform/Task.h"
 #include "platform/TurnQueue.h"
 #include "views/BoardTexts.h"
+#include "views/ClockComparison.h"
 #include "views/UserProgram.h"
 
 #include <array>
@@ -89,6 +90,8 @@ public:
     [[nodiscard]] Task RefreshCodes();
     /// One pass over the eight set-up fields, in their order.
     [[nodiscard]] Task RefreshSetupFields();
+    /// What these passes say of the board's clock; two of them at the least. Only a board with a clock has one.
+    [[nodiscard]] const ClockComparison& ComparedClock() const { return clockComparison_; }
     /// The OFFLINE text in the four description boxes, and the button; everything else keeps its contents.
     void ShowBoardOffline();
 
@@ -134,6 +137,12 @@ private:
     [[nodiscard]] TaskOf<bool> ReadCodes();
     [[nodiscard]] TaskOf<bool> ReadSlotAgain();
     [[nodiscard]] TaskOf<bool> ReadRevision();
+    /// What one pass has read of the clock, and when.
+    struct ClockReadings {
+        std::array<std::optional<std::uint32_t>, SetupFieldCount> values{};
+        std::array<std::chrono::local_seconds, SetupFieldCount> at{};
+        [[nodiscard]] std::optional<ClockPass> Pass() const;
+    };
     void BeginShowing();
     void ForgetShown();
     void SetAlarms();
@@ -167,6 +176,7 @@ private:
     BoardDisplay& display_;
     std::int16_t boardType_ = 0;
     Codes codes_;
+    ClockComparison clockComparison_;
     int opened_ = -1; ///< How often the port had been when the last first pass began.
     bool revisionKnown_ = false;
     bool repeated_ = false;

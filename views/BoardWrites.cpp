@@ -122,6 +122,7 @@ TaskOf<WriteOutcome> BoardMonitor::WriteSetup(std::size_t field, std::string val
 }
 
 void BoardMonitor::BeginWriting() {
+    clockComparison_.Forget();
     repeated_ = false;
     reached_.clear();
 }

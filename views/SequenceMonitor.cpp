@@ -2,7 +2,6 @@
 #include "views/SequenceMonitor.h"
 
 #include "document/ValueDisplay.h"
-#include "link/ReadingWalk.h"
 #include "link/TargetMap.h"
 #include "text/NumberText.h"
 #include "views/ReadingPass.h"
@@ -26,9 +25,12 @@ constexpr const char* Unread = "-";
 
 /// The tags of the data pass; a row's words follow each other.
 constexpr std::size_t StatusTag = 0;
-constexpr std::size_t DataTag(int row, DataDirection column) {
-    return 2 * static_cast<std::size_t>(row) + (column == DataDirection::Send ? 0 : 1);
+constexpr std::size_t DataTag(const WordPlace& place) {
+    return 2 * static_cast<std::size_t>(place.row) + (place.column == DataDirection::Send ? 0 : 1);
 }
+
+/// So many words in sight are read before those that are followed come again: a few times a second on the slowest line.
+constexpr int ReadsBetweenFollowed = 8;
 
 } // namespace
 
@@ -40,8 +42,10 @@ void SequenceMonitor::BeginSettings(std::int16_t settingsBase) {
     const Shown now{settingsBase, link_.Opened()};
     if (std::exchange(shown_, now) == now) return;
     display_.ShowStatus(Unread);
-    for (const FieldDescription& one : FieldTable())
+    for (const FieldDescription& one : FieldTable()) {
         ShowSetting(one.field, Unread);
+        ShowSetUp(one.field, Reading::Doubtful(std::nullopt));
+    }
     display_.ClearData();
 }
 
@@ -59,6 +63,7 @@ Task SequenceMonitor::RefreshSettings(std::int16_t settingsBase) {
         const std::string type = record_.AddressType(static_cast<std::size_t>(settingsBase) + judged.tag);
         ShowSetting(field, judged.reading.IsValue() ? SettingDisplay(field, judged.reading.TextOr(Unread), type)
                                                     : std::string(Unread));
+        ShowSetUp(field, judged.reading);
     };
     bool complete = false;
     do {
@@ -77,25 +82,49 @@ void SequenceMonitor::ShowSetting(SequenceField field, const std::string& text) 
     display_.ShowSetting(static_cast<SequenceDisplay::SettingsGrid>(place / rows), place % rows + 1, text);
 }
 
+void SequenceMonitor::ShowSetUp(SequenceField field, const Reading& onBoard) {
+    const std::size_t index = ValueIndex(Sequence(), field);
+    const auto number = onBoard.Number();
+    display_.ShowSetUp(field, DisplayValue(record_, index), number && !std::cmp_equal(*number, record_.Value(index)));
+}
+
 Task SequenceMonitor::RefreshStatusAndData() {
     const std::size_t sequence = Sequence();
     ReadingWalk walk(link_);
-    const auto mayGoOn = [&] { return MayRead() && Sequence() == sequence && !walk.Reconnected(); };
     co_await turns_.Next();
-    if (!mayGoOn()) co_return;
+    if (!MayGoOn(walk, sequence)) co_return;
     (void)co_await walk.Read(StatusWordAddress(sequence), StatusTag);
+    int sinceFollowed = ReadsBetweenFollowed;
     for (int row = 1; row <= DataWordCount; ++row) {
         for (const DataDirection column : {DataDirection::Send, DataDirection::Receive}) {
-            co_await turns_.Next();
-            if (!mayGoOn()) co_return;
-            if (!display_.RowVisible(row)) break;
-            const auto before = co_await walk.Read(DataWordAddress(sequence, column, row), DataTag(row, column));
-            if (!mayGoOn()) co_return;
-            if (before) ShowWord(*before);
+            std::vector<WordPlace> next;
+            if (sinceFollowed >= ReadsBetweenFollowed) {
+                next = display_.FollowedWords();
+                sinceFollowed = 0;
+            }
+            // What nobody looks at takes no turn: others would count it as a read.
+            if (display_.RowVisible(row)) {
+                next.push_back({row, column});
+                ++sinceFollowed;
+            }
+            if (next.empty()) continue;
+            const bool goesOn = co_await ReadWords(walk, sequence, std::move(next));
+            if (!goesOn) co_return;
         }
     }
     const auto last = co_await walk.End();
-    if (last && mayGoOn()) ShowWord(*last);
+    if (last && MayGoOn(walk, sequence)) ShowWord(*last);
+}
+
+TaskOf<bool> SequenceMonitor::ReadWords(ReadingWalk& walk, std::size_t sequence, std::vector<WordPlace> places) {
+    for (const WordPlace& place : places) {
+        co_await turns_.Next();
+        if (!MayGoOn(walk, sequence)) co_return false;
+        const auto before = co_await walk.Read(DataWordAddress(sequence, place.column, place.row), DataTag(place));
+        if (!MayGoOn(walk, sequence)) co_return false;
+        if (before) ShowWord(*before);
+    }
+    co_return true;
 }
 
 void SequenceMonitor::ShowWord(const JudgedReading& judged) {

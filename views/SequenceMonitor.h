@@ -5,14 +5,17 @@
 #include "document/Configuration.h"
 #include "link/RSComm.h"
 #include "link/Reading.h"
+#include "link/ReadingWalk.h"
 #include "link/StatusText.h"
 #include "platform/Task.h"
 #include "platform/TurnQueue.h"
+#include "views/DataWords.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vantrel {
 
@@ -32,11 +35,16 @@ public:
     [[nodiscard]] virtual bool Active() const = 0;
     /// Whether the user sees row `row` (1..120) of the data words; only such rows are read.
     [[nodiscard]] virtual bool RowVisible(int row) const = 0;
+    /// Data words that somebody follows over time: they are read out of sight as well, and several times in a pass.
+    [[nodiscard]] virtual std::vector<WordPlace> FollowedWords() const { return {}; }
 
     virtual void ShowDescription(const std::string& text) = 0;
     virtual void ShowNodeNumber(const std::string& text) = 0;
     /// `row`: 1..3, as the fields of either direction follow each other.
     virtual void ShowSetting(SettingsGrid grid, int row, const std::string& text) = 0;
+    /// What the open document says of a setting, beside what the board holds. `differs`: the board's value is known,
+    /// and is another one.
+    virtual void ShowSetUp(SequenceField, const std::string& /*text*/, bool /*differs*/) {}
     virtual void ShowStatus(const std::string& text) = 0;
     /// `row`: 1..120, the number of the word.
     virtual void ShowDataWord(int row, DataDirection column, const std::string& text) = 0;
@@ -59,8 +67,8 @@ public:
     /// board before the port was opened again, becomes dashes first; when the port is opened again in the middle, the
     /// pass begins anew.
     [[nodiscard]] Task RefreshSettings(std::int16_t settingsBase);
-    /// The status, then the data words of the visible rows; row by row, the sent word before the received one. Ends
-    /// when the port is opened again.
+    /// The status, then the data words of the visible rows, and those that are followed; row by row, the sent word
+    /// before the received one. Ends when the port is opened again.
     [[nodiscard]] Task RefreshStatusAndData();
 
     /// What RefreshSettings() has shown is of another sequence than the selected one, or was read before the port was
@@ -79,6 +87,12 @@ private:
     [[nodiscard]] std::size_t Sequence() const { return static_cast<std::size_t>(selectedSequence_); }
     void BeginSettings(std::int16_t settingsBase);
     void ShowSetting(SequenceField field, const std::string& text);
+    void ShowSetUp(SequenceField field, const Reading& onBoard);
+    [[nodiscard]] bool MayGoOn(const ReadingWalk& walk, std::size_t sequence) const {
+        return MayRead() && Sequence() == sequence && !walk.Reconnected();
+    }
+    /// False when the pass has to end.
+    [[nodiscard]] TaskOf<bool> ReadWords(ReadingWalk& walk, std::size_t sequence, std::vector<WordPlace> places);
     void ShowWord(const JudgedReading& judged);
 
     const Configuration& record_;

@@ -1,7 +1,7 @@
 // The two looks, and the entry of the sequence number.
 #include "views/frmCommInterface.h"
 
-#include "link/TargetMap.h"
+#include "text/NumberText.h"
 
 #include <QEvent>
 
@@ -27,11 +27,12 @@ MessageBox SequenceRefusal() {
 
 } // namespace
 
-frmCommInterface::frmCommInterface(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs,
+frmCommInterface::frmCommInterface(Document& document, RSComm& link, TurnQueue& turns, DocumentDialogs& dialogs,
                                    const Clock& clock, std::int16_t& selectedSequence, std::function<void()> applyMode,
                                    QWidget* parent)
     : frmLiveView(link, turns, dialogs, clock, std::move(applyMode), parent), Entry(EntryRules()),
-      SelectedSequence(selectedSequence), passes_(document.CurrentConfiguration, link, turns, selectedSequence, *this) {
+      SelectedSequence(selectedSequence), passes_(document.CurrentConfiguration, link, turns, selectedSequence, *this),
+      recorder_(clock.Now(), clock.LocalNow()), fileDialogs_(dialogs) {
     setObjectName(QStringLiteral("frmCommInterface"));
     setWindowTitle(QStringLiteral("Communication Interface"));
     SelectedSequence = std::clamp<std::int16_t>(SelectedSequence, 0, HighestSequence);
@@ -39,6 +40,7 @@ frmCommInterface::frmCommInterface(Document& document, RSComm& link, TurnQueue& 
     BuildEntry();
     BuildLabels();
     LayOutGrids();
+    BuildNotation();
     BuildButtons();
     LayOutWindow();
     OrderTabs();
@@ -47,7 +49,9 @@ frmCommInterface::frmCommInterface(Document& document, RSComm& link, TurnQueue& 
 
 void frmCommInterface::InitializeForm() {
     PlaceOnScreen();
+    tmrFade.start();
     RunModal();
+    tmrFade.stop();
     settingsPass_.Stop();
 }
 
@@ -92,6 +96,8 @@ void frmCommInterface::ColourGrids() {
     }
     for (QtFormatGrid& grid : fgSettings)
         grid.setPalette(colours);
+    ColourSetUp();
+    ShowWords();
 }
 
 void frmCommInterface::changeEvent(QEvent* event) {
@@ -144,19 +150,11 @@ void frmCommInterface::ShowNodeNumber(const std::string& text) { lblSetting[0].s
 
 void frmCommInterface::ShowSetting(SettingsGrid grid, int row, const std::string& text) {
     fgSettings.at(static_cast<std::size_t>(grid)).SetText(row, 1, Text(text));
+    if (row != 1) return;
+    words_.SetCount(grid == SettingsGrid::Send ? DataDirection::Send : DataDirection::Receive, WholeNumber(text));
+    ShowWords();
 }
 
 void frmCommInterface::ShowStatus(const std::string& text) { lblSetting[2].setText(Text(text)); }
-
-void frmCommInterface::ShowDataWord(int row, DataDirection column, const std::string& text) {
-    fgSettings[2].SetText(row, static_cast<int>(column), Text(text));
-}
-
-void frmCommInterface::ClearData() {
-    for (int row = 1; row <= DataWordCount; ++row) {
-        for (const int column : {1, 2})
-            fgSettings[2].SetText(row, column, {});
-    }
-}
 
 } // namespace vantrel

@@ -3,32 +3,45 @@
 #pragma once
 
 #include "document/Document.h"
+#include "platform/DocumentDialogs.h"
+#include "views/DataWords.h"
 #include "views/SequenceMonitor.h"
+#include "views/WordRecorder.h"
 #include "views/frmLiveView.h"
 #include "widgets/QtEntryField.h"
 #include "widgets/QtFormatGrid.h"
 
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <utility>
+#include <vector>
 
 class QFormLayout;
 
 namespace vantrel {
 
+class frmPlot;
+
 class frmCommInterface final : public frmLiveView, private SequenceDisplay {
 public:
     /// `selectedSequence`: the program's; the view begins on it and leaves its own choice there. `applyMode`: see
     /// frmLiveView. Everything handed in must outlive the window.
-    frmCommInterface(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs, const Clock& clock,
+    frmCommInterface(Document& document, RSComm& link, TurnQueue& turns, DocumentDialogs& dialogs, const Clock& clock,
                      std::int16_t& selectedSequence, std::function<void()> applyMode, QWidget* parent = nullptr);
 
     /// Shows the window modally and returns when it is closed.
     void InitializeForm();
+    /// How the data words are written; decimal until it is set.
+    void SetNotation(WordNotation notation);
+    /// `chosen` is called whenever the user has chosen another one.
+    void SetOnNotationChosen(std::function<void(WordNotation)> chosen) { notationChosen_ = std::move(chosen); }
 
     // Controls, by their names.
     std::array<QGroupBox, 2> fraSettngs; ///< The data; the settings.
@@ -37,6 +50,10 @@ public:
     QLineEdit& txtSetup = Entry.box;
     QtUpDown& updSetup = Entry.arrows;
     std::array<QLabel, 3> lblSetting; ///< Node number, description, status.
+    QLabel lblSetUpNode; ///< The node number of the open document.
+    QComboBox cboNotation;
+    QPushButton cmdPlot;
+    QTimer tmrFade; ///< Takes the marks of changed words away.
     QPushButton cmdDefault; ///< Has the focus while no number is entered; the user does not see it.
 
     // State.
@@ -54,6 +71,7 @@ private:
     void BuildButtons();
     void LayOutWindow();
     void LayOutForm(QFormLayout& form);
+    void BuildNotation();
     void OrderTabs();
     void PlaceOnScreen();
 
@@ -72,15 +90,34 @@ private:
     // What the passes show
     [[nodiscard]] bool Active() const override { return ViewActive; }
     [[nodiscard]] bool RowVisible(int row) const override;
+    [[nodiscard]] std::vector<WordPlace> FollowedWords() const override;
     void ShowDescription(const std::string& text) override;
     void ShowNodeNumber(const std::string& text) override;
     void ShowSetting(SettingsGrid grid, int row, const std::string& text) override;
     void ShowStatus(const std::string& text) override;
+    // (frmCommInterfaceData.cpp)
+    void ShowSetUp(SequenceField field, const std::string& text, bool differs) override;
     void ShowDataWord(int row, DataDirection column, const std::string& text) override;
     void ClearData() override;
 
+    // Data words and set-up (frmCommInterfaceData.cpp)
+    void ColourSetUp();
+    void ShowWord(WordPlace place);
+    void ShowWords();
+    void FadeChanges();
+    /// The selected words over time, in a window beside this one; what was followed goes on when none is selected.
+    void Plot();
+    [[nodiscard]] std::vector<WordPlace> SelectedWords() const;
+
     std::int16_t& SelectedSequence;
     SequenceMonitor passes_;
+    DataWords words_;
+    WordNotation notation_ = WordNotation::Decimal;
+    std::function<void(WordNotation)> notationChosen_;
+    WordRecorder recorder_;
+    frmPlot* plot_ = nullptr; ///< Qt's child of this window, once it was asked for.
+    DocumentDialogs& fileDialogs_;
+    std::array<bool, FieldCount> differs_{}; ///< From the document.
     Task settingsPass_;
 };
 

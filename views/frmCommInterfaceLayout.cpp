@@ -26,6 +26,7 @@ constexpr int SettingsNameWidth = 1000;
 constexpr int DataWidth = 5000;
 constexpr int WordWidth = 800;
 constexpr int WordColumnMargin = 95;
+constexpr int NodeGap = 360;
 
 constexpr int SettingsRows = 4;
 constexpr int DataRows = DataWordCount + 1;
@@ -33,21 +34,23 @@ constexpr int DataRows = DataWordCount + 1;
 constexpr int DataRowsShown = 17;
 constexpr int LeastDataRows = 5;
 constexpr int DescriptionLines = 2;
+constexpr int FadeMilliseconds = 100;
 
 constexpr std::array SettingLabels{"Node Number:", "Description:", "Status:"};
 
 /// A word of the board, whatever it is taken for.
-constexpr const char* WidestWord = "65535";
+constexpr const char* WidestWord = WidestWordText.data();
 constexpr const char* WidestSetting = "W65535";
+constexpr const char* WidestSetUp = "\u2260 W65535";
 
 void LayOutSettings(QtFormatGrid& grid, const char* format, const std::array<const char*, 3>& names) {
     grid.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     grid.LayOut({.format = format,
-                 .columnWidths = {SettingsNameWidth, 0},
+                 .columnWidths = {SettingsNameWidth, 0, 0},
                  .rows = SettingsRows,
                  .rowsShown = SettingsRows,
                  .width = SettingsWidth,
-                 .widestTexts = {std::string(), WidestSetting}});
+                 .widestTexts = {std::string(), WidestSetting, WidestSetUp}});
     for (std::size_t i = 0; i < names.size(); ++i)
         grid.SetText(static_cast<int>(i) + 1, 0, QString::fromLatin1(names.at(i)));
     // The names came after the widths, and the host's font may need more than was planned.
@@ -104,8 +107,8 @@ void frmCommInterface::BuildLabels() {
 }
 
 void frmCommInterface::LayOutGrids() {
-    LayOutSettings(fgSettings[0], "<Send|^Setting", {"# Words", "From TI", "To Node"});
-    LayOutSettings(fgSettings[1], "<Receive|^Setting", {"# Words", "From Node", "To TI"});
+    LayOutSettings(fgSettings[0], "<Send|^Setting|^Set-up", {"# Words", "From TI", "To Node"});
+    LayOutSettings(fgSettings[1], "<Receive|^Setting|^Set-up", {"# Words", "From Node", "To TI"});
     constexpr int dataColumn = (DataWidth - WordWidth) / 2 - WordColumnMargin;
     fgSettings[2].LayOut({.format = "^Word|^Send Data|^Receive Data",
                           .columnWidths = {WordWidth, dataColumn, dataColumn},
@@ -121,6 +124,24 @@ void frmCommInterface::LayOutGrids() {
         fgSettings.at(i).setObjectName(QStringLiteral("fgSettings%1").arg(i));
         fgSettings.at(i).setAccessibleName(QString::fromLatin1(names.at(i)));
     }
+}
+
+void frmCommInterface::BuildNotation() {
+    cboNotation.setObjectName(QStringLiteral("cboNotation"));
+    for (const WordNotation notation : WordNotations)
+        cboNotation.addItem(QString::fromStdString(std::string(WordNotationName(notation))));
+    connect(&cboNotation, &QComboBox::activated, this, [this](int index) {
+        SetNotation(WordNotations.at(static_cast<std::size_t>(index)));
+        if (notationChosen_) notationChosen_(notation_);
+    });
+    cmdPlot.setObjectName(QStringLiteral("cmdPlot"));
+    cmdPlot.setText(tr("&Plot..."));
+    cmdPlot.setToolTip(tr("Shows the selected words, up to four, over time"));
+    cmdPlot.setAutoDefault(false);
+    connect(&cmdPlot, &QPushButton::clicked, this, [this] { Plot(); });
+    tmrFade.setObjectName(QStringLiteral("tmrFade"));
+    tmrFade.setInterval(FadeMilliseconds);
+    tmrFade.callOnTimeout(this, [this] { FadeChanges(); });
 }
 
 void frmCommInterface::BuildButtons() {
@@ -140,8 +161,19 @@ void frmCommInterface::LayOutForm(QFormLayout& form) {
     for (std::size_t i = 0; i < lblSetting.size(); ++i) {
         auto* name = new QLabel(QString::fromLatin1(SettingLabels.at(i)), this);
         name->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        form.addRow(name, &lblSetting.at(i));
+        if (i > 0) {
+            form.addRow(name, &lblSetting.at(i));
+            continue;
+        }
+        auto* node = new QHBoxLayout;
+        node->addWidget(&lblSetting.at(i));
+        node->addSpacing(PixelsOfTwips(NodeGap, *this));
+        node->addWidget(&lblSetUpNode);
+        node->addStretch();
+        form.addRow(name, node);
     }
+    lblSetUpNode.setObjectName(QStringLiteral("lblSetUpNode"));
+    lblSetUpNode.setTextFormat(Qt::PlainText);
 }
 
 void frmCommInterface::LayOutWindow() {
@@ -150,6 +182,14 @@ void frmCommInterface::LayOutWindow() {
     for (std::size_t i = 0; i < fraSettngs.size(); ++i)
         fraSettngs.at(i).setObjectName(QStringLiteral("fraSettngs%1").arg(i));
     auto* words = new QVBoxLayout(&fraSettngs[0]);
+    auto* shown = new QHBoxLayout;
+    auto* format = new QLabel(tr("&Format:"), this);
+    format->setBuddy(&cboNotation);
+    shown->addWidget(format);
+    shown->addWidget(&cboNotation);
+    shown->addStretch();
+    shown->addWidget(&cmdPlot);
+    words->addLayout(shown);
     words->addWidget(&fgSettings[2]);
     auto* settings = new QVBoxLayout(&fraSettngs[1]);
     settings->addWidget(&fgSettings[0]);
@@ -176,8 +216,8 @@ void frmCommInterface::LayOutWindow() {
 
 void frmCommInterface::OrderTabs() {
     QWidget* before = &cmdDefault;
-    for (QWidget* next : std::initializer_list<QWidget*>{&txtSetup, &fgSettings[0], &fgSettings[1], &fgSettings[2],
-                                                         &cmdGoOnline, &cmdOk}) {
+    for (QWidget* next : std::initializer_list<QWidget*>{&txtSetup, &fgSettings[0], &fgSettings[1], &cboNotation,
+                                                         &cmdPlot, &fgSettings[2], &cmdGoOnline, &cmdOk}) {
         setTabOrder(before, next);
         before = next;
     }

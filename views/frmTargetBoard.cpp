@@ -87,6 +87,7 @@ Task frmTargetBoard::Refresh() {
         co_await passes_.RefreshCodes();
     }
     co_await passes_.RefreshSetupFields();
+    ShowClockOff();
     co_await turns_.Next();
 }
 
@@ -97,6 +98,7 @@ void frmTargetBoard::ShowOfflineLook() {
     EnableReset(false);
     EnableSetup(false);
     EnableClock(false);
+    ShowClockOff();
     if (!focus || !focus->isEnabled()) cmdGoOnline.setFocus();
 }
 
@@ -104,6 +106,11 @@ void frmTargetBoard::ShowComputerClock() {
     const std::chrono::local_seconds now = clock_.LocalNow();
     Show(*lblCurrTime, Text(ComputerTimeText(now)));
     Show(*lblCurrDate, Text(ComputerDateText(now)));
+}
+
+void frmTargetBoard::ShowClockOff() {
+    const bool known = OnlineLookShown && HasBoardClock(BoardTypeIndex);
+    Show(*lblClockOff, known ? tr("The board's clock: %1.").arg(Text(passes_.ComparedClock().Text())) : QString());
 }
 
 void frmTargetBoard::Start(Command which, Task command) {

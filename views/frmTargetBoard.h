@@ -56,6 +56,7 @@ public:
     QLabel* lblCurrDate = nullptr;
     QLabel* lblTargetBoardTime = nullptr;
     QLabel* lblTargetBoardDate = nullptr;
+    QLabel* lblClockOff = nullptr; ///< How far the board's clock is off.
     QPushButton* cmdSetToCurrTime = nullptr;
     QPushButton* cmdSetToCurrDate = nullptr;
 
@@ -92,6 +93,7 @@ private:
     void ShowOfflineLook() override;
     [[nodiscard]] Task Refresh() override;
     void ShowComputerClock();
+    void ShowClockOff();
     void CompareRevisions();
 
     // Commands (frmTargetBoard.cpp). One of a kind at a time; the link serves them in their order.

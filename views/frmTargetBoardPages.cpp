@@ -235,6 +235,10 @@ void frmTargetBoard::BuildClockPage() {
     auto* column = new QVBoxLayout(page);
     column->addWidget(time);
     column->addWidget(date);
+    lblClockOff = AddLabel(page, QStringLiteral("lblClockOff"));
+    lblClockOff->setWordWrap(true);
+    lblClockOff->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    column->addWidget(lblClockOff);
     column->addStretch();
 }
 

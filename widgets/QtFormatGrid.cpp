@@ -88,6 +88,11 @@ public:
         At(row, column).color = color;
         Changed(row, column);
     }
+    void SetGround(int row, int column, const QColor& color) {
+        if (At(row, column).ground == color) return;
+        At(row, column).ground = color;
+        Changed(row, column);
+    }
     void SetItalic(int row, int column, bool italic) {
         if (At(row, column).italic == italic) return;
         At(row, column).italic = italic;
@@ -98,6 +103,7 @@ public:
         if (role == Qt::DisplayRole) return cell.text;
         if (role == Qt::TextAlignmentRole) return columns_.at(static_cast<std::size_t>(column)).alignment.toInt();
         if (role == Qt::ForegroundRole && cell.color.isValid()) return cell.color;
+        if (role == Qt::BackgroundRole && cell.ground.isValid()) return cell.ground;
         if (role != Qt::FontRole || !cell.italic) return {};
         QFont slanted;
         slanted.setItalic(true);
@@ -121,6 +127,7 @@ private:
     struct Cell {
         QString text;
         QColor color;
+        QColor ground;
         bool italic = false;
     };
 
@@ -266,6 +273,8 @@ void QtFormatGrid::SetTextColor(int row, int column, const QColor& color) {
     cells_->SetColor(row, column, color);
     if (row == 0 && column == 0 && corner_) corner_->update();
 }
+
+void QtFormatGrid::SetGround(int row, int column, const QColor& color) { cells_->SetGround(row, column, color); }
 
 void QtFormatGrid::SetItalic(int row, int column, bool italic) { cells_->SetItalic(row, column, italic); }
 

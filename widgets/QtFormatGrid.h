@@ -55,6 +55,8 @@ public:
     [[nodiscard]] Qt::Alignment Alignment(int column) const;
     /// An invalid colour gives the cell back to the theme.
     void SetTextColor(int row, int column, const QColor& color);
+    /// The ground of a cell of the body; an invalid colour gives it back to the theme.
+    void SetGround(int row, int column, const QColor& color);
     void SetItalic(int row, int column, bool italic);
 
     /// 0 while no cell is the current one.

@@ -43,6 +43,16 @@ TEST_F(BoardCommandTest, SetsWhatItIsToldToAndShowsTheResult) {
     EXPECT_EQ(board.Peek(ClockYearByte, clock.Now()), 26);
 }
 
+TEST_F(BoardCommandTest, TellsHowFarTheBoardsClockIsOff) {
+    Expect(0, "board --port 1 --set-clock",
+           {"Board clock:                    the same as the computer's clock (to within"});
+    const int minute = board.Peek(ClockMinuteByte, clock.Now());
+    board.Poke(ClockMinuteByte, static_cast<std::uint8_t>(minute - 2), clock.Now());
+    Expect(0, "board --port 1",
+           {"Board clock:                    00:02:0", " behind the computer's clock (to within "});
+    Expect(0, "board --port 1 --json", {"\"secondsAhead\": -12", "\"toWithinSeconds\": "});
+}
+
 TEST_F(BoardCommandTest, NothingIsSentForWhatIsRefused) {
     Expect(1, "board --port 1 --network-address 33 --yes",
            {"Network Address Set-up: Only a Number Between 1 and 32 can be Entered"});

@@ -56,6 +56,27 @@ TEST_F(TaskTest, StoppingUnwindsInnerTasksAndWithdrawsTheirTurn) {
     EXPECT_FALSE(turns.RunOne());
 }
 
+Task Behind(TurnQueue& turns, std::string& trace, int steps) {
+    for (int i = 0; i < steps; ++i) {
+        co_await turns.Behind();
+        trace += "b";
+    }
+}
+
+TEST_F(TaskTest, WorkBehindHasOneStepInEightAndAllThatNobodyElseWants) {
+    Task front = Count(turns, trace, 'f', 16);
+    Task behind = Behind(turns, trace, 4);
+    behind.Start();
+    turns.RunToEnd(front);
+    EXPECT_EQ(std::exchange(trace, ""), "ffffffffbfffffffbf.");
+    turns.RunToEnd(behind);
+    EXPECT_EQ(trace, "bb");
+    behind = Behind(turns, trace, 1);
+    behind.Start();
+    behind.Stop();
+    EXPECT_EQ(turns.Waiting(), 0U) << "withdrawn";
+}
+
 TEST_F(TaskTest, TasksTakeTurnsAndReplacingARunningOneEndsItBeforeTheNextBegins) {
     Task other = Count(turns, trace, 'o', 2);
     Task pass;

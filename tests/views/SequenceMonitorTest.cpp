@@ -2,11 +2,13 @@
 // they stop, and how it is shown.
 #include "views/SequenceMonitor.h"
 
+#include "document/StatusTab.h"
 #include "link/TargetMap.h"
 #include "tests/support/BoardLink.h"
 #include "tests/support/SentBytes.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <map>
 #include <set>
@@ -55,6 +57,10 @@ protected:
         Show((grid == SettingsGrid::Send ? "send " : "receive ") + std::to_string(row), text);
     }
     void ShowStatus(const std::string& text) override { Show("status", text); }
+    [[nodiscard]] std::vector<WordPlace> FollowedWords() const override { return followed; }
+    void ShowSetUp(SequenceField field, const std::string& text, bool differs) override {
+        setUp.at(static_cast<std::size_t>(field)) = text + (differs ? "!" : "");
+    }
     void ShowDataWord(int row, DataDirection column, const std::string& text) override {
         Show(std::to_string(row) + (column == DataDirection::Send ? "s" : "r"), text);
     }
@@ -79,6 +85,8 @@ protected:
     SentBytes log;
     bool active = true;
     std::set<int> visible{1, 2};
+    std::vector<WordPlace> followed;
+    std::array<std::string, FieldCount> setUp; ///< "!" behind what differs.
     Texts shown; ///< In their order; dashes are not counted.
     std::map<std::string, std::string> now;
     std::function<void()> onShow;
@@ -161,6 +169,71 @@ TEST_F(SequenceMonitorTest, AfterAReconnectionNothingOfTheOldBoardStays) {
     active = false;
     Settings();
     EXPECT_EQ(Known(), 0U) << "dashes until the new board has told";
+}
+
+TEST_F(SequenceMonitorTest, FollowedWordsAreReadOutOfSightAndAgainAfterEveryEightOthers) {
+    followed = {{120, DataDirection::Send}};
+    visible = {1, 2, 3, 4, 5};
+    const Texts words = Run(monitor.RefreshStatusAndData());
+    ASSERT_EQ(words.size(), 13U);
+    EXPECT_TRUE(words[1] == "W16638" && words[10] == "W16638" && words[2] == "W16400" && words[11] == "W16408");
+    visible.clear();
+    EXPECT_EQ(Run(monitor.RefreshStatusAndData()), (Texts{"W6914", "W16638"}));
+}
+
+/// The status tab behind the view.
+struct TabBehind final : StatusTabDisplay {
+    [[nodiscard]] bool StatusWanted() const override { return true; }
+    [[nodiscard]] bool RowVisible(int row) const override { return row > 1 && row < 16; }
+    void ShowNode(int, const std::string&) override {}
+    void ShowStatus(int, const std::string&) override {}
+};
+
+TEST_F(SequenceMonitorTest, TheStatusPassBehindTheViewHasOneReadInEight) {
+    for (int row = 1; row <= 15; ++row)
+        visible.insert(row);
+    TabBehind tab;
+    const SequenceAddresses nodes = NodeNumberAddressTable();
+    const SequenceAddresses statuses = StatusWordAddressTable();
+    for (const bool slow : {false, true}) {
+        // A slow board suspends each read half way.
+        if (slow) board.AddFault({.kind = FaultKind::LateAnswer, .lateBy = std::chrono::milliseconds(8)});
+        log.Forget();
+        Task front;
+        Task behind;
+        while (log.bytes.size() < 4 * 800) {
+            if (front.Done()) (front = monitor.RefreshStatusAndData()).Start();
+            if (behind.Done()) (behind = RefreshStatusTab(tab, nodes, statuses, link, turns)).Start();
+            turns.RunOneOrSleep();
+        }
+        const Texts words = log.Words();
+        const auto isBehind = [&](const std::string& word) {
+            return std::ranges::count(nodes, word) + std::ranges::count(statuses, word) > 0 && word != statuses[0];
+        };
+        EXPECT_EQ(std::ranges::count_if(words, isBehind), 100) << slow;
+    }
+}
+
+TEST_F(SequenceMonitorTest, WhatTheDocumentSaysStandsBesideAndOnlyAKnownValueDiffersFromIt) {
+    record.SetValue(2, 40);
+    record.SetValue(3, 9);
+    record.SetAddressType(4, "H");
+    using SetUp = std::array<std::string, FieldCount>;
+    const SetUp same{"0", "40", "V9", "20H", "0", "W32", "V1"};
+    link.SetOnlineMode(false);
+    Settings();
+    EXPECT_EQ(setUp, same) << "needs no board";
+    Online();
+    Store(3, 9);
+    SetUp marked = same;
+    marked[1] += "!";
+    Settings();
+    EXPECT_EQ(setUp, marked);
+    // A value that stays doubtful is no other value.
+    board.AddFault({.kind = FaultKind::WrongEcho});
+    Settings();
+    EXPECT_EQ(now["send 1"], "-");
+    EXPECT_EQ(setUp[1], "40");
 }
 
 TEST(SequenceEntryTest, TakesNumbersUpToThirtyAndCountsBelowZeroAsZero) {

@@ -2,6 +2,7 @@
 #include "tests/support/SentBytes.h"
 #include "tests/windows/ViewFixture.h"
 #include "views/frmCommInterface.h"
+#include "views/frmPlot.h"
 
 #include <QToolButton>
 
@@ -87,6 +88,92 @@ TEST_F(CommInterfaceTest, ReadsTheSelectedSequenceAndOfItsDataOnlyWhatIsSeen) {
         EXPECT_GT(ReadsInPass(), 0U);
     });
     EXPECT_EQ(applied, 0);
+}
+
+TEST_F(CommInterfaceTest, WordsAreShownInTheChosenFormatAndMarkedWhereTheyChangeOrAreNotUsed) {
+    std::optional<WordNotation> chosen;
+    view.SetOnNotationChosen([&](WordNotation notation) { chosen = notation; });
+    board.PokeWord(static_cast<std::uint16_t>(SequenceBase + SequenceStride * 3 + 2), 1); // one word is sent
+    Show([&] {
+        QtFormatGrid& words = view.fgSettings[2];
+        const auto cell = [&](int row, int role) { return words.model()->index(row - 1, 0).data(role); };
+        EXPECT_EQ(words.Text(1, 1), QStringLiteral("0"));
+        EXPECT_TRUE(!cell(1, Qt::ForegroundRole).isValid() && cell(2, Qt::ForegroundRole).isValid())
+            << "beyond the count";
+        view.cboNotation.setFocus();
+        QTest::keyClick(&view.cboNotation, Qt::Key_End);
+        EXPECT_EQ(words.Text(1, 1), QStringLiteral("0000 0000 0000 0000"));
+        EXPECT_EQ(chosen, WordNotation::Binary);
+        board.PokeWord(static_cast<std::uint16_t>(SendDataBase + SequenceStride * 3), 5);
+        TurnsUntil([&] { return words.Text(1, 1).endsWith(QStringLiteral("0101")); });
+        EXPECT_TRUE(cell(1, Qt::BackgroundRole).isValid() && !cell(2, Qt::BackgroundRole).isValid());
+        clock.Advance(std::chrono::seconds(1));
+        QMetaObject::invokeMethod(&view.tmrFade, "timeout");
+        EXPECT_FALSE(cell(1, Qt::BackgroundRole).isValid());
+    });
+}
+
+TEST_F(CommInterfaceTest, WhatTheSetUpSaysStandsBesideWhatTheBoardHolds) {
+    document.CurrentConfiguration.SetValue(ValueIndex(3, SequenceField::NodeNumber), 9);
+    document.CurrentConfiguration.SetValue(ValueIndex(3, SequenceField::SendToNode), 40);
+    Show([&] {
+        EXPECT_EQ(view.lblSetUpNode.text(), QStringLiteral("Set-up: \u2260 9"));
+        EXPECT_EQ(view.fgSettings[0].Text(3, 2), QStringLiteral("\u2260 W40"));
+        EXPECT_EQ(view.fgSettings[0].Text(2, 2), QStringLiteral("V1"));
+        EXPECT_EQ(view.fgSettings[0].Text(3, 1), QStringLiteral("W32")) << "the given columns stay";
+    });
+}
+
+TEST_F(CommInterfaceTest, ThePlotFollowsTheSelectedWordsBesideTheViewAndStandsStillWhenPaused) {
+    board.PokeWord(static_cast<std::uint16_t>(SendDataBase + SequenceStride * 3), 5);
+    Show([&] {
+        view.fgSettings[2].SetCurrentCell(1, 1);
+        QTest::mouseClick(&view.cmdPlot, Qt::LeftButton);
+        auto* plot = view.findChild<frmPlot*>();
+        ASSERT_TRUE(plot && plot->isVisible() && view.isVisible());
+        EXPECT_EQ(plot->cboColumn[0].currentText(), QStringLiteral("Send"));
+        EXPECT_EQ(plot->cboColumn[1].currentText(), QStringLiteral("None"));
+        plot->spnRow[0].setValue(100);
+        plot->cboColumn[1].setFocus();
+        QTest::keyClick(&plot->cboColumn[1], Qt::Key_End);
+        log.Forget();
+        Turns(300);
+        const auto words = log.Words();
+        EXPECT_TRUE(std::ranges::count(words, DataWordAddress(3, DataDirection::Send, 100)) > 0) << "out of sight";
+        const auto draw = [&] {
+            clock.Advance(std::chrono::seconds(2));
+            Turns(300);
+            QMetaObject::invokeMethod(&plot->tmrDraw, "timeout");
+            return plot->chart.Picture();
+        };
+        const QImage before = draw();
+        EXPECT_NE(draw(), before);
+        QTest::mouseClick(&plot->cmdPause, Qt::LeftButton);
+        const QImage paused = draw();
+        EXPECT_EQ(draw(), paused);
+        plot->close();
+        log.Forget();
+        Turns(300);
+        const auto after = log.Words();
+        EXPECT_EQ(std::ranges::count(after, DataWordAddress(3, DataDirection::Send, 100)), 0);
+    });
+}
+
+TEST(StripChartTest, MarksStandAtRoundValuesAndTimes) {
+    struct Case {
+        double low, high;
+        int most;
+        ChartScale scale;
+    };
+    for (const Case& one : {Case{0, 27000, 8, {0, 30000, 5000}}, Case{5, 5, 8, {4, 6, 1}}, Case{0, 0, 8, {0, 1, 1}},
+                            Case{-7, 120, 5, {-50, 150, 50}}, Case{0, 65535, 0, {0, 100000, 50000}}}) {
+        const ChartScale scale = ValueScale(one.low, one.high, one.most);
+        EXPECT_TRUE(scale.low == one.scale.low && scale.high == one.scale.high && scale.step == one.scale.step)
+            << scale.low << " " << scale.high << " " << scale.step;
+    }
+    EXPECT_EQ(TimeStep(60, 8), 10);
+    EXPECT_EQ(TimeStep(28800, 8), 3600);
+    EXPECT_EQ(TimeStep(30, 0), 30);
 }
 
 TEST_F(CommInterfaceTest, AnEntryMovesToItsSequenceAndABadOneIsRefusedAndRestored) {

@@ -68,7 +68,7 @@ TEST_F(FrameTest, MenusAndButtonsStandInOrderAndEveryAccessKeyIsUniqueInItsMenu)
               "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|-|&Main Display|");
     EXPECT_EQ(captions(*frame->mnuTools), "Compare With &Board...|Compare With &File...|-|Check &Set-up|-|"
                                           "Back &Up Before Download|B&ackups...|");
-    EXPECT_EQ(captions(*frame->mnuHelp), "&Help Topics|-|&About VANTREL|");
+    EXPECT_EQ(captions(*frame->mnuHelp), "&Help Topics|-|&Save Report for Support...|-|&About VANTREL|");
     std::string toolTips;
     for (const QAction* button : frame->Toolbar1->actions().first(14))
         toolTips += (button->isSeparator() ? "-" : button->toolTip().toStdString()) + "|";

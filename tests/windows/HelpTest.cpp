@@ -1,6 +1,7 @@
 // Help and About as the user reaches them, and what the frame remembers from one run to the next.
 #include "app/frmAbout.h"
 #include "app/frmHelp.h"
+#include "app/frmSupport.h"
 #include "link/frmSetupComm.h"
 #include "tests/windows/FrameFixture.h"
 
@@ -57,6 +58,29 @@ TEST_F(HelpTest, F1OpensTheTopicOfTheWindowInFrontAlsoOfAModalOne) {
     });
     Menu(Qt::Key_E, Qt::Key_M);
     EXPECT_EQ(beside, "Port\ncable");
+}
+
+TEST_F(HelpTest, AReportForSupportIsListedAndSavedOnlyThen) {
+    WriteText(folder / "line.trace", "traced");
+    frame->SetTrace(folder / "line.trace", nullptr);
+    const auto list = [&](bool save) {
+        std::string names;
+        const WhenModal<frmSupport> listed([&](frmSupport& window) {
+            for (int row = 0; row < window.lstItems->topLevelItemCount(); ++row)
+                names += window.lstItems->topLevelItem(row)->text(0).toStdString() + "|";
+            save ? window.accept() : window.reject();
+        });
+        Answer({}, {(folder / "report").string()});
+        Menu(Qt::Key_H, Qt::Key_S);
+        return names;
+    };
+    EXPECT_TRUE(list(false).ends_with("set-up.sdt|line.trace|"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "report.zip"));
+    Start();
+    EXPECT_TRUE(list(true).ends_with("set-up.sdt|line.trace|")) << "of the run before";
+    EXPECT_GT(std::filesystem::file_size(folder / "report.zip"), 3399U);
+    std::filesystem::remove(folder / "line.trace");
+    EXPECT_TRUE(list(false).ends_with("set-up.sdt|"));
 }
 
 TEST_F(HelpTest, LinksLeadOnAndBackLeadsBack) {

@@ -99,6 +99,41 @@ TEST_F(ShellTest, ARowOfTheStatusTabOpensItsSequenceWhileOnline) {
     EXPECT_EQ(opened, "3;5;");
 }
 
+TEST_F(ShellTest, TheStatusIsReadBehindALiveViewAndTheFormatOfItsWordsIsRemembered) {
+    GoOnline();
+    const auto goesOn = [&] {
+        const std::uint16_t node = Word(SequenceBase + 2 * SequenceStride) + 1;
+        board.PokeWord(SequenceBase + 2 * SequenceStride, node);
+        for (int i = 0; i < 10'000 && Editor().fgComm[0].Text(3, 1) != QString::number(node); ++i) {
+            // The time between two passes is the host's.
+            if (i % 100 == 0) QMetaObject::invokeMethod(&Editor().tmrStatusTab, "timeout");
+            QCoreApplication::processEvents();
+        }
+        return Editor().fgComm[0].Text(3, 1) == QString::number(node);
+    };
+    const WhenModal<frmCommInterface> words([&](frmCommInterface& view) {
+        EXPECT_EQ(view.cboNotation.currentText(), QStringLiteral("Decimal"));
+        view.cboNotation.setFocus();
+        QTest::keyClick(&view.cboNotation, Qt::Key_Down);
+        EXPECT_TRUE(goesOn());
+        view.reject();
+    });
+    Menu(Qt::Key_V, Qt::Key_C);
+    const WhenModal<frmTargetBoard> state([&](frmTargetBoard& view) {
+        EXPECT_TRUE(goesOn());
+        view.reject();
+    });
+    Menu(Qt::Key_V, Qt::Key_T);
+    Start();
+    GoOnline();
+    const WhenModal<frmCommInterface> again([&](frmCommInterface& view) {
+        EXPECT_EQ(view.cboNotation.currentText(), QStringLiteral("Signed"));
+        view.reject();
+    });
+    Menu(Qt::Key_V, Qt::Key_C);
+    EXPECT_TRUE(words.Happened() && state.Happened() && again.Happened());
+}
+
 TEST_F(ShellTest, AnEntryStaysOpenWhileTheChildIsMaximisedAndThereIsAWayBackFromAnIcon) {
     Activate();
     Editor().tbsComm.setCurrentIndex(1);

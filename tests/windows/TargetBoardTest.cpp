@@ -190,6 +190,24 @@ TEST_F(TargetBoardTest, TheClockButtonsSetABoardThatHasAClock) {
     Show(look, "other.trv");
 }
 
+TEST_F(TargetBoardTest, TellsHowFarTheBoardsClockIsOffWhileItIsOnlineAndHasOne) {
+    board.Poke(ClockHourByte, 8, clock.Now());
+    Show([&] {
+        const auto off = [&] { return window->lblClockOff->text().toStdString(); };
+        EXPECT_TRUE(off().starts_with("The board's clock: ") && off().find("(to within 1 s)") != std::string::npos)
+            << off();
+        Click(window->cmdSetToCurrTime);
+        Click(window->cmdSetToCurrDate);
+        Settled();
+        EXPECT_EQ(off(), "The board's clock: the same as the computer's clock (to within 1 s).");
+        port.CutLine();
+        Settled();
+        EXPECT_EQ(off(), "") << "nobody can tell";
+    });
+    WriteText(folder / "other.trv", "2\n");
+    Show([&] { EXPECT_EQ(window->lblClockOff->text().toStdString(), ""); }, "other.trv");
+}
+
 TEST_F(TargetBoardTest, ALinkThatDiesLaterLeavesTheCodesOneThatDiesInTheFirstPassLeavesNone) {
     Show([&] {
         port.CutLine();
