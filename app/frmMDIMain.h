@@ -16,6 +16,7 @@
 #include "platform/QtDialogs.h"
 #include "platform/QtTurnQueue.h"
 #include "platform/Task.h"
+#include "views/History.h"
 
 #include <QAction>
 #include <QLabel>
@@ -42,6 +43,7 @@ namespace vantrel {
 
 class frmCheck;
 class frmCompare;
+class frmEventLog;
 class frmHelp;
 class frmMain;
 
@@ -87,6 +89,7 @@ public:
     QAction* mnuViewTargetBoardStatus = nullptr;
     QAction* mnuViewCommStatus = nullptr;
     QAction* mnuViewMainDisplay = nullptr;
+    QAction* mnuViewEventLog = nullptr;
     QMenu* mnuTools = nullptr;
     QAction* mnuToolsCompareBoard = nullptr;
     QAction* mnuToolsCompareFile = nullptr;
@@ -148,6 +151,8 @@ private:
     void FollowLink();
     void Tick();
     Task TickTask();
+    /// Whether ONLINE has begun or ended, for the event log.
+    void NoteMode(bool online);
     void KeepUnsaved();
     void ShowSystemMessage();
     /// No code of a task and no box is on the stack. A task may wait for the board all the same.
@@ -209,6 +214,7 @@ private:
     template <typename View, typename Show> void ShowView(View& view, Show show);
     void ViewCommStatus();
     void ViewMainDisplay();
+    void ViewEventLog();
     void HelpHelpTopics();
     void HelpAbout();
     void AfterFileCommand();
@@ -253,6 +259,9 @@ private:
     void SaveComparison();
     void PrintComparison();
 
+    // The event log (frmMDIMainEvents.cpp)
+    void SaveEvents(std::optional<std::size_t> sequence);
+
     // Safety copies, and which board it is (frmMDIMainBackups.cpp)
     void ToolsBackUp();
     void ToolsBackups();
@@ -286,6 +295,8 @@ private:
     int lastBoardOf_ = 0; ///< which is the one of that generation.
     std::string fixedDevice_;
     QString captionPrefix_;
+    History history_;
+    QPointer<frmEventLog> eventLog_;
     QMdiArea* children_ = nullptr;
     frmMain* editor_ = nullptr;
     QPointer<frmHelp> help_;

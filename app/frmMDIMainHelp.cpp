@@ -4,6 +4,7 @@
 #include "app/frmAbout.h"
 #include "app/frmHelp.h"
 #include "platform/RuntimeError.h"
+#include "views/frmEventLog.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -30,6 +31,7 @@ std::string TopicOf(const QWidget& window) {
                                 std::pair{"frmComparing", "transfer"},
                                 std::pair{"frmIdentifying", "backups"},
                                 std::pair{"frmBackups", "backups"},
+                                std::pair{"frmEventLog", "glance"},
                                 std::pair{"frmAbout", "first-steps"}};
     for (const auto& [name, topic] : topics) {
         if (window.objectName() == QLatin1String(name)) return topic;
@@ -74,8 +76,12 @@ void frmMDIMain::ShowHelp(const std::string& topic) {
 
 bool frmMDIMain::HelpKey(const QEvent& event) {
     if (event.type() != QEvent::KeyPress || static_cast<const QKeyEvent&>(event).key() != Qt::Key_F1) return false;
-    // Without a modal window the key is the menu entry's.
     const QWidget* modal = QApplication::activeModalWidget();
+    if (!modal && eventLog_ && QApplication::activeWindow() == eventLog_) {
+        ShowHelp(TopicOf(*eventLog_));
+        return true;
+    }
+    // Without a modal window the key is the menu entry's.
     if (!modal || QApplication::activeWindow() != modal) return false;
     // The help's own print dialog: its owner must not be replaced under it.
     for (const QObject* owner = modal; owner; owner = owner->parent()) {

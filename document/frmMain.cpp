@@ -1,6 +1,7 @@
 // The sequence editor's layout.
 #include "document/frmMain.h"
 
+#include "document/StatusTexts.h"
 #include "platform/QtScreen.h"
 
 #include <QCloseEvent>
@@ -8,9 +9,11 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <initializer_list>
+#include <iterator>
 #include <utility>
 
 namespace vantrel {
@@ -38,11 +41,19 @@ std::array<QWidget*, 4> PartsOf(QtFormatGrid& grid) {
     return {&grid, grid.viewport(), grid.horizontalHeader()->viewport(), grid.verticalHeader()->viewport()};
 }
 
+/// Behind those that are given.
+void AddStatusColumns(GridPlan& plan) {
+    plan.columnsInSight = static_cast<int>(plan.columnWidths.size());
+    plan.format += StatusColumnsFormat();
+    std::ranges::copy(StatusColumnsWidths(), std::back_inserter(plan.columnWidths));
+    std::ranges::copy(StatusColumnsWidestTexts(), std::back_inserter(plan.widestTexts));
+}
+
 } // namespace
 
-frmMain::frmMain(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs, std::int16_t& selectedSequence,
-                 QWidget* parent)
-    : QWidget(parent), document_(document), link_(link), turns_(turns), dialogs_(dialogs),
+frmMain::frmMain(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs, StatusLog& statusLog,
+                 std::int16_t& selectedSequence, QWidget* parent)
+    : QWidget(parent), document_(document), link_(link), turns_(turns), dialogs_(dialogs), statusLog_(statusLog),
       selectedSequence_(selectedSequence), grids_(new QStackedLayout),
       edits_(document.CurrentConfiguration, link, turns, [this](const LandedEdit& landed) { Landed(landed); }) {
     setObjectName(QStringLiteral("frmMain"));
@@ -92,16 +103,19 @@ void frmMain::LayOutGrids() {
         grid.setObjectName(QStringLiteral("fgComm%1").arg(index));
         grid.setAccessibleName(QString::fromStdString(EditorTabCaption(tab)).remove(QLatin1Char('&')));
         grid.setFont(GridFont(font()));
-        grid.LayOut({.format = EditorGridFormat(tab),
-                     .columnWidths = EditorColumnWidths(tab),
-                     .rows = EditorRowCount,
-                     .rowsShown = EditorRowsShown,
-                     .leastRows = LeastRows,
-                     .width = EditorGridWidth,
-                     .widestTexts = EditorWidestTexts(tab),
-                     .firstStretchingColumn = 2});
+        GridPlan plan{.format = EditorGridFormat(tab),
+                      .columnWidths = EditorColumnWidths(tab),
+                      .rows = EditorRowCount,
+                      .rowsShown = EditorRowsShown,
+                      .leastRows = LeastRows,
+                      .width = EditorGridWidth,
+                      .widestTexts = EditorWidestTexts(tab),
+                      .firstStretchingColumn = 2};
+        if (tab == EditorTab::CommStatus) AddStatusColumns(plan);
+        grid.LayOut(plan);
         WatchGrid(grid);
     }
+    LayOutStatusGrid();
     SequenceRowHeight = static_cast<std::int16_t>(fgComm[1].RowHeight());
 }
 
@@ -148,7 +162,8 @@ void frmMain::BuildDefaultButton() {
     // Tab leads from it into the grid; to it only the program leads.
     QWidget* before = &tbsComm;
     for (QWidget* next :
-         std::initializer_list<QWidget*>{&cmdDefault, &fgComm[0], &fgComm[1], &fgComm[2], &txtMessageDisplay}) {
+         std::initializer_list<QWidget*>{&cmdHealth[0], &cmdHealth[1], &cmdHealth[2], &cmdHealth[3], &cmdDefault,
+                                         &fgComm[0], &fgComm[1], &fgComm[2], &txtMessageDisplay}) {
         setTabOrder(before, next);
         before = next;
     }
@@ -177,8 +192,9 @@ void frmMain::LayOutWindow() {
 
     auto* head = new QWidget(this);
     hint_.setWordWrap(true);
+    QWidget* health = BuildHealthBar();
     // What is above and below the lines gives way on a small screen.
-    const int lines = heading_.sizeHint().height() + hint_.fontMetrics().lineSpacing();
+    const int lines = heading_.sizeHint().height() + hint_.fontMetrics().lineSpacing() + health->sizeHint().height();
     const int spare = PixelsOfTwips(EditorGridTop, *this) - tbsComm.sizeHint().height() - lines;
     auto* headLines = new QVBoxLayout(head);
     headLines->setContentsMargins(0, 0, 0, 0);
@@ -188,6 +204,7 @@ void frmMain::LayOutWindow() {
     headLines->addSpacing(PixelsOfTwips(MessageGap, *this) / 2);
     headLines->addWidget(&hint_);
     headLines->addSpacerItem(new QSpacerItem(0, spare / 2, QSizePolicy::Minimum, QSizePolicy::Maximum));
+    headLines->addWidget(health);
 
     for (QtFormatGrid& grid : fgComm)
         grids_->addWidget(&grid);

@@ -29,6 +29,7 @@ void frmMain::ChangeTab() {
     // Without a current cell, which comes with the first key.
     if (hadFocus) VisibleGrid().setFocus(Qt::ActiveWindowFocusReason);
     hint_.setText(QString::fromStdString(EditorTabHint(CurrentTab)));
+    ShowHealth();
     ShowBlockCommands();
     StartFill();
 }
@@ -88,6 +89,7 @@ void frmMain::Refill() {
 }
 
 void frmMain::ShowOffline() {
+    ShowHealth();
     if (CurrentTab == EditorTab::CommStatus && !link_.OnlineMode()) StartFill();
 }
 
@@ -106,7 +108,7 @@ Task frmMain::FillAndFollow() {
             if (nextRowToFill_ < EditorRowCount) FillRow(nextRowToFill_++);
         }
         while (CurrentTab == EditorTab::CommStatus && link_.Opened() == opened) {
-            co_await RefreshStatusTab(*this, NodeNumberAddresses, StatusWordAddresses, link_, turns_);
+            co_await RefreshStatusTab(*this, survey_, NodeNumberAddresses, StatusWordAddresses, link_, turns_);
             tmrStatusTab.start();
             co_await periodOver_.Raised();
         }
@@ -119,6 +121,7 @@ void frmMain::FillRow(int row) {
     const auto texts = EditorRowTexts(document_.CurrentConfiguration, CurrentTab, static_cast<std::size_t>(row) - 1);
     for (std::size_t column = 0; column < texts.size(); ++column)
         ShowCell(row, static_cast<int>(column), texts[column]);
+    if (CurrentTab == EditorTab::CommStatus) ShowRecord(row);
 }
 
 void frmMain::ShowCell(int row, int column, const std::string& text) {
@@ -140,7 +143,7 @@ bool frmMain::StatusWanted() const {
            !QApplication::activeModalWidget();
 }
 
-bool frmMain::RowVisible(int row) const { return VisibleGrid().VisibleRows().Contains(row); }
+bool frmMain::RowVisible(int row) const { return VisibleGrid().RowInSight(row); }
 
 void frmMain::ShowNode(int row, const std::string& text) {
     VisibleGrid().SetText(row, 1, QString::fromStdString(text));
@@ -148,6 +151,8 @@ void frmMain::ShowNode(int row, const std::string& text) {
 
 void frmMain::ShowStatus(int row, const std::string& text) {
     VisibleGrid().SetText(row, 2, QString::fromStdString(text));
+    ShowRecord(row);
+    ShowHealth();
 }
 
 void frmMain::SetSystemMessage(const std::string& text) {

@@ -12,6 +12,8 @@ void History::Add(const Happening& what) {
 
 void History::NoteOpening(int opened) {
     if (std::exchange(opened_, opened) == opened) return;
+    // In the middle: the user has plugged in again what was lost.
+    if (lastLook_) Add(LinkChange::Reopened);
     records_ = {};
     lastLook_.reset();
     fault_ = 0;
@@ -72,7 +74,7 @@ void History::NoteAlarms(const AlarmFlags& alarms) {
 void History::NoteLink(LinkChange change) {
     Add(change);
     lastLook_.reset();
-    if (change == LinkChange::Online) return;
+    if (change == LinkChange::Online || change == LinkChange::Reopened) return;
     for (SequenceRecord& record : records_) {
         record.code.reset();
         record.health = SequenceHealth::Unknown;

@@ -36,7 +36,7 @@ struct AlarmChange {
     std::size_t alarm; ///< Its place in AlarmNames.
     bool active;
 };
-enum class LinkChange { Online, Offline, Lost };
+enum class LinkChange { Online, Offline, Lost, Reopened };
 struct TransferStep {
     enum class Step { Begun, Complete, Cancelled, Failed, Doubtful };
     TransferMode mode;

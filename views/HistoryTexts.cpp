@@ -43,6 +43,8 @@ std::string TextOf(LinkChange change) {
         return "ONLINE";
     case LinkChange::Offline:
         return "OFFLINE";
+    case LinkChange::Reopened:
+        return "The port was lost and opened again";
     case LinkChange::Lost:
         break;
     }

@@ -1,7 +1,9 @@
 // The two looks, and the entry of the sequence number.
 #include "views/frmCommInterface.h"
 
+#include "link/StatusAdvice.h"
 #include "link/TargetMap.h"
+#include "text/NumberText.h"
 
 #include <QEvent>
 
@@ -146,7 +148,12 @@ void frmCommInterface::ShowSetting(SettingsGrid grid, int row, const std::string
     fgSettings.at(static_cast<std::size_t>(grid)).SetText(row, 1, Text(text));
 }
 
-void frmCommInterface::ShowStatus(const std::string& text) { lblSetting[2].setText(Text(text)); }
+void frmCommInterface::ShowStatus(const std::string& text) {
+    lblSetting[2].setText(Text(text));
+    const auto code = LeadingHexNumber(text);
+    lblAdvice.setText(code ? Text(AdviceText(*code)) : QString());
+    lblAdvice.setToolTip(lblAdvice.text());
+}
 
 void frmCommInterface::ShowDataWord(int row, DataDirection column, const std::string& text) {
     fgSettings[2].SetText(row, static_cast<int>(column), Text(text));

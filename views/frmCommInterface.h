@@ -37,6 +37,7 @@ public:
     QLineEdit& txtSetup = Entry.box;
     QtUpDown& updSetup = Entry.arrows;
     std::array<QLabel, 3> lblSetting; ///< Node number, description, status.
+    QLabel lblAdvice; ///< Why the status may be what it is, and what to look at.
     QPushButton cmdDefault; ///< Has the focus while no number is entered; the user does not see it.
 
     // State.

@@ -33,6 +33,7 @@ constexpr int DataRows = DataWordCount + 1;
 constexpr int DataRowsShown = 17;
 constexpr int LeastDataRows = 5;
 constexpr int DescriptionLines = 2;
+constexpr int AdviceLines = 4;
 
 constexpr std::array SettingLabels{"Node Number:", "Description:", "Status:"};
 
@@ -101,6 +102,14 @@ void frmCommInterface::BuildLabels() {
     // However long it is, the window keeps its shape; the tool tip has it all.
     description.setFixedHeight(DescriptionLines * description.fontMetrics().lineSpacing());
     description.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    lblAdvice.setObjectName(QStringLiteral("lblAdvice"));
+    lblAdvice.setAccessibleName(QStringLiteral("Cause and remedy"));
+    lblAdvice.setTextFormat(Qt::PlainText);
+    lblAdvice.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblAdvice.setWordWrap(true);
+    lblAdvice.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lblAdvice.setFixedHeight(AdviceLines * lblAdvice.fontMetrics().lineSpacing());
+    lblAdvice.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
 void frmCommInterface::LayOutGrids() {
@@ -142,6 +151,7 @@ void frmCommInterface::LayOutForm(QFormLayout& form) {
         name->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         form.addRow(name, &lblSetting.at(i));
     }
+    form.addRow(&lblAdvice);
 }
 
 void frmCommInterface::LayOutWindow() {

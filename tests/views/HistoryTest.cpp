@@ -49,7 +49,8 @@ TEST_F(HistoryTest, EveryChangeIsKeptWithItsTimeAndOnlyWhatBeginsToFailIsAnError
     EXPECT_EQ(Record().latest.size(), 8U);
     history.NoteOpening(2);
     EXPECT_EQ(Record().errors + Record().latest.size(), 0U) << "another board, perhaps";
-    EXPECT_EQ(history.Entries().size(), 6U) << "what was seen stays";
+    EXPECT_EQ(Entries().size(), 7U) << "what was seen stays";
+    EXPECT_EQ(Entries().back(), "09:05:11 The port was lost and opened again");
 }
 
 TEST_F(HistoryTest, AChangeThatNobodyWatchedIsNoSeenOneAndTheTimeWithoutALookIsAnEntry) {
