@@ -19,6 +19,10 @@ std::string SinceText(const SequenceRecord& record, std::chrono::local_seconds n
     return (record.changeSeen ? "" : "before ") + MomentText(*record.since, now);
 }
 
+std::string ErrorText(const SequenceRecord::Error& error, std::chrono::local_seconds now) {
+    return MomentText(error.at, now) + "  " + CodeText(error.code);
+}
+
 /// "390 times 02, 22 times 05"
 std::string Looks(const SequenceRecord& record) {
     std::string text;
@@ -39,15 +43,14 @@ std::string StatusColumnsFormat() { return "|<Description|^Errors|<Last Error|<S
 std::vector<int> StatusColumnsWidths() { return {DescriptionWidth, ErrorsWidth, 0, 0}; }
 
 std::vector<std::string> StatusColumnsWidestTexts() {
-    return {"", "100000", "09:05:07  08: Receive Collision Detected", "before 09:05:07"};
+    return {"", "100000", "09:05:07  04: Xmitt Timeout, No Response ", "before 09:05:07"};
 }
 
 std::vector<std::string> StatusColumnsTexts(const SequenceRecord& record, const std::string& description,
                                             std::chrono::local_seconds now) {
     const bool looked = record.lastLook.has_value();
     return {description, looked ? std::to_string(record.errors) : "",
-            record.lastError ? MomentText(record.lastError->at, now) + "  " + CodeText(record.lastError->code) : "",
-            SinceText(record, now)};
+            record.lastError ? ErrorText(*record.lastError, now) : "", SinceText(record, now)};
 }
 
 std::string StatusHint(const SequenceRecord& record, std::size_t sequence, std::chrono::local_seconds now) {
@@ -63,6 +66,7 @@ std::string StatusHint(const SequenceRecord& record, std::size_t sequence, std::
     }
     text += "\n";
     if (record.since) text += "\nThis state: since " + SinceText(record, now) + ", as far as it was looked at.";
+    if (record.lastError) text += "\nLast error: " + ErrorText(*record.lastError, now);
     if (record.lastOk) text += "\nLast OK: " + MomentText(*record.lastOk, now);
     text += "\nLast look: " + MomentText(*record.lastLook, now);
     if (const std::string looks = Looks(record); !looks.empty()) text += "\nRead since ONLINE: " + looks;

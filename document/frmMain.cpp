@@ -160,10 +160,10 @@ void frmMain::BuildDefaultButton() {
     cmdDefault.setParent(this);
     cmdDefault.setGeometry(0, 0, 0, 0);
     // Tab leads from it into the grid; to it only the program leads.
-    QWidget* before = &tbsComm;
+    QWidget* before = &cmdHealth[0];
     for (QWidget* next :
-         std::initializer_list<QWidget*>{&cmdHealth[0], &cmdHealth[1], &cmdHealth[2], &cmdHealth[3], &cmdDefault,
-                                         &fgComm[0], &fgComm[1], &fgComm[2], &txtMessageDisplay}) {
+         std::initializer_list<QWidget*>{&cmdHealth[1], &cmdHealth[2], &cmdHealth[3], &tbsComm, &cmdDefault, &fgComm[0],
+                                         &fgComm[1], &fgComm[2], &txtMessageDisplay}) {
         setTabOrder(before, next);
         before = next;
     }

@@ -167,6 +167,8 @@ private:
     void ShowRecord(int row);
     /// How many are in each state, and only those that are asked for.
     void ShowHealth();
+    /// What is to be selected must not be left out.
+    void ShowRowOf(int sequence);
     void ChooseHealth(SequenceHealth health, bool chosen);
     [[nodiscard]] std::vector<StripTick> TicksOf(int row) const;
 

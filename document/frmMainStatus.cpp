@@ -111,6 +111,11 @@ void frmMain::ChooseHealth(SequenceHealth health, bool chosen) {
     ShowHealth();
 }
 
+void frmMain::ShowRowOf(int sequence) {
+    const bool leftOut = healthShown_ && statusLog_.Of(static_cast<std::size_t>(sequence)).health != healthShown_;
+    if (CurrentTab == EditorTab::CommStatus && leftOut) ChooseHealth(*healthShown_, false);
+}
+
 std::vector<StripTick> frmMain::TicksOf(int row) const {
     const MonotonicTime now = statusLog_.Now();
     std::vector<StripTick> ticks;

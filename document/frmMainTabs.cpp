@@ -42,6 +42,7 @@ void frmMain::NoteSelection(const QtFormatGrid& grid) {
 
 void frmMain::SelectSequenceInView() {
     constexpr int last = static_cast<int>(SequenceCount) - 1;
+    ShowRowOf(std::clamp<int>(selectedSequence_, 0, last));
     VisibleGrid().SetCurrentCell(std::clamp<int>(selectedSequence_, 0, last) + 1, FirstColumn());
 }
 

@@ -20,6 +20,8 @@ using Texts = std::vector<std::string>;
 class GlanceTest : public EditorTest {
 protected:
     GlanceTest() {
+        // What reads is what a test starts.
+        frame->tmrBackgroungUpdate.stop();
         Doc().CurrentConfiguration.SetNodeDescription(4, "Fuel oil");
         for (int sequence = 0; sequence < 30; ++sequence)
             board.PokeWord(static_cast<std::uint16_t>(SequenceBase + SequenceStride * sequence), 2);
@@ -53,6 +55,17 @@ protected:
         return Grid().model()->index(row - 1, 1).data(Qt::DecorationRole).value<QIcon>().cacheKey();
     }
     [[nodiscard]] std::string Message() const { return editor->txtMessageDisplay.toPlainText().toStdString(); }
+    /// How many pixels of a row's status have the colour of a lamp, on the right where no lamp is.
+    [[nodiscard]] int Ticks(int row, ProgramIcon lamp) {
+        const QImage image = Grid().grab().toImage();
+        const QRect cell = Grid().CellRect(row, 2);
+        int count = 0;
+        for (int x = cell.center().x(); x < cell.right(); ++x) {
+            for (int y = cell.top(); y < cell.bottom(); ++y)
+                count += image.pixelColor(x, y) == LampColor(lamp) ? 1 : 0;
+        }
+        return count;
+    }
     void Pick(SequenceHealth health) {
         QTest::mouseClick(&editor->cmdHealth.at(static_cast<std::size_t>(health)), Qt::LeftButton);
     }
@@ -77,6 +90,10 @@ TEST_F(GlanceTest, TheStatusTabCountsAndShowsWhatFailsAndTheGivenColumnsStayAsTh
     EXPECT_EQ(Cell(5, 6) + Cell(4, 5), "before 09:05:07");
     EXPECT_EQ(std::set({Lamp(1), Lamp(5), Lamp(31)}).size(), 3U);
     EXPECT_EQ(Lamp(1), Lamp(2));
+    clock.Advance(2s);
+    EXPECT_GT(Ticks(5, ProgramIcon::LampBad), Ticks(1, ProgramIcon::LampGood)) << "a failure stands higher";
+    EXPECT_GT(Ticks(1, ProgramIcon::LampGood), 0);
+    EXPECT_EQ(Ticks(1, ProgramIcon::LampBad) + Ticks(5, ProgramIcon::LampGood), 0);
     EXPECT_NE(Hint(5, 2).find(std::string(AdviceOn(5).remedy).substr(0, 30)), std::string::npos);
     Tick();
     EXPECT_EQ(Message(), "Set-up Program is Currently ONLINE\n-- System Normal --\n"
@@ -86,10 +103,9 @@ TEST_F(GlanceTest, TheStatusTabCountsAndShowsWhatFailsAndTheGivenColumnsStayAsTh
     Pick(SequenceHealth::Failing);
     EXPECT_EQ(Rows(), Texts{"4"});
     Show("7:0A");
-    clock.Advance(1s);
     Passes();
     EXPECT_EQ(Rows(), Texts{"7"}) << "the rows follow what they are";
-    EXPECT_EQ(Cell(5, 6), "09:05:08") << "this change was seen";
+    EXPECT_EQ(Cell(5, 6), "09:05:09") << "this change was seen";
     Pick(SequenceHealth::Failing);
     EXPECT_EQ(Rows().size(), 31U);
     Pick(SequenceHealth::Ok);
