@@ -10,6 +10,9 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace vantrel {
 

@@ -11,6 +11,8 @@
 #include <QScrollBar>
 #include <QToolButton>
 
+#include <set>
+
 namespace vantrel {
 namespace {
 
