@@ -75,6 +75,8 @@ Task BackgroundUpdate::Poll() {
     const int opened = link_.Opened();
     const std::optional<int> currentFault = co_await Read(CurrentFaultByte);
     if (!currentFault || link_.Opened() != opened) co_return;
+    fault_ = currentFault;
+    faultOf_ = opened;
     program_.alarms.at(FaultAlarm) = *currentFault != 0;
     if (program_.refreshTargetStatus) co_await ReadAlarms(*currentFault);
 }

@@ -40,6 +40,9 @@ public:
     /// Likewise that B105 of the board may have been left at 1.
     void NoteFlagLeft() { flagLeft_ = true; }
 
+    /// The board's current fault code as a tick has read it last; nothing before one has since the port was opened.
+    [[nodiscard]] std::optional<int> CurrentFault() const { return faultOf_ == link_.Opened() ? fault_ : std::nullopt; }
+
     /// What the status bar's first panel shows.
     [[nodiscard]] const std::string& PanelText() const { return panelText_; }
 
@@ -63,6 +66,8 @@ private:
     bool wasOnline_ = false;
     int onlineTicks_ = 0;
     int known_ = -1; ///< The opening of the port since which all alarms have been read.
+    std::optional<int> fault_;
+    int faultOf_ = -1; ///< The opening of the port since which that was read.
     std::set<std::uint16_t> reached_; ///< Bytes; kept in sight while ONLINE.
     bool flagLeft_ = false;
     /// The set-up file whose user program `boardType_` was taken from.

@@ -77,7 +77,7 @@ frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std
               .notice = [this](const std::string& text) { Notice(QString::fromStdString(text), LongNotice); }}),
       unsaved_(program_.folder.UserFolder() / "Unsaved", program_.document, clock), background_(program_, link_, clock),
       backups_(program_.folder.UserFolder() / "Backups"), knownBoards_(program_.folder.UserFolder() / "Boards.txt"),
-      fixedDevice_(std::move(fixedDevice)) {
+      fixedDevice_(std::move(fixedDevice)), history_(clock) {
     setObjectName(QStringLiteral("frmMDIMain"));
     setWindowIcon(IconOf(ProgramIcon::Program));
     setAcceptDrops(true);
@@ -103,7 +103,7 @@ frmMDIMain::~frmMDIMain() {
 void frmMDIMain::StartUp() {
     program_.helpFile = program_.folder.File("Help", "VANTREL.hlp");
     link_.SetFaultFile(program_.folder.SupportFile("FaultErrCodes.txt"));
-    editor_ = new frmMain(program_.document, link_, turns_, dialogs_, program_.SelectedSequence);
+    editor_ = new frmMain(program_.document, link_, turns_, dialogs_, history_, program_.SelectedSequence);
     // Without a close button: the editor stays as long as the frame does.
     childWindows_[0] = children_->addSubWindow(editor_, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                                             Qt::WindowMinMaxButtonsHint);

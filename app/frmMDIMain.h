@@ -18,6 +18,7 @@
 #include "platform/QtTurnQueue.h"
 #include "platform/Task.h"
 #include "views/DataWords.h"
+#include "views/History.h"
 
 #include <QAction>
 #include <QLabel>
@@ -45,6 +46,7 @@ namespace vantrel {
 
 class frmCheck;
 class frmCompare;
+class frmEventLog;
 class frmHelp;
 class frmMain;
 
@@ -95,6 +97,7 @@ public:
     QAction* mnuViewTargetBoardStatus = nullptr;
     QAction* mnuViewCommStatus = nullptr;
     QAction* mnuViewMainDisplay = nullptr;
+    QAction* mnuViewEventLog = nullptr;
     QMenu* mnuTools = nullptr;
     QAction* mnuToolsCompareBoard = nullptr;
     QAction* mnuToolsCompareFile = nullptr;
@@ -158,6 +161,8 @@ private:
     void FollowLink();
     void Tick();
     Task TickTask();
+    /// Whether ONLINE has begun or ended, for the event log.
+    void NoteMode(bool online);
     void KeepUnsaved();
     void ShowSystemMessage();
     /// No code of a task and no box is on the stack. A task may wait for the board all the same.
@@ -222,6 +227,7 @@ private:
     template <typename View, typename Show> void ShowView(View& view, Show show);
     void ViewCommStatus();
     void ViewMainDisplay();
+    void ViewEventLog();
     void HelpHelpTopics();
     void HelpSupport();
     void HelpAbout();
@@ -270,6 +276,9 @@ private:
     void SaveComparison();
     void PrintComparison();
 
+    // The event log (frmMDIMainEvents.cpp)
+    void SaveEvents(std::optional<std::size_t> sequence);
+
     // Safety copies, and which board it is (frmMDIMainBackups.cpp)
     void ToolsBackUp();
     void ToolsBackups();
@@ -310,6 +319,8 @@ private:
     std::pair<int, int> boardAsked_{}; ///< RSComm::Opened() and document of the values that may be sent.
     std::string fixedDevice_;
     QString captionPrefix_;
+    History history_;
+    QPointer<frmEventLog> eventLog_;
     QMdiArea* children_ = nullptr;
     frmMain* editor_ = nullptr;
     std::function<void()> flushTrace_;

@@ -9,6 +9,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 #include "text/PathText.h"
+#include "views/frmEventLog.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -40,6 +41,7 @@ std::string TopicOf(const QWidget& window) {
                                 std::pair{"frmBackups", "backups"},
                                 std::pair{"frmPlot", "communication-interface"},
                                 std::pair{"frmSupport", "support"},
+                                std::pair{"frmEventLog", "glance"},
                                 std::pair{"frmAbout", "first-steps"}};
     for (const auto& [name, topic] : topics) {
         if (window.objectName() == QLatin1String(name)) return topic;
@@ -120,9 +122,13 @@ void frmMDIMain::ShowHelp(const std::string& topic) {
 
 bool frmMDIMain::HelpKey(const QEvent& event) {
     if (event.type() != QEvent::KeyPress || static_cast<const QKeyEvent&>(event).key() != Qt::Key_F1) return false;
-    // Without a modal window the key is the menu entry's.
     const QWidget* modal = QApplication::activeModalWidget();
     const QWidget* front = QApplication::activeWindow();
+    if (!modal && eventLog_ && front == eventLog_) {
+        ShowHelp(TopicOf(*eventLog_));
+        return true;
+    }
+    // Without a modal window the key is the menu entry's.
     const bool beside = front && front != help_ && front->parentWidget() == modal;
     if (!modal || (front != modal && !beside)) return false;
     // The help's own print dialog: its owner must not be replaced under it.

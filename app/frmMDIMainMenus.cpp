@@ -64,6 +64,8 @@ void frmMDIMain::BuildMenus() {
     mnuViewCommStatus = AddEntry(mnuView, "mnuViewCommStatus", "&Communication Interface", &Frame::ViewCommStatus);
     mnuView->addSeparator();
     mnuViewMainDisplay = AddEntry(mnuView, "mnuViewMainDisplay", "&Main Display", &Frame::ViewMainDisplay);
+    mnuView->addSeparator();
+    mnuViewEventLog = AddEntry(mnuView, "mnuViewEventLog", "&Event Log", &Frame::ViewEventLog);
 
     mnuTools = AddMenu("mnuTools", "&Tools");
     mnuToolsCompareBoard =

@@ -1,5 +1,6 @@
 // The main frame's mode, ONLINE or OFFLINE, its tick, and its shut-down. What needs the board waits in tasks.
 #include "app/frmMDIMain.h"
+#include "document/StatusTexts.h"
 #include "document/frmMain.h"
 
 #include <QApplication>
@@ -50,7 +51,14 @@ PortRange frmMDIMain::FindPorts() {
     return range;
 }
 
+void frmMDIMain::NoteMode(bool online) {
+    if (online == shownOnline_) return;
+    if (online) history_.NoteOpening(link_.Opened());
+    history_.NoteLink(online ? LinkChange::Online : link_.LinkFailed() ? LinkChange::Lost : LinkChange::Offline);
+}
+
 void frmMDIMain::ShowMode(bool online) {
+    NoteMode(online);
     shownOnline_ = online;
     sbrMainPanels[1]->setText(online ? QStringLiteral("ONLINE") : QStringLiteral("OFFLINE"));
     mnuViewCommStatus->setEnabled(online);
@@ -139,11 +147,21 @@ void frmMDIMain::KeepUnsaved() {
 Task frmMDIMain::TickTask() {
     co_await background_.Tick(transferring_);
     background_.Refresh();
+    if (shownOnline_ && link_.OnlineMode() && !link_.LinkFailed()) {
+        if (const auto fault = background_.CurrentFault()) history_.NoteFault(*fault);
+        history_.NoteAlarms(program_.alarms);
+        // The status tab would see more, but another tab or window is in front of it.
+        if (!transferring_ && !editor_->ReadsStatus()) co_await editor_->LookAtNextStatus();
+    }
     ShowSystemMessage();
 }
 
 void frmMDIMain::ShowSystemMessage() {
-    editor_->SetSystemMessage(program_.systemMessage);
+    std::string message = program_.systemMessage;
+    const std::string failing = FailingLine(history_);
+    // The message above it, also "Normal", is about the board itself.
+    if (!failing.empty()) message += (message.ends_with('\n') ? "" : "\n") + failing;
+    editor_->SetSystemMessage(message);
     if (clock_.Now() >= noticeUntil_) ShowPanel(QString::fromStdString(background_.PanelText()));
 }
 

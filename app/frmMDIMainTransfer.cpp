@@ -50,6 +50,13 @@ std::string ReachedSentence(const frmProcessing::Result& result) {
     return "\n\nWhat was sent of them may have set these bytes to 255: " + ByteList({reached.begin(), reached.end()});
 }
 
+TransferStep::Step EndOf(const frmProcessing::Result& result) {
+    if (result.failed) return TransferStep::Step::Failed;
+    if (!result.complete) return TransferStep::Step::Cancelled;
+    return result.unconfirmed.empty() && !result.reconnected ? TransferStep::Step::Complete
+                                                             : TransferStep::Step::Doubtful;
+}
+
 } // namespace
 
 void frmMDIMain::FileUpload() {
@@ -107,11 +114,14 @@ frmProcessing::Result frmMDIMain::TransferInWindow(TransferMode mode, std::vecto
         ShowDocumentDate();
     }
     const bool whole = indices.size() == ValueCount;
+    history_.NoteTransfer(mode, TransferStep::Step::Begun);
     frmProcessing::Result result = [&] {
         const SetWhile transferring(transferring_, true);
         frmProcessing window(mode, record, link_, dialogs_, turns_, this, std::move(indices));
         return window.RunModal();
     }();
+    history_.NoteTransfer(mode, EndOf(result));
+    history_.ForgetNodes();
     background_.NoteReached(result.alsoReached);
     if (whole && IsReliable(result)) NoteBoard(result.board);
     if (result.flagLeft) background_.NoteFlagLeft();

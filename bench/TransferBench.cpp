@@ -7,6 +7,7 @@
 #include "platform/SystemClock.h"
 #include "simulator/BoardServer.h"
 #include "simulator/SimulatedBoard.h"
+#include "views/History.h"
 #include "views/SequenceMonitor.h"
 
 #include <fcntl.h>
@@ -188,8 +189,12 @@ bool PassOverStatusTab(RSComm& link, Turns& turns) {
     CountingStatusTab display;
     const SequenceAddresses nodes = NodeNumberAddressTable();
     const SequenceAddresses statuses = StatusWordAddressTable();
-    turns.RunToEnd(RefreshStatusTab(display, nodes, statuses, link, turns.Queue()));
-    return display.shown == 2 * CountingStatusTab::Rows;
+    const SystemClock clock;
+    History log(clock);
+    StatusSurvey survey(log);
+    turns.RunToEnd(RefreshStatusTab(display, survey, nodes, statuses, link, turns.Queue()));
+    // And the status word of one row out of sight.
+    return display.shown == 2 * CountingStatusTab::Rows + 1;
 }
 
 bool PassOverSequence(RSComm& link, Turns& turns) {

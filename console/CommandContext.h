@@ -38,6 +38,9 @@ struct Arguments {
     bool yes = false;
     bool resetFaults = false;
     bool setClock = false;
+    bool watch = false;
+    std::optional<std::string> watchFor; ///< "10m"
+    bool check = false; ///< A failing sequence ends the command with 1.
     std::optional<std::string> networkAddress;
     std::optional<std::string> sequence;
     std::optional<std::string> field;

@@ -12,6 +12,8 @@ std::string JsonText(const Json& json) {
     return json.dump(indentation, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+std::string JsonLine(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n"; }
+
 Json NameJson(std::size_t index) {
     if (index == StatusStackIndex) return {{"field", StatusStackField}};
     return {{"sequence", SequenceOf(index)}, {"field", FieldTable().at(FieldOf(index)).name}};

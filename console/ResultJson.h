@@ -16,6 +16,9 @@ using Json = nlohmann::ordered_json;
 /// As it is printed, whatever bytes a file's texts hold.
 [[nodiscard]] std::string JsonText(const Json& json);
 
+/// In one line, for results that come one by one.
+[[nodiscard]] std::string JsonLine(const Json& json);
+
 /// {sequence, field}, or {field} alone for the status stack address.
 [[nodiscard]] Json NameJson(std::size_t index);
 

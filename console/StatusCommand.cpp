@@ -1,17 +1,22 @@
 // The command that shows what the sequences do on the board: the status of all of them as the editor's status tab has
-// it, or one of them as the communication view has it. Writes nothing to the board.
+// it, or one of them as the communication view has it; once, or watched for changes. Writes nothing to the board.
 #include "console/Commands.h"
 #include "console/LinkSession.h"
 #include "console/ResultJson.h"
 #include "console/SetupFiles.h"
+#include "console/StatusWatch.h"
 #include "console/TextTable.h"
 #include "document/StatusTab.h"
+#include "link/StatusAdvice.h"
 #include "link/TargetMap.h"
 #include "text/NumberText.h"
+#include "views/History.h"
 #include "views/SequenceMonitor.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <map>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -28,13 +33,42 @@ struct SequenceStatus {
     std::string status = Unread; ///< "02: Comm to Node OK"
 
     [[nodiscard]] bool IsKnown() const { return node != Unread && status != Unread; }
+    [[nodiscard]] std::optional<std::uint16_t> Code() const { return Word(LeadingHexNumber(status)); }
+    [[nodiscard]] SequenceHealth Health() const { return HealthOf(Code(), Word(WholeNumber(node))); }
+
+private:
+    template <typename Number> static std::optional<std::uint16_t> Word(std::optional<Number> number) {
+        return number ? std::optional(static_cast<std::uint16_t>(*number)) : std::nullopt;
+    }
 };
 
 Json StatusJson(std::size_t sequence, const SequenceStatus& status) {
-    return {{"sequence", sequence},
-            {"NodeNumber", ValueJson(status.node)},
-            {"statusCode", ValueJson(LeadingHexNumber(status.status))},
-            {"status", ValueJson(status.status)}};
+    Json json{{"sequence", sequence},
+              {"NodeNumber", ValueJson(status.node)},
+              {"statusCode", ValueJson(status.Code())},
+              {"status", ValueJson(status.status)},
+              {"state", HealthName(status.Health())}};
+    if (status.Health() != SequenceHealth::Failing) return json;
+    json["cause"] = AdviceOn(*status.Code()).cause;
+    json["remedy"] = AdviceOn(*status.Code()).remedy;
+    return json;
+}
+
+/// What to look at, for each code with which sequences fail.
+std::string AdviceOf(const std::vector<SequenceStatus>& sequences) {
+    std::map<std::uint16_t, std::string> failing;
+    for (std::size_t i = 0; i < sequences.size(); ++i) {
+        if (sequences[i].Health() != SequenceHealth::Failing) continue;
+        std::string& list = failing[*sequences[i].Code()];
+        list += (list.empty() ? "" : ", ") + std::to_string(i);
+    }
+    std::string text;
+    for (const auto& [code, list] : failing) {
+        const bool one = list.find(',') == std::string::npos;
+        text += "\n" + StatusDisplay(std::to_string(code)) + (one ? " (sequence " : " (sequences ") + list + ")\n  " +
+                std::string(AdviceOn(code).cause) + "\n  " + std::string(AdviceOn(code).remedy) + "\n";
+    }
+    return text;
 }
 
 /// Keeps the rows of the status tab until they are printed.
@@ -59,7 +93,11 @@ public:
             list.push_back(StatusJson(i, rows_[i]));
             table.push_back({std::to_string(i), rows_[i].node, rows_[i].status});
         }
-        if (!rows_.empty()) out << (json ? JsonText(list) : TableText(table, "rrl"));
+        if (!rows_.empty()) out << (json ? JsonText(list) : TableText(table, "rrl") + AdviceOf(rows_));
+    }
+    [[nodiscard]] bool AnyFails() const {
+        return std::ranges::any_of(rows_,
+                                   [](const SequenceStatus& one) { return one.Health() == SequenceHealth::Failing; });
     }
 
 private:
@@ -96,6 +134,7 @@ public:
 
     /// Whether everything that belongs to the sequence has been read.
     [[nodiscard]] bool Complete() const { return status_.IsKnown() && std::ranges::all_of(ways_, &Way::IsComplete); }
+    [[nodiscard]] bool Fails() const { return status_.Health() == SequenceHealth::Failing; }
     void Print(std::ostream& out, std::size_t sequence, bool json) const;
 
 private:
@@ -150,25 +189,37 @@ void SequenceReport::Print(std::ostream& out, std::size_t sequence, bool json) c
             if (moved) words.push_back(ValueJson(way.data.at(i - 1)));
         }
     }
-    const std::string head = TableText({{"Sequence Number:", std::to_string(sequence)},
-                                        {"Node Number:", status_.node},
-                                        {"Description:", description_},
-                                        {"Status:", status_.status}},
-                                       "ll");
+    std::vector<Row> head{{"Sequence Number:", std::to_string(sequence)},
+                          {"Node Number:", status_.node},
+                          {"Description:", description_},
+                          {"Status:", status_.status}};
+    if (const auto code = status_.Code(); code && *code != OkCode) {
+        head.push_back({"Cause:", std::string(AdviceOn(*code).cause)});
+        head.push_back({"Remedy:", std::string(AdviceOn(*code).remedy)});
+    }
     const std::string words = Rows() > 0 ? "\n" + TableText(data, "rrr") : "";
-    out << (json ? JsonText(result) : head + "\n" + TableText(settings, "llll") + words);
+    out << (json ? JsonText(result) : TableText(head, "ll") + "\n" + TableText(settings, "llll") + words);
+}
+
+/// How a reading ends when everything is as it should be with it: by what was asked to be checked.
+ExitCode EndOfStatus(CommandContext& context, LinkSession& session, bool complete, bool fails) {
+    const ExitCode end = session.EndOfReading(complete);
+    if (end != ExitCode::Done || !context.arguments.check || !fails) return end;
+    return Refuse(context, "At least one sequence is failing.");
 }
 
 ExitCode ShowAll(CommandContext& context, LinkSession& session) {
     const SequenceAddresses nodes = NodeNumberAddressTable();
     const SequenceAddresses statuses = StatusWordAddressTable();
     std::optional<StatusTable> table;
+    History log(context.host.clock);
+    StatusSurvey survey(log);
     session.RunWhole([&] {
         table.emplace(session);
-        session.Run(RefreshStatusTab(*table, nodes, statuses, session.Link(), session.Turns()));
+        session.Run(RefreshStatusTab(*table, survey, nodes, statuses, session.Link(), session.Turns()));
     });
     table->Print(context.host.out, context.arguments.json);
-    return session.EndOfReading(table->Complete());
+    return EndOfStatus(context, session, table->Complete(), table->AnyFails());
 }
 
 ExitCode ShowOne(CommandContext& context, LinkSession& session, std::size_t sequence) {
@@ -182,7 +233,7 @@ ExitCode ShowOne(CommandContext& context, LinkSession& session, std::size_t sequ
         session.Run(monitor.RefreshStatusAndData());
     });
     report->Print(context.host.out, sequence, context.arguments.json);
-    return session.EndOfReading(report->Complete());
+    return EndOfStatus(context, session, report->Complete(), report->Fails());
 }
 
 ExitCode Status(CommandContext& context) {
@@ -192,7 +243,16 @@ ExitCode Status(CommandContext& context) {
     if (!asked.file.empty() && !one) {
         throw UsageError("--file: the status of all sequences needs no set-up file. Name one by --sequence.");
     }
+    if (asked.watch && (one || !asked.file.empty())) {
+        throw UsageError("--watch: it is all sequences that are watched. Leave out --sequence and --file.");
+    }
+    if (asked.watchFor && !asked.watch) throw UsageError("--for: say --watch, too.");
     LinkSession session(context);
+    if (asked.watch) {
+        StatusWatch watch(context, session);
+        return session.Use(
+            "Nothing was read.", [] { return true; }, [&] { return watch.Run(); });
+    }
     return session.Use(
         "Nothing was read.", [&] { return asked.file.empty() || OpenSetupFile(context, OtherVersion::Note); },
         [&] { return one ? ShowOne(context, session, sequence) : ShowAll(context, session); });
@@ -200,18 +260,26 @@ ExitCode Status(CommandContext& context) {
 
 } // namespace
 
-const Command StatusCommand{"status", "Show whether the sequences communicate, or one of them with its data words",
-                            [](CommandOptions& options) {
-                                options.Option("--sequence", "N", options.to.sequence,
-                                               "One sequence: its settings, status and data words");
-                                options.Option("--file", "FILE", options.to.file,
-                                               "Take the sequence's description, and whether its addresses are shown\n"
-                                               "in hexadecimal, from this set-up file");
-                                options.Json();
-                                options.Port();
-                            },
-                            "  vantrelctl status --port 1\n"
-                            "  vantrelctl status --port 1 --sequence 3 --file plant.sdt\n",
-                            Status};
+const Command StatusCommand{
+    "status", "Show whether the sequences communicate, or one of them with its data words",
+    [](CommandOptions& options) {
+        options.Option("--sequence", "N", options.to.sequence, "One sequence: its settings, status and data words");
+        options.Option("--file", "FILE", options.to.file,
+                       "Take the sequence's description, and whether its addresses are shown\n"
+                       "in hexadecimal, from this set-up file");
+        options.Flag("--watch", options.to.watch,
+                     "Go on and print every change with its time, one a line, until\n"
+                     "interrupted; --json: one object a line");
+        options.Option("--for", "TIME", options.to.watchFor, "End watching after this time: 90s, 10m, 8h");
+        options.Flag("--check", options.to.check,
+                     "End with 1 when a sequence fails, or has failed while it was watched");
+        options.Json();
+        options.Port();
+    },
+    "  vantrelctl status --port 1\n"
+    "  vantrelctl status --port 1 --sequence 3 --file plant.sdt\n"
+    "  vantrelctl status --port 1 --watch --for 8h --json >night.jsonl\n"
+    "  vantrelctl status --port 1 --check || echo something fails\n",
+    Status};
 
 } // namespace vantrel

@@ -5,6 +5,7 @@
 #include "link/StatusText.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -22,23 +23,58 @@ bool MayRead(const StatusTabDisplay& display, const RSComm& link) {
 constexpr std::size_t NodeTag(int row) { return 2 * static_cast<std::size_t>(row); }
 constexpr std::size_t StatusTag(int row) { return NodeTag(row) + 1; }
 
-void Show(StatusTabDisplay& display, const RSComm& link, const std::optional<JudgedReading>& judged) {
+std::optional<std::uint16_t> WordOf(const Reading& reading) {
+    const auto number = reading.Number();
+    return number ? std::optional(static_cast<std::uint16_t>(*number)) : std::nullopt;
+}
+
+void Show(StatusTabDisplay& display, StatusLog& log, const RSComm& link, const std::optional<JudgedReading>& judged) {
     if (!judged || judged->reading.HasLinkFailed() || !MayRead(display, link)) return;
     const int row = static_cast<int>(judged->tag / 2);
+    const std::size_t sequence = static_cast<std::size_t>(row) - 1;
+    // Noted before it is shown: who shows it may want to say more.
     if (judged->tag == NodeTag(row)) {
+        log.NoteNode(sequence, WordOf(judged->reading));
         display.ShowNode(row, judged->reading.TextOr(Unread));
-    } else if (const auto status = judged->reading.Number()) {
-        display.ShowStatus(row, StatusDisplay(std::to_string(*status)));
-    } else {
-        display.ShowStatus(row, Unread);
+        return;
     }
+    log.NoteStatus(sequence, WordOf(judged->reading));
+    const auto status = judged->reading.Number();
+    display.ShowStatus(row, status ? StatusDisplay(std::to_string(*status)) : Unread);
 }
 
 } // namespace
 
-Task RefreshStatusTab(StatusTabDisplay& display, const SequenceAddresses& nodeNumbers,
+std::optional<int> StatusSurvey::TakeOutOfSight(const StatusTabDisplay& display) {
+    std::optional<int> next;
+    bool anyInSight = false;
+    for (int i = 0; i < EditorRowCount - 1; ++i) {
+        const int row = (lastRow_ + i) % (EditorRowCount - 1) + 1;
+        const bool visible = display.RowVisible(row);
+        anyInSight = anyInSight || visible;
+        if (!visible && !next) next = row;
+    }
+    if (!next || (anyInSight && inSight_ < ReadingsInSight)) return std::nullopt;
+    inSight_ = 0;
+    lastRow_ = *next;
+    return next;
+}
+
+Task StatusSurvey::LookAtNext(const SequenceAddresses& statusWords, RSComm& link) {
+    const int opened = link.Opened();
+    lastRow_ = lastRow_ % (EditorRowCount - 1) + 1;
+    const std::size_t sequence = static_cast<std::size_t>(lastRow_) - 1;
+    const Reading status = co_await link.Read(statusWords.at(sequence));
+    if (status.HasLinkFailed() || link.Opened() != opened || !link.OnlineMode()) co_return;
+    log_.NoteOpening(opened);
+    log_.NoteStatus(sequence, WordOf(status));
+}
+
+Task RefreshStatusTab(StatusTabDisplay& display, StatusSurvey& survey, const SequenceAddresses& nodeNumbers,
                       const SequenceAddresses& statusWords, RSComm& link, TurnQueue& turns) {
     ReadingWalk walk(link);
+    StatusLog& log = survey.Log();
+    if (MayRead(display, link)) log.NoteOpening(link.Opened());
     for (int row = 1; row < EditorRowCount; ++row) {
         const auto sequence = static_cast<std::size_t>(row) - 1;
         // What nobody sees takes no turn from the rows that somebody does.
@@ -49,7 +85,8 @@ Task RefreshStatusTab(StatusTabDisplay& display, const SequenceAddresses& nodeNu
         const auto beforeNode = co_await walk.Read(nodeNumbers.at(sequence), NodeTag(row));
         // What was read before the port was opened again may be another board's; the next pass begins anew.
         if (walk.Reconnected()) co_return;
-        Show(display, link, beforeNode);
+        Show(display, log, link, beforeNode);
+        survey.NoteInSight();
 
         co_await turns.Behind();
         if (!MayRead(display, link)) co_return;
@@ -57,10 +94,18 @@ Task RefreshStatusTab(StatusTabDisplay& display, const SequenceAddresses& nodeNu
         if (!display.RowVisible(row)) continue;
         const auto beforeStatus = co_await walk.Read(statusWords.at(sequence), StatusTag(row));
         if (walk.Reconnected()) co_return;
-        Show(display, link, beforeStatus);
+        Show(display, log, link, beforeStatus);
+        survey.NoteInSight();
+    }
+    if (const auto row = survey.TakeOutOfSight(display)) {
+        co_await turns.Behind();
+        if (!MayRead(display, link)) co_return;
+        const auto before = co_await walk.Read(statusWords.at(static_cast<std::size_t>(*row) - 1), StatusTag(*row));
+        if (walk.Reconnected()) co_return;
+        Show(display, log, link, before);
     }
     const auto last = co_await walk.End();
-    if (!walk.Reconnected()) Show(display, link, last);
+    if (!walk.Reconnected()) Show(display, log, link, last);
 }
 
 } // namespace vantrel

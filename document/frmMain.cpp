@@ -1,6 +1,7 @@
 // The sequence editor's layout.
 #include "document/frmMain.h"
 
+#include "document/StatusTexts.h"
 #include "platform/QtScreen.h"
 
 #include <QCloseEvent>
@@ -12,6 +13,7 @@
 #include <array>
 #include <chrono>
 #include <initializer_list>
+#include <iterator>
 #include <utility>
 
 namespace vantrel {
@@ -42,11 +44,19 @@ std::array<QWidget*, 4> PartsOf(QtFormatGrid& grid) {
     return {&grid, grid.viewport(), grid.horizontalHeader()->viewport(), grid.verticalHeader()->viewport()};
 }
 
+/// Behind those that are given.
+void AddStatusColumns(GridPlan& plan) {
+    plan.columnsInSight = static_cast<int>(plan.columnWidths.size());
+    plan.format += StatusColumnsFormat();
+    std::ranges::copy(StatusColumnsWidths(), std::back_inserter(plan.columnWidths));
+    std::ranges::copy(StatusColumnsWidestTexts(), std::back_inserter(plan.widestTexts));
+}
+
 } // namespace
 
-frmMain::frmMain(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs, std::int16_t& selectedSequence,
-                 QWidget* parent)
-    : QWidget(parent), document_(document), link_(link), turns_(turns), dialogs_(dialogs),
+frmMain::frmMain(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs, StatusLog& statusLog,
+                 std::int16_t& selectedSequence, QWidget* parent)
+    : QWidget(parent), document_(document), link_(link), turns_(turns), dialogs_(dialogs), statusLog_(statusLog),
       selectedSequence_(selectedSequence), grids_(new QStackedLayout),
       edits_(document.CurrentConfiguration, link, turns, [this](const LandedEdit& landed) { Landed(landed); }) {
     setObjectName(QStringLiteral("frmMain"));
@@ -96,17 +106,20 @@ void frmMain::LayOutGrids() {
         grid.setObjectName(QStringLiteral("fgComm%1").arg(index));
         grid.setAccessibleName(QString::fromStdString(EditorTabCaption(tab)).remove(QLatin1Char('&')));
         grid.setFont(GridFont(font()));
-        grid.LayOut({.format = EditorGridFormat(tab),
-                     .columnWidths = EditorColumnWidths(tab),
-                     .rows = EditorRowCount,
-                     .rowsShown = EditorRowsShown,
-                     .leastRows = LeastRows,
-                     .leastColumns = LeastColumns,
-                     .width = EditorGridWidth,
-                     .widestTexts = EditorWidestTexts(tab),
-                     .firstStretchingColumn = 2});
+        GridPlan plan{.format = EditorGridFormat(tab),
+                      .columnWidths = EditorColumnWidths(tab),
+                      .rows = EditorRowCount,
+                      .rowsShown = EditorRowsShown,
+                      .leastRows = LeastRows,
+                      .leastColumns = LeastColumns,
+                      .width = EditorGridWidth,
+                      .widestTexts = EditorWidestTexts(tab),
+                      .firstStretchingColumn = 2};
+        if (tab == EditorTab::CommStatus) AddStatusColumns(plan);
+        grid.LayOut(plan);
         WatchGrid(grid);
     }
+    LayOutStatusGrid();
     SequenceRowHeight = static_cast<std::int16_t>(fgComm[1].RowHeight());
 }
 
@@ -152,9 +165,10 @@ void frmMain::BuildDefaultButton() {
     cmdDefault.setParent(this);
     cmdDefault.setGeometry(0, 0, 0, 0);
     // Tab leads from it into the grid; to it only the program leads.
-    QWidget* before = &tbsComm;
+    QWidget* before = &cmdHealth[0];
     for (QWidget* next :
-         std::initializer_list<QWidget*>{&cmdDefault, &fgComm[0], &fgComm[1], &fgComm[2], &txtMessageDisplay}) {
+         std::initializer_list<QWidget*>{&cmdHealth[1], &cmdHealth[2], &cmdHealth[3], &tbsComm, &cmdDefault, &fgComm[0],
+                                         &fgComm[1], &fgComm[2], &txtMessageDisplay}) {
         setTabOrder(before, next);
         before = next;
     }
@@ -182,11 +196,12 @@ void frmMain::LayOutWindow() {
     heading_.setText(QStringLiteral("Communication Sequences"));
 
     hint_.setWordWrap(true);
+    QWidget* health = BuildHealthBar();
     // The gaps give way first on a small screen, with the grids: they all have a stretch, which counts only with the
     // least that they need.
     const int side = PixelsOfTwips(EditorGridLeft, *this);
     const int gap = PixelsOfTwips(MessageGap, *this);
-    const int lines = heading_.sizeHint().height() + hint_.fontMetrics().lineSpacing();
+    const int lines = heading_.sizeHint().height() + hint_.fontMetrics().lineSpacing() + health->sizeHint().height();
     const int spare = std::max(PixelsOfTwips(EditorGridTop, *this) - tbsComm.sizeHint().height() - lines, 0);
     auto* all = new QVBoxLayout(this);
     const auto addGap = [all](int height) {
@@ -200,6 +215,7 @@ void frmMain::LayOutWindow() {
     addGap(gap / 2);
     all->addWidget(&hint_);
     addGap(spare / 2);
+    all->addWidget(health);
     all->addWidget(&tbsComm);
     for (QtFormatGrid& grid : fgComm)
         grids_->addWidget(&grid);

@@ -15,6 +15,7 @@
 #include "platform/Task.h"
 #include "platform/TurnQueue.h"
 #include "widgets/QtFormatGrid.h"
+#include "widgets/QtStripDelegate.h"
 
 #include <QAction>
 #include <QGroupBox>
@@ -26,6 +27,7 @@
 #include <QStackedLayout>
 #include <QTabBar>
 #include <QTimer>
+#include <QToolButton>
 #include <QUndoStack>
 #include <QWidget>
 
@@ -46,10 +48,10 @@ namespace vantrel {
 /// and the link is ONLINE, it reads the status of the visible sequences again and again.
 class frmMain final : public QWidget, private StatusTabDisplay {
 public:
-    /// Shows the status tab. The record may still be empty. `selectedSequence` (0..30) follows the selected row. All
-    /// that is borrowed must outlive the window.
-    frmMain(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs, std::int16_t& selectedSequence,
-            QWidget* parent = nullptr);
+    /// Shows the status tab. The record may still be empty. `statusLog` is told what the status tab reads.
+    /// `selectedSequence` (0..30) follows the selected row. All that is borrowed must outlive the window.
+    frmMain(Document& document, RSComm& link, TurnQueue& turns, Dialogs& dialogs, StatusLog& statusLog,
+            std::int16_t& selectedSequence, QWidget* parent = nullptr);
     ~frmMain() override;
 
     /// Rebuilds the display when the document asks for it (`ReloadDisplay`), which is thereby answered; an open box is
@@ -61,6 +63,10 @@ public:
     void FinishFill();
     /// Call after every change of the mode: while OFFLINE the status tab shows dashes only.
     void ShowOffline();
+    /// The status tab is in sight and read, again and again.
+    [[nodiscard]] bool ReadsStatus() const { return link_.OnlineMode() && !link_.LinkFailed() && StatusWanted(); }
+    /// Reads the status of one sequence: for as long as the status tab does not.
+    [[nodiscard]] Task LookAtNextStatus() { return survey_.LookAtNext(StatusWordAddresses, link_); }
     /// Written only when it has changed, so that reading, selecting and scrolling are left in peace.
     void SetSystemMessage(const std::string& text);
 
@@ -108,6 +114,7 @@ public:
     QLineEdit txtEntry; ///< A child of the grid's cells, so that it is never drawn over headings or borders.
     QGroupBox fraMessageDisplay;
     QPlainTextEdit txtMessageDisplay;
+    std::array<QToolButton, SequenceHealths.size()> cmdHealth; ///< How many are OK, and so on; each shows them alone.
     QPushButton cmdDefault; ///< Has the focus while nothing is edited; the user does not see it.
     QTimer tmrStatusTab; ///< Runs from the end of one pass over the status tab to the next.
 
@@ -161,6 +168,17 @@ private:
     [[nodiscard]] bool RowVisible(int row) const override;
     void ShowNode(int row, const std::string& text) override;
     void ShowStatus(int row, const std::string& text) override;
+
+    // What stands beside the status (frmMainStatus.cpp)
+    void LayOutStatusGrid();
+    QWidget* BuildHealthBar();
+    void ShowRecord(int row);
+    /// How many are in each state, and only those that are asked for.
+    void ShowHealth();
+    /// What is to be selected must not be left out.
+    void ShowRowOf(int sequence);
+    void ChooseHealth(SequenceHealth health, bool chosen);
+    [[nodiscard]] std::vector<StripTick> TicksOf(int row) const;
 
     // The entry box (frmMainEntry.cpp)
     /// What leaves the box, and where to it goes on then.
@@ -256,11 +274,14 @@ private:
     RSComm& link_;
     TurnQueue& turns_;
     Dialogs& dialogs_;
+    StatusLog& statusLog_;
+    StatusSurvey survey_{statusLog_};
     std::int16_t& selectedSequence_;
     std::function<void()> onSequenceChosen_;
     QStackedLayout* grids_; ///< Qt's, as a part of the window's layout.
     QLabel heading_;
     QLabel hint_;
+    std::optional<SequenceHealth> healthShown_; ///< Nothing: every sequence is.
     EntryState entry_ = EntryState::Shut;
     EntryEnd endedBy_ = EntryEnd::Elsewhere;
     std::vector<std::unique_ptr<QKeyEvent>> typedAhead_; ///< While the entry is on its way.

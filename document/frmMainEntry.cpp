@@ -185,9 +185,11 @@ std::optional<frmMain::Cell> frmMain::CellBeside(int step) const {
     const QtFormatGrid& grid = VisibleGrid();
     const int first = FirstColumn();
     const int columns = grid.ColumnCount() - first;
-    const int cell = (grid.CurrentRow() - 1) * columns + std::max(grid.CurrentColumn() - first, 0) + step;
-    if (cell < 0 || cell >= (grid.RowCount() - 1) * columns) return std::nullopt;
-    return Cell{cell / columns + 1, cell % columns + first};
+    int cell = (grid.CurrentRow() - 1) * columns + std::max(grid.CurrentColumn() - first, 0) + step;
+    for (; cell >= 0 && cell < (grid.RowCount() - 1) * columns; cell += step) {
+        if (!grid.isRowHidden(cell / columns)) return Cell{cell / columns + 1, cell % columns + first};
+    }
+    return std::nullopt;
 }
 
 } // namespace vantrel

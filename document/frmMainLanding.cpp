@@ -21,6 +21,7 @@ void frmMain::Landed(const LandedEdit& landed) {
         SetEntry(EntryState::Open);
         txtEntry.setText(SavedCellText);
     }
+    statusLog_.ForgetNodes();
     ShowLanded(landed);
     TellLanded(landed);
     if (!landed.Confirmed() && !landed.HasLinkFailed()) {

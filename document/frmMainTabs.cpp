@@ -29,6 +29,7 @@ void frmMain::ChangeTab() {
     // Without a current cell, which comes with the first key.
     if (hadFocus) VisibleGrid().setFocus(Qt::ActiveWindowFocusReason);
     hint_.setText(QString::fromStdString(EditorTabHint(CurrentTab)));
+    ShowHealth();
     ShowBlockCommands();
     StartFill();
 }
@@ -41,6 +42,7 @@ void frmMain::NoteSelection(const QtFormatGrid& grid) {
 
 void frmMain::SelectSequenceInView() {
     constexpr int last = static_cast<int>(SequenceCount) - 1;
+    ShowRowOf(std::clamp<int>(selectedSequence_, 0, last));
     VisibleGrid().SetCurrentCell(std::clamp<int>(selectedSequence_, 0, last) + 1, FirstColumn());
 }
 
@@ -88,6 +90,7 @@ void frmMain::Refill() {
 }
 
 void frmMain::ShowOffline() {
+    ShowHealth();
     if (CurrentTab == EditorTab::CommStatus && !link_.OnlineMode()) StartFill();
 }
 
@@ -106,7 +109,7 @@ Task frmMain::FillAndFollow() {
             if (nextRowToFill_ < EditorRowCount) FillRow(nextRowToFill_++);
         }
         while (CurrentTab == EditorTab::CommStatus && link_.Opened() == opened) {
-            co_await RefreshStatusTab(*this, NodeNumberAddresses, StatusWordAddresses, link_, turns_);
+            co_await RefreshStatusTab(*this, survey_, NodeNumberAddresses, StatusWordAddresses, link_, turns_);
             tmrStatusTab.start();
             co_await periodOver_.Raised();
         }
@@ -119,6 +122,7 @@ void frmMain::FillRow(int row) {
     const auto texts = EditorRowTexts(document_.CurrentConfiguration, CurrentTab, static_cast<std::size_t>(row) - 1);
     for (std::size_t column = 0; column < texts.size(); ++column)
         ShowCell(row, static_cast<int>(column), texts[column]);
+    if (CurrentTab == EditorTab::CommStatus) ShowRecord(row);
 }
 
 void frmMain::ShowCell(int row, int column, const std::string& text) {
@@ -140,7 +144,7 @@ bool frmMain::StatusWanted() const {
            (behindView_ || !QApplication::activeModalWidget());
 }
 
-bool frmMain::RowVisible(int row) const { return VisibleGrid().VisibleRows().Contains(row); }
+bool frmMain::RowVisible(int row) const { return VisibleGrid().RowInSight(row); }
 
 void frmMain::ShowNode(int row, const std::string& text) {
     VisibleGrid().SetText(row, 1, QString::fromStdString(text));
@@ -148,6 +152,8 @@ void frmMain::ShowNode(int row, const std::string& text) {
 
 void frmMain::ShowStatus(int row, const std::string& text) {
     VisibleGrid().SetText(row, 2, QString::fromStdString(text));
+    ShowRecord(row);
+    ShowHealth();
 }
 
 void frmMain::SetSystemMessage(const std::string& text) {

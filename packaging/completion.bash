@@ -4,6 +4,7 @@ _vantrel() {
     COMPREPLY=()
     case $previous in
     --speed) words='9600 19200' ;;
+    --for) words='10m 1h 8h' ;;
     --port) words='simulated 1 2 3 4' ;;
     --program-folder)
         mapfile -t COMPREPLY < <(compgen -d -- "$current")

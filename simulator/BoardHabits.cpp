@@ -5,6 +5,7 @@
 #include "simulator/DurationText.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace vantrel {
 
@@ -57,9 +58,33 @@ bool AddRefused(BoardHabits& habits, std::string_view value) {
     return range.has_value();
 }
 
+constexpr MonotonicTime StatusCycle = std::chrono::seconds(10);
+constexpr int LastSequence = 30;
+
+template <typename Number> bool ReadWhole(std::string_view text, Number& number, int base) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
+    return error == std::errc{} && end == text.data() + text.size();
+}
+
+/// SEQUENCE:CODE or SEQUENCE:CODE:TIME, the code in hexadecimal.
+bool AddStatus(BoardHabits& habits, std::string_view value) {
+    const std::size_t colon = std::min(value.find(':'), value.size());
+    const std::string_view rest = value.substr(std::min(colon + 1, value.size()));
+    const std::size_t second = rest.find(':');
+    ShownStatus shown;
+    if (second != std::string_view::npos) {
+        shown.forTime = ParseDuration(rest.substr(second + 1));
+        if (!shown.forTime || *shown.forTime > StatusCycle) return false;
+    }
+    if (!ReadWhole(value.substr(0, colon), shown.sequence, 10) || shown.sequence < 0) return false;
+    if (shown.sequence > LastSequence || !ReadWhole(rest.substr(0, second), shown.code, 16)) return false;
+    habits.statuses.push_back(shown);
+    return true;
+}
+
 /// In the order of HabitNames.
-constexpr std::array<bool (*)(BoardHabits&, std::string_view), 5> Setters{SetHalfSent, SetAfterForgetting,
-                                                                          SetSyncInMode, SetIdle, AddRefused};
+constexpr std::array<bool (*)(BoardHabits&, std::string_view), 6> Setters{
+    SetHalfSent, SetAfterForgetting, SetSyncInMode, SetIdle, AddRefused, AddStatus};
 
 } // namespace
 
@@ -68,8 +93,16 @@ bool BoardHabits::Refuses(std::uint16_t address) const {
                        [&](const AddressRange& range) { return range.first <= address && address <= range.last; });
 }
 
-const std::array<HabitName, 5>& HabitNames() {
-    static constexpr std::array<HabitName, 5> names{{
+std::optional<std::uint16_t> BoardHabits::StatusOf(int sequence, MonotonicTime now) const {
+    const auto found = std::find_if(statuses.rbegin(), statuses.rend(),
+                                    [&](const ShownStatus& shown) { return shown.sequence == sequence; });
+    if (found == statuses.rend()) return std::nullopt;
+    if (found->forTime && now % StatusCycle < StatusCycle - *found->forTime) return std::nullopt;
+    return found->code;
+}
+
+const std::array<HabitName, 6>& HabitNames() {
+    static constexpr std::array<HabitName, 6> names{{
         {"half-sent", "500ms|TIME|forever", "A value that stops half way is forgotten after this time."},
         {"after-half-sent", "sync|mode",
          "The board then waits for a sync, or stays in its mode and waits for an address."},
@@ -78,6 +111,8 @@ const std::array<HabitName, 5>& HabitNames() {
         {"idle", "zero|echo", "Where a sync is due, any other byte is answered with 00, or echoed."},
         {"refuse", "ADDRESS",
          "The value is echoed but not stored: W16384, or B8176-B8190; may be given more than once."},
+        {"status", "SEQ:CODE[:TIME]",
+         "The sequence shows this status code, 4:05, or only for so long in ten seconds, 9:0C:1s."},
     }};
     return names;
 }

@@ -28,6 +28,15 @@ struct AddressRange {
     friend bool operator==(const AddressRange&, const AddressRange&) = default;
 };
 
+/// A sequence that does not do as its node would have it.
+struct ShownStatus {
+    int sequence = 0;
+    std::uint16_t code = 0;
+    std::optional<MonotonicTime> forTime{}; ///< So long in every ten seconds, at their end; nothing: always.
+
+    friend bool operator==(const ShownStatus&, const ShownStatus&) = default;
+};
+
 /// The defaults are the board that `simulate` is without any option.
 struct BoardHabits {
     /// A silence as long as this inside a value makes the board forget it; nothing: it waits for the rest for ever.
@@ -36,10 +45,13 @@ struct BoardHabits {
     SyncInMode syncInMode = SyncInMode::Second;
     bool echoesWhileIdle = false; ///< Where a sync or a mode is due, any other byte is echoed instead of answered 0x00.
     std::vector<AddressRange> refused{}; ///< Echoed like all others, but not stored.
+    std::vector<ShownStatus> statuses{}; ///< The last one for a sequence counts.
 
     friend bool operator==(const BoardHabits&, const BoardHabits&) = default;
 
     [[nodiscard]] bool Refuses(std::uint16_t address) const;
+    /// The status code that the sequence shows at `now` whatever its node does; nothing for one that does as its node.
+    [[nodiscard]] std::optional<std::uint16_t> StatusOf(int sequence, MonotonicTime now) const;
 };
 
 struct HabitName {
@@ -48,7 +60,7 @@ struct HabitName {
     std::string_view sentence; ///< What the board then does.
 };
 
-[[nodiscard]] const std::array<HabitName, 5>& HabitNames();
+[[nodiscard]] const std::array<HabitName, 6>& HabitNames();
 
 /// `habits` with one more of them, written NAME=VALUE; nothing for any other text. A habit named twice has its
 /// last value; refused addresses add up.

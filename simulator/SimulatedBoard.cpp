@@ -1,6 +1,8 @@
 // The byte-echo protocol as the board speaks it, and the faults that can be laid over it.
 #include "simulator/SimulatedBoard.h"
 
+#include "link/TargetMap.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -136,7 +138,7 @@ std::uint8_t SimulatedBoard::ReadData(MonotonicTime now) {
     const bool completesWord =
         lastRead_ && address_ % 2 == 1 && lastRead_->address + 1 == address_ && now - lastRead_->at < WordLimit;
     lastRead_ = LastRead{address_, completesWord ? lastRead_->at : now};
-    return memory_.Peek(address_, lastRead_->at);
+    return Peek(address_, lastRead_->at);
 }
 
 void SimulatedBoard::Garble(Reaction& reaction) {
@@ -148,7 +150,12 @@ void SimulatedBoard::Garble(Reaction& reaction) {
     if (reaction.kind == Kind::AddressEcho) due_ = Due::Sync;
 }
 
-std::uint8_t SimulatedBoard::Peek(std::uint16_t address, MonotonicTime now) const { return memory_.Peek(address, now); }
+std::uint8_t SimulatedBoard::Peek(std::uint16_t address, MonotonicTime now) const {
+    const int place = address - StatusWordBase;
+    const auto status = place >= 0 ? habits_.StatusOf(place / 2, now) : std::nullopt;
+    if (!status) return memory_.Peek(address, now);
+    return static_cast<std::uint8_t>(place % 2 == 0 ? *status & 0xFF : *status >> 8);
+}
 
 std::uint16_t SimulatedBoard::PeekWord(std::uint16_t address, MonotonicTime now) const {
     const auto high = static_cast<std::uint16_t>(address + 1);

@@ -1,6 +1,8 @@
 // The two looks, and the entry of the sequence number.
 #include "views/frmCommInterface.h"
 
+#include "link/StatusAdvice.h"
+#include "link/TargetMap.h"
 #include "text/NumberText.h"
 
 #include <QEvent>
@@ -155,6 +157,11 @@ void frmCommInterface::ShowSetting(SettingsGrid grid, int row, const std::string
     ShowWords();
 }
 
-void frmCommInterface::ShowStatus(const std::string& text) { lblSetting[2].setText(Text(text)); }
+void frmCommInterface::ShowStatus(const std::string& text) {
+    lblSetting[2].setText(Text(text));
+    const auto code = LeadingHexNumber(text);
+    lblAdvice.setText(code ? Text(AdviceText(*code)) : QString());
+    lblAdvice.setToolTip(lblAdvice.text());
+}
 
 } // namespace vantrel

@@ -54,6 +54,7 @@ public:
     QComboBox cboNotation;
     QPushButton cmdPlot;
     QTimer tmrFade; ///< Takes the marks of changed words away.
+    QLabel lblAdvice; ///< Why the status may be what it is, and what to look at.
     QPushButton cmdDefault; ///< Has the focus while no number is entered; the user does not see it.
 
     // State.

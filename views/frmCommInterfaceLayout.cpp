@@ -35,6 +35,7 @@ constexpr int DataRowsShown = 17;
 constexpr int LeastDataRows = 5;
 constexpr int DescriptionLines = 2;
 constexpr int FadeMilliseconds = 100;
+constexpr int AdviceLines = 4;
 
 constexpr std::array SettingLabels{"Node Number:", "Description:", "Status:"};
 
@@ -104,6 +105,14 @@ void frmCommInterface::BuildLabels() {
     // However long it is, the window keeps its shape; the tool tip has it all.
     description.setFixedHeight(DescriptionLines * description.fontMetrics().lineSpacing());
     description.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    lblAdvice.setObjectName(QStringLiteral("lblAdvice"));
+    lblAdvice.setAccessibleName(QStringLiteral("Cause and remedy"));
+    lblAdvice.setTextFormat(Qt::PlainText);
+    lblAdvice.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblAdvice.setWordWrap(true);
+    lblAdvice.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lblAdvice.setFixedHeight(AdviceLines * lblAdvice.fontMetrics().lineSpacing());
+    lblAdvice.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
 void frmCommInterface::LayOutGrids() {
@@ -174,6 +183,7 @@ void frmCommInterface::LayOutForm(QFormLayout& form) {
     }
     lblSetUpNode.setObjectName(QStringLiteral("lblSetUpNode"));
     lblSetUpNode.setTextFormat(Qt::PlainText);
+    form.addRow(&lblAdvice);
 }
 
 void frmCommInterface::LayOutWindow() {

@@ -98,8 +98,16 @@ public:
         At(row, column).italic = italic;
         Changed(row, column);
     }
+    void SetIcon(int row, int column, const QIcon& icon) {
+        if (At(row, column).icon.cacheKey() == icon.cacheKey()) return;
+        At(row, column).icon = icon;
+        Changed(row, column);
+    }
+    void SetOnHint(std::function<QString(int, int)> onHint) { onHint_ = std::move(onHint); }
     [[nodiscard]] QVariant Role(int row, int column, int role) const {
         const Cell& cell = At(row, column);
+        if (role == Qt::DecorationRole && !cell.icon.isNull()) return cell.icon;
+        if (role == Qt::ToolTipRole && row > 0 && onHint_) return onHint_(row, column);
         if (role == Qt::DisplayRole) return cell.text;
         if (role == Qt::TextAlignmentRole) return columns_.at(static_cast<std::size_t>(column)).alignment.toInt();
         if (role == Qt::ForegroundRole && cell.color.isValid()) return cell.color;
@@ -128,6 +136,7 @@ private:
         QString text;
         QColor color;
         QColor ground;
+        QIcon icon;
         bool italic = false;
     };
 
@@ -145,6 +154,7 @@ private:
 
     std::vector<FormatColumn> columns_;
     std::vector<std::vector<Cell>> cells_;
+    std::function<QString(int, int)> onHint_;
 };
 
 QtFormatGrid::QtFormatGrid(QWidget* parent) : QTableView(parent), cells_(new Cells(this)) {
@@ -209,14 +219,16 @@ void QtFormatGrid::FitFont() {
     const auto widthOf = [this](int columns) {
         return std::accumulate(leastWidths_.begin(), leastWidths_.begin() + columns, 0);
     };
+    const int inSight = plan_.columnsInSight > 0 ? plan_.columnsInSight : ColumnCount();
     const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, verticalScrollBar());
-    const int frame = std::max(border, PixelsOfTwips(BorderTwips, *this));
+    // The bar that scrolls the columns behind takes no row its place.
+    const int frame = std::max(border, PixelsOfTwips(BorderTwips, *this)) + (inSight < ColumnCount() ? scrollBar : 0);
     const int leastRows = plan_.leastRows > 0 ? plan_.leastRows : plan_.rowsShown;
-    const int width = std::max(PixelsOfTwips(plan_.width, *this), widthOf(ColumnCount()) + scrollBar + border);
+    const int width = std::max(PixelsOfTwips(plan_.width, *this), widthOf(inSight) + scrollBar + border);
     wanted_ = {width, frame + plan_.rowsShown * rowHeight_};
     const bool narrows = plan_.leastColumns > 0 && plan_.leastColumns < ColumnCount();
     const int leastWidth = narrows ? widthOf(plan_.leastColumns) + scrollBar + border : width;
-    setMinimumSize(std::min(leastWidth, width), frame + leastRows * rowHeight_ + (narrows ? scrollBar : 0));
+    setMinimumSize(std::min(leastWidth, width), frame + leastRows * rowHeight_ + (narrows && inSight == ColumnCount() ? scrollBar : 0));
     updateGeometry();
     StretchColumns();
 }
@@ -277,6 +289,12 @@ void QtFormatGrid::SetTextColor(int row, int column, const QColor& color) {
 void QtFormatGrid::SetGround(int row, int column, const QColor& color) { cells_->SetGround(row, column, color); }
 
 void QtFormatGrid::SetItalic(int row, int column, bool italic) { cells_->SetItalic(row, column, italic); }
+
+void QtFormatGrid::SetIcon(int row, int column, const QIcon& icon) { cells_->SetIcon(row, column, icon); }
+
+void QtFormatGrid::SetOnHint(std::function<QString(int row, int column)> onHint) {
+    cells_->SetOnHint(std::move(onHint));
+}
 
 void QtFormatGrid::SetCurrentCell(int row, int column) {
     const QModelIndex cell = cells_->index(row - 1, column - 1);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QColor>
+#include <QIcon>
 #include <QRect>
 #include <QString>
 #include <QTableView>
@@ -28,6 +29,7 @@ struct GridPlan {
     int width = 0; ///< Of the whole grid.
     std::vector<std::string> widestTexts{}; ///< What a column has room for; may be shorter than the columns.
     int firstStretchingColumn = 1; ///< Room to spare goes to this column and those behind it, in equal parts.
+    int columnsInSight = 0; ///< Always, the fixed one included; those behind are scrolled where room is short. 0: all.
 };
 
 /// Rows that are on the screen; none when `last` is below `first`.
@@ -58,6 +60,12 @@ public:
     /// The ground of a cell of the body; an invalid colour gives it back to the theme.
     void SetGround(int row, int column, const QColor& color);
     void SetItalic(int row, int column, bool italic);
+    /// Before the text.
+    void SetIcon(int row, int column, const QIcon& icon);
+    /// Asked for the hint of a cell when the pointer rests on it.
+    void SetOnHint(std::function<QString(int row, int column)> onHint);
+    /// A row that is not shown takes no room.
+    void ShowRow(int row, bool shown) { setRowHidden(row - 1, !shown); }
 
     /// 0 while no cell is the current one.
     [[nodiscard]] int CurrentRow() const { return currentIndex().row() + 1; }
@@ -73,6 +81,8 @@ public:
     /// Of the rows below the heading, those of which the user really sees a part: scrolled in, and not hidden with a
     /// tab, behind an edge or in a minimised window.
     [[nodiscard]] RowRange VisibleRows() const;
+    /// One of them, and not one that is not shown.
+    [[nodiscard]] bool RowInSight(int row) const { return VisibleRows().Contains(row) && !isRowHidden(row - 1); }
     /// Of every row, the heading row included; pixels.
     [[nodiscard]] int RowHeight() const { return rowHeight_; }
     /// The selected cells, tabs between columns and line ends between rows.

@@ -91,6 +91,19 @@ public:
         painter_.setBrush(fill);
         painter_.drawEllipse(centre * scale_, radius * scale_, radius * scale_);
     }
+    void Ring(QPointF centre, double radius, double width, const QColor& ink) {
+        painter_.setPen(QPen(ink, width * scale_));
+        painter_.setBrush(Qt::NoBrush);
+        painter_.drawEllipse(centre * scale_, radius * scale_, radius * scale_);
+    }
+    void Plane(Points points, const QColor& fill) {
+        QPolygonF shape;
+        for (const QPointF& point : points)
+            shape << point * scale_;
+        painter_.setPen(Qt::NoPen);
+        painter_.setBrush(fill);
+        painter_.drawPolygon(shape);
+    }
     void Stroke(Points points, double width, const QColor& ink) {
         QPolygonF line;
         for (const QPointF& point : points)
@@ -212,6 +225,21 @@ void DrawProgram(Sketch& on) {
     on.Disc({12, 17.8}, 3.4, on.inks.amber);
 }
 
+void DrawLampGood(Sketch& on) { on.Disc({12, 12}, 8, on.inks.green); }
+
+void DrawLampBad(Sketch& on) {
+    on.Plane({{12, 0.5}, {23.5, 12}, {12, 23.5}, {0.5, 12}}, on.inks.red);
+    on.Stroke({{12, 6.5}, {12, 13}}, 2.6, Qt::white);
+    on.Disc({12, 17.3}, 1.6, Qt::white);
+}
+
+void DrawLampOff(Sketch& on) {
+    on.Ring({12, 12}, 7.5, 2.2, on.inks.line);
+    on.Stroke({{8.5, 12}, {15.5, 12}}, 2.2, on.inks.line);
+}
+
+void DrawLampUnknown(Sketch& on) { on.Ring({12, 12}, 4.5, 2.2, on.inks.grey); }
+
 void Draw(ProgramIcon icon, Sketch& on) {
     switch (icon) {
     case ProgramIcon::New:
@@ -234,6 +262,14 @@ void Draw(ProgramIcon icon, Sketch& on) {
         return DrawCommunication(on);
     case ProgramIcon::Program:
         return DrawProgram(on);
+    case ProgramIcon::LampGood:
+        return DrawLampGood(on);
+    case ProgramIcon::LampBad:
+        return DrawLampBad(on);
+    case ProgramIcon::LampOff:
+        return DrawLampOff(on);
+    case ProgramIcon::LampUnknown:
+        return DrawLampUnknown(on);
     }
 }
 
@@ -271,5 +307,12 @@ private:
 } // namespace
 
 QIcon IconOf(ProgramIcon icon) { return QIcon(new ProgramIconEngine(icon)); }
+
+QColor LampColor(ProgramIcon lamp) {
+    const Inks inks = InksFor(QIcon::Normal);
+    if (lamp == ProgramIcon::LampGood) return inks.green;
+    if (lamp == ProgramIcon::LampBad) return inks.red;
+    return lamp == ProgramIcon::LampOff ? inks.line : inks.grey;
+}
 
 } // namespace vantrel

@@ -1,6 +1,7 @@
 // The program's own icons, drawn as vector paths: crisp at any scale, in the colours of the light or dark theme.
 #pragma once
 
+#include <QColor>
 #include <QIcon>
 
 namespace vantrel {
@@ -16,9 +17,16 @@ enum class ProgramIcon {
     TargetBoard,
     Communication,
     Program, ///< The program itself, also its windows' icon.
+    // Lamps: each with a shape of its own, for eyes that see no colours.
+    LampGood, ///< A disc.
+    LampBad, ///< A diamond with an exclamation mark.
+    LampOff, ///< A ring with a bar in it.
+    LampUnknown, ///< A small ring.
 };
 
 /// Follows the application's palette whenever it is drawn; a disabled icon loses its colours.
 [[nodiscard]] QIcon IconOf(ProgramIcon icon);
+/// The colour that a lamp has in the application's theme.
+[[nodiscard]] QColor LampColor(ProgramIcon lamp);
 
 } // namespace vantrel

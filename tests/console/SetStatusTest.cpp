@@ -1,4 +1,6 @@
 // One value of a file, and what the sequences do on the board.
+#include "link/StatusAdvice.h"
+#include "simulator/BoardHabits.h"
 #include "tests/console/ConsoleFixture.h"
 
 #include <nlohmann/json.hpp>
@@ -66,6 +68,47 @@ TEST_F(ConsoleTest, StatusShowsTheBoardAsTheWindowsDo) {
     Expect(2, "status --port 1 --file @plant.sdt");
 }
 
+TEST_F(ConsoleTest, StatusSaysWhyASequenceFailsAndEndsWithOneWhenThatIsChecked) {
+    board.SetHabits(WithHabit({}, "status=4:05").value());
+    board.PokeWord(16384 + 4 * 512, 5);
+    const std::string remedy = std::string(AdviceOn(5).remedy);
+    Expect(0, "status --port 1", {"\n05: No Slave Response, Timeout (sequence 4)\n", remedy});
+    Expect(1, "status --port 1 --check", {"At least one sequence is failing."});
+    Expect(0, "status --port 1 --check --sequence 3");
+    Expect(1, "status --port 1 --check --sequence 4", {"\nRemedy:           " + remedy + "\n"});
+    const auto json = nlohmann::json::parse(Run(Words("status --json --port 1")).out);
+    EXPECT_EQ(json[4]["state"], "failing");
+    EXPECT_EQ(json[4]["remedy"], remedy);
+    EXPECT_EQ(json[3]["state"], "disabled");
+}
+
+TEST_F(ConsoleTest, AWatchPrintsEveryChangeWithItsTimeUntilItIsOverOrInterrupted) {
+    board.SetHabits(WithHabit({}, "status=4:05:2s").value());
+    board.PokeWord(16384 + 4 * 512, 5);
+    // The node fails for two seconds of every ten: from the eighth on, and the line has taken its time, too.
+    const Ended ended = Expect(1, "status --port 1 --watch --for 12s --check",
+                               {"2026-03-14 09:05:15  sequence  4  05: No Slave Response, Timeout (was 02: Comm to "
+                                "Node OK)\n2026-03-14 09:05:17  sequence  4  02: Comm to Node OK (was 05: "});
+    EXPECT_EQ(CountOf(ended.out, "\n"), 1U + 31 + 2);
+    Expect(0, "status --port 1 --watch --for 1s --check", {"sequence  4  02: Comm to Node OK\n"});
+
+    clock.interruptAt = clock.Now() + std::chrono::seconds(10);
+    std::istringstream lines(Expect(0, "status --port 1 --watch --json").out);
+    std::vector<nlohmann::json> changes;
+    for (std::string line; std::getline(lines, line);)
+        changes.push_back(nlohmann::json::parse(line));
+    ASSERT_EQ(changes.size(), 1U + 31 + 2);
+    EXPECT_EQ(changes[32]["sequence"], 4);
+    EXPECT_EQ(changes[32]["statusCode"], 5);
+    EXPECT_EQ(changes[32]["state"], "failing");
+    clock.interrupted = false;
+
+    board.AddFault({.kind = FaultKind::HangUp, .afterBytes = board.ReceivedBytes() + 500});
+    Expect(3, "status --port 1 --watch", {"  The link to the board failed\n"});
+    for (const char* wrong : {"--watch --for 10", "--for 10m", "--watch --for 0s", "--watch --sequence 3"})
+        Expect(2, std::string("status --port 1 ") + wrong);
+}
+
 TEST_F(ConsoleTest, ResultsAsJsonNameSequencesAndFields) {
     Imported("plant.sdt");
     const auto json = [this](const std::string& line) {
@@ -86,7 +129,7 @@ TEST_F(ConsoleTest, ResultsAsJsonNameSequencesAndFields) {
     EXPECT_EQ(addresses, "W16896 W16898 B8180 F13 F14 B8176.6 B8176.7 B8177.0 B8177.1 ");
     EXPECT_EQ(read[2]["value"], 1);
     EXPECT_EQ(json("status")[1], nlohmann::json::parse(R"({"sequence":1,"NodeNumber":3,"statusCode":2,
-                                                            "status":"02: Comm to Node OK"})"));
+                                                            "status":"02: Comm to Node OK","state":"OK"})"));
     const auto one = json("status --sequence 1 --file @plant.sdt");
     EXPECT_EQ(one["description"], "Second");
     EXPECT_EQ(one["SendFromTI"], "V400");

@@ -2,7 +2,9 @@
 #include "document/StatusTab.h"
 
 #include "tests/support/BoardLink.h"
+#include "tests/support/SentBytes.h"
 
+#include <algorithm>
 #include <functional>
 #include <set>
 
@@ -11,11 +13,30 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+/// Remembers how often each sequence was looked at, and what it is told last.
+class Looks final : public StatusLog {
+public:
+    void NoteOpening(int opened) override { lastOpening = opened; }
+    void NoteNode(std::size_t sequence, std::optional<std::uint16_t> node) override { records[sequence].node = node; }
+    void NoteStatus(std::size_t sequence, std::optional<std::uint16_t> code) override {
+        records[sequence].code = code;
+        ++looks[sequence];
+    }
+    void ForgetNodes() override {}
+    [[nodiscard]] const SequenceRecord& Of(std::size_t sequence) const override { return records.at(sequence); }
+    [[nodiscard]] MonotonicTime Now() const override { return {}; }
+    [[nodiscard]] std::chrono::local_seconds LocalNow() const override { return {}; }
+
+    std::array<SequenceRecord, SequenceCount> records{};
+    std::array<int, SequenceCount> looks{};
+    int lastOpening = 0;
+};
+
 class StatusTabTest : public BoardLink<>, public StatusTabDisplay {
 protected:
     Texts Pass() {
         shown.clear();
-        Task pass = RefreshStatusTab(*this, nodes, words, link, turns);
+        Task pass = RefreshStatusTab(*this, survey, nodes, words, link, turns);
         turns.RunToEnd(pass);
         return shown;
     }
@@ -34,6 +55,8 @@ protected:
     bool wanted = true;
     std::function<void()> onShow;
     Texts shown;
+    Looks log;
+    StatusSurvey survey{log};
 };
 
 TEST_F(StatusTabTest, ReadsTheVisibleRowsInOrderAndEndsBetweenTheTwoValuesOfARow) {
@@ -47,6 +70,55 @@ TEST_F(StatusTabTest, ReadsTheVisibleRowsInOrderAndEndsBetweenTheTwoValuesOfARow
     wanted = true;
     onShow = [this] { visible.erase(2); };
     EXPECT_EQ(Pass().at(2), "31 node 0") << "scrolled out before its turn";
+}
+
+TEST_F(StatusTabTest, RowsOutOfSightAreReadInTurnAndTakeLessThanSevenPercentOfTheExchanges) {
+    Open();
+    Pass();
+    SentBytes line;
+    link.SetTrafficLog(&line);
+    for (const int rowsInSight : {1, 4, 14, 30}) {
+        visible.clear();
+        for (int row = 1; row <= rowsInSight; ++row)
+            visible.insert(visible.end(), 31 - row);
+        log.looks = {};
+        line.Forget();
+        for (int pass = 0; pass < 31 * StatusSurvey::ReadingsInSight; ++pass)
+            Pass();
+        const auto inSight = [this](const std::string& word) {
+            const auto places = {std::find(nodes.begin(), nodes.end(), word) - nodes.begin(),
+                                 std::find(words.begin(), words.end(), word) - words.begin()};
+            return std::ranges::any_of(places, [this](auto place) { return visible.contains(int(place) + 1); });
+        };
+        const Texts read = line.Words();
+        const auto kept = static_cast<double>(std::ranges::count_if(read, inSight));
+        EXPECT_GE(kept / static_cast<double>(read.size()), 0.93) << rowsInSight << " rows in sight";
+        EXPECT_GT(*std::ranges::min_element(log.looks), 0) << "the line of all is complete";
+        std::cout << rowsInSight << " rows in sight: " << 100 * kept / static_cast<double>(read.size())
+                  << " % of the exchanges\n";
+    }
+    visible.clear();
+    EXPECT_EQ(Pass().size(), 1U) << "with none in sight, one a pass";
+    link.SetTrafficLog(nullptr);
+}
+
+TEST_F(StatusTabTest, WhereNobodySeesTheRowsOneStatusWordALookIsReadInTurn) {
+    Open();
+    Pass();
+    SentBytes line;
+    link.SetTrafficLog(&line);
+    log.looks = {};
+    for (int look = 0; look < 32; ++look)
+        turns.RunToEnd(survey.LookAtNext(words, link));
+    EXPECT_EQ(line.bytes.size(), 32U * 4);
+    EXPECT_EQ(log.looks.front(), 2);
+    EXPECT_EQ(*std::ranges::min_element(log.looks), 1);
+    EXPECT_EQ(log.lastOpening, link.Opened());
+    board.AddFault({.kind = FaultKind::DoubledByte});
+    log.records[1].code = OkCode;
+    turns.RunToEnd(survey.LookAtNext(words, link));
+    EXPECT_FALSE(log.records[1].code) << "not read clearly, so nothing is known";
+    link.SetTrafficLog(nullptr);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "document/StatusTab.h"
 #include "document/WriteThrough.h"
 #include "link/StatusText.h"
+#include "views/History.h"
 
 #include <numeric>
 #include <utility>
@@ -177,7 +178,9 @@ Task StatusPass(World& world) {
     StatusDisplayed display(world);
     const SequenceAddresses nodes = NodeNumberAddressTable();
     const SequenceAddresses statuses = StatusWordAddressTable();
-    co_await RefreshStatusTab(display, nodes, statuses, world.link, world.turns);
+    History log(world.clock);
+    StatusSurvey survey(log);
+    co_await RefreshStatusTab(display, survey, nodes, statuses, world.link, world.turns);
 }
 
 } // namespace

@@ -106,7 +106,8 @@ TEST(SimulatedFaults, HabitsAndFaultsAreParsedByNameAndNothingElseIs) {
             EXPECT_FALSE(WithHabit({}, std::string(each.name) + value)) << each.name << value;
     }
     for (const char* text :
-         {"", "=echo", "idel=echo", "half-sent=-1ms", "half-sent=3601s", "refuse=B5-B4", "refuse=B65536", "refuse=B5-"})
+         {"", "=echo", "idel=echo", "half-sent=-1ms", "half-sent=3601s", "refuse=B5-B4", "refuse=B65536", "refuse=B5-",
+          "status=31:05", "status=4", "status=4:", "status=4:G", "status=4:05:11s", "status=:05", "status=4:05:"})
         EXPECT_FALSE(WithHabit({}, text)) << text;
     EXPECT_EQ(WithHabit(WithHabit({}, "idle=echo").value(), "idle=zero"), BoardHabits{});
     for (const FaultName& each : FaultNames()) {
@@ -121,6 +122,17 @@ TEST(SimulatedFaults, HabitsAndFaultsAreParsedByNameAndNothingElseIs) {
                              "hang-up:twice", ":once", "hang-up@99999999999999999999", "hang-up:60ms", "late-answer:60",
                              "late-answer:1ms:2ms", "spoiled-byte:00H", "spoiled-byte:100H", "spoiled-answer:1"})
         EXPECT_FALSE(ParseFault(text)) << text;
+}
+
+TEST(SimulatedFaults, ASequenceShowsTheStatusThatItsBoardWasGivenAlwaysOrForAWhile) {
+    SimulatedBoard board({}, WithHabit(WithHabit({}, "status=4:112").value(), "status=9:0C:1s").value());
+    const auto status = [&](std::uint16_t sequence, MonotonicTime now) {
+        return board.PeekWord(static_cast<std::uint16_t>(StatusWordBase + 2 * sequence), now);
+    };
+    EXPECT_EQ(status(4, 3s), 0x112);
+    EXPECT_EQ(status(9, 8999ms) + status(9, 20s), 0);
+    EXPECT_EQ(status(9, 9s) + status(9, 19999ms), 2 * 0x0C);
+    EXPECT_EQ(status(5, 9s) + board.PeekWord(StatusWordBase - 2, 9s), 0);
 }
 
 TEST(SimulatedFaults, LateAnswerIsLateByOneAndAHalfSecondsOrAsSaid) {

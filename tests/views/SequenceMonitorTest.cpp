@@ -1,6 +1,7 @@
 // The passes of the communication interface view, against the simulated board: what they read, in which order, when
 // they stop, and how it is shown.
 #include "views/SequenceMonitor.h"
+#include "views/History.h"
 
 #include "document/StatusTab.h"
 #include "link/TargetMap.h"
@@ -193,6 +194,8 @@ TEST_F(SequenceMonitorTest, TheStatusPassBehindTheViewHasOneReadInEight) {
     for (int row = 1; row <= 15; ++row)
         visible.insert(row);
     TabBehind tab;
+    History history(clock);
+    StatusSurvey survey(history);
     const SequenceAddresses nodes = NodeNumberAddressTable();
     const SequenceAddresses statuses = StatusWordAddressTable();
     for (const bool slow : {false, true}) {
@@ -203,14 +206,15 @@ TEST_F(SequenceMonitorTest, TheStatusPassBehindTheViewHasOneReadInEight) {
         Task behind;
         while (log.bytes.size() < 4 * 800) {
             if (front.Done()) (front = monitor.RefreshStatusAndData()).Start();
-            if (behind.Done()) (behind = RefreshStatusTab(tab, nodes, statuses, link, turns)).Start();
+            if (behind.Done()) (behind = RefreshStatusTab(tab, survey, nodes, statuses, link, turns)).Start();
             turns.RunOneOrSleep();
         }
         const Texts words = log.Words();
         const auto isBehind = [&](const std::string& word) {
             return std::ranges::count(nodes, word) + std::ranges::count(statuses, word) > 0 && word != statuses[0];
         };
-        EXPECT_EQ(std::ranges::count_if(words, isBehind), 100) << slow;
+        // A look out of sight may be at the word that the view reads, too.
+        EXPECT_NEAR(static_cast<double>(std::ranges::count_if(words, isBehind)), 100, 1) << slow;
     }
 }
 

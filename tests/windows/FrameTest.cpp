@@ -65,7 +65,8 @@ TEST_F(FrameTest, MenusAndButtonsStandInOrderAndEveryAccessKeyIsUniqueInItsMenu)
         "Enable &Offline Editing|-|Co&mm Port|-|TI Status Stack &Address|-|&Undo|&Redo|-|Cu&t|&Copy|&Paste|C&lear|-|"
         "Fill &Down|Fill &Series|-|Duplicate Se&quence|Mo&ve Sequence Up|Move Sequence Dow&n|");
     EXPECT_EQ(captions(*frame->mnuView),
-              "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|-|&Main Display|");
+              "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|-|&Main Display|-|"
+              "&Event Log|");
     EXPECT_EQ(captions(*frame->mnuTools), "Compare With &Board...|Compare With &File...|-|Check &Set-up|-|"
                                           "Back &Up Before Download|B&ackups...|");
     EXPECT_EQ(captions(*frame->mnuHelp), "&Help Topics|-|&Save Report for Support...|-|&About VANTREL|");

@@ -1,0 +1,127 @@
+// The history in virtual time: what counts as a change and as an error, what was not looked at, and where it ends.
+#include "views/HistoryTexts.h"
+
+#include "tests/support/VirtualClock.h"
+#include "text/TimeText.h"
+
+#include <gtest/gtest.h>
+
+namespace vantrel {
+namespace {
+
+using namespace std::chrono_literals;
+using Texts = std::vector<std::string>;
+
+class HistoryTest : public testing::Test {
+protected:
+    HistoryTest() { history.NoteOpening(1); }
+    /// A look at sequence 3 every half a second.
+    void Look(const std::vector<std::optional<std::uint16_t>>& codes) {
+        for (const auto& code : codes) {
+            clock.Advance(500ms);
+            history.NoteStatus(3, code);
+        }
+    }
+    [[nodiscard]] Texts Entries() const {
+        Texts texts;
+        for (const HistoryEntry& entry : history.Entries())
+            texts.push_back(MomentText(entry.at).substr(11) + " " + WhatText(entry));
+        return texts;
+    }
+    [[nodiscard]] const SequenceRecord& Record() const { return history.Of(3); }
+
+    VirtualClock clock;
+    History history{clock};
+};
+
+TEST_F(HistoryTest, EveryChangeIsKeptWithItsTimeAndOnlyWhatBeginsToFailIsAnError) {
+    Look({2, 2, 5, 5, std::nullopt, 5, 0x0C, 2});
+    EXPECT_EQ(Entries(), (Texts{"09:05:07 02: Comm to Node OK",
+                                "09:05:08 05: No Slave Response, Timeout (was 02: Comm to Node OK)",
+                                "09:05:09 not read clearly (was 05: No Slave Response, Timeout)",
+                                "09:05:10 05: No Slave Response, Timeout (was not read clearly)",
+                                "09:05:10 0C: Xmitt No Acknowledge (was 05: No Slave Response, Timeout)",
+                                "09:05:11 02: Comm to Node OK (was 0C: Xmitt No Acknowledge)"}));
+    EXPECT_EQ(Record().errors, 2U) << "a doubtful reading in between is no second error";
+    EXPECT_EQ(Record().lastError->code, 0x0C);
+    EXPECT_EQ(TimeOfDayText(Record().lastError->at) + TimeOfDayText(*Record().since), "09:05:1009:05:11");
+    EXPECT_EQ(Record().looksByCode.at(5) * 100 + Record().looksByCode.at(2), 303U);
+    EXPECT_EQ(Record().latest.size(), 8U);
+    history.NoteOpening(2);
+    EXPECT_EQ(Record().errors + Record().latest.size(), 0U) << "another board, perhaps";
+    EXPECT_EQ(Entries().size(), 7U) << "what was seen stays";
+    EXPECT_EQ(Entries().back(), "09:05:11 The port was lost and opened again");
+}
+
+TEST_F(HistoryTest, AChangeThatNobodyWatchedIsNoSeenOneAndTheTimeWithoutALookIsAnEntry) {
+    Look({5});
+    EXPECT_FALSE(Record().changeSeen) << "how long it had been so before is unknown";
+    Look({2});
+    EXPECT_TRUE(Record().changeSeen);
+    clock.Advance(40s);
+    Look({5});
+    EXPECT_FALSE(Record().changeSeen);
+    EXPECT_EQ(Entries().at(2), "09:05:48 No sequence was looked at since 2026-03-14 09:05:08");
+    EXPECT_EQ(LookBeforeText(history.Entries().back()), "2026-03-14 09:05:08");
+    history.NoteLink(LinkChange::Offline);
+    EXPECT_EQ(Record().health, SequenceHealth::Unknown);
+    EXPECT_EQ(Record().errors, 2U) << "counted until the next opening";
+    clock.Advance(1h);
+    history.NoteLink(LinkChange::Online);
+    history.NoteOpening(2);
+    Look({2});
+    EXPECT_EQ(Entries().back(), "10:05:49 02: Comm to Node OK") << "OFFLINE nobody was to look";
+}
+
+TEST_F(HistoryTest, HealthIsTheCodesUnlessThereIsNoNode) {
+    struct Case {
+        std::optional<std::uint16_t> code, node;
+        SequenceHealth health;
+    };
+    for (const Case& one : {Case{2, {}, SequenceHealth::Ok}, Case{0, 5, SequenceHealth::Disabled},
+                            Case{5, 0, SequenceHealth::Disabled}, Case{5, {}, SequenceHealth::Failing},
+                            Case{1, 5, SequenceHealth::Failing}, Case{{}, 0, SequenceHealth::Unknown}}) {
+        history.NoteNode(3, one.node);
+        history.NoteStatus(3, one.code);
+        EXPECT_EQ(Record().health, one.health);
+    }
+    history.NoteNode(3, 0);
+    history.NoteStatus(3, 5);
+    EXPECT_EQ(CountHealths(history), (HealthCounts{0, 0, 1, 30}));
+    history.ForgetNodes();
+    history.NoteStatus(3, 5);
+    EXPECT_EQ(CountHealths(history), (HealthCounts{0, 1, 0, 30})) << "the node may be another one since";
+}
+
+TEST_F(HistoryTest, WhatHappenedBesideTheSequencesStandsWithThemAndInTheTable) {
+    history.NoteLink(LinkChange::Online);
+    history.NoteFault(0);
+    history.NoteFault(0x45);
+    history.NoteFault(0x45);
+    history.NoteAlarms({true, false, false});
+    history.NoteTransfer(TransferMode::DownloadData, TransferStep::Step::Failed);
+    Look({4});
+    history.NoteLink(LinkChange::Lost);
+    const std::string time = "2026-03-14 09:05:07,";
+    EXPECT_EQ(HistoryCsv(history), "\xEF\xBB\xBFTime,Sequence,Kind,State,What,Looked At Before\r\n" + time +
+                                       ",Link,,The link to the board failed,\r\n" + time +
+                                       "3,Sequence,failing,\"04: Xmitt Timeout, No Response\",\r\n" + time +
+                                       ",Transfer,,Download failed,\r\n" + time +
+                                       ",Alarm,,Target Board Fault: active,\r\n" + time +
+                                       ",Fault,,The board reports fault code 45H,\r\n" + time + ",Link,,ONLINE,\r\n");
+    const std::string one = HistoryCsv(history, 3);
+    EXPECT_EQ(std::count(one.begin(), one.end(), '\n'), 2);
+}
+
+TEST_F(HistoryTest, TheOldestGoBehindTheBoundAndTheTableSaysSo) {
+    for (std::size_t i = 0; i < History::MostEntries + 7; ++i)
+        Look({i % 2 == 0 ? std::uint16_t{2} : std::uint16_t{5}});
+    EXPECT_EQ(history.Entries().size(), History::MostEntries);
+    EXPECT_EQ(history.Gone(), 7U);
+    EXPECT_EQ(Record().latest.size(), SequenceRecord::LatestLooks);
+    const std::string table = HistoryCsv(history);
+    EXPECT_EQ(table.substr(table.size() - 36), ",,,,7 older entries were not kept,\r\n");
+}
+
+} // namespace
+} // namespace vantrel

@@ -1,0 +1,221 @@
+#include "views/frmEventLog.h"
+
+#include "platform/QtScreen.h"
+#include "views/HistoryTexts.h"
+#include "widgets/QtIcons.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QStringList>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vantrel {
+
+namespace {
+
+constexpr int WidthTwips = 16500;
+constexpr int HeightTwips = 7500;
+constexpr auto FollowPeriod = std::chrono::milliseconds(500);
+constexpr int KindColumn = 2;
+constexpr int StateColumn = 3;
+constexpr int CellPadding = 16; ///< Pixels.
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+QVariant LampOf(const HistoryEntry& entry) {
+    static const std::array icons{IconOf(ProgramIcon::LampGood), IconOf(ProgramIcon::LampBad),
+                                  IconOf(ProgramIcon::LampOff), IconOf(ProgramIcon::LampUnknown)};
+    const auto* change = std::get_if<SequenceChange>(&entry.what);
+    return change ? QVariant(icons.at(static_cast<std::size_t>(change->health))) : QVariant();
+}
+
+} // namespace
+
+void HistoryRows::Choose(std::optional<std::size_t> sequence) {
+    beginResetModel();
+    sequence_ = sequence;
+    shown_.clear();
+    seen_ = history_.Gone();
+    endResetModel();
+    Follow();
+}
+
+void HistoryRows::DropGone() {
+    // The oldest rows are the last ones.
+    const auto behind = std::ranges::lower_bound(shown_, history_.Gone());
+    const int gone = static_cast<int>(behind - shown_.begin());
+    if (gone == 0) return;
+    const int count = rowCount();
+    beginRemoveRows({}, count - gone, count - 1);
+    shown_.erase(shown_.begin(), behind);
+    endRemoveRows();
+}
+
+void HistoryRows::Follow() {
+    DropGone();
+    std::deque<std::size_t> come;
+    for (seen_ = std::max(seen_, history_.Gone()); seen_ < history_.Added(); ++seen_) {
+        const HistoryEntry& entry = history_.Entries().at(seen_ - history_.Gone());
+        if (!sequence_ || SequenceOf(entry) == sequence_) come.push_back(seen_);
+    }
+    if (come.empty()) return;
+    beginInsertRows({}, 0, static_cast<int>(come.size()) - 1);
+    shown_.insert(shown_.end(), come.begin(), come.end());
+    endInsertRows();
+}
+
+const HistoryEntry& HistoryRows::EntryAt(int row) const {
+    // One that has gone since is not asked for before it is dropped here, but for the moment in between.
+    const std::size_t number = shown_.at(shown_.size() - 1 - static_cast<std::size_t>(row));
+    return history_.Entries().at(std::max(number, history_.Gone()) - history_.Gone());
+}
+
+QString HistoryRows::Line(int row) const {
+    QStringList cells;
+    for (const std::string& cell : HistoryCells(EntryAt(row)))
+        cells << Text(cell);
+    return cells.join(QLatin1Char('\t'));
+}
+
+int HistoryRows::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(shown_.size());
+}
+
+int HistoryRows::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(HistoryHeadings().size());
+}
+
+QVariant HistoryRows::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    if (role == Qt::DecorationRole && index.column() == StateColumn) return LampOf(EntryAt(index.row()));
+    if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
+    return Text(HistoryCells(EntryAt(index.row())).at(static_cast<std::size_t>(index.column())));
+}
+
+QVariant HistoryRows::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+    return Text(HistoryHeadings().at(static_cast<std::size_t>(section)));
+}
+
+frmEventLog::frmEventLog(const History& history, Save save, QWidget* parent)
+    : QDialog(parent), history_(history), save_(std::move(save)), rows_(new HistoryRows(history, this)) {
+    setObjectName(QStringLiteral("frmEventLog"));
+    setWindowTitle(QStringLiteral("Event Log"));
+    setWindowFlag(Qt::WindowMinMaxButtonsHint);
+    setAttribute(Qt::WA_DeleteOnClose);
+    BuildControls();
+    resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    rows_->Choose({});
+    Follow();
+    tmrFollow.setInterval(FollowPeriod);
+    tmrFollow.callOnTimeout(this, [this] { Follow(); });
+    tmrFollow.start();
+}
+
+void frmEventLog::BuildTable() {
+    grdEvents = new QTableView(this);
+    grdEvents->setObjectName(QStringLiteral("grdEvents"));
+    grdEvents->setAccessibleName(QStringLiteral("Events, the newest first"));
+    grdEvents->setModel(rows_);
+    grdEvents->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grdEvents->setAlternatingRowColors(true);
+    grdEvents->setWordWrap(false);
+    grdEvents->setTabKeyNavigation(false);
+    grdEvents->verticalHeader()->hide();
+    grdEvents->verticalHeader()->setDefaultSectionSize(grdEvents->fontMetrics().height() + CellPadding / 2);
+    // As wide as what they have to hold, whatever they hold now; what happened takes the rest.
+    const std::array widest{"2026-03-14 09:05:07", "Sequence", "Not looked at",
+                            "disabled       ",     "",         "2026-03-14 09:05:07 "};
+    for (std::size_t i = 0; i < widest.size(); ++i) {
+        const int width = grdEvents->fontMetrics().horizontalAdvance(QString::fromLatin1(widest.at(i)));
+        if (width > 0) grdEvents->setColumnWidth(static_cast<int>(i), width + 2 * CellPadding);
+    }
+    grdEvents->horizontalHeader()->setSectionResizeMode(KindColumn + 2, QHeaderView::Stretch);
+    grdEvents->horizontalHeader()->setHighlightSections(false);
+    grdEvents->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void frmEventLog::BuildControls() {
+    cboSequence = new QComboBox(this);
+    cboSequence->setObjectName(QStringLiteral("cboSequence"));
+    cboSequence->addItem(QStringLiteral("All events"));
+    for (std::size_t sequence = 0; sequence < SequenceCount; ++sequence)
+        cboSequence->addItem(QStringLiteral("Sequence %1").arg(sequence));
+    connect(cboSequence, &QComboBox::currentIndexChanged, this, [this] {
+        rows_->Choose(Sequence());
+        Follow();
+    });
+    auto* show = new QLabel(QStringLiteral("S&how:"), this);
+    show->setBuddy(cboSequence);
+    lblCount = new QLabel(this);
+    auto* choice = new QHBoxLayout;
+    choice->addWidget(show);
+    choice->addWidget(cboSequence);
+    choice->addSpacing(CellPadding);
+    choice->addWidget(lblCount, 1);
+
+    BuildTable();
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    cmdCopy = buttons->addButton(QStringLiteral("&Copy"), QDialogButtonBox::ActionRole);
+    cmdSave = buttons->addButton(QStringLiteral("&Save as CSV..."), QDialogButtonBox::ActionRole);
+    // Enter in the table closes nothing and copies nothing.
+    for (QAbstractButton* button : buttons->buttons())
+        qobject_cast<QPushButton*>(button)->setAutoDefault(false);
+    connect(cmdCopy, &QPushButton::clicked, this, [this] { Copy(); });
+    connect(cmdSave, &QPushButton::clicked, this, [this] { save_(Sequence()); });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
+
+    auto* all = new QVBoxLayout(this);
+    all->addLayout(choice);
+    all->addWidget(grdEvents, 1);
+    all->addWidget(buttons);
+    grdEvents->setFocus();
+}
+
+std::optional<std::size_t> frmEventLog::Sequence() const {
+    const int chosen = cboSequence->currentIndex();
+    return chosen > 0 ? std::optional(static_cast<std::size_t>(chosen) - 1) : std::nullopt;
+}
+
+void frmEventLog::Follow() {
+    rows_->Follow();
+    const int count = rows_->rowCount();
+    QString text = count == 1 ? QStringLiteral("1 event") : QStringLiteral("%1 events").arg(count);
+    if (history_.Gone() > 0) text += QStringLiteral(", %1 older ones were not kept").arg(history_.Gone());
+    lblCount->setText(text + QStringLiteral("; kept in memory until the program ends"));
+    cmdCopy->setEnabled(count > 0);
+    cmdSave->setEnabled(count > 0);
+}
+
+void frmEventLog::Copy() const {
+    std::vector<int> chosen;
+    for (const QModelIndex& row : grdEvents->selectionModel()->selectedRows())
+        chosen.push_back(row.row());
+    std::ranges::sort(chosen);
+    const int count = chosen.empty() ? rows_->rowCount() : static_cast<int>(chosen.size());
+    QString text;
+    for (int i = 0; i < count; ++i)
+        text += rows_->Line(chosen.empty() ? i : chosen.at(static_cast<std::size_t>(i))) + QLatin1Char('\n');
+    QApplication::clipboard()->setText(text);
+}
+
+void frmEventLog::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy) && cmdCopy->isEnabled()) {
+        Copy();
+    } else {
+        QDialog::keyPressEvent(event);
+    }
+}
+
+} // namespace vantrel
