@@ -42,6 +42,7 @@ struct Arguments {
     std::optional<std::string> field;
     std::optional<std::string> entry; ///< What to store there.
     std::optional<std::string> link;
+    std::optional<std::string> listen;
     int lineSpeed = 9600;
     std::vector<std::string> faults;
     std::vector<std::string> habits;

@@ -202,6 +202,8 @@ private:
     /// What the settings file says; the defaults for one that cannot be read and is not needed.
     [[nodiscard]] StoredPortSettings StoredSettings() const;
     [[nodiscard]] PortSettings EffectiveSettings();
+    /// Opens the port without holding up anybody; false when the user gave up, which closes it. Throws RuntimeError.
+    [[nodiscard]] TaskOf<bool> OpenPort();
     void ShowPortError(const RuntimeError& error);
 
     // Exchanges and modes (RSCommExchange.cpp); the line is held
