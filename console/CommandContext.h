@@ -29,6 +29,7 @@ struct Arguments {
     std::string port;
     std::optional<std::string> speed;
     std::optional<std::string> trace;
+    bool decode = false; ///< The trace tells what its bytes mean.
     std::optional<std::string> programFolder;
     bool verify = false;
     bool changes = false; ///< Only what differs.

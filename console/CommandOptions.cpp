@@ -48,6 +48,7 @@ void CommandOptions::Yes() {
 
 void CommandOptions::Trace() {
     Option("--trace", "FILE", to.trace, "Write every byte sent and received, with its time, to this file");
+    Flag("--decode", to.decode, "Write into the trace what the bytes mean: \"read B8176 = 0\"");
     Yes();
 }
 

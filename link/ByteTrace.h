@@ -16,6 +16,8 @@ public:
     /// `name`: a file in UTF-8, or "-" for `standardOutput`, which has to outlive this. Throws RuntimeError 75, with
     /// the reason, when the file cannot be opened for writing.
     void WriteTo(const std::string& name, std::ostream& standardOutput);
+    /// Each exchange with its meaning behind it; before the first.
+    void Decode() { text_.Decode(); }
     /// Closes the file. What kept any of it from being written; empty when nothing did.
     [[nodiscard]] std::string Finish();
     void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) override;

@@ -53,6 +53,13 @@ PortSettings RSComm::EffectiveSettings() {
     return settings;
 }
 
+PortSettings RSComm::SettingsToCome() const {
+    PortSettings settings = StoredSettings().settings;
+    if (override_.speed) settings.speed = *override_.speed;
+    if (override_.number) settings.number = *override_.number;
+    return settings;
+}
+
 void RSComm::InitializeRSComm(SerialPort& port) {
     try {
         settings_ = EffectiveSettings();
