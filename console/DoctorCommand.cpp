@@ -59,6 +59,10 @@ public:
     }
     void Progress(std::size_t done, std::size_t all) override { context_.progress.ShowProgress(done, all); }
 
+    /// The user has read that advice already.
+    [[nodiscard]] bool HasShown(const std::string& todo) const {
+        return !steps_.empty() && steps_.back()["todo"] == todo;
+    }
     [[nodiscard]] Json Steps() const { return steps_; }
 
 private:
@@ -110,6 +114,9 @@ const char* KindWord(CheckResult::Kind kind) {
 void Show(CommandContext& context, const ConsoleCheck& display, const CheckResult& result, const std::string& port) {
     if (!context.arguments.json) {
         context.host.out << '\n' << Wrapped(result.verdict, 0) << '\n';
+        if (!result.todo.empty() && !display.HasShown(result.todo)) {
+            context.host.out << Wrapped("-> " + result.todo, 0) << '\n';
+        }
         return;
     }
     context.host.out << JsonText({{"port", port},

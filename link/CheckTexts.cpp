@@ -40,7 +40,7 @@ const char* const LatencyAdvice =
 std::string PortAdvice(int errorNumber) {
     switch (static_cast<ErrorNumber>(errorNumber)) {
     case ErrorNumber::FileNotFound:
-        return "Plug it in, or choose another port (Edit, Comm Port; vantrelctl ports lists what is there).";
+        return "Name a port that is there (Edit, Comm Port; vantrelctl ports lists them).";
     case ErrorNumber::PermissionDenied:
         return "Get the permission that is named there, then check again.";
     case ErrorNumber::InvalidProcedureCall:

@@ -29,6 +29,8 @@ constexpr MonotonicTime BehindAnAnswer = 60ms;
 /// Each loss costs more than a second; after so many nothing new is learnt.
 constexpr std::size_t MostFailures = 10;
 
+constexpr int MostReopenings = 5;
+
 bool AnswersSync(const BareLine::Heard& heard) { return !heard.bytes.empty() && heard.bytes.front() == Acknowledge; }
 
 } // namespace
@@ -113,8 +115,12 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::CheckOffline() {
     if (opened == Went::Ended) co_return opened;
     const Went tried = co_await TryBothSpeeds(settings_);
     if (tried == Went::Ended || JudgeProbes(settings_.speed) == Went::Ended) co_return Went::Ended;
-    const bool open = co_await line_->Open(settings_);
-    if (!open) co_return Went::Ended;
+    // The last speed that was tried is still the port's.
+    if (settings_.speed != probes_.back().speed) {
+        CheckStep reopened;
+        const bool open = co_await Reopen(settings_, &reopened);
+        if (!open) co_return Went::Ended;
+    }
     (void)co_await line_->Listen(Quiet);
     const bool reads = co_await EnterReadMode();
     if (cancelled_) co_return Went::Ended;
@@ -160,20 +166,31 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::TryBothSpeeds(PortSettings settin
     co_return Went::On;
 }
 
+TaskOf<bool> ConnectionCheck::Reopen(PortSettings settings, CheckStep* whyNot) {
+    // A server in the network may take a moment to notice that we have let go of the line.
+    for (int tries = 0; tries < MostReopenings && !cancelled_; ++tries) {
+        std::optional<RuntimeError> failure;
+        try {
+            const bool open = co_await line_->Open(settings);
+            co_return open;
+        } catch (const RuntimeError& error) {
+            failure = error;
+        }
+        whyNot->name = check::AnswerStep(settings.speed);
+        whyNot->outcome = CheckStep::Outcome::Notice;
+        whyNot->seen = "This speed could not be tried: " + failure->Description();
+        Conclude(CheckResult::Kind::NoLink, failure->Description(), check::PortAdvice(failure->Number()));
+    }
+    co_return false;
+}
+
 TaskOf<ConnectionCheck::Went> ConnectionCheck::TrySpeed(PortSettings settings) {
     display_.Begins(check::AnswerStep(settings.speed));
     Probe probe{.speed = settings.speed, .answers = {}};
-    std::optional<RuntimeError> failure;
-    bool open = false;
-    try {
-        open = co_await line_->Open(settings);
-    } catch (const RuntimeError& error) {
-        failure = error;
-    }
-    if (failure) {
-        End({.name = check::AnswerStep(settings.speed),
-             .outcome = CheckStep::Outcome::Notice,
-             .seen = "This speed could not be tried: " + failure->Description()});
+    CheckStep notTried;
+    const bool open = co_await Reopen(settings, &notTried);
+    if (!open && !cancelled_) {
+        End(std::move(notTried));
         co_return Went::On;
     }
     if (!open) co_return Went::Ended;
@@ -221,12 +238,13 @@ ConnectionCheck::Went ConnectionCheck::JudgeProbes(const std::string& wanted) {
     const bool asWanted =
         std::any_of(probes_.begin(), probes_.end(), [&](const Probe& p) { return p.speed == wanted && p.Answered(); });
     using Kind = CheckResult::Kind;
+    if (probes_.empty()) return Went::Ended;
     if (asWanted) return Went::On;
     if (answered != probes_.end()) {
         Conclude(Kind::NoLink,
                  "The board answers at " + answered->speed + " baud; the program is set to " + wanted + ".",
                  check::SpeedAdvice(answered->speed));
-    } else if (!probes_.empty() && all([](const Probe& p) { return p.Echoed(); })) {
+    } else if (all([](const Probe& p) { return p.Echoed(); })) {
         Conclude(Kind::NoLink, "What is sent comes back itself, at every speed: no board answers.", check::EchoAdvice);
     } else if (all([](const Probe& p) { return p.Silent(); })) {
         const bool gone = port_.IsLost();

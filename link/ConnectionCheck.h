@@ -98,6 +98,8 @@ private:
     [[nodiscard]] TaskOf<Went> OpenFirst(PortSettings settings);
     [[nodiscard]] TaskOf<Went> TryBothSpeeds(PortSettings settings);
     [[nodiscard]] TaskOf<Went> TrySpeed(PortSettings settings);
+    /// False after the reason has been noted, or a cancel.
+    [[nodiscard]] TaskOf<bool> Reopen(PortSettings settings, CheckStep* whyNot);
     [[nodiscard]] CheckStep StepOf(const Probe& probe) const;
     Went JudgeProbes(const std::string& wanted);
     [[nodiscard]] TaskOf<bool> EnterReadMode();

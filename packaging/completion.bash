@@ -4,7 +4,7 @@ _vantrel() {
     COMPREPLY=()
     case $previous in
     --speed) words='9600 19200' ;;
-    --port) words='simulated 1 2 3 4' ;;
+    --port) words='simulated 1 2 3 4 rfc2217:// socket://' ;;
     --program-folder)
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
