@@ -4,6 +4,7 @@
 #include "console/ResultJson.h"
 #include "link/ConnectionCheck.h"
 
+#include <algorithm>
 #include <chrono>
 #include <ostream>
 #include <string>
@@ -61,7 +62,7 @@ public:
 
     /// The user has read that advice already.
     [[nodiscard]] bool HasShown(const std::string& todo) const {
-        return !steps_.empty() && steps_.back()["todo"] == todo;
+        return std::any_of(steps_.begin(), steps_.end(), [&](const Json& step) { return step["todo"] == todo; });
     }
     [[nodiscard]] Json Steps() const { return steps_; }
 

@@ -12,8 +12,8 @@ namespace vantrel {
 
 namespace {
 
-constexpr int WidthTwips = 10800;
-constexpr int HeightTwips = 7800;
+constexpr int WidthTwips = 8400;
+constexpr int HeightTwips = 6900;
 
 QString Mark(CheckStep::Outcome outcome) {
     if (outcome == CheckStep::Outcome::Good) return QStringLiteral("\u2713");
@@ -30,7 +30,7 @@ frmCheckConnection::frmCheckConnection(RSComm& link, SerialPort& port, const std
     setObjectName(QStringLiteral("frmCheckConnection"));
     setWindowTitle(QStringLiteral("Check Connection"));
     BuildControls();
-    resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    setMinimumSize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
 }
 
 void frmCheckConnection::BuildControls() {
