@@ -327,6 +327,10 @@ void ConnectionCheck::Judge(const ExchangeFigures& figures) {
         if (time > std::max<MonotonicTime>(RSComm::SilenceTime, 10 * usual)) ++figures_.late;
     }
     const bool local = !MeantAsNetworkAddress(portName_);
+    // Raw bytes carry no speed: which one the server has is not seen.
+    const auto address = ParseNetworkAddress(portName_);
+    const bool raw = address && address->kind == NetworkAddress::Kind::Raw;
+    const std::string atSpeed = raw ? std::string() : " at " + settings_.speed + " baud";
     const bool timer = local && check::LooksLikeLatencyTimer(figures);
     CheckStep step{
         .name = check::ExchangeStep, .outcome = CheckStep::Outcome::Good, .seen = check::FiguresText(figures)};
@@ -346,7 +350,7 @@ void ConnectionCheck::Judge(const ExchangeFigures& figures) {
             step.todo);
     } else {
         Conclude(CheckResult::Kind::Healthy,
-                 "The board answers at " + settings_.speed + " baud; " + std::to_string(figures.tried) +
+                 "The board answers" + atSpeed + "; " + std::to_string(figures.tried) +
                      " exchanges went without a flaw.",
                  "");
     }
