@@ -102,6 +102,7 @@ public:
     QAction* mnuToolsCompareBoard = nullptr;
     QAction* mnuToolsCompareFile = nullptr;
     QAction* mnuToolsCheck = nullptr;
+    QAction* mnuToolsCheckConnection = nullptr;
     QAction* mnuToolsBackUp = nullptr;
     QAction* mnuToolsBackups = nullptr;
     QMenu* mnuHelp = nullptr;
@@ -261,6 +262,7 @@ private:
     /// Says before a download, once, that the check found errors; true when the user wants to see them first.
     bool WantsToSeeErrors();
     void ToolsCompareBoard();
+    void ToolsCheckConnection();
     void ToolsCompareFile();
     frmCompare& OpenComparison(bool withBoard, std::function<void()> repeat);
     void CompareWithBoard();

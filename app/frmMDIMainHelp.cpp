@@ -9,6 +9,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 #include "text/PathText.h"
+#include "views/HistoryTexts.h"
 #include "views/frmEventLog.h"
 
 #include <QApplication>
@@ -42,6 +43,7 @@ std::string TopicOf(const QWidget& window) {
                                 std::pair{"frmPlot", "communication-interface"},
                                 std::pair{"frmSupport", "support"},
                                 std::pair{"frmEventLog", "glance"},
+                                std::pair{"frmCheckConnection", "check-connection"},
                                 std::pair{"frmAbout", "first-steps"}};
     for (const auto& [name, topic] : topics) {
         if (window.objectName() == QLatin1String(name)) return topic;
@@ -69,6 +71,7 @@ SupportSources frmMDIMain::SourcesForSupport() const {
     std::error_code error;
     if (!trace.empty() && std::filesystem::is_regular_file(PathFromUtf8(trace), error))
         sources.trace = PathFromUtf8(trace);
+    sources.texts.push_back({"events.csv", "the event log", HistoryCsv(history_)});
     return sources;
 }
 

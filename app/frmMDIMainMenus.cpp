@@ -73,6 +73,8 @@ void frmMDIMain::BuildMenus() {
     mnuToolsCompareFile = AddEntry(mnuTools, "mnuToolsCompareFile", "Compare With &File...", &Frame::ToolsCompareFile);
     mnuTools->addSeparator();
     mnuToolsCheck = AddEntry(mnuTools, "mnuToolsCheck", "Check &Set-up", &Frame::ToolsCheck);
+    mnuToolsCheckConnection =
+        AddEntry(mnuTools, "mnuToolsCheckConnection", "Check Co&nnection...", &Frame::ToolsCheckConnection);
     mnuTools->addSeparator();
     mnuToolsBackUp = AddEntry(mnuTools, "mnuToolsBackUp", "Back &Up Before Download", &Frame::ToolsBackUp);
     mnuToolsBackups = AddEntry(mnuTools, "mnuToolsBackups", "B&ackups...", &Frame::ToolsBackups);

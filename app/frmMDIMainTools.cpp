@@ -8,9 +8,12 @@
 #include "document/SetupFile.h"
 #include "document/frmCheck.h"
 #include "document/frmMain.h"
+#include "link/frmCheckConnection.h"
+#include "platform/NetworkAddress.h"
 #include "platform/QtPrinter.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
+#include "platform/SerialDevices.h"
 #include "platform/SetWhile.h"
 #include "report/ComparisonPages.h"
 #include "report/Report.h"
@@ -101,6 +104,24 @@ void frmMDIMain::ToolsCheck() {
     }
     check_->raise();
     check_->activateWindow();
+}
+
+void frmMDIMain::ToolsCheckConnection() {
+    if (!editor_->FinishEntry()) return;
+    FindPorts();
+    std::string name = fixedDevice_;
+    try {
+        const int number = link_.SettingsToCome().number;
+        if (name.empty()) {
+            name = SerialDeviceOf(number, program_.folder.SupportFolder());
+            if (!MeantAsNetworkAddress(name)) name = "COM" + std::to_string(number) + " (" + name + ")";
+        }
+    } catch (const RuntimeError& error) {
+        ReportRuntimeError(dialogs_, "Check Connection", error);
+        return;
+    }
+    frmCheckConnection window(link_, port_, name, clock_, turns_, this);
+    window.exec();
 }
 
 bool frmMDIMain::WantsToSeeErrors() {

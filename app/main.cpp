@@ -5,7 +5,7 @@
 #include "app/frmMDIMain.h"
 #include "link/ByteTrace.h"
 #include "link/PortChoice.h"
-#include "platform/AsioSerialPort.h"
+#include "platform/HostSerialPort.h"
 #include "platform/QtPrinter.h"
 #include "platform/QtScreen.h"
 #include "platform/RuntimeError.h"
@@ -96,7 +96,8 @@ std::optional<int> Read(Options& options, const std::vector<std::string>& argume
         ->type_name("");
     line.add_option("--port", options.port,
                     "The port of this run: a number (1 is COM1), a device\n(" + SerialDeviceExample() +
-                        "), or \"simulated\"; else the\nstored one")
+                        "), a board behind a network\n(rfc2217://host:port or socket://host:port), or\n"
+                        "\"simulated\"; else the stored one")
         ->type_name("PORT");
     line.add_flag("--simulated-board", options.simulatedBoard, "The same as --port simulated")->excludes("--port");
     line.add_option("--trace", options.trace,
@@ -176,9 +177,9 @@ std::unique_ptr<SerialPort> MakePort(const PortChoice& choice, SimulatedBoard& b
                                      const ProgramFolder& folder) {
     switch (choice.kind) {
     case PortChoice::Kind::Number:
-        return std::make_unique<AsioSerialPort>(clock, folder.SupportFolder());
+        return std::make_unique<HostSerialPort>(clock, folder.SupportFolder());
     case PortChoice::Kind::Device:
-        return std::make_unique<AsioSerialPort>(clock, choice.device);
+        return std::make_unique<HostSerialPort>(clock, choice.device);
     default:
         return std::make_unique<SimulatedPort>(board, clock, LinePacing::LineSpeed);
     }

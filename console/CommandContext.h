@@ -30,6 +30,7 @@ struct Arguments {
     std::string port;
     std::optional<std::string> speed;
     std::optional<std::string> trace;
+    bool decode = false; ///< The trace tells what its bytes mean.
     std::optional<std::string> programFolder;
     bool verify = false;
     bool changes = false; ///< Only what differs.
@@ -46,6 +47,7 @@ struct Arguments {
     std::optional<std::string> field;
     std::optional<std::string> entry; ///< What to store there.
     std::optional<std::string> link;
+    std::optional<std::string> listen;
     int lineSpeed = 9600;
     std::vector<std::string> faults;
     std::vector<std::string> habits;

@@ -18,10 +18,10 @@ namespace {
 constexpr const char* ProgramName = "vantrelctl";
 
 /// In the order of the help.
-constexpr std::array AllCommands{&NewCommand,     &ShowCommand,    &ReportCommand,   &CheckCommand,  &ImportCommand,
-                                 &ExportCommand,  &SetCommand,     &DownloadCommand, &UploadCommand, &BackupCommand,
-                                 &CompareCommand, &ReadCommand,    &WriteCommand,    &StatusCommand, &BoardCommand,
-                                 &PortsCommand,   &SupportCommand, &SimulateCommand, &DemoCommand};
+constexpr std::array AllCommands{&NewCommand,     &ShowCommand,  &ReportCommand,   &CheckCommand,    &ImportCommand,
+                                 &ExportCommand,  &SetCommand,   &DownloadCommand, &UploadCommand,   &BackupCommand,
+                                 &CompareCommand, &ReadCommand,  &WriteCommand,    &StatusCommand,   &BoardCommand,
+                                 &DoctorCommand,  &PortsCommand, &SupportCommand,  &SimulateCommand, &DemoCommand};
 
 std::string OverallHelp() {
     return "vantrelctl COMMAND --help tells more about a command.\n"

@@ -48,6 +48,7 @@ void CommandOptions::Yes() {
 
 void CommandOptions::Trace() {
     Option("--trace", "FILE", to.trace, "Write every byte sent and received, with its time, to this file");
+    Flag("--decode", to.decode, "Write into the trace what the bytes mean: \"read B8176 = 0\"");
     Yes();
 }
 
@@ -59,6 +60,9 @@ void CommandOptions::Port(PortIs needed) {
            "  " +
                PadRight(device, 14) +
                "a device; RSPort.cfg is left alone\n"
+               "  rfc2217://HOST:PORT, socket://HOST:PORT\n"
+               "                a board behind a network: with its speed set by\n"
+               "                RFC 2217, or as raw bytes\n"
                "  simulated     a simulated board in this program, new each time")
         .required(needed == PortIs::Needed);
     Option("--speed", "BAUD", to.speed,

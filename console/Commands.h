@@ -36,6 +36,7 @@ extern const Command WriteCommand;
 extern const Command StatusCommand;
 extern const Command BoardCommand;
 extern const Command PortsCommand;
+extern const Command DoctorCommand;
 extern const Command SupportCommand;
 extern const Command SimulateCommand;
 extern const Command DemoCommand;

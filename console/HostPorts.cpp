@@ -2,6 +2,7 @@
 #include "console/HostPorts.h"
 
 #include "platform/AsioSerialPort.h"
+#include "platform/HostSerialPort.h"
 #include "platform/RuntimeError.h"
 #include "platform/SerialDevices.h"
 #include "simulator/BoardServer.h"
@@ -81,10 +82,10 @@ BoardPort BehindDevice(Clock& clock) {
 BoardPort ReachBoard(const PortChoice& choice, Clock& clock, const std::filesystem::path& supportFolder) {
     switch (choice.kind) {
     case PortChoice::Kind::Number:
-        return {std::make_shared<AsioSerialPort>(clock, supportFolder),
+        return {std::make_shared<HostSerialPort>(clock, supportFolder),
                 "COM" + std::to_string(choice.number) + " (" + SerialDeviceOf(choice.number, supportFolder) + ")"};
     case PortChoice::Kind::Device:
-        return {std::make_shared<AsioSerialPort>(clock, choice.device), choice.device};
+        return {std::make_shared<HostSerialPort>(clock, choice.device), choice.device};
     case PortChoice::Kind::Demonstration:
         return BehindDevice(clock);
     case PortChoice::Kind::Simulated:

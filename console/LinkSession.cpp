@@ -21,6 +21,8 @@ PortRange AllowedPorts(const CommandContext& context) { return PortRangeOf(Suppo
 /// The trace must not go where the command's own file or its board is.
 void RequireOwnTrace(const CommandContext& context) {
     const Arguments& arguments = context.arguments;
+    if (arguments.decode && !arguments.trace)
+        throw UsageError("--decode: there is no trace. Name its file with --trace.");
     if (!arguments.trace) return;
     if (IsStandardStream(*arguments.trace)) {
         if (!arguments.json) return;
@@ -69,9 +71,30 @@ bool LinkSession::TraceAccepted() {
     return !HoldsSomethingElse(trace) || context_.dialogs.Show(ReplaceQuestion(trace)) == MessageAnswer::Yes;
 }
 
-void LinkSession::Open() {
+ExitCode LinkSession::UseClosed(const std::function<void()>& cancel, const std::function<ExitCode()>& work) {
+    if (!TraceAccepted()) return Refuse(context_, "Nothing was sent to the board.");
+    BeginTrace();
+    interrupted_ = &context_.host.catchInterrupts();
+    turns_.HeedInterrupts(
+        *interrupted_, [this] { context_.Say("Cancelling..."); }, cancel);
+    return EndTrace(work());
+}
+
+void LinkSession::BeginTrace() {
+    if (context_.arguments.decode) trace_.Decode();
     if (context_.arguments.trace) trace_.WriteTo(*context_.arguments.trace, context_.host.out);
     link_.SetTrafficLog(&trace_);
+}
+
+ExitCode LinkSession::EndTrace(ExitCode end) {
+    const std::string problem = trace_.Finish();
+    context_.SayIf(problem);
+    const bool linkFailed = end == ExitCode::LinkFailed;
+    return problem.empty() || linkFailed ? end : ExitCode::FileError;
+}
+
+void LinkSession::Open() {
+    BeginTrace();
     interrupted_ = &context_.host.catchInterrupts();
     const auto beginToCancel = [this] {
         context_.Say("Cancelling...");
@@ -100,10 +123,7 @@ ExitCode LinkSession::Close(ExitCode end) {
     const bool failed = Failed();
     CloseLink();
     context_.SayIf(ReachedBesideText("the change from writing to reading", false, link_.TakeMayHaveReached()));
-    const std::string traceProblem = trace_.Finish();
-    if (!traceProblem.empty()) context_.Say(traceProblem);
-    if (failed) return ExitCode::LinkFailed;
-    return traceProblem.empty() ? end : ExitCode::FileError;
+    return EndTrace(failed ? ExitCode::LinkFailed : end);
 }
 
 void LinkSession::CloseLink() {

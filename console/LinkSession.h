@@ -36,6 +36,10 @@ public:
     [[nodiscard]] ExitCode Use(const std::string& nothing, const std::function<bool()>& agreed,
                                const std::function<ExitCode()>& work);
 
+    /// The same without opening anything: `work` opens the port itself. `cancel` is what an interrupt does.
+    [[nodiscard]] ExitCode UseClosed(const std::function<void()>& cancel, const std::function<ExitCode()>& work);
+
+    [[nodiscard]] SerialPort& Port() { return *port_.port; }
     [[nodiscard]] RSComm& Link() { return link_; }
     [[nodiscard]] ConsoleTurns& Turns() { return turns_; }
     /// Runs an operation of the link, or a pass over it, to its end.
@@ -57,6 +61,8 @@ public:
 
 private:
     [[nodiscard]] bool TraceAccepted();
+    void BeginTrace();
+    [[nodiscard]] ExitCode EndTrace(ExitCode end);
     void Open();
     [[nodiscard]] ExitCode Close(ExitCode end);
     void CloseLink();

@@ -1,6 +1,8 @@
-// The command that is a board: a simulated one at a pseudo-terminal, for any program to open.
+// The command that is a board: a simulated one at a pseudo-terminal or in the network, for any program to open.
 #include "console/Commands.h"
 #include "console/DeviceLink.h"
+#include "platform/NetworkAddress.h"
+#include "platform/NetworkServer.h"
 #include "platform/RuntimeError.h"
 #include "simulator/BoardHabits.h"
 #include "simulator/BoardServer.h"
@@ -60,10 +62,30 @@ BoardHabits HabitsNamed(const std::vector<std::string>& texts) {
     return habits;
 }
 
+/// "HOST:PORT" is raw bytes; without a host it is this computer alone.
+NetworkAddress ListenAddress(const std::string& text) {
+    const std::string whole = MeantAsNetworkAddress(text) ? text : "socket://" + text;
+    const std::size_t host = whole.find("//") + 2;
+    const bool portAlone = whole.find_first_not_of("0123456789", host) == std::string::npos;
+    const auto address =
+        ParseNetworkAddress(portAlone ? whole.substr(0, host) + "127.0.0.1:" + whole.substr(host) : whole);
+    if (!address) {
+        throw UsageError("--listen " + text + ": write HOST:PORT, PORT alone for this computer only, or " +
+                         NetworkAddressForm + ".");
+    }
+    return *address;
+}
+
 /// Nothing, after saying so, where the host cannot have such a device.
 std::unique_ptr<BoardServer> ServerFor(CommandContext& context, SimulatedBoard& board) {
+    const Arguments& asked = context.arguments;
+    if (asked.listen) {
+        const NetworkAddress address = ListenAddress(*asked.listen);
+        return std::make_unique<BoardServer>(board, context.host.clock, asked.lineSpeed,
+                                             std::make_unique<NetworkServer>(address));
+    }
     try {
-        return std::make_unique<BoardServer>(board, context.host.clock, context.arguments.lineSpeed);
+        return std::make_unique<BoardServer>(board, context.host.clock, asked.lineSpeed);
     } catch (const RuntimeError& error) {
         context.Say(error.Description() + "\nEvery command can use --port simulated instead.");
         return nullptr;
@@ -71,6 +93,9 @@ std::unique_ptr<BoardServer> ServerFor(CommandContext& context, SimulatedBoard& 
 }
 
 ExitCode Simulate(CommandContext& context) {
+    if (context.arguments.listen && context.arguments.link) {
+        throw UsageError("--link is for a device; with --listen there is none.");
+    }
     SimulatedBoard board(BoardStart(context.host.clock), HabitsNamed(context.arguments.habits));
     for (const std::string& fault : context.arguments.faults)
         board.AddFault(FaultNamed(fault));
@@ -95,15 +120,20 @@ ExitCode Simulate(CommandContext& context) {
 
 const Command SimulateCommand{
     "simulate",
-    "Be a board: a simulated one at a serial device of its own, until interrupted",
+    "Be a board: a simulated one at a serial device of its own, or in the\nnetwork, until interrupted",
     [](CommandOptions& options) {
         options.Option("--link", "PATH", options.to.link, "Make a symbolic link to the device at this path");
+        options.Option("--listen", "HOST:PORT", options.to.listen,
+                       "Serve it to the network instead of at a device: raw bytes, or with\n"
+                       "rfc2217:// in front of it RFC 2217. PORT alone is for this computer\n"
+                       "only. Nobody is asked who he is, and everybody on the way can listen");
         options.SimulatedSpeed();
         options.Option("--fault", "NAME", options.to.faults, "What the board does wrong, see below");
         options.Option("--habit", "NAME=VALUE", options.to.habits, "What kind of board it is, see below");
     },
     "  vantrelctl simulate --link /tmp/board\n"
     "  vantrelctl download plant.sdt --port /tmp/board     (at another terminal)\n"
+    "  vantrelctl simulate --listen rfc2217://127.0.0.1:4001\n"
     "  vantrelctl simulate --fault wrong-echo:once hang-up@500 --habit half-sent=forever\n",
     Simulate,
     Help};

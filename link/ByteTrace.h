@@ -18,6 +18,8 @@ public:
     void WriteTo(const std::string& name, std::ostream& standardOutput);
     /// Brings what was written so far to the file, for whoever reads it meanwhile.
     void Flush();
+    /// Each exchange with its meaning behind it; before the first.
+    void Decode() { text_.Decode(); }
     /// Closes the file. What kept any of it from being written; empty when nothing did.
     [[nodiscard]] std::string Finish();
     void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) override;

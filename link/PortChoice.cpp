@@ -1,5 +1,6 @@
 #include "link/PortChoice.h"
 
+#include "platform/NetworkAddress.h"
 #include "platform/SerialDevices.h"
 #include "platform/UsageError.h"
 #include "text/AsciiCase.h"
@@ -21,6 +22,12 @@ bool IsNumber(const std::string& text) {
 
 /// Names that mean a port but are no devices: "COM2" is port 2, on every host.
 PortChoice DeviceChoice(const std::string& text) {
+    if (MeantAsNetworkAddress(text)) {
+        const auto address = ParseNetworkAddress(text);
+        if (address && address->port > 0) return {.kind = PortChoice::Kind::Device, .device = text};
+        throw UsageError("--port " + text + ": write a board behind a network as " + NetworkAddressForm +
+                         ", with a port from 1 to 65535.");
+    }
     if (const auto device = SerialDeviceNamed(text)) return {.kind = PortChoice::Kind::Device, .device = *device};
     const auto refuse = [&](const std::string& meant) {
         throw UsageError("--port " + text + ": there is no such device. Did you mean --port " + meant + "?");

@@ -2,6 +2,7 @@
 #include "link/PortSettingsEditor.h"
 
 #include "platform/ChosenDevices.h"
+#include "platform/NetworkAddress.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 #include "text/NumberText.h"
@@ -31,6 +32,7 @@ constexpr const char* HostPrefix = R"(\\.\)"; ///< Where the port's number is th
 
 /// How a user knows the device: what it is, and where it is found unless the port's number says so.
 std::string KnownName(const std::string& device) {
+    if (MeantAsNetworkAddress(device)) return device;
     std::string what = SerialDeviceDescription(device);
     if (device.starts_with(HostPrefix)) return what;
     std::error_code error;
@@ -73,6 +75,22 @@ bool PortSettingsEditor::AcceptsPort(const std::string& text) {
     return false;
 }
 
+bool PortSettingsEditor::AcceptsAddress(const std::string& text) {
+    const auto address = ParseNetworkAddress(text);
+    if (address && address->port > 0) return true;
+    dialogs_.Show({.title = "Comm Port",
+                   .text = "\"" + text + "\" is no address of a board behind a network.\nWrite " + NetworkAddressForm +
+                           ", with a port from 1 to 65535.",
+                   .icon = MessageIcon::Information,
+                   .buttons = MessageButtons::Ok});
+    return false;
+}
+
+std::string PortSettingsEditor::AddressOf(const std::string& text) const {
+    const std::string device = InRange(text) ? DeviceOf(text, {}) : std::string();
+    return MeantAsNetworkAddress(device) ? device : std::string();
+}
+
 std::string PortSettingsEditor::Stepped(const std::string& text, int steps) const {
     const auto number = WholeNumber(text);
     if (!number) return std::to_string(range_.minimum);
@@ -111,7 +129,8 @@ bool PortSettingsEditor::PortIsOpen() {
 
 std::string PortSettingsEditor::DeviceName(const std::string& text, const std::string& chosen) const {
     if (!InRange(text)) return {};
-    const std::string device = fixedDevice_.empty() ? KnownName(DeviceOf(text, chosen)) : fixedDevice_;
+    std::string device = fixedDevice_;
+    if (fixedDevice_.empty() && chosen != NoChoice) device = KnownName(DeviceOf(text, chosen));
     return "COM" + std::to_string(WholeNumber(text).value_or(range_.minimum)) +
            (device.empty() ? "" : " (" + device + ")");
 }
@@ -128,6 +147,9 @@ std::string PortSettingsEditor::DeviceLine(const std::string& text, const std::s
     const std::string device = DeviceOf(text, chosen);
     const bool openHere = number == link_.Settings().number && SameSerialDevice(device, DeviceOf(text, {}));
     if (open && openHere) return line + ": open in this program.";
+    if (chosen == NoChoice) return line + ": the port of that number in this computer.";
+    // Whether somebody answers there is not tried before the line is wanted: a server has one line for one program.
+    if (MeantAsNetworkAddress(device)) return line + ":\nreached when the program goes ONLINE.";
     const std::string problem = SerialDeviceProblem(device);
     return line + (problem.empty() ? ": there, and free." : ":\n" + problem);
 }
@@ -141,7 +163,8 @@ TaskOf<bool> PortSettingsEditor::Save(std::string text, std::string speed, std::
     co_await link_.CloseRSComm();
     try {
         if (!chosen.empty()) {
-            KeepChosenDevice(supportFolder_, settings.number, SteadySerialDevice(chosen));
+            const std::string kept = chosen == NoChoice ? std::string() : SteadySerialDevice(chosen);
+            KeepChosenDevice(supportFolder_, settings.number, kept);
         }
         WritePortSettings(PathFromUtf8(link_.CommSettingsFile()), settings);
     } catch (const RuntimeError& error) {

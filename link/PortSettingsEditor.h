@@ -27,6 +27,10 @@ public:
     [[nodiscard]] PortSettings CurrentSettings();
     /// The port number that the text means: a whole number of the range. Otherwise the user is told; false.
     [[nodiscard]] bool AcceptsPort(const std::string& text);
+    /// The text is the address of a board behind a network. Otherwise the user is told; false.
+    [[nodiscard]] bool AcceptsAddress(const std::string& text);
+    /// The address that the number stands for; empty when it stands for a device.
+    [[nodiscard]] std::string AddressOf(const std::string& text) const;
     /// The text after so many steps up (below 0: down), within the range. What is no number steps to the minimum.
     [[nodiscard]] std::string Stepped(const std::string& text, int steps) const;
 
@@ -45,7 +49,9 @@ public:
     /// The program has the port open, and its device is still there.
     [[nodiscard]] bool PortIsOpen();
 
-    // `chosen`: the device that the user has taken for the number; empty for the one that the number stands for.
+    // `chosen`: the device, or the address, that the user has taken for the number; empty for the one that the number
+    // stands for, NoChoice for none that was ever chosen.
+    static constexpr const char* NoChoice = "(none)";
 
     /// The device that the number stands for; empty when the text is no number of the range.
     [[nodiscard]] std::string DeviceName(const std::string& text, const std::string& chosen = {}) const;

@@ -52,6 +52,8 @@ public:
     void SetPortRange(PortRange range) { range_ = range; }
     void SetPortOverride(PortOverride override) { override_ = std::move(override); }
     [[nodiscard]] const PortOverride& CurrentPortOverride() const { return override_; }
+    /// What the next OpenRSComm takes. Asks and writes nothing. Throws RuntimeError when the file cannot be read.
+    [[nodiscard]] PortSettings SettingsToCome() const;
     /// Reads the settings, opens `port` and probes the board. `OnlineMode` tells afterwards whether it answered. An
     /// error is shown as "Comm Port Error" and leaves the port closed. `port` must outlive the link's use of it.
     [[nodiscard]] Task OpenRSComm(SerialPort& port);
@@ -169,6 +171,7 @@ public:
 private:
     friend struct RSCommPeer; ///< The tests' way to what only later operations will call.
     friend class ReadingWalk;
+    friend class BareLine;
 
     /// What ExchangeByte returns for no answer or a failed link.
     static constexpr int NoAnswer = 9999;
@@ -202,6 +205,8 @@ private:
     /// What the settings file says; the defaults for one that cannot be read and is not needed.
     [[nodiscard]] StoredPortSettings StoredSettings() const;
     [[nodiscard]] PortSettings EffectiveSettings();
+    /// Opens the port without holding up anybody; false when the user gave up, which closes it. Throws RuntimeError.
+    [[nodiscard]] TaskOf<bool> OpenPort();
     void ShowPortError(const RuntimeError& error);
 
     // Exchanges and modes (RSCommExchange.cpp); the line is held

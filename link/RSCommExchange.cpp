@@ -157,17 +157,21 @@ TaskOf<bool> RSComm::AskAfterNoAnswer(PortWait how) {
                              .unasked = true};
     if (givenUp_ || dialogs_.Show(warning) != MessageAnswer::Retry || givenUp_) co_return false;
     if (how != PortWait::Lost) co_return true;
+    std::optional<RuntimeError> failure;
     try {
-        port_->Open();
+        const bool opened = co_await OpenPort();
+        if (!opened) co_return false;
         port_->ClearReceived();
         ++reopened_;
         ++opened_;
         co_return true;
     } catch (const RuntimeError& error) {
-        // The warning was shown once and is not repeated; why the port stays closed is news.
-        ShowPortError(error);
-        co_return false;
+        failure = error;
     }
+    // The warning was shown once and is not repeated; why the port stays closed is news.
+    co_await turns_.Allowed();
+    ShowPortError(*failure);
+    co_return false;
 }
 
 TaskOf<bool> RSComm::SetTargetMode(int mode, std::uint8_t modeByte) {

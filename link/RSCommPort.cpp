@@ -2,6 +2,7 @@
 #include "link/RSComm.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/SetWhile.h"
 #include "text/PathText.h"
 
 #include <utility>
@@ -11,6 +12,8 @@ namespace vantrel {
 namespace {
 
 constexpr std::uint8_t ProbeByte = 0xFF;
+/// A port ends its opening by itself; this is when it is looked at again in any case.
+constexpr MonotonicTime LongestOpening = std::chrono::seconds(10);
 
 } // namespace
 
@@ -50,6 +53,13 @@ PortSettings RSComm::EffectiveSettings() {
     return settings;
 }
 
+PortSettings RSComm::SettingsToCome() const {
+    PortSettings settings = StoredSettings().settings;
+    if (override_.speed) settings.speed = *override_.speed;
+    if (override_.number) settings.number = *override_.number;
+    return settings;
+}
+
 void RSComm::InitializeRSComm(SerialPort& port) {
     try {
         settings_ = EffectiveSettings();
@@ -71,9 +81,13 @@ Task RSComm::OpenRSComm(SerialPort& port) {
     std::optional<RuntimeError> failure;
     try {
         if (!initFailed_) {
-            port.Open();
-            port.ClearReceived();
-            ForgetBoard();
+            const bool opened = co_await OpenPort();
+            if (opened) {
+                port.ClearReceived();
+                ForgetBoard();
+            } else {
+                linkFailed_ = true;
+            }
         }
         (void)co_await ExchangeByte(ProbeByte);
         onlineMode_ = !linkFailed_;
@@ -87,6 +101,19 @@ Task RSComm::OpenRSComm(SerialPort& port) {
     }
     co_await turns_.Allowed();
     if (failure) ShowPortError(*failure);
+}
+
+TaskOf<bool> RSComm::OpenPort() {
+    port_->BeginOpen();
+    const SetWhile waiting(awaitingSince_, clock_.Now());
+    while (port_->Opening()) {
+        const PortWait wait = co_await turns_.WaitForByte(*port_, clock_.Now() + LongestOpening);
+        if (wait != PortWait::GivenUp && !givenUp_) continue;
+        port_->Close();
+        co_return false;
+    }
+    port_->FinishOpen();
+    co_return true;
 }
 
 void RSComm::ForgetBoard() {

@@ -14,6 +14,7 @@ namespace vantrel {
 namespace {
 
 constexpr const char* FirstLine = "# seconds  sent  received";
+constexpr const char* DecodedFirstLine = "# seconds  sent  received  meaning";
 constexpr std::size_t SecondsWidth = 2;
 constexpr std::size_t MicrosecondsWidth = 6;
 
@@ -23,21 +24,24 @@ std::string Hexadecimal(std::optional<std::uint8_t> byte) { return byte ? HexTex
 } // namespace
 
 void TextTrafficLog::Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) {
-    Line(sentAt, sent, received);
+    Line(sentAt, sent, received, decoder_ ? decoder_->Exchanged(sent, received) : std::string());
 }
 
-void TextTrafficLog::Surplus(MonotonicTime at, std::uint8_t byte) { Line(at, {}, byte); }
+void TextTrafficLog::Surplus(MonotonicTime at, std::uint8_t byte) {
+    Line(at, {}, byte, decoder_ ? decoder_->Surplus(byte) : std::string());
+}
 
-void TextTrafficLog::Line(MonotonicTime at, std::optional<std::uint8_t> sent, std::optional<std::uint8_t> received) {
+void TextTrafficLog::Line(MonotonicTime at, std::optional<std::uint8_t> sent, std::optional<std::uint8_t> received,
+                          const std::string& meaning) {
     if (!first_) {
         first_ = at;
-        out_ << FirstLine << '\n';
+        out_ << (decoder_ ? DecodedFirstLine : FirstLine) << '\n';
     }
     constexpr long long microsecondsASecond = 1000000;
     const long long passed = std::chrono::duration_cast<std::chrono::microseconds>(at - *first_).count();
     out_ << PadLeft(std::to_string(passed / microsecondsASecond), SecondsWidth) << '.'
          << PadLeft(std::to_string(passed % microsecondsASecond), MicrosecondsWidth, '0') << "  " << Hexadecimal(sent)
-         << "  " << Hexadecimal(received) << '\n'
+         << "  " << Hexadecimal(received) << (meaning.empty() ? "" : "  ") << meaning << '\n'
          << std::flush; // A trace is wanted most of a program that hangs.
 }
 
@@ -48,7 +52,7 @@ bool HoldsSomethingElse(const std::filesystem::path& trace) {
     std::string line;
     std::getline(file, line);
     if (line.ends_with('\r')) line.pop_back();
-    return line != FirstLine;
+    return line != FirstLine && line != DecodedFirstLine;
 }
 
 } // namespace vantrel

@@ -1,12 +1,14 @@
 // Where every byte that passes the link is told of. Uses the clock's time only.
 #pragma once
 
+#include "link/TraceDecoder.h"
 #include "platform/Clock.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <iosfwd>
 #include <optional>
+#include <string>
 
 namespace vantrel {
 
@@ -28,12 +30,16 @@ public:
 class TextTrafficLog final : public TrafficLog {
 public:
     explicit TextTrafficLog(std::ostream& out) : out_(out) {}
+    /// With what the bytes mean behind them; before the first line.
+    void Decode() { decoder_.emplace(); }
     void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) override;
     void Surplus(MonotonicTime at, std::uint8_t byte) override;
 
 private:
-    void Line(MonotonicTime at, std::optional<std::uint8_t> sent, std::optional<std::uint8_t> received);
+    void Line(MonotonicTime at, std::optional<std::uint8_t> sent, std::optional<std::uint8_t> received,
+              const std::string& meaning);
 
+    std::optional<TraceDecoder> decoder_;
     std::ostream& out_;
     std::optional<MonotonicTime> first_;
 };

@@ -1,6 +1,7 @@
 // Controls, layout, and when the number in the box is checked.
 #include "link/frmSetupComm.h"
 
+#include "platform/NetworkAddress.h"
 #include "platform/QtScreen.h"
 
 #include <QApplication>
@@ -40,6 +41,7 @@ frmSetupComm::frmSetupComm(PortSettingsEditor& decides, QWidget* parent) : QDial
     setWindowTitle(QStringLiteral("Comm Port Settings"));
     BuildPortFrame();
     BuildDevices();
+    BuildNetwork();
     BuildSpeedFrame();
     BuildButtons();
     LayOut();
@@ -97,6 +99,30 @@ void frmSetupComm::BuildDevices() {
     lookTimer_.callOnTimeout(this, [this] { LookForDevices(); });
 }
 
+void frmSetupComm::BuildNetwork() {
+    txtNetwork = Named(new QLineEdit(fraCommPort), "txtNetwork");
+    txtNetwork->setAccessibleName(tr("Board behind a network"));
+    txtNetwork->setPlaceholderText(QString::fromLatin1(NetworkAddressForm));
+    txtNetwork->setToolTip(tr("The address of a serial server, in the place of a device of this computer.\n"
+                              "rfc2217: the program sets the speed there; socket: the server has its own."));
+    SelectAllOnFocus(*txtNetwork);
+    connect(txtNetwork, &QLineEdit::textEdited, this, &frmSetupComm::AddressEdited);
+}
+
+void frmSetupComm::ShowAddress() {
+    const bool typed = !chosen_.empty() && chosen_ != PortSettingsEditor::NoChoice;
+    const std::string address = chosen_.empty() ? decides_.AddressOf(PortText()) : typed ? chosen_ : std::string();
+    txtNetwork->setText(MeantAsNetworkAddress(address) ? QString::fromStdString(address) : QString());
+}
+
+void frmSetupComm::AddressEdited() {
+    chosen_ = txtNetwork->text().trimmed().toStdString();
+    // Emptied where an address was kept, the number is to stand for its own port again.
+    if (chosen_.empty() && !decides_.AddressOf(PortText()).empty()) chosen_ = PortSettingsEditor::NoChoice;
+    lblDevice->setText(QString::fromStdString(decides_.DeviceName(PortText(), chosen_)));
+    MarkDevice();
+}
+
 void frmSetupComm::BuildSpeedFrame() {
     fraPortSpeed = Named(new QGroupBox(tr("Port Sp&eed"), this), "fraPortSpeed");
     for (int i = 0; i < 2; ++i) {
@@ -127,6 +153,12 @@ void frmSetupComm::LayOut() {
     auto* port = new QVBoxLayout(fraCommPort);
     port->addLayout(number);
     port->addWidget(lstDevices);
+    auto* network = new QHBoxLayout;
+    auto* networkLabel = new QLabel(tr("Behind a &network:"), fraCommPort);
+    networkLabel->setBuddy(txtNetwork);
+    network->addWidget(networkLabel);
+    network->addWidget(txtNetwork);
+    port->addLayout(network);
     port->addWidget(lblDevice);
     auto* speed = new QHBoxLayout(fraPortSpeed);
     speed->addWidget(optPortSpeed[0]);
@@ -214,12 +246,14 @@ void frmSetupComm::TakeDevice() {
     const std::string number = decides_.NumberFor(PortText(), device);
     txtCommPort->setText(QString::fromStdString(number));
     chosen_ = decides_.StandsFor(number, device) ? std::string() : device.device;
+    ShowAddress();
     MarkDevice();
     ShowDevice();
 }
 
 void frmSetupComm::PortChanged() {
     chosen_.clear();
+    ShowAddress();
     lblDevice->setText(QString::fromStdString(decides_.DeviceName(PortText())));
     MarkDevice();
     deviceTimer_.start();
@@ -256,6 +290,11 @@ void frmSetupComm::Save() {
 }
 
 Task frmSetupComm::SaveTask() {
+    const std::string address = txtNetwork->text().trimmed().toStdString();
+    if (!address.empty() && !decides_.AcceptsAddress(address)) {
+        txtNetwork->setFocus();
+        co_return;
+    }
     EnableControls(false);
     const std::string speed = Speeds[optPortSpeed[1]->isChecked() ? 1 : 0];
     bool saved = false;

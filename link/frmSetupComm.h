@@ -36,6 +36,7 @@ public:
     QLineEdit* txtCommPort = nullptr;
     QtUpDown* updCommPort = nullptr;
     QTreeWidget* lstDevices = nullptr; ///< The serial devices that are there; a click takes one.
+    QLineEdit* txtNetwork = nullptr; ///< The address of a board behind a network, in the place of a device.
     QLabel* lblDevice = nullptr;
     QGroupBox* fraPortSpeed = nullptr;
     QRadioButton* optPortSpeed[2] = {nullptr, nullptr}; ///< 9600 and 19200.
@@ -54,6 +55,10 @@ private:
     void MarkDevice();
     void TakeDevice();
     void PortChanged();
+    void BuildNetwork();
+    /// Shows the address that is taken for the number, if there is one.
+    void ShowAddress();
+    void AddressEdited();
     void BuildSpeedFrame();
     void BuildButtons();
     void LayOut();
@@ -69,7 +74,8 @@ private:
 
     PortSettingsEditor& decides_;
     std::vector<SerialDevice> devices_; ///< As they are listed.
-    std::string chosen_; ///< The device taken from the list for the number; empty: the number says it.
+    std::string
+        chosen_; ///< The device taken from the list, or the address typed, for the number; empty: the number says it.
     bool portIsOpen_ = false;
     QTimer lookTimer_; ///< While the dialog is up; devices come and go with their plugs.
     QTimer deviceTimer_; ///< Until the device of a changed number is looked at.

@@ -5,7 +5,7 @@ _vantrel() {
     case $previous in
     --speed) words='9600 19200' ;;
     --for) words='10m 1h 8h' ;;
-    --port) words='simulated 1 2 3 4' ;;
+    --port) words='simulated 1 2 3 4 rfc2217:// socket://' ;;
     --program-folder)
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return

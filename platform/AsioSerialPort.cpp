@@ -1,8 +1,8 @@
 #include "platform/AsioSerialPort.h"
 
 #include "platform/RuntimeError.h"
-#include "platform/SerialDevices.h"
 #include "platform/SerialLine.h"
+#include "platform/SerialSettings.h"
 
 #include <asio/buffer.hpp>
 #include <asio/io_context.hpp>
@@ -11,26 +11,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <deque>
 #include <utility>
 
 namespace vantrel {
-
-namespace {
-
-/// Baud of a settings string "speed,n,8,1", the only framing that the board knows.
-unsigned SpeedOf(const std::string& settings) {
-    unsigned speed = 0;
-    const auto [end, error] = std::from_chars(settings.data(), settings.data() + settings.size(), speed);
-    const std::string rest(end, settings.data() + settings.size());
-    if (error != std::errc{} || speed == 0 || rest != ",n,8,1") {
-        throw RuntimeError(ErrorNumber::InvalidProcedureCall, "\"" + settings + "\" are no settings of a serial port.");
-    }
-    return speed;
-}
-
-} // namespace
 
 /// An open device, with one read always under way: that is what notices a byte, and a device that goes, while waiting.
 struct AsioSerialPort::Line {
@@ -59,39 +43,25 @@ struct AsioSerialPort::Line {
     }
 };
 
-AsioSerialPort::AsioSerialPort(Clock& clock, std::filesystem::path supportFolder)
-    : clock_(clock), supportFolder_(std::move(supportFolder)) {}
-
-AsioSerialPort::AsioSerialPort(Clock& clock, std::string device) : clock_(clock), fixedDevice_(std::move(device)) {}
+AsioSerialPort::AsioSerialPort(Clock& clock, std::string device) : clock_(clock), device_(std::move(device)) {}
 
 AsioSerialPort::~AsioSerialPort() { AsioSerialPort::Close(); }
 
-void AsioSerialPort::SetPortNumber(int number) {
-    number_ = number;
-    opened_.clear();
-}
-
 void AsioSerialPort::SetSettings(const std::string& settings) { settings_ = settings; }
-
-std::string AsioSerialPort::Device() const {
-    if (!opened_.empty()) return opened_;
-    return fixedDevice_.empty() ? SerialDeviceOf(number_, supportFolder_) : fixedDevice_;
-}
 
 void AsioSerialPort::Open() {
     Close();
-    const unsigned speed = SpeedOf(settings_);
-    const std::string device = Device();
+    const unsigned speed = SpeedOfSettings(settings_);
     auto line = std::make_unique<Line>();
     std::error_code error;
     const auto check = [&] {
         // asio's own category knows no conditions, so the host's takes its place.
-        if (error) throw serial::OpenFailure(device, {error.value(), std::system_category()});
+        if (error) throw serial::OpenFailure(device_, {error.value(), std::system_category()});
     };
-    line->device.open(device, error); // NOLINT(bugprone-unused-return-value): the error is the result
+    line->device.open(device_, error); // NOLINT(bugprone-unused-return-value): the error is the result
     check();
     if (!serial::TakeForOneself(line->device.native_handle())) {
-        throw serial::OpenFailure(device, std::make_error_code(std::errc::device_or_resource_busy));
+        throw serial::OpenFailure(device_, std::make_error_code(std::errc::device_or_resource_busy));
     }
     const auto set = [&](const auto& option) {
         line->device.set_option(option, error); // NOLINT(bugprone-unused-return-value)
@@ -104,7 +74,6 @@ void AsioSerialPort::Open() {
     set(asio::serial_port::flow_control(asio::serial_port::flow_control::none));
     serial::AskForLowLatency(line->device.native_handle());
     line_ = std::move(line);
-    opened_ = device;
 }
 
 void AsioSerialPort::Close() noexcept {

@@ -5,7 +5,6 @@
 #include "platform/Clock.h"
 #include "platform/SerialPort.h"
 
-#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -13,13 +12,10 @@ namespace vantrel {
 
 class AsioSerialPort final : public SerialPort {
 public:
-    /// Opens the device that its port number stands for; see SerialDeviceOf.
-    AsioSerialPort(Clock& clock, std::filesystem::path supportFolder);
-    /// Opens `device`, whatever its port number says.
     AsioSerialPort(Clock& clock, std::string device);
     ~AsioSerialPort() override;
 
-    void SetPortNumber(int number) override;
+    void SetPortNumber(int /*number*/) override {}
     void SetSettings(const std::string& settings) override;
     void Open() override;
     void Close() noexcept override;
@@ -32,16 +28,12 @@ public:
     [[nodiscard]] PortWait WaitForByte(MonotonicTime deadline) override;
     [[nodiscard]] int WatchedDescriptor() const override;
 
-    /// The device that Open() opens, or has opened.
-    [[nodiscard]] std::string Device() const;
+    [[nodiscard]] const std::string& Device() const { return device_; }
 
 private:
     struct Line;
     Clock& clock_;
-    std::filesystem::path supportFolder_;
-    std::string fixedDevice_;
-    int number_ = 1;
-    std::string opened_; ///< Opened again as the same device, whatever its number stands for by now.
+    std::string device_;
     std::string settings_ = "9600,n,8,1";
     std::unique_ptr<Line> line_;
 };

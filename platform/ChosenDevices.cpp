@@ -1,5 +1,6 @@
 #include "platform/ChosenDevices.h"
 
+#include "platform/NetworkAddress.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 #include "text/NumberText.h"
@@ -90,6 +91,12 @@ std::map<int, std::string> ChosenDevices(const std::filesystem::path& supportFol
     return chosen;
 }
 
+std::map<int, std::string> ChosenNetworkPorts(const std::filesystem::path& supportFolder) {
+    std::map<int, std::string> chosen = ChosenDevices(supportFolder);
+    std::erase_if(chosen, [](const auto& each) { return !MeantAsNetworkAddress(each.second); });
+    return chosen;
+}
+
 void KeepChosenDevice(const std::filesystem::path& supportFolder, int number, const std::string& device) {
     const std::filesystem::path file = FileIn(supportFolder);
     Lines lines = LinesOf(file);
@@ -97,7 +104,8 @@ void KeepChosenDevice(const std::filesystem::path& supportFolder, int number, co
     const Part part = SectionOf(lines);
     lines.erase(std::remove_if(part.begin, part.end, [&](const auto& line) { return NumberOf(line) == number; }),
                 part.end);
-    lines.insert(SectionOf(lines).begin, std::string(Key) + std::to_string(number) + "=" + Quoted(device));
+    if (!device.empty())
+        lines.insert(SectionOf(lines).begin, std::string(Key) + std::to_string(number) + "=" + Quoted(device));
     std::string text;
     for (const std::string& line : lines)
         text += line + "\n";

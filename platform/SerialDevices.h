@@ -8,8 +8,9 @@
 
 namespace vantrel {
 
-/// The device that a port number stands for: on Windows `\\.\COMn`; elsewhere the one that was chosen for it (see
-/// ChosenDevices), else `COMn` in `supportFolder` when there is such a link, else "/dev/ttyS(n-1)".
+/// What a port number stands for: the address of the board behind a network that was chosen for it, if one was (see
+/// ChosenDevices); else on Windows `\\.\COMn`; elsewhere the device that was chosen for it, else `COMn` in
+/// `supportFolder` when there is such a link, else "/dev/ttyS(n-1)".
 [[nodiscard]] std::string SerialDeviceOf(int portNumber, const std::filesystem::path& supportFolder);
 
 /// The device that a name stands for which is no path but what people there call it: on Windows "com7" is `\\.\COM7`.
@@ -32,7 +33,8 @@ struct SerialDevice {
     friend bool operator==(const SerialDevice&, const SerialDevice&) = default;
 };
 
-/// All that are there, those with a port number first, in its order. Opens none of them.
+/// All that are there, those with a port number first, in its order; behind them the boards behind a network that
+/// numbers stand for. Opens none of them.
 [[nodiscard]] std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supportFolder);
 
 /// The name of a device that stays the same when it is plugged in elsewhere or after others; `device` itself where

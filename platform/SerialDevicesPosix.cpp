@@ -130,6 +130,8 @@ std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supp
     };
     std::stable_sort(present.begin(), present.end(),
                      [&](const SerialDevice& a, const SerialDevice& b) { return place(a) < place(b); });
+    for (const auto& [number, address] : ChosenNetworkPorts(supportFolder))
+        present.push_back({.number = number, .device = address, .description = NetworkPortDescription});
     return present;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/SerialDevices.h"
 
+#include "platform/ChosenDevices.h"
 #include "platform/SerialLine.h"
 #include "text/AsciiCase.h"
 #include "text/PathText.h"
@@ -8,6 +9,7 @@
 
 #include <setupapi.h>
 
+#include <algorithm>
 #include <map>
 
 namespace vantrel {
@@ -17,6 +19,8 @@ namespace {
 constexpr int HighestPossible = 256;
 /// Of devices that are ports, in the host's list of all devices.
 constexpr GUID PortsClass = {0x4D36E978, 0xE325, 0x11CE, {0xBF, 0xC1, 0x08, 0x00, 0x2B, 0xE1, 0x03, 0x18}};
+
+std::string HostDevice(int number) { return "\\\\.\\COM" + std::to_string(number); }
 
 bool IsThere(int number) {
     wchar_t target[1024];
@@ -65,8 +69,10 @@ std::map<std::wstring, std::string> Descriptions() {
 
 } // namespace
 
-std::string SerialDeviceOf(int portNumber, const std::filesystem::path&) {
-    return "\\\\.\\COM" + std::to_string(portNumber);
+std::string SerialDeviceOf(int portNumber, const std::filesystem::path& supportFolder) {
+    const std::map<int, std::string> chosen = ChosenNetworkPorts(supportFolder);
+    if (const auto address = chosen.find(portNumber); address != chosen.end()) return address->second;
+    return HostDevice(portNumber);
 }
 
 std::optional<std::string> SerialDeviceNamed(const std::string& name) {
@@ -80,11 +86,12 @@ std::optional<std::string> SerialDeviceNamed(const std::string& name) {
 
 std::string SerialDeviceExample() { return "COM7"; }
 
-int HighestSerialPort(const std::filesystem::path&) {
+int HighestSerialPort(const std::filesystem::path& supportFolder) {
     int number = HighestPossible;
     while (number > 0 && !IsThere(number))
         --number;
-    return number;
+    const std::map<int, std::string> chosen = ChosenNetworkPorts(supportFolder);
+    return chosen.empty() ? number : std::max(number, chosen.rbegin()->first);
 }
 
 std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supportFolder) {
@@ -93,9 +100,11 @@ std::vector<SerialDevice> PresentSerialDevices(const std::filesystem::path& supp
     for (int number = 1; number <= HighestPossible; ++number) {
         if (!IsThere(number)) continue;
         present.push_back({.number = number,
-                           .device = SerialDeviceOf(number, supportFolder),
+                           .device = HostDevice(number),
                            .description = descriptions[L"COM" + std::to_wstring(number)]});
     }
+    for (const auto& [number, address] : ChosenNetworkPorts(supportFolder))
+        present.push_back({.number = number, .device = address, .description = NetworkPortDescription});
     return present;
 }
 

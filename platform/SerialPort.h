@@ -15,6 +15,7 @@ enum class PortWait {
     ByteReceived,
     TimedOut,
     Lost,
+    Opened, ///< The port was being opened and no longer is: it is open, or FinishOpen() says why not.
     GivenUp, ///< By whoever waits (TurnQueue); no port says so.
 };
 
@@ -34,6 +35,11 @@ public:
     /// Opens the port for exclusive use. Throws RuntimeError: 53 no such device, 70 not permitted, 75 in use or
     /// any other refusal, 5 settings that the device cannot take. A port that is open already is opened anew.
     virtual void Open() = 0;
+    /// The same without waiting, for a port whose opening takes time (one behind a network): it is Opening() until that
+    /// has ended, and FinishOpen() throws then what Open() would have thrown. Close() ends it early.
+    virtual void BeginOpen() { Open(); }
+    [[nodiscard]] virtual bool Opening() { return false; }
+    virtual void FinishOpen() {}
     virtual void Close() noexcept = 0;
     [[nodiscard]] virtual bool IsOpen() const = 0;
     /// True while the port is open but its device has gone (adapter unplugged, far end hung up).
@@ -47,7 +53,8 @@ public:
     [[nodiscard]] virtual std::uint8_t ReadByte() = 0;
     /// Throws away everything received so far.
     virtual void ClearReceived() = 0;
-    /// Sleeps in the host until a byte has been received, the port is lost, or `deadline` has come.
+    /// Sleeps in the host until a byte has been received, the port is lost or no longer being opened, or `deadline` has
+    /// come.
     [[nodiscard]] virtual PortWait WaitForByte(MonotonicTime deadline) = 0;
     /// What the host's event loop can watch for a received byte while the port is open: a descriptor; -1 for none.
     [[nodiscard]] virtual int WatchedDescriptor() const { return -1; }

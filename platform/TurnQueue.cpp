@@ -28,6 +28,11 @@ bool TurnQueue::ByteWait::await_ready() {
 
 bool TurnQueue::ByteWait::Over() {
     if (result_ == PortWait::GivenUp) return true;
+    if (opening_) {
+        const bool ended = !port_.Opening();
+        result_ = ended ? PortWait::Opened : PortWait::TimedOut;
+        return ended || queue_.clock_.Now() >= deadline_;
+    }
     if (port_.ReceivedCount() > 0) {
         result_ = PortWait::ByteReceived;
     } else if (!port_.IsOpen() || port_.IsLost()) {

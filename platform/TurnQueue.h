@@ -52,7 +52,7 @@ public:
     class ByteWait {
     public:
         ByteWait(TurnQueue& queue, SerialPort& port, MonotonicTime deadline)
-            : queue_(queue), port_(port), deadline_(deadline) {}
+            : queue_(queue), port_(port), deadline_(deadline), opening_(port.Opening()) {}
         ByteWait(const ByteWait&) = delete;
         ByteWait& operator=(const ByteWait&) = delete;
         ~ByteWait() { queue_.Withdraw(*this); }
@@ -72,6 +72,7 @@ public:
         TurnQueue& queue_;
         SerialPort& port_;
         MonotonicTime deadline_;
+        bool opening_; ///< When the wait began.
         PortWait result_ = PortWait::TimedOut;
         TaskPromise* waiting_ = nullptr;
     };
@@ -87,7 +88,8 @@ public:
     [[nodiscard]] Turn Behind() { return {*this, true, true}; }
     /// Goes on at once while turns are given, else with the next one that is.
     [[nodiscard]] Turn Allowed() { return {*this, !MayRun()}; }
-    /// Waits until `port` has received a byte, is lost, `deadline` has come or GiveUpWaits() was called.
+    /// Waits until `port` has received a byte, is lost, has ended being opened, `deadline` has come or GiveUpWaits()
+    /// was called.
     [[nodiscard]] ByteWait WaitForByte(SerialPort& port, MonotonicTime deadline) { return {*this, port, deadline}; }
 
     /// Ends every wait for a byte of `port` that a task is suspended in, as PortWait::GivenUp, with its next turn.

@@ -24,6 +24,11 @@ void BoardLine::SetSpeeds(int program, int board) {
 
 void BoardLine::Send(std::uint8_t byte, MonotonicTime now) {
     toBoardEnds_ = std::max(now, toBoardEnds_) + byteTime_;
+    if (!IsCut(toBoardEnds_) && board_.LinesTouch()) {
+        fromBoardEnds_ = std::max(toBoardEnds_, fromBoardEnds_);
+        fromBoard_.push_back({fromBoardEnds_, byte});
+        return;
+    }
     for (const std::uint8_t heard : Heard(byte, programSpeed_, boardSpeed_)) {
         if (IsCut(toBoardEnds_)) return;
         Answer(board_.Receive(heard, toBoardEnds_));

@@ -1,9 +1,11 @@
-// The loop between the pseudo-terminal and the paced line.
+// The loop between whoever is at the other side and the paced line.
 #include "simulator/BoardServer.h"
 
+#include "platform/PseudoTerminal.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vantrel {
 
@@ -26,21 +28,23 @@ MonotonicTime ByteTime(int bitsPerSecond) {
 } // namespace
 
 BoardServer::BoardServer(SimulatedBoard& board, Clock& clock, int bitsPerSecond)
-    : clock_(clock), bitsPerSecond_(bitsPerSecond), terminal_(PseudoTerminal::Create()),
-      line_(board, ByteTime(bitsPerSecond)) {}
+    : BoardServer(board, clock, bitsPerSecond, PseudoTerminal::Create()) {}
 
-const std::string& BoardServer::Device() const { return terminal_->Device(); }
+BoardServer::BoardServer(SimulatedBoard& board, Clock& clock, int bitsPerSecond, std::unique_ptr<ServedLine> served)
+    : clock_(clock), bitsPerSecond_(bitsPerSecond), served_(std::move(served)), line_(board, ByteTime(bitsPerSecond)) {}
+
+const std::string& BoardServer::Device() const { return served_->Device(); }
 
 void BoardServer::SendArrived() {
     std::vector<std::uint8_t> bytes;
     for (std::size_t count = line_.Arrived(clock_.Now()); count > 0; --count)
         bytes.push_back(line_.Take());
-    if (!bytes.empty()) terminal_->Write(bytes);
+    if (!bytes.empty()) served_->Write(bytes);
 }
 
 void BoardServer::CarryOver(const std::vector<std::uint8_t>& bytes) {
     if (bytes.empty()) return;
-    line_.SetSpeeds(terminal_->Speed().value_or(bitsPerSecond_), bitsPerSecond_);
+    line_.SetSpeeds(served_->Speed().value_or(bitsPerSecond_), bitsPerSecond_);
     for (const std::uint8_t byte : bytes)
         line_.Send(byte, clock_.Now());
 }
@@ -49,12 +53,12 @@ void BoardServer::Run(const std::atomic<bool>& stop) {
     while (!stop) {
         SendArrived();
         if (line_.IsCut(clock_.Now())) {
-            terminal_->Close();
+            served_->Close();
             return;
         }
         const auto next = line_.NextEvent();
         if (next) clock_.SleepUntil(std::min(*next, clock_.Now() + BusySlice));
-        CarryOver(terminal_->Read(next ? MonotonicTime{0} : IdleWait));
+        CarryOver(served_->Read(next ? MonotonicTime{0} : IdleWait));
     }
 }
 

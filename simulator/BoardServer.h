@@ -1,8 +1,9 @@
-// Serves a simulated board at a pseudo-terminal, paced like a line, so that any program can open it as a serial port.
+// Serves a simulated board at a pseudo-terminal, or to the network, paced like a line, so that any program can open it
+// as a serial port.
 #pragma once
 
 #include "platform/Clock.h"
-#include "platform/PseudoTerminal.h"
+#include "platform/ServedLine.h"
 #include "simulator/BoardLine.h"
 #include "simulator/SimulatedBoard.h"
 
@@ -20,8 +21,10 @@ public:
     /// to another speed talks to the board as over a line with two speeds. Throws RuntimeError where the host has no
     /// pseudo-terminals, and 5 for a speed below 0.
     BoardServer(SimulatedBoard& board, Clock& clock, int bitsPerSecond);
+    /// The same at any line.
+    BoardServer(SimulatedBoard& board, Clock& clock, int bitsPerSecond, std::unique_ptr<ServedLine> served);
 
-    /// The device to open, for example "/dev/pts/3".
+    /// What to open, for example "/dev/pts/3".
     [[nodiscard]] const std::string& Device() const;
     /// Serves whoever opens the device, one after the other, until `stop` becomes true (looked at 20 times a second at
     /// least) or the board hangs up. A board that hung up has taken the device with it.
@@ -33,7 +36,7 @@ private:
 
     Clock& clock_;
     int bitsPerSecond_;
-    std::unique_ptr<PseudoTerminal> terminal_;
+    std::unique_ptr<ServedLine> served_;
     BoardLine line_;
 };
 

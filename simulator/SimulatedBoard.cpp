@@ -21,6 +21,9 @@ constexpr std::uint8_t WriteMode = 2;
 /// The two bytes of a word, read further apart than this, are of two moments.
 constexpr MonotonicTime WordLimit = 500ms;
 
+/// Of the timer that common USB adapters are delivered with.
+constexpr MonotonicTime LatencyTime = 16ms;
+
 std::uint8_t Inverted(std::uint8_t byte) { return static_cast<std::uint8_t>(byte ^ 0xFF); }
 
 } // namespace
@@ -44,6 +47,13 @@ std::optional<SimulatedFault> SimulatedBoard::Strike(FaultKind kind) {
     return fault;
 }
 
+bool SimulatedBoard::LinesTouch() {
+    ++receivedBytes_;
+    if (Strikes(FaultKind::ShortedLines)) return true;
+    --receivedBytes_; // The board is about to see it.
+    return false;
+}
+
 BoardAnswer SimulatedBoard::Receive(std::uint8_t byte, MonotonicTime now) {
     ++receivedBytes_;
     BoardAnswer answer;
@@ -64,6 +74,7 @@ BoardAnswer SimulatedBoard::Receive(std::uint8_t byte, MonotonicTime now) {
     answer.bytes.push_back(reaction.byte);
     if (Strikes(FaultKind::DoubledByte)) answer.bytes.push_back(reaction.byte);
     if (const auto fault = Strike(FaultKind::LateAnswer)) answer.delay = fault->lateBy;
+    if (Strikes(FaultKind::LatencyTimer)) answer.delay += LatencyTime - (now + answer.delay) % LatencyTime;
     return answer;
 }
 

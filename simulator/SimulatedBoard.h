@@ -37,6 +37,9 @@ public:
     /// One byte arrives at `now`.
     [[nodiscard]] BoardAnswer Receive(std::uint8_t byte, MonotonicTime now);
 
+    /// Transmit and receive are shorted at this byte, which the board never sees; called once for each byte, before it.
+    [[nodiscard]] bool LinesTouch();
+
     /// Adds a fault to what the board does wrong.
     void AddFault(const SimulatedFault& fault);
     void ClearFaults();

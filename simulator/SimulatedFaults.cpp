@@ -50,8 +50,8 @@ bool ReadSuffix(std::string_view text, SimulatedFault& fault, Named& named) {
 
 } // namespace
 
-const std::array<FaultName, 9>& FaultNames() {
-    static constexpr std::array<FaultName, 9> names{{
+const std::array<FaultName, 11>& FaultNames() {
+    static constexpr std::array<FaultName, 11> names{{
         {FaultKind::NoAnswer, "no-answer", "The board takes the byte, and its answer is lost."},
         {FaultKind::SpoiledAnswer, "spoiled-answer",
          "An answer comes back with wrong bits (all, or as :01H); the board goes on."},
@@ -62,6 +62,9 @@ const std::array<FaultName, 9>& FaultNames() {
         {FaultKind::LostByte, "lost-byte", "The board never sees the byte."},
         {FaultKind::DoubledByte, "doubled-byte", "The board sends its answer twice."},
         {FaultKind::HangUp, "hang-up", "The line goes dead."},
+        {FaultKind::ShortedLines, "shorted-lines",
+         "Transmit and receive touch: a byte comes back itself, and the board sees none."},
+        {FaultKind::LatencyTimer, "latency-timer", "An adapter hands over what it has received every 16 ms only."},
     }};
     return names;
 }

@@ -22,7 +22,9 @@ enum class FaultKind {
     LateAnswer,
     LostByte,
     DoubledByte,
-    HangUp
+    HangUp,
+    ShortedLines,
+    LatencyTimer
 };
 
 struct FaultName {
@@ -32,7 +34,7 @@ struct FaultName {
 };
 
 /// All of them, in the order of the enumeration.
-[[nodiscard]] const std::array<FaultName, 9>& FaultNames();
+[[nodiscard]] const std::array<FaultName, 11>& FaultNames();
 
 /// One fault: what, how often, from when on, and how much.
 struct SimulatedFault {

@@ -45,6 +45,7 @@ void SimulatedPort::Open() {
         throw RuntimeError(ErrorNumber::FileNotFound, "The line to the simulated board is cut.");
     }
     if (pacing_ == LinePacing::LineSpeed) line_.SetByteTime(MonotonicTime(10s) / speed);
+    line_.SetSpeeds(speed, boardSpeed_);
     line_.DiscardArrived(clock_.Now());
     open_ = true;
     lost_ = false;

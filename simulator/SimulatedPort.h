@@ -35,6 +35,8 @@ public:
     /// As configured by the link, for tests and displays.
     [[nodiscard]] int PortNumber() const { return number_; }
     [[nodiscard]] const std::string& Settings() const { return settings_; }
+    /// The board's own speed in bits per second, from the next opening on; 0, as it is at first, for any.
+    void SetBoardSpeed(int bitsPerSecond) { boardSpeed_ = bitsPerSecond; }
     /// Cuts the line: the port is lost until it is opened again, and opening fails while it is cut. A board that hangs
     /// up cuts it likewise.
     void CutLine();
@@ -45,6 +47,7 @@ private:
     LinePacing pacing_;
     BoardLine line_;
     int number_ = 1;
+    int boardSpeed_ = 0;
     std::string settings_ = "9600,n,8,1";
     bool open_ = false;
     bool lost_ = false; ///< The line was cut under the open port and has been mended since.

@@ -143,5 +143,27 @@ TEST_F(PortSettingsEditorTest, KeepsTheDeviceThatWasTakenForANumberBesideEveryth
     EXPECT_EQ(dialog.CurrentSettings().number, 3);
 }
 
+TEST_F(PortSettingsEditorTest, ABoardBehindANetworkIsKeptForItsNumberUntilItIsTakenBack) {
+    const std::string address = "rfc2217://plc-7:4001";
+    PortSettingsEditor dialog = Dialog();
+    EXPECT_TRUE(dialog.AcceptsAddress(address));
+    EXPECT_EQ(dialog.DeviceLine("2", address), "COM2 (" + address + "):\nreached when the program goes ONLINE.");
+    EXPECT_TRUE(turns.RunToEnd(dialog.Save("2", "19200", address)));
+    EXPECT_EQ(SerialDeviceOf(2, folder / "Support"), address);
+    EXPECT_EQ(dialog.AddressOf("2") + dialog.AddressOf("1") + dialog.AddressOf("9"), address);
+    ASSERT_FALSE(dialog.Devices().empty());
+    EXPECT_EQ(dialog.Devices().back(), (SerialDevice{2, address, "a board behind a network"}));
+    EXPECT_TRUE(dialog.StandsFor("2", dialog.Devices().back()));
+    EXPECT_TRUE(turns.RunToEnd(dialog.Save("2", "19200", PortSettingsEditor::NoChoice)));
+    EXPECT_EQ(dialog.AddressOf("2"), "");
+    for (const char* text : {"plc-7:4001", "rfc2217://plc-7", "socket://plc-7:0"}) {
+        dialogs.shown.clear();
+        EXPECT_FALSE(dialog.AcceptsAddress(text));
+        EXPECT_EQ(Shown(), "Comm Port|\"" + std::string(text) +
+                               "\" is no address of a board behind a network.\nWrite rfc2217://host:port or "
+                               "socket://host:port, with a port from 1 to 65535.");
+    }
+}
+
 } // namespace
 } // namespace vantrel

@@ -1,0 +1,112 @@
+#include "link/CheckTexts.h"
+
+#include "platform/RuntimeError.h"
+#include "text/NumberText.h"
+#include "text/Padding.h"
+
+#include <algorithm>
+
+namespace vantrel::check {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr MonotonicTime LatencyTimer = 16ms;
+constexpr MonotonicTime LatencyPlay = 4ms;
+
+std::string Counted(std::size_t count, const std::string& what) {
+    return count == 0 ? std::string() : ", " + std::to_string(count) + " " + what;
+}
+
+} // namespace
+
+const char* const CableAdvice = "Is the board powered? Does the cable lead from this port to the board's PROG port? Is "
+                                "it the board's cable (transmit "
+                                "and receive crossed as the board wants them), and is it plugged in at both ends?";
+const char* const EchoAdvice =
+    "Transmit and receive touch each other somewhere: a test plug, a wrong or damaged cable, or an adapter or server "
+    "set "
+    "to echo. Take the cable off at the board: if the bytes still come back, it is on this side.";
+const char* const GarbageAdvice =
+    "Another device, or a board set to another speed, is at the end of this cable; or the cable is damaged or has no "
+    "common ground. Is it the board's PROG port?";
+const char* const LatencyAdvice =
+    "Set the timer to 1 ms. Windows: Device Manager, Ports, the adapter, Port Settings, Advanced, Latency Timer. "
+    "Linux: the "
+    "program asks for it, and this adapter's driver did not follow; write 1 to latency_timer of the device under "
+    "/sys/bus/usb-serial/devices.";
+
+std::string PortAdvice(int errorNumber) {
+    switch (static_cast<ErrorNumber>(errorNumber)) {
+    case ErrorNumber::FileNotFound:
+        return "Name a port that is there (Edit, Comm Port; vantrelctl ports lists them).";
+    case ErrorNumber::PermissionDenied:
+        return "Get the permission that is named there, then check again.";
+    case ErrorNumber::InvalidProcedureCall:
+        return "Choose another port or adapter; the board knows 9600 and 19200 baud.";
+    default:
+        return "Mend what is named there (close the other program, start the server), then check again.";
+    }
+}
+
+std::string SpeedAdvice(const std::string& speed) {
+    return "Set the program to " + speed + " (Edit, Comm Port; vantrelctl --speed " + speed +
+           "), or the board to the program's speed.";
+}
+
+std::string Hex(const std::vector<std::uint8_t>& bytes) {
+    std::string text;
+    for (const std::uint8_t byte : bytes)
+        text += (text.empty() ? "" : " ") + HexText(byte, 2);
+    return text;
+}
+
+std::string Milliseconds(MonotonicTime time) {
+    const long long tenths = (time + 50us) / 100us;
+    return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10) + " ms";
+}
+
+std::string FiguresText(const ExchangeFigures& figures) {
+    std::string text = std::to_string(figures.tried) + " exchanges";
+    const std::string flaws = Counted(figures.lost, "lost") + Counted(figures.late, "late") +
+                              Counted(figures.wrong, "answered wrongly") + Counted(figures.doubled, "answered twice");
+    text += flaws.empty() ? ", none lost" : flaws;
+    if (figures.times.empty()) return text + ".";
+    constexpr double ninetyNine = 0.99;
+    return text + ". Answer time: least " + Milliseconds(figures.times.front()) + ", median " +
+           Milliseconds(figures.Share(0.5)) + ", 99 in 100 within " + Milliseconds(figures.Share(ninetyNine)) +
+           ", most " + Milliseconds(figures.times.back()) + ".";
+}
+
+std::string FlawVerdict(const ExchangeFigures& figures) {
+    if (figures.times.empty()) return "The board took read mode and then answered nothing more.";
+    const std::string flaws = Counted(figures.lost, "lost") + Counted(figures.late, "late") +
+                              Counted(figures.wrong, "answered wrongly") + Counted(figures.doubled, "answered twice");
+    return "The board answers, but not each time: of " + std::to_string(figures.tried) + " exchanges " +
+           flaws.substr(2) + ".";
+}
+
+std::string FlawAdvice(const ExchangeFigures& figures, bool local) {
+    if (figures.lost + figures.wrong + figures.doubled == 0) {
+        return local ? "The computer or the adapter is held up now and then. Try another USB port, without a hub."
+                     : "The network is slow now and then. Transfers will be slow, too, and may need a repeat.";
+    }
+    return "Try a shorter or screened cable, away from drives; fasten both plugs; try 9600 baud; try another adapter.";
+}
+
+std::string BoardText(const CheckedBoard& board) {
+    return "Program \"" + board.ident + "\", revision numbers " + std::to_string(board.revisions[0]) + " and " +
+           std::to_string(board.revisions[1]) + "; firmware " + std::to_string(board.firmware) + "; network address " +
+           std::to_string(board.networkAddress) + ".";
+}
+
+bool LooksLikeLatencyTimer(const ExchangeFigures& figures) {
+    const auto near = [](MonotonicTime time) {
+        return time > LatencyTimer - LatencyPlay && time < LatencyTimer + LatencyPlay;
+    };
+    const auto count = static_cast<std::size_t>(std::count_if(figures.times.begin(), figures.times.end(), near));
+    return !figures.times.empty() && 5 * count >= 4 * figures.times.size();
+}
+
+} // namespace vantrel::check

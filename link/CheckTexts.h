@@ -1,0 +1,39 @@
+// What the check of the connection says: steps, figures, advice. Private to it and to whoever shows it. Pure.
+#pragma once
+
+#include "link/ConnectionCheck.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vantrel::check {
+
+inline constexpr std::array<const char*, 2> Speeds{"9600", "19200"};
+inline constexpr const char* PortStep = "Port";
+inline constexpr const char* ExchangeStep = "Exchanges";
+inline constexpr const char* BoardStep = "Board";
+[[nodiscard]] inline std::string AnswerStep(const std::string& speed) { return "Answer at " + speed; }
+
+extern const char* const CableAdvice;
+extern const char* const EchoAdvice;
+extern const char* const GarbageAdvice;
+extern const char* const LatencyAdvice;
+/// By the number of the error that kept the port closed.
+[[nodiscard]] std::string PortAdvice(int errorNumber);
+[[nodiscard]] std::string SpeedAdvice(const std::string& speed);
+
+/// "55", "F8 00".
+[[nodiscard]] std::string Hex(const std::vector<std::uint8_t>& bytes);
+/// "2.1 ms".
+[[nodiscard]] std::string Milliseconds(MonotonicTime time);
+[[nodiscard]] std::string FiguresText(const ExchangeFigures& figures);
+[[nodiscard]] std::string FlawVerdict(const ExchangeFigures& figures);
+/// `local`: a device of this computer, no network in between.
+[[nodiscard]] std::string FlawAdvice(const ExchangeFigures& figures, bool local);
+[[nodiscard]] std::string BoardText(const CheckedBoard& board);
+/// Four in five answers within 4 ms of 16.
+[[nodiscard]] bool LooksLikeLatencyTimer(const ExchangeFigures& figures);
+
+} // namespace vantrel::check

@@ -1,0 +1,410 @@
+// The steps of the check.
+#include "link/ConnectionCheck.h"
+
+#include "link/CheckTexts.h"
+#include "link/TargetMap.h"
+#include "platform/NetworkAddress.h"
+#include "platform/RuntimeError.h"
+#include "text/Windows1252.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::uint8_t SyncByte = 0xFF;
+constexpr std::uint8_t Acknowledge = 0x55;
+constexpr std::uint8_t ReadModeByte = 1;
+constexpr int ReadMode = 1;
+
+constexpr MonotonicTime AnswerTime = 1s;
+/// Longer than a board keeps a value that was sent by half: no byte of the check can complete one.
+constexpr MonotonicTime Quiet = 600ms;
+/// Longer than whatever a byte of the wrong speed is heard as.
+constexpr MonotonicTime BehindAnAnswer = 60ms;
+/// Each loss costs more than a second; after so many nothing new is learnt.
+constexpr std::size_t MostFailures = 10;
+
+constexpr int MostReopenings = 5;
+
+bool AnswersSync(const BareLine::Heard& heard) { return !heard.bytes.empty() && heard.bytes.front() == Acknowledge; }
+
+} // namespace
+
+MonotonicTime ExchangeFigures::Share(double share) const {
+    if (times.empty()) return {};
+    const auto last = static_cast<double>(times.size() - 1);
+    return times.at(static_cast<std::size_t>(last * share + 0.5));
+}
+
+bool ConnectionCheck::Probe::Answered() const { return std::any_of(answers.begin(), answers.end(), AnswersSync); }
+
+bool ConnectionCheck::Probe::Echoed() const {
+    return std::all_of(answers.begin(), answers.end(),
+                       [](const auto& heard) { return heard.bytes == std::vector<std::uint8_t>{SyncByte}; });
+}
+
+bool ConnectionCheck::Probe::Silent() const {
+    return std::all_of(answers.begin(), answers.end(), [](const auto& heard) { return heard.bytes.empty(); });
+}
+
+ConnectionCheck::ConnectionCheck(RSComm& link, SerialPort& port, std::string portName, Clock& clock, TurnQueue& turns,
+                                 CheckDisplay& display)
+    : link_(link), port_(port), portName_(std::move(portName)), clock_(clock), turns_(turns), display_(display) {}
+
+void ConnectionCheck::Cancel() {
+    cancelled_ = true;
+    turns_.GiveUpWaits(port_);
+}
+
+TaskOf<CheckResult> ConnectionCheck::Run() {
+    RSComm::Line line = co_await link_.TakeLine();
+    Went went = Went::On;
+    if (link_.OnlineMode()) {
+        went = co_await CheckOnline(&line);
+        line_.emplace(link_, std::move(line), port_);
+    } else {
+        line_.emplace(link_, std::move(line), port_);
+        went = co_await CheckOffline();
+    }
+    if (went == Went::On) went = co_await Measure();
+    if (went == Went::On) went = co_await AskBoard();
+    // The goodbye that the board is used to.
+    if (went == Went::On && !link_.OnlineMode()) (void)co_await line_->Exchange(SyncByte, 100ms, 0ms);
+    line_.reset();
+    if (cancelled_) Conclude(CheckResult::Kind::Cancelled, "The check was cancelled.", "");
+    co_return result_;
+}
+
+TaskOf<ConnectionCheck::Went> ConnectionCheck::CheckOnline(RSComm::Line* line) {
+    settings_ = link_.Settings();
+    display_.Begins(check::PortStep);
+    End({.name = check::PortStep,
+         .outcome = CheckStep::Outcome::Good,
+         .seen = portName_ + " is open in this program, ONLINE at " + settings_.speed + " baud."});
+    display_.Begins(check::AnswerStep(settings_.speed));
+    // One second of silence ends it, without the link's own box.
+    line->Hurry();
+    const Reading reading = co_await line->Read("B" + std::to_string(FirmwareRevisionByte));
+    const bool reads = !reading.HasLinkFailed() && link_.TargetMode() == ReadMode;
+    End({.name = check::AnswerStep(settings_.speed),
+         .outcome = reads ? CheckStep::Outcome::Good : CheckStep::Outcome::Bad,
+         .seen = reads ? "The board answers, and has taken read mode." : "The board does not answer any more.",
+         .todo = reads ? "" : check::CableAdvice});
+    if (reads) co_return cancelled_ ? Went::Ended : Went::On;
+    Conclude(CheckResult::Kind::NoLink, "The board does not answer any more.", check::CableAdvice);
+    co_return Went::Ended;
+}
+
+TaskOf<ConnectionCheck::Went> ConnectionCheck::CheckOffline() {
+    std::optional<RuntimeError> failure;
+    try {
+        settings_ = link_.SettingsToCome();
+    } catch (const RuntimeError& error) {
+        failure = error;
+    }
+    if (failure) {
+        Conclude(CheckResult::Kind::NoLink, failure->Description(), "Set the port and its speed anew.");
+        co_return Went::Ended;
+    }
+    const Went opened = co_await OpenFirst(settings_);
+    if (opened == Went::Ended) co_return opened;
+    const Went tried = co_await TryBothSpeeds(settings_);
+    if (tried == Went::Ended || JudgeProbes(settings_.speed) == Went::Ended) co_return Went::Ended;
+    // The last speed that was tried is still the port's.
+    if (settings_.speed != probes_.back().speed) {
+        CheckStep reopened;
+        const bool open = co_await Reopen(settings_, &reopened);
+        if (!open) co_return Went::Ended;
+    }
+    (void)co_await line_->Listen(Quiet);
+    const bool reads = co_await EnterReadMode();
+    if (cancelled_) co_return Went::Ended;
+    if (reads) co_return Went::On;
+    Conclude(CheckResult::Kind::NoLink, "The board answers the sync byte, but does not take read mode.",
+             "Switch the board off and on, and check again.");
+    co_return Went::Ended;
+}
+
+TaskOf<ConnectionCheck::Went> ConnectionCheck::OpenFirst(PortSettings settings) {
+    display_.Begins(check::PortStep);
+    std::optional<RuntimeError> failure;
+    bool open = false;
+    try {
+        settings.speed = check::Speeds[0];
+        open = co_await line_->Open(settings);
+    } catch (const RuntimeError& error) {
+        failure = error;
+    }
+    if (failure) {
+        const std::string todo = check::PortAdvice(failure->Number());
+        End({.name = check::PortStep,
+             .outcome = CheckStep::Outcome::Bad,
+             .seen = failure->Description(),
+             .todo = todo});
+        Conclude(CheckResult::Kind::NoLink, failure->Description(), todo);
+        co_return Went::Ended;
+    }
+    if (!open) co_return Went::Ended;
+    End({.name = check::PortStep,
+         .outcome = CheckStep::Outcome::Good,
+         .seen = portName_ + (MeantAsNetworkAddress(portName_) ? " takes the connection, and nobody else has it."
+                                                               : " is there, may be used, and is free.")});
+    co_return Went::On;
+}
+
+TaskOf<ConnectionCheck::Went> ConnectionCheck::TryBothSpeeds(PortSettings settings) {
+    for (const char* speed : check::Speeds) {
+        settings.speed = speed;
+        const Went went = co_await TrySpeed(settings);
+        if (went == Went::Ended) co_return went;
+    }
+    co_return Went::On;
+}
+
+TaskOf<bool> ConnectionCheck::Reopen(PortSettings settings, CheckStep* whyNot) {
+    // A server in the network may take a moment to notice that we have let go of the line.
+    for (int tries = 0; tries < MostReopenings && !cancelled_; ++tries) {
+        std::optional<RuntimeError> failure;
+        try {
+            const bool open = co_await line_->Open(settings);
+            co_return open;
+        } catch (const RuntimeError& error) {
+            failure = error;
+        }
+        whyNot->name = check::AnswerStep(settings.speed);
+        whyNot->outcome = CheckStep::Outcome::Notice;
+        whyNot->seen = "This speed could not be tried: " + failure->Description();
+        Conclude(CheckResult::Kind::NoLink, failure->Description(), check::PortAdvice(failure->Number()));
+    }
+    co_return false;
+}
+
+TaskOf<ConnectionCheck::Went> ConnectionCheck::TrySpeed(PortSettings settings) {
+    display_.Begins(check::AnswerStep(settings.speed));
+    Probe probe{.speed = settings.speed, .answers = {}};
+    CheckStep notTried;
+    const bool open = co_await Reopen(settings, &notTried);
+    if (!open && !cancelled_) {
+        End(std::move(notTried));
+        co_return Went::On;
+    }
+    if (!open) co_return Went::Ended;
+    const BareLine::Heard unasked = co_await line_->Listen(Quiet);
+    // A board that is still in a mode takes two, and three could be a value for it.
+    for (int i = 0; i < 2 && !probe.Answered() && !cancelled_; ++i) {
+        BareLine::Heard heard = co_await line_->Exchange(SyncByte, AnswerTime, BehindAnAnswer);
+        probe.answers.push_back(std::move(heard));
+    }
+    if (cancelled_) co_return Went::Ended;
+    CheckStep step = StepOf(probe);
+    if (!unasked.bytes.empty())
+        step.seen = "Before anything was sent " + check::Hex(unasked.bytes) + " came. " + step.seen;
+    probes_.push_back(std::move(probe));
+    End(std::move(step));
+    co_return Went::On;
+}
+
+CheckStep ConnectionCheck::StepOf(const Probe& probe) const {
+    CheckStep step{.name = check::AnswerStep(probe.speed), .outcome = CheckStep::Outcome::Notice, .seen = ""};
+    const BareLine::Heard& last = probe.answers.back();
+    if (probe.Answered()) {
+        step.outcome = CheckStep::Outcome::Good;
+        step.seen = "55 came back after " + check::Milliseconds(last.time) + ": a board's answer.";
+        if (last.bytes.size() > 1)
+            step.seen += " Behind it came " + check::Hex({last.bytes.begin() + 1, last.bytes.end()}) + ".";
+    } else if (last.lost) {
+        step.seen = "The device went away.";
+    } else if (probe.Silent()) {
+        step.seen = "Nothing came back within a second, twice.";
+    } else if (probe.Echoed()) {
+        step.seen = "FF came back, twice: the very byte that was sent.";
+    } else {
+        step.seen = "FF was sent, twice; what came back is no board's answer:";
+        for (const BareLine::Heard& heard : probe.answers)
+            step.seen += " " + (heard.bytes.empty() ? std::string("nothing") : check::Hex(heard.bytes)) + ";";
+        step.seen.back() = '.';
+    }
+    return step;
+}
+
+ConnectionCheck::Went ConnectionCheck::JudgeProbes(const std::string& wanted) {
+    const auto all = [&](auto what) { return std::all_of(probes_.begin(), probes_.end(), what); };
+    const auto answered = std::find_if(probes_.begin(), probes_.end(), [](const Probe& p) { return p.Answered(); });
+    const bool asWanted =
+        std::any_of(probes_.begin(), probes_.end(), [&](const Probe& p) { return p.speed == wanted && p.Answered(); });
+    using Kind = CheckResult::Kind;
+    if (probes_.empty()) return Went::Ended;
+    if (asWanted) return Went::On;
+    if (answered != probes_.end()) {
+        Conclude(Kind::NoLink,
+                 "The board answers at " + answered->speed + " baud; the program is set to " + wanted + ".",
+                 check::SpeedAdvice(answered->speed));
+    } else if (all([](const Probe& p) { return p.Echoed(); })) {
+        Conclude(Kind::NoLink, "What is sent comes back itself, at every speed: no board answers.", check::EchoAdvice);
+    } else if (all([](const Probe& p) { return p.Silent(); })) {
+        const bool gone = port_.IsLost();
+        Conclude(Kind::NoLink, gone ? "The port was lost." : "Nothing answers, at either speed.", check::CableAdvice);
+    } else {
+        Conclude(Kind::NoLink, "Something answers, but nothing that a board says at either speed.",
+                 check::GarbageAdvice);
+    }
+    return Went::Ended;
+}
+
+TaskOf<bool> ConnectionCheck::EnterReadMode() {
+    for (int i = 0; i < 2 && !cancelled_; ++i) {
+        const BareLine::Heard heard = co_await line_->Exchange(SyncByte, AnswerTime, BehindAnAnswer);
+        if (!AnswersSync(heard)) continue;
+        const BareLine::Heard mode = co_await line_->Exchange(ReadModeByte, AnswerTime, BehindAnAnswer);
+        co_return AnswersSync(mode);
+    }
+    co_return false;
+}
+
+TaskOf<ConnectionCheck::Went> ConnectionCheck::Measure() {
+    display_.Begins(check::ExchangeStep);
+    constexpr std::uint8_t high = FirmwareRevisionByte >> 8;
+    constexpr std::uint8_t low = FirmwareRevisionByte & 0xFF;
+    std::optional<std::uint8_t> echo = high;
+    std::optional<std::uint8_t> data; // The same each time: the revision does not change.
+    std::size_t failures = 0;
+    while (figures_.tried < Exchanges && failures < MostFailures && !cancelled_) {
+        const ExchangeFigures before = figures_;
+        bool good = co_await MeasureOne(high, &echo);
+        if (good && figures_.tried < Exchanges) good = co_await MeasureOne(low, &data);
+        display_.Progress(figures_.tried, Exchanges);
+        if (good) continue;
+        ++failures;
+        if (cancelled_ || port_.IsLost()) break;
+        const BareLine::Heard behind = co_await line_->Listen(Quiet);
+        if (!behind.bytes.empty()) NoteSurplus(before);
+        const bool reads = co_await EnterReadMode();
+        if (!reads) failures += MostFailures / 3;
+    }
+    if (cancelled_) co_return Went::Ended;
+    std::sort(figures_.times.begin(), figures_.times.end());
+    Judge(figures_);
+    co_return figures_.times.empty() || port_.IsLost() || failures >= MostFailures ? Went::Ended : Went::On;
+}
+
+void ConnectionCheck::NoteSurplus(const ExchangeFigures& before) {
+    if (figures_.lost > before.lost) {
+        // What comes now is what was given up.
+        --figures_.lost;
+        ++figures_.late;
+    } else if (figures_.wrong > before.wrong) {
+        // The answer that was taken was one too many of the byte before.
+        --figures_.wrong;
+        ++figures_.doubled;
+    }
+}
+
+TaskOf<bool> ConnectionCheck::MeasureOne(std::uint8_t byte, std::optional<std::uint8_t>* due) {
+    const BareLine::Heard heard = co_await line_->Exchange(byte, AnswerTime, 0ms);
+    if (cancelled_) co_return false;
+    ++figures_.tried;
+    if (heard.bytes.empty()) {
+        ++figures_.lost;
+        co_return false;
+    }
+    figures_.times.push_back(heard.time);
+    if (!*due) *due = heard.bytes.front();
+    const bool right = heard.bytes.front() == **due;
+    if (!right) ++figures_.wrong;
+    // A second byte of a doubled answer may come a little later, and then spoils the next exchange.
+    if (heard.bytes.size() > 1) ++figures_.doubled;
+    co_return right&& heard.bytes.size() == 1;
+}
+
+void ConnectionCheck::Judge(const ExchangeFigures& figures) {
+    const MonotonicTime usual = figures.Share(0.5);
+    for (const MonotonicTime time : figures_.times) {
+        if (time > std::max<MonotonicTime>(RSComm::SilenceTime, 10 * usual)) ++figures_.late;
+    }
+    const bool local = !MeantAsNetworkAddress(portName_);
+    // Raw bytes carry no speed: which one the server has is not seen.
+    const auto address = ParseNetworkAddress(portName_);
+    const bool raw = address && address->kind == NetworkAddress::Kind::Raw;
+    const std::string atSpeed = raw ? std::string() : " at " + settings_.speed + " baud";
+    const bool timer = local && check::LooksLikeLatencyTimer(figures);
+    CheckStep step{
+        .name = check::ExchangeStep, .outcome = CheckStep::Outcome::Good, .seen = check::FiguresText(figures)};
+    result_.figures = figures_;
+    if (!figures_.Flawless()) {
+        step.outcome = CheckStep::Outcome::Bad;
+        step.todo = check::FlawAdvice(figures_, local);
+        const bool gone = figures_.times.empty() || port_.IsLost();
+        Conclude(gone ? CheckResult::Kind::NoLink : CheckResult::Kind::Flawed,
+                 port_.IsLost() ? "The line went away while it was tried." : check::FlawVerdict(figures_), step.todo);
+    } else if (timer) {
+        step.outcome = CheckStep::Outcome::Notice;
+        step.todo = check::LatencyAdvice;
+        Conclude(
+            CheckResult::Kind::Flawed,
+            "The board answers, but every byte takes about 16 ms: the latency timer of a USB adapter, by its figure.",
+            step.todo);
+    } else {
+        Conclude(CheckResult::Kind::Healthy,
+                 "The board answers" + atSpeed + "; " + std::to_string(figures.tried) +
+                     " exchanges went without a flaw.",
+                 "");
+    }
+    End(std::move(step));
+}
+
+TaskOf<std::optional<std::uint8_t>> ConnectionCheck::ReadByte(int address) {
+    const auto high = static_cast<std::uint8_t>(address >> 8);
+    const BareLine::Heard echo = co_await line_->Exchange(high, AnswerTime, 0ms);
+    if (echo.bytes != std::vector<std::uint8_t>{high}) co_return std::nullopt;
+    const BareLine::Heard data = co_await line_->Exchange(static_cast<std::uint8_t>(address & 0xFF), AnswerTime, 0ms);
+    if (data.bytes.size() != 1) co_return std::nullopt;
+    co_return data.bytes.front();
+}
+
+TaskOf<ConnectionCheck::Went> ConnectionCheck::AskBoard() {
+    display_.Begins(check::BoardStep);
+    std::vector<int> addresses{FirmwareRevisionByte, NetworkAddressByte, RevisionNumberBase, RevisionNumberBase + 1};
+    constexpr std::size_t identAt = 4;
+    constexpr int identLength = 8;
+    for (int i = 0; i < identLength; ++i)
+        addresses.push_back(RevisionIdentBase + i);
+    std::vector<std::uint8_t> bytes;
+    for (const int address : addresses) {
+        const auto byte = co_await ReadByte(address);
+        if (!byte || cancelled_) break;
+        bytes.push_back(*byte);
+    }
+    if (cancelled_) co_return Went::Ended;
+    if (bytes.size() < addresses.size()) {
+        End({.name = check::BoardStep,
+             .outcome = CheckStep::Outcome::Notice,
+             .seen = "Not all of what the board says of itself was read in step.",
+             .todo = "Check again."});
+        if (result_.kind == CheckResult::Kind::Healthy) {
+            Conclude(CheckResult::Kind::Flawed,
+                     "The exchanges went well, but the board's own data were not read in step.", "Check again.");
+        }
+        co_return Went::On;
+    }
+    CheckedBoard board{
+        .firmware = bytes[0], .networkAddress = bytes[1], .ident = {}, .revisions = {bytes[2], bytes[3]}};
+    board.ident = Utf8FromWindows1252(std::string(bytes.begin() + identAt, bytes.end()));
+    End({.name = check::BoardStep, .outcome = CheckStep::Outcome::Good, .seen = check::BoardText(board)});
+    result_.board = std::move(board);
+    co_return Went::On;
+}
+
+void ConnectionCheck::End(CheckStep step) { display_.Ends(step); }
+
+void ConnectionCheck::Conclude(CheckResult::Kind kind, const std::string& verdict, const std::string& todo) {
+    result_.kind = kind;
+    result_.verdict = verdict;
+    result_.todo = todo;
+}
+
+} // namespace vantrel

@@ -1,0 +1,129 @@
+// The check of the connection, from the port to the board, step by step: what was seen, and what to do about it. Sends
+// nothing but what going ONLINE and reading send. Knows the link and its port.
+#pragma once
+
+#include "link/BareLine.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+struct CheckStep {
+    enum class Outcome {
+        Good,
+        Notice, ///< It works, and could be better; or it says something without being wrong.
+        Bad,
+    };
+    std::string name;
+    Outcome outcome = Outcome::Good;
+    std::string seen;
+    std::string todo{}; ///< Empty when there is nothing to do.
+};
+
+/// What exchanges that change nothing on the board took.
+struct ExchangeFigures {
+    std::size_t tried = 0;
+    std::size_t lost = 0; ///< No answer within a second.
+    std::size_t late = 0; ///< An answer after that second, or more than 60 ms and ten usual answers after its byte.
+    std::size_t wrong = 0; ///< Another answer than the one that was due.
+    std::size_t doubled = 0; ///< More than one byte came back.
+    std::vector<MonotonicTime> times{}; ///< Of the answers that came, ascending.
+
+    /// The time that so much of them, from 0 to 1, took at most; 0 when none came.
+    [[nodiscard]] MonotonicTime Share(double share) const;
+    [[nodiscard]] bool Flawless() const { return lost + late + wrong + doubled == 0; }
+};
+
+/// As the board told it.
+struct CheckedBoard {
+    int firmware = 0;
+    int networkAddress = 0;
+    std::string ident; ///< Of the program in it, eight characters, UTF-8.
+    int revisions[2] = {0, 0};
+};
+
+/// What came of it all.
+struct CheckResult {
+    enum class Kind { Healthy, Flawed, NoLink, Cancelled };
+    Kind kind = Kind::NoLink;
+    std::string verdict; ///< One sentence.
+    std::string todo; ///< Empty when there is nothing to do.
+    std::optional<ExchangeFigures> figures{};
+    std::optional<CheckedBoard> board{};
+};
+
+/// Who shows it.
+class CheckDisplay {
+public:
+    CheckDisplay() = default;
+    CheckDisplay(const CheckDisplay&) = delete;
+    CheckDisplay& operator=(const CheckDisplay&) = delete;
+    virtual ~CheckDisplay() = default;
+
+    /// A step begins; its result follows.
+    virtual void Begins(const std::string& step) = 0;
+    virtual void Ends(const CheckStep& step) = 0;
+    virtual void Progress(std::size_t done, std::size_t all) = 0;
+};
+
+class ConnectionCheck {
+public:
+    /// Everything must outlive it. `port` is the link's. `portName`: how the user knows it.
+    ConnectionCheck(RSComm& link, SerialPort& port, std::string portName, Clock& clock, TurnQueue& turns,
+                    CheckDisplay& display);
+
+    /// While the link is ONLINE the open port and its speed are used, else the port is opened at 9600 and at 19200 and
+    /// closed in the end. One run.
+    [[nodiscard]] TaskOf<CheckResult> Run();
+    /// Ends it as soon as it waits, in good order.
+    void Cancel();
+
+    static constexpr std::size_t Exchanges = 200;
+
+private:
+    struct Probe {
+        std::string speed;
+        std::vector<BareLine::Heard> answers;
+        [[nodiscard]] bool Answered() const;
+        [[nodiscard]] bool Echoed() const;
+        [[nodiscard]] bool Silent() const;
+    };
+    enum class Went { On, Ended };
+
+    [[nodiscard]] TaskOf<Went> CheckOffline();
+    [[nodiscard]] TaskOf<Went> CheckOnline(RSComm::Line* line);
+    [[nodiscard]] TaskOf<Went> OpenFirst(PortSettings settings);
+    [[nodiscard]] TaskOf<Went> TryBothSpeeds(PortSettings settings);
+    [[nodiscard]] TaskOf<Went> TrySpeed(PortSettings settings);
+    /// False after the reason has been noted, or a cancel.
+    [[nodiscard]] TaskOf<bool> Reopen(PortSettings settings, CheckStep* whyNot);
+    [[nodiscard]] CheckStep StepOf(const Probe& probe) const;
+    Went JudgeProbes(const std::string& wanted);
+    [[nodiscard]] TaskOf<bool> EnterReadMode();
+    [[nodiscard]] TaskOf<Went> Measure();
+    [[nodiscard]] TaskOf<bool> MeasureOne(std::uint8_t byte, std::optional<std::uint8_t>* due);
+    void NoteSurplus(const ExchangeFigures& before);
+    void Judge(const ExchangeFigures& figures);
+    [[nodiscard]] TaskOf<Went> AskBoard();
+    [[nodiscard]] TaskOf<std::optional<std::uint8_t>> ReadByte(int address);
+    void End(CheckStep step);
+    void Conclude(CheckResult::Kind kind, const std::string& verdict, const std::string& todo);
+
+    RSComm& link_;
+    SerialPort& port_;
+    std::string portName_;
+    Clock& clock_;
+    TurnQueue& turns_;
+    CheckDisplay& display_;
+    std::optional<BareLine> line_;
+    std::vector<Probe> probes_;
+    PortSettings settings_;
+    ExchangeFigures figures_;
+    CheckResult result_;
+    bool cancelled_ = false;
+};
+
+} // namespace vantrel

@@ -1,0 +1,129 @@
+// The check of the connection: what it says of each thing that can be wrong, and that it changes nothing on the board.
+#include "link/ConnectionCheck.h"
+
+#include "tests/support/BoardLink.h"
+
+namespace vantrel {
+namespace {
+
+using namespace std::chrono_literals;
+using Kind = CheckResult::Kind;
+
+class SeenSteps final : public CheckDisplay {
+public:
+    void Begins(const std::string&) override {}
+    void Ends(const CheckStep& step) override { text += step.name + ": " + step.seen + "\n  " + step.todo + "\n"; }
+    void Progress(std::size_t done, std::size_t) override {
+        if (onProgress) onProgress(done);
+    }
+    std::string text;
+    std::function<void(std::size_t)> onProgress;
+};
+
+class ConnectionCheckTest : public BoardLink<> {
+protected:
+    ConnectionCheckTest() : BoardLink(LinePacing::LineSpeed) { link.SetPortOverride({.number = 1, .speed = "9600"}); }
+    CheckResult Check(const std::string& name = "/dev/ttyUSB0") {
+        const std::vector<std::uint8_t> before(board.Stored().begin(), board.Stored().end());
+        ConnectionCheck check(link, port, name, clock, turns, seen);
+        if (cancelAt) {
+            seen.onProgress = [&](std::size_t done) {
+                if (done >= *cancelAt) check.Cancel();
+            };
+        }
+        CheckResult result = turns.RunToEnd(check.Run());
+        EXPECT_TRUE(std::equal(before.begin(), before.end(), board.Stored().begin())) << "something was written";
+        EXPECT_TRUE(dialogs.shown.empty());
+        return result;
+    }
+    SeenSteps seen;
+    std::optional<std::size_t> cancelAt;
+};
+
+TEST_F(ConnectionCheckTest, FindsAHealthyBoardAndSaysWhichItIs) {
+    port.SetBoardSpeed(9600);
+    const CheckResult result = Check();
+    EXPECT_EQ(result.kind, Kind::Healthy) << seen.text << result.verdict;
+    ASSERT_TRUE(result.figures && result.board);
+    EXPECT_EQ(result.figures->tried, 200U);
+    EXPECT_EQ(result.figures->Share(0.5), 2 * (MonotonicTime(10s) / 9600));
+    EXPECT_EQ(result.board->networkAddress, 1);
+    EXPECT_EQ(result.board->ident.size(), 8U);
+    EXPECT_FALSE(port.IsOpen());
+}
+
+TEST_F(ConnectionCheckTest, KeepsTheOpenLinkAndItsSpeedWhileOnlineAndLeavesItInStep) {
+    Open();
+    ASSERT_TRUE(link.OnlineMode());
+    (void)turns.RunToEnd(link.RSWrite("W16384", "7"));
+    const int opened = link.Opened();
+    EXPECT_EQ(Check().kind, Kind::Healthy) << seen.text;
+    EXPECT_EQ(seen.text.find("19200"), std::string::npos);
+    EXPECT_TRUE(link.OnlineMode() && port.IsOpen() && link.Opened() == opened);
+    EXPECT_EQ(turns.RunToEnd(link.Read("W16384")).TextOr("unread"), "7");
+    board.AddFault({FaultKind::NoAnswer});
+    EXPECT_EQ(Check().kind, Kind::NoLink);
+}
+
+TEST_F(ConnectionCheckTest, NamesWhatIsWrongAndNeverMoreThanItSaw) {
+    struct Case {
+        const char* fault;
+        int boardSpeed;
+        Kind kind;
+        const char* verdict;
+        const char* said;
+    };
+    const std::vector<Case> cases{
+        {"no-answer", 9600, Kind::NoLink, "Nothing answers, at either speed.", "Nothing came back within a second"},
+        {"shorted-lines", 9600, Kind::NoLink, "What is sent comes back itself", "the very byte that was sent"},
+        {"", 19200, Kind::NoLink, "The board answers at 19200 baud; the program is set to 9600.",
+         "vantrelctl --speed 19200"},
+        {"", 38400, Kind::NoLink, "Something answers, but nothing that a board says", "no board's answer:"},
+        {"latency-timer", 9600, Kind::Flawed, "about 16 ms", "Latency Timer"},
+        {"no-answer:once@50", 9600, Kind::Flawed, "of 200 exchanges 1 lost", "200 exchanges, 1 lost"},
+        {"late-answer:once@50", 9600, Kind::Flawed, "of 200 exchanges 1 late", "1 late"},
+        {"late-answer:300ms:once@50", 9600, Kind::Flawed, "of 200 exchanges 1 late", "most 30"},
+        {"doubled-byte:once@50", 9600, Kind::Flawed, "of 200 exchanges 1 answered twice", "1 answered twice"},
+        {"spoiled-answer:01H:once@50", 9600, Kind::Flawed, "1 answered wrongly", "1 answered wrongly"},
+        {"hang-up@50", 9600, Kind::NoLink, "The line went away while it was tried.", "1 lost"},
+        {"hang-up", 9600, Kind::NoLink, "", "The device went away."},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(std::string(one.fault) + " " + std::to_string(one.boardSpeed));
+        seen.text.clear();
+        board.ClearFaults();
+        port.MendLine();
+        if (*one.fault) {
+            auto fault = ParseFault(one.fault);
+            ASSERT_TRUE(fault);
+            if (fault->afterBytes > 0) fault->afterBytes += board.ReceivedBytes();
+            board.AddFault(*fault);
+        }
+        port.SetBoardSpeed(one.boardSpeed);
+        const CheckResult result = Check();
+        EXPECT_EQ(result.kind, one.kind) << seen.text << result.verdict;
+        EXPECT_NE(result.verdict.find(one.verdict), std::string::npos) << result.verdict << "\n" << seen.text;
+        EXPECT_NE(seen.text.find(one.said) != std::string::npos || result.todo.find(one.said) != std::string::npos,
+                  false)
+            << seen.text;
+        EXPECT_FALSE(result.todo.empty());
+        EXPECT_FALSE(port.IsOpen());
+    }
+    // The same figure behind a network is the network's.
+    board.ClearFaults();
+    port.MendLine();
+    port.SetBoardSpeed(0);
+    board.AddFault({.kind = FaultKind::LatencyTimer});
+    EXPECT_EQ(Check("socket://plc:1").kind, Kind::Healthy);
+}
+
+TEST_F(ConnectionCheckTest, IsCancelledAtOnce) {
+    cancelAt = 20;
+    const CheckResult result = Check();
+    EXPECT_EQ(result.kind, Kind::Cancelled);
+    EXPECT_FALSE(result.board);
+    EXPECT_FALSE(port.IsOpen());
+}
+
+} // namespace
+} // namespace vantrel
