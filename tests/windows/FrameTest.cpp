@@ -67,8 +67,9 @@ TEST_F(FrameTest, MenusAndButtonsStandInOrderAndEveryAccessKeyIsUniqueInItsMenu)
     EXPECT_EQ(captions(*frame->mnuView),
               "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|-|&Main Display|-|"
               "&Event Log|");
-    EXPECT_EQ(captions(*frame->mnuTools), "Compare With &Board...|Compare With &File...|-|Check &Set-up|-|"
-                                          "Back &Up Before Download|B&ackups...|");
+    EXPECT_EQ(captions(*frame->mnuTools),
+              "Compare With &Board...|Compare With &File...|-|Check &Set-up|Check Co&nnection...|-|"
+              "Back &Up Before Download|B&ackups...|");
     EXPECT_EQ(captions(*frame->mnuHelp), "&Help Topics|-|&Save Report for Support...|-|&About VANTREL|");
     std::string toolTips;
     for (const QAction* button : frame->Toolbar1->actions().first(14))

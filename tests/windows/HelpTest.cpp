@@ -74,13 +74,13 @@ TEST_F(HelpTest, AReportForSupportIsListedAndSavedOnlyThen) {
         Menu(Qt::Key_H, Qt::Key_S);
         return names;
     };
-    EXPECT_TRUE(list(false).ends_with("set-up.sdt|line.trace|"));
+    EXPECT_TRUE(list(false).ends_with("set-up.sdt|line.trace|events.csv|"));
     EXPECT_FALSE(std::filesystem::exists(folder / "report.zip"));
     Start();
-    EXPECT_TRUE(list(true).ends_with("set-up.sdt|line.trace|")) << "of the run before";
+    EXPECT_TRUE(list(true).ends_with("set-up.sdt|line.trace|events.csv|")) << "of the run before";
     EXPECT_GT(std::filesystem::file_size(folder / "report.zip"), 3399U);
     std::filesystem::remove(folder / "line.trace");
-    EXPECT_TRUE(list(false).ends_with("set-up.sdt|"));
+    EXPECT_TRUE(list(false).ends_with("set-up.sdt|events.csv|"));
 }
 
 TEST_F(HelpTest, LinksLeadOnAndBackLeadsBack) {
