@@ -94,6 +94,7 @@ void Play(const Cage& cage, int actions, std::uint32_t seed, Totals& totals) {
         if (!wrong.empty()) {
             ++totals.failed;
             std::printf("FAULT, repeated by MONKEY_SEED=%u MONKEY_ACTIONS=%d: %s\n", seed, length, wrong.c_str());
+            std::fflush(stdout);
         }
         totals.last = UsageNow();
         if (totals.actions == 0) totals.first = totals.last;
