@@ -134,7 +134,7 @@ public:
     bool Run(MonotonicTime length) {
         const MonotonicTime end = clock_.Now() + length;
         for (MonotonicTime told{0}; clock_.Now() < end && wrong_ == 0;) {
-            if (!link_.OnlineMode() || link_.LinkFailed()) Open();
+            if ((!link_.OnlineMode() || link_.LinkFailed()) && !Open()) continue;
             turns_.RunToEnd(RefreshStatusTab(display_, nodes_, statuses_, link_, turns_));
             ++passes_;
             if (passes_ % 10 == 1) Transfer();
@@ -152,12 +152,14 @@ private:
         fs::create_symlink(board_->Device(), name_);
         downloaded_ = false;
     }
-    void Open() {
+    bool Open() {
         turns_.RunToEnd(link_.CloseRSComm());
         if (board_->HasGone()) Renew();
         link_.SetOnlineMode(true);
         turns_.RunToEnd(link_.OpenRSComm(port_));
         ++openings_;
+        if (!link_.OnlineMode()) clock_.SleepUntil(clock_.Now() + 200ms);
+        return link_.OnlineMode();
     }
     /// What was sent without a doubt has to come back.
     void Transfer() {

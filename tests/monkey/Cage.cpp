@@ -107,7 +107,8 @@ Cage::Cage(const fs::path& data) {
         fs::create_symlink(tool, folder_ / "bin" / "llvm-symbolizer");
     LeaveToChild(folder_);
     droppedRights_ = DropRights(folder_);
-    Require(::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0, "prctl");
+    // Who started it takes it along; and a leak sanitizer may still look into it.
+    Require(::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && ::prctl(PR_SET_DUMPABLE, 1) == 0, "prctl");
     sandboxed_ = Sandbox(folder_);
     fs::current_path(folder_);
     // No program of the host is found, no printer, no desktop; what names one is forgotten.

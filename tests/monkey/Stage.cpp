@@ -183,11 +183,17 @@ std::string Stage::UndoFaults(const std::function<bool()>& pump) {
 }
 
 std::string Stage::Faults(const std::function<bool()>& pump) {
+    // Whatever became of the link, two ticks later it can be seen.
+    for (int tick = 0; tick < 2; ++tick) {
+        QMetaObject::invokeMethod(&frame->tmrBackgroungUpdate, "timeout");
+        if (!pump()) return "a tick comes to no rest\n";
+    }
+    std::string wrong = LookFaults();
     HealLine();
     clock.Advance(2s);
     frame->mnuViewOffline->trigger();
-    if (!pump()) return "OFFLINE comes to no rest\n";
-    std::string wrong = LookFaults();
+    if (!pump()) return wrong + "OFFLINE comes to no rest\n";
+    wrong += LookFaults();
     if (frame->Link().OnlineMode()) wrong += "does not go OFFLINE\n";
     wrong += UndoFaults(pump);
     frame->mnuViewOnline->trigger();

@@ -111,7 +111,7 @@ int NumberOf(const char* argument, const char* variable, int otherwise) {
 
 int main(int argc, char** argv) {
     if (argc < 2) return std::fprintf(stderr, "usage: monkey DATA [ACTIONS [SEED]]\n"), 2;
-    const int actions = NumberOf(argc > 2 ? argv[2] : nullptr, "MONKEY_ACTIONS", 4000);
+    const int actions = NumberOf(argc > 2 ? argv[2] : nullptr, "MONKEY_ACTIONS", 5000);
     const int seed = NumberOf(argc > 3 ? argv[3] : nullptr, "MONKEY_SEED", 1);
     const bool aloud = std::getenv("MONKEY_ALOUD") != nullptr; // NOLINT(concurrency-mt-unsafe): no other thread
     const Cage cage(argv[1]);
