@@ -182,6 +182,31 @@ std::string Stage::UndoFaults(const std::function<bool()>& pump) {
     return record() == before ? "" : "undo and redo of " + std::to_string(steps) + " steps leave another record\n";
 }
 
+std::string Stage::DisplayFaults(const std::function<bool()>& pump) {
+    frmMain& editor = Editor();
+    if (editor.CurrentTab == EditorTab::CommStatus) return {};
+    const QtFormatGrid& grid = editor.fgComm.at(static_cast<std::size_t>(editor.CurrentTab) - 1);
+    const auto texts = [&grid] {
+        QStringList all;
+        for (int row = 1; row < grid.RowCount(); ++row) {
+            for (int column = 0; column < grid.ColumnCount(); ++column)
+                all << grid.Text(row, column);
+        }
+        return all;
+    };
+    const QStringList before = texts();
+    frame->State().document.ReloadDisplay = true;
+    editor.RefillIfAsked();
+    if (!pump()) return "the display comes to no rest\n";
+    const QStringList after = texts();
+    for (qsizetype i = 0; i < after.size(); ++i) {
+        if (before[i] != after[i])
+            return "row " + std::to_string(1 + i / grid.ColumnCount()) + " shows \"" + before[i].toStdString() +
+                   "\", the record has \"" + after[i].toStdString() + "\"\n";
+    }
+    return {};
+}
+
 std::string Stage::Faults(const std::function<bool()>& pump) {
     // Whatever became of the link, two ticks later it can be seen.
     for (int tick = 0; tick < 2; ++tick) {
@@ -196,6 +221,7 @@ std::string Stage::Faults(const std::function<bool()>& pump) {
     wrong += LookFaults();
     if (frame->Link().OnlineMode()) wrong += "does not go OFFLINE\n";
     wrong += UndoFaults(pump);
+    wrong += DisplayFaults(pump);
     frame->mnuViewOnline->trigger();
     if (!pump()) return wrong + "ONLINE comes to no rest\n";
     wrong += LookFaults();

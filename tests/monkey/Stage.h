@@ -70,6 +70,7 @@ private:
     [[nodiscard]] frmMain& Editor() const;
     [[nodiscard]] std::optional<FileChoice> PickFile(const FileQuestion& question, bool saving);
     [[nodiscard]] std::string LookFaults() const;
+    [[nodiscard]] std::string DisplayFaults(const std::function<bool()>& pump);
     [[nodiscard]] std::string UndoFaults(const std::function<bool()>& pump);
 
     std::filesystem::path folder_;
