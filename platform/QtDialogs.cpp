@@ -296,6 +296,7 @@ int QtDialogs::RunWithSamples(QFileDialog& window) const {
 std::optional<FileChoice> QtDialogs::AskFile(const FileQuestion& question, bool saving) {
     if (silent_) return std::nullopt;
     const Up up(*this);
+    if (picker_) return picker_(question, saving);
     QFileDialog window(owner_, saving ? QObject::tr("Save As") : QObject::tr("Open"));
     if (!question.title.empty()) window.setWindowTitle(Text(question.title));
     window.setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);

@@ -31,6 +31,10 @@ public:
     [[nodiscard]] bool BoxUp() const { return open_ > 0; }
     /// How long a box that nobody has asked for takes no key and no click, in real time.
     void SetQuietTime(std::chrono::milliseconds quiet) { quietTime_ = quiet; }
+    /// Asks for files in the place of the toolkit's dialog, as `AskFile` does: for whoever must not meet that one.
+    void SetFilePicker(std::function<std::optional<FileChoice>(const FileQuestion&, bool saving)> picker) {
+        picker_ = std::move(picker);
+    }
     /// From now on nothing is shown: every question is answered as if it had been closed. For the end of the program.
     void Silence() { silent_ = true; }
 
@@ -52,6 +56,7 @@ private:
 
     QWidget* owner_ = nullptr;
     std::function<void()> onClosed_;
+    std::function<std::optional<FileChoice>(const FileQuestion&, bool saving)> picker_;
     std::filesystem::path lastFolder_;
     std::filesystem::path samples_;
     std::chrono::milliseconds quietTime_{300};
