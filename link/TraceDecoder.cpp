@@ -11,7 +11,7 @@ constexpr std::uint8_t Acknowledge = 0x55;
 constexpr std::uint8_t ReadMode = 1;
 constexpr std::uint8_t WriteMode = 2;
 
-std::string HexOf(int number, int digits) { return HexText(static_cast<std::uint16_t>(number), digits) + "H"; }
+std::string HexOf(int number, std::size_t digits) { return HexText(static_cast<std::uint16_t>(number), digits) + "H"; }
 
 /// "B16385 = 1", and with the byte below it the word that both make.
 std::string ValueText(int address, std::uint8_t byte, std::optional<std::uint8_t> below) {
