@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <grp.h>
 #include <linux/landlock.h>
+#include <malloc.h>
 #include <pwd.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
@@ -151,8 +152,10 @@ Usage UsageNow() {
     long pages = 0;
     std::ifstream("/proc/self/statm") >> pages >> pages;
     const auto descriptors = std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
-    return {static_cast<double>(pages) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024 * 1024),
-            static_cast<int>(descriptors)};
+    constexpr double mega = 1024 * 1024;
+    const struct mallinfo2 heap = ::mallinfo2();
+    return {static_cast<double>(heap.uordblks + heap.hblkhd) / mega,
+            static_cast<double>(pages * ::sysconf(_SC_PAGESIZE)) / mega, static_cast<int>(descriptors)};
 }
 
 } // namespace vantrel::monkey
