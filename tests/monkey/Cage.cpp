@@ -1,5 +1,6 @@
 #include "tests/monkey/Cage.h"
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -8,6 +9,7 @@
 #include <string>
 
 #include <csignal>
+#include <execinfo.h>
 #include <fcntl.h>
 #include <grp.h>
 #include <linux/landlock.h>
@@ -77,6 +79,8 @@ bool Sandbox(const fs::path& folder) {
 extern "C" void OnAlarm(int /*signal*/) {
     const std::string text = "HANG: an action did not come back. " + (tellOfHang ? tellOfHang() : "") + "\n";
     (void)!::write(STDERR_FILENO, text.data(), text.size());
+    std::array<void*, 100> stack{};
+    ::backtrace_symbols_fd(stack.data(), ::backtrace(stack.data(), static_cast<int>(stack.size())), STDERR_FILENO);
     std::abort();
 }
 

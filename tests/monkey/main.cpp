@@ -6,6 +6,7 @@
 #include "tests/monkey/Monkey.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QLoggingCategory>
 #include <QPixmapCache>
 
@@ -56,6 +57,8 @@ struct Totals {
 /// What is wrong with the program after `actions` actions by `seed`; empty when nothing.
 std::string PlayRound(const std::filesystem::path& folder, std::uint32_t seed, int actions) {
     faults.clear();
+    // No round hears of the one before.
+    QApplication::clipboard()->clear();
     Chance chance(seed);
     std::string last;
     {
