@@ -1,5 +1,6 @@
 #include "tests/monkey/Cage.h"
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -8,9 +9,11 @@
 #include <string>
 
 #include <csignal>
+#include <execinfo.h>
 #include <fcntl.h>
 #include <grp.h>
 #include <linux/landlock.h>
+#include <malloc.h>
 #include <pwd.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
@@ -76,6 +79,8 @@ bool Sandbox(const fs::path& folder) {
 extern "C" void OnAlarm(int /*signal*/) {
     const std::string text = "HANG: an action did not come back. " + (tellOfHang ? tellOfHang() : "") + "\n";
     (void)!::write(STDERR_FILENO, text.data(), text.size());
+    std::array<void*, 100> stack{};
+    ::backtrace_symbols_fd(stack.data(), ::backtrace(stack.data(), static_cast<int>(stack.size())), STDERR_FILENO);
     std::abort();
 }
 
@@ -151,8 +156,10 @@ Usage UsageNow() {
     long pages = 0;
     std::ifstream("/proc/self/statm") >> pages >> pages;
     const auto descriptors = std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
-    return {static_cast<double>(pages) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024 * 1024),
-            static_cast<int>(descriptors)};
+    constexpr double mega = 1024 * 1024;
+    const struct mallinfo2 heap = ::mallinfo2();
+    return {static_cast<double>(heap.uordblks + heap.hblkhd) / mega,
+            static_cast<double>(pages * ::sysconf(_SC_PAGESIZE)) / mega, static_cast<int>(descriptors)};
 }
 
 } // namespace vantrel::monkey

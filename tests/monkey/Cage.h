@@ -46,10 +46,11 @@ private:
     unsigned seconds_;
 };
 
-/// Memory in use (resident, MB) and open descriptors of this process.
+/// What this process has of its host.
 struct Usage {
-    double megabytes = 0;
-    int descriptors = 0;
+    double allocated = 0; ///< MB; under a sanitizer nobody tells.
+    double resident = 0; ///< MB.
+    int descriptors = 0; ///< Open files, devices, sockets.
 };
 [[nodiscard]] Usage UsageNow();
 

@@ -1,5 +1,6 @@
 // The report on paper of any size: what is printed, where, and on which page.
 #include "report/Report.h"
+#include "report/ComparisonPages.h"
 #include "report/TextWrap.h"
 #include "tests/support/VirtualClock.h"
 
@@ -158,6 +159,31 @@ TEST(Report, BreaksThePageWhenLessThanNineTenthsAndALineAreLeftButNeverAfterTheL
         EXPECT_EQ(printer.Those("Sequence Number:  ").at(29).page, 1);
         EXPECT_EQ(printer.Those("Sequence Number:  ").at(30).page, more > 0 ? 1 : 2) << "the last one leaves less";
     }
+}
+
+TEST(Comparison, PrintsEachSequenceOnceAndCallsNothingEqualThatWasNotRead) {
+    ComparisonReport report{"plant.sdt", "the board", "noon", "", {}};
+    const auto body = [&report] {
+        RecordingPrinter printer(8.5, 11);
+        PrintComparison(report, printer, [] { return std::string("now"); });
+        EXPECT_TRUE(printer.ended);
+        std::string all;
+        for (const Printed& each : printer.printed)
+            all += each.text + "\n";
+        return all.substr(all.find("noon"), all.rfind("now") - all.find("noon"));
+    };
+    EXPECT_NE(body().find("No differences."), std::string::npos);
+    report.remark = "2 values could not be read clearly.";
+    EXPECT_EQ(body().find("No differences."), std::string::npos);
+    EXPECT_NE(body().find(report.remark), std::string::npos);
+    report.differences = {{0, StatusStackIndex, "V1", "V2"},
+                          {3, ValueIndex(3, SequenceField::NodeNumber), "5", "", true},
+                          {3, std::nullopt, "Pump", "Fan"}};
+    const std::string printed = body();
+    for (const char* text : {"Set-up\n", "V1 here, V2 there", "5 here, not read clearly there", "Pump here, Fan there"})
+        EXPECT_NE(printed.find(text), std::string::npos) << text << " in\n" << printed;
+    EXPECT_NE(printed.find("Sequence 3"), std::string::npos);
+    EXPECT_EQ(printed.find("Sequence 3"), printed.rfind("Sequence 3")) << printed;
 }
 
 } // namespace
