@@ -62,7 +62,7 @@ TEST_F(SafeFile, AReplacedFileHoldsTheNewBytesAndTheOldTailOnlyWhenAsked) {
     EXPECT_EQ(FileText(path), "");
     Replace(path, std::string_view("\0\r\n\x1A", 4));
     EXPECT_EQ(ReadWholeFile(path), (std::vector<std::uint8_t>{0, 13, 10, 26}));
-    for (const std::uintmax_t beyond : {0, 1}) {
+    for (const std::uintmax_t beyond : {std::uintmax_t{0}, std::uintmax_t{1}}) {
         fs::resize_file(path, 16 * 1024 * 1024 + beyond);
         EXPECT_EQ(ReadError(path), beyond == 0 ? 0 : 75) << "the longest file that is read";
     }
