@@ -9,6 +9,7 @@
 #include "platform/SystemClock.h"
 #include "simulator/BoardServer.h"
 #include "simulator/SimulatedBoard.h"
+#include "views/History.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -135,7 +136,7 @@ public:
         const MonotonicTime end = clock_.Now() + length;
         for (MonotonicTime told{0}; clock_.Now() < end && wrong_ == 0;) {
             if ((!link_.OnlineMode() || link_.LinkFailed()) && !Open()) continue;
-            turns_.RunToEnd(RefreshStatusTab(display_, nodes_, statuses_, link_, turns_));
+            turns_.RunToEnd(RefreshStatusTab(display_, survey_, nodes_, statuses_, link_, turns_));
             ++passes_;
             if (passes_ % 10 == 1) Transfer();
             if (clock_.Now() - told >= 60s || told == 0s) Tell(), told = clock_.Now();
@@ -199,6 +200,8 @@ private:
     std::uint32_t seed_;
     std::unique_ptr<FaultyBoard> board_;
     SystemClock clock_;
+    History history_{clock_};
+    StatusSurvey survey_{history_};
     NoBoxes boxes_;
     NoDisplay display_;
     TurnQueue turns_{clock_};

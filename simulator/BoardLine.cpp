@@ -47,7 +47,7 @@ void BoardLine::Answer(const BoardAnswer& answer) {
 
 std::size_t BoardLine::Arrived(MonotonicTime now) const {
     const auto onWire =
-        std::find_if(fromBoard_.begin(), fromBoard_.end(), [&](const WireByte& byte) { return byte.arrives > now; });
+        std::ranges::partition_point(fromBoard_, [&](const WireByte& byte) { return byte.arrives <= now; });
     return static_cast<std::size_t>(onWire - fromBoard_.begin());
 }
 
