@@ -67,7 +67,7 @@ void HistoryRows::Follow() {
     std::deque<std::size_t> come;
     for (seen_ = std::max(seen_, history_.Gone()); seen_ < history_.Added(); ++seen_) {
         const HistoryEntry& entry = history_.Entries().at(seen_ - history_.Gone());
-        if (!sequence_ || SequenceOf(entry) == sequence_) come.push_back(seen_);
+        if (Concerns(entry, sequence_)) come.push_back(seen_);
     }
     if (come.empty()) return;
     beginInsertRows({}, 0, static_cast<int>(come.size()) - 1);
