@@ -42,13 +42,17 @@ void frmMain::Remember(EditStep step) {
 void frmMain::Undo() {
     if (!FinishEntry() || !undo_.canUndo()) return;
     const auto* last = dynamic_cast<const Step*>(undo_.command(undo_.index() - 1));
-    if (Perform(TurnedAround(last->step))) undo_.undo();
+    EditStep back = TurnedAround(last->step);
+    back.name.insert(0, "Undo ");
+    if (Perform(back)) undo_.undo();
 }
 
 void frmMain::Redo() {
     if (!FinishEntry() || !undo_.canRedo()) return;
     const auto* next = dynamic_cast<const Step*>(undo_.command(undo_.index()));
-    if (Perform(next->step)) undo_.redo();
+    EditStep again = next->step;
+    again.name.insert(0, "Redo ");
+    if (Perform(again)) undo_.redo();
 }
 
 bool frmMain::Make(const EditStep& step) {

@@ -14,7 +14,7 @@ constexpr const char* DisturbedLine =
 
 constexpr std::array<StatusAdvice, 19> Advice{{
     {"The board does not run this sequence.",
-     "If it is to run, give it a node number from 2 to 32; 0 switches a sequence off."},
+     "If it is to run, its node number must be from 2 to 32; 0 switches a sequence off."},
     {"The board reports an error that it does not name.", "Reset the board; when the code comes back, check all "
                                                           "settings of this sequence."},
     {"The node answered.", ""},

@@ -70,6 +70,10 @@ std::optional<std::size_t> SequenceOf(const HistoryEntry& entry) {
     return change ? std::optional(change->sequence) : std::nullopt;
 }
 
+bool Concerns(const HistoryEntry& entry, std::optional<std::size_t> sequence) {
+    return !sequence || SequenceOf(entry) == sequence || std::holds_alternative<NotLookedAt>(entry.what);
+}
+
 std::string KindText(const HistoryEntry& entry) {
     constexpr std::array kinds{"Sequence", "Not looked at", "Fault", "Alarm", "Link", "Transfer"};
     static_assert(kinds.size() == std::variant_size_v<Happening>);
@@ -101,7 +105,7 @@ std::string HistoryCsv(const History& history, std::optional<std::size_t> sequen
     std::string text = ByteOrderMark + DelimitedLine(HistoryHeadings(), ',');
     const auto& entries = history.Entries();
     std::for_each(entries.rbegin(), entries.rend(), [&](const HistoryEntry& entry) {
-        if (!sequence || SequenceOf(entry) == sequence) text += DelimitedLine(HistoryCells(entry), ',');
+        if (Concerns(entry, sequence)) text += DelimitedLine(HistoryCells(entry), ',');
     });
     if (history.Gone() == 0) return text;
     TextRow last(HistoryHeadings().size());

@@ -3,6 +3,7 @@
 
 #include "link/TargetMap.h"
 #include "platform/QtScreen.h"
+#include "widgets/QtScrolledContent.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -215,11 +216,13 @@ void frmCommInterface::LayOutWindow() {
     sequence->addLayout(form);
     sequence->addWidget(&fraSettngs[1]);
     sequence->addStretch();
-    auto* columns = new QHBoxLayout;
+    auto* content = new QWidget;
+    auto* columns = new QHBoxLayout(content);
+    columns->setContentsMargins(0, 0, 0, 0);
     columns->addLayout(sequence);
     columns->addWidget(&fraSettngs[0], 1);
     auto* all = new QVBoxLayout(this);
-    all->addLayout(columns, 1);
+    all->addWidget(new QtScrolledContent(content, this), 1);
     all->addLayout(buttons);
     setSizeGripEnabled(true);
 }

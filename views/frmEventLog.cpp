@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QStringList>
 #include <QVBoxLayout>
 
@@ -27,7 +28,6 @@ namespace {
 constexpr int WidthTwips = 16500;
 constexpr int HeightTwips = 7500;
 constexpr auto FollowPeriod = std::chrono::milliseconds(500);
-constexpr int KindColumn = 2;
 constexpr int StateColumn = 3;
 constexpr int CellPadding = 16; ///< Pixels.
 
@@ -67,7 +67,7 @@ void HistoryRows::Follow() {
     std::deque<std::size_t> come;
     for (seen_ = std::max(seen_, history_.Gone()); seen_ < history_.Added(); ++seen_) {
         const HistoryEntry& entry = history_.Entries().at(seen_ - history_.Gone());
-        if (!sequence_ || SequenceOf(entry) == sequence_) come.push_back(seen_);
+        if (Concerns(entry, sequence_)) come.push_back(seen_);
     }
     if (come.empty()) return;
     beginInsertRows({}, 0, static_cast<int>(come.size()) - 1);
@@ -115,7 +115,9 @@ frmEventLog::frmEventLog(const History& history, Save save, QWidget* parent)
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     setAttribute(Qt::WA_DeleteOnClose);
     BuildControls();
-    resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    constexpr double shareOfScreen = 0.9;
+    const QSize planned(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    resize(planned.boundedTo(screen()->availableSize() * shareOfScreen));
     rows_->Choose({});
     Follow();
     tmrFollow.setInterval(FollowPeriod);
@@ -134,14 +136,19 @@ void frmEventLog::BuildTable() {
     grdEvents->setTabKeyNavigation(false);
     grdEvents->verticalHeader()->hide();
     grdEvents->verticalHeader()->setDefaultSectionSize(grdEvents->fontMetrics().height() + CellPadding / 2);
-    // As wide as what they have to hold, whatever they hold now; what happened takes the rest.
-    const std::array widest{"2026-03-14 09:05:07", "Sequence", "Not looked at",
-                            "disabled       ",     "",         "2026-03-14 09:05:07 "};
+    // As wide as what they have to hold, whatever they hold now; where that is too wide, the table scrolls.
+    const std::array widest{"2026-03-14 09:05:07",
+                            "Sequence",
+                            "Not looked at",
+                            "disabled       ",
+                            "No sequence was looked at since 2026-03-14 09:05:07",
+                            "2026-03-14 09:05:07 "};
     for (std::size_t i = 0; i < widest.size(); ++i) {
         const int width = grdEvents->fontMetrics().horizontalAdvance(QString::fromLatin1(widest.at(i)));
-        if (width > 0) grdEvents->setColumnWidth(static_cast<int>(i), width + 2 * CellPadding);
+        grdEvents->setColumnWidth(static_cast<int>(i), width + 2 * CellPadding);
     }
-    grdEvents->horizontalHeader()->setSectionResizeMode(KindColumn + 2, QHeaderView::Stretch);
+    grdEvents->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    grdEvents->horizontalHeader()->setStretchLastSection(true);
     grdEvents->horizontalHeader()->setHighlightSections(false);
     grdEvents->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }

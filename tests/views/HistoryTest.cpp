@@ -63,6 +63,7 @@ TEST_F(HistoryTest, AChangeThatNobodyWatchedIsNoSeenOneAndTheTimeWithoutALookIsA
     EXPECT_FALSE(Record().changeSeen);
     EXPECT_EQ(Entries().at(2), "09:05:48 No sequence was looked at since 2026-03-14 09:05:08");
     EXPECT_EQ(LookBeforeText(history.Entries().back()), "2026-03-14 09:05:08");
+    EXPECT_NE(HistoryCsv(history, 3).find(Entries().at(2).substr(9)), std::string::npos) << "one sequence's list, too";
     history.NoteLink(LinkChange::Offline);
     EXPECT_EQ(Record().health, SequenceHealth::Unknown);
     EXPECT_EQ(Record().errors, 2U) << "counted until the next opening";

@@ -152,6 +152,7 @@ TEST_F(GlanceTest, TheEventLogFollowsFiltersCopiesAndIsSavedOnRequest) {
     GoOnline();
     Passes();
     frmEventLog& log = Log();
+    EXPECT_LT(log.width(), log.screen()->availableSize().width());
     const QAbstractItemModel& rows = *log.grdEvents->model();
     const auto cell = [&](int row, int column) { return rows.index(row, column).data().toString().toStdString(); };
     EXPECT_EQ(rows.rowCount(), 1 + 31);

@@ -64,6 +64,25 @@ TEST_F(ShellTest, ALargerFontOnASmallScreenHidesNoData) {
     QApplication::setFont(usual);
 }
 
+TEST_F(ShellTest, ALargerFontLeavesTheButtonsOfTheCommunicationViewOnTheScreen) {
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSize(24);
+    QApplication::setFont(large);
+    Start();
+    GoOnline();
+    const WhenModal<frmCommInterface> look([](frmCommInterface& view) {
+        const QRect screen = view.screen()->availableGeometry();
+        EXPECT_GT(view.fraSettngs[0].width() + view.fraSettngs[1].width(), screen.width()) << "no room for all";
+        EXPECT_TRUE(screen.contains(view.geometry()));
+        EXPECT_TRUE(view.rect().contains(view.cmdOk.geometry()));
+        view.reject();
+    });
+    frame->mnuViewCommStatus->trigger();
+    EXPECT_TRUE(look.Happened());
+    QApplication::setFont(usual);
+}
+
 TEST_F(ShellTest, TheGroundBehindTheEditorFollowsTheTheme) {
     const QPalette usual = QApplication::palette();
     QPalette other = usual;

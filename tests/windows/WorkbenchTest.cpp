@@ -119,6 +119,14 @@ TEST_F(WorkbenchTest, OnlineABlockIsSentAfterOneQuestionAndAnUndoneEntryGoesBack
     EXPECT_EQ(OnBoard(ValueIndex(1, SendFromTI)), 10);
     EXPECT_EQ(OnBoard(ValueIndex(1, SendToNode)), 40);
     EXPECT_EQ(Flag(), 0);
+    Press(Qt::Key_Escape);
+    for (const auto& [key, asked] : {std::pair(Qt::Key_Z, "Undo Paste: 2 "), {Qt::Key_Y, "Redo Paste: 2 "}}) {
+        Answer({Yes});
+        Press(key, Qt::ControlModifier);
+        Settle();
+        ASSERT_EQ(user.shown.size(), 1U);
+        EXPECT_NE(user.shown[0].find(asked), std::string::npos) << user.shown[0];
+    }
     Forget();
     Enter(5, 1, "9");
     Press(Qt::Key_Return);
