@@ -3,6 +3,7 @@
 
 #include "app/frmHelp.h"
 #include "document/frmMain.h"
+#include "link/frmLineMonitor.h"
 #include "platform/RuntimeError.h"
 #include "text/PathText.h"
 #include "widgets/QtIcons.h"
@@ -98,6 +99,7 @@ frmMDIMain::~frmMDIMain() {
     leaving_.Stop();
     // The children hold tasks, which have to withdraw from the queue while there is one.
     delete children_;
+    delete lineMonitor_.data(); // It listens to the link.
 }
 
 void frmMDIMain::StartUp() {

@@ -47,6 +47,7 @@ namespace vantrel {
 class frmCheck;
 class frmCompare;
 class frmEventLog;
+class frmLineMonitor;
 class frmHelp;
 class frmMain;
 
@@ -103,6 +104,7 @@ public:
     QAction* mnuToolsCompareFile = nullptr;
     QAction* mnuToolsCheck = nullptr;
     QAction* mnuToolsCheckConnection = nullptr;
+    QAction* mnuToolsLineMonitor = nullptr;
     QAction* mnuToolsBackUp = nullptr;
     QAction* mnuToolsBackups = nullptr;
     QMenu* mnuHelp = nullptr;
@@ -278,8 +280,11 @@ private:
     void SaveComparison();
     void PrintComparison();
 
-    // The event log (frmMDIMainEvents.cpp)
+    // The event log and the line monitor (frmMDIMainEvents.cpp)
     void SaveEvents(std::optional<std::size_t> sequence);
+    void ToolsLineMonitor();
+    /// Where the user chooses, what `text` gives then.
+    void SaveTextAs(const FileQuestion& question, const char* extension, const std::function<std::string()>& text);
 
     // Safety copies, and which board it is (frmMDIMainBackups.cpp)
     void ToolsBackUp();
@@ -323,6 +328,7 @@ private:
     QString captionPrefix_;
     History history_;
     QPointer<frmEventLog> eventLog_;
+    QPointer<frmLineMonitor> lineMonitor_;
     QMdiArea* children_ = nullptr;
     frmMain* editor_ = nullptr;
     std::function<void()> flushTrace_;

@@ -1,6 +1,8 @@
-// The main frame's event log: the window, and the file that is asked for.
+// The main frame's event log and line monitor: the windows, and the files that are asked for.
 #include "app/frmMDIMain.h"
 #include "document/FileQuestions.h"
+#include "document/frmMain.h"
+#include "link/frmLineMonitor.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 #include "text/PathText.h"
@@ -24,17 +26,39 @@ void frmMDIMain::ViewEventLog() {
 }
 
 void frmMDIMain::SaveEvents(std::optional<std::size_t> sequence) {
-    const auto choice = dialogs_.SaveFile(
-        {.filters = {{.name = "Table(*.csv)", .pattern = "*.csv"}}, .initial = {}, .title = "Save Event Log As"});
+    // As it is then, not when the dialog comes up.
+    SaveTextAs({.filters = {{.name = "Table(*.csv)", .pattern = "*.csv"}}, .initial = {}, .title = "Save Event Log As"},
+               ".csv", [this, sequence] { return HistoryCsv(history_, sequence); });
+}
+
+void frmMDIMain::ToolsLineMonitor() {
+    if (!editor_->FinishEntry()) return;
+    if (!lineMonitor_) {
+        lineMonitor_ = new frmLineMonitor(
+            link_.Logs(), clock_,
+            [this](const std::string& text) {
+                SaveTextAs(
+                    {.filters = {{.name = "Text(*.txt)", .pattern = "*.txt"}}, .initial = {}, .title = "Save Lines As"},
+                    ".txt", [&text] { return text; });
+            },
+            this);
+        lineMonitor_->show();
+    }
+    lineMonitor_->raise();
+    lineMonitor_->activateWindow();
+}
+
+void frmMDIMain::SaveTextAs(const FileQuestion& question, const char* extension,
+                            const std::function<std::string()>& text) {
+    const auto choice = dialogs_.SaveFile(question);
     if (!choice) return;
     std::filesystem::path file = choice->path;
-    if (!file.has_extension()) file += ".csv";
+    if (!file.has_extension()) file += extension;
     if (file != choice->path && !MayReplace(file, dialogs_)) return;
-    // As it is now, not when the dialog came up.
-    const std::string table = HistoryCsv(history_, sequence);
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(table.data()); // NOLINT(*-reinterpret-cast)
+    const std::string all = text();
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(all.data()); // NOLINT(*-reinterpret-cast)
     try {
-        ReplaceFile(file, {bytes, table.size()}, OldTail::Drop, [this](const std::string& text) { Warn(text); });
+        ReplaceFile(file, {bytes, all.size()}, OldTail::Drop, [this](const std::string& warning) { Warn(warning); });
         Notice(QStringLiteral("Saved ") + QString::fromStdString(Utf8FromPath(file)), LongNotice);
     } catch (const RuntimeError& failure) {
         Warn(QuotedPath(file) + ": " + failure.Description());

@@ -6,6 +6,7 @@
 #include "app/frmSupport.h"
 #include "document/FileQuestions.h"
 #include "document/frmMain.h"
+#include "link/frmLineMonitor.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 #include "text/PathText.h"
@@ -29,7 +30,7 @@ constexpr const char* MainTopic = "main-display";
 
 constexpr const char* TraceKey = "Trace/Last";
 
-/// The help topic of a modal window.
+/// The help topic of a window beside the frame.
 std::string TopicOf(const QWidget& window) {
     constexpr std::array topics{std::pair{"frmCommInterface", "communication-interface"},
                                 std::pair{"frmTargetBoard", "target-board-interface"},
@@ -44,6 +45,7 @@ std::string TopicOf(const QWidget& window) {
                                 std::pair{"frmSupport", "support"},
                                 std::pair{"frmEventLog", "glance"},
                                 std::pair{"frmCheckConnection", "check-connection"},
+                                std::pair{"frmLineMonitor", "check-connection"},
                                 std::pair{"frmAbout", "first-steps"}};
     for (const auto& [name, topic] : topics) {
         if (window.objectName() == QLatin1String(name)) return topic;
@@ -127,8 +129,8 @@ bool frmMDIMain::HelpKey(const QEvent& event) {
     if (event.type() != QEvent::KeyPress || static_cast<const QKeyEvent&>(event).key() != Qt::Key_F1) return false;
     const QWidget* modal = QApplication::activeModalWidget();
     const QWidget* front = QApplication::activeWindow();
-    if (!modal && eventLog_ && front == eventLog_) {
-        ShowHelp(TopicOf(*eventLog_));
+    if (!modal && front && (front == eventLog_ || front == lineMonitor_)) {
+        ShowHelp(TopicOf(*front));
         return true;
     }
     // Without a modal window the key is the menu entry's.

@@ -75,6 +75,7 @@ void frmMDIMain::BuildMenus() {
     mnuToolsCheck = AddEntry(mnuTools, "mnuToolsCheck", "Check &Set-up", &Frame::ToolsCheck);
     mnuToolsCheckConnection =
         AddEntry(mnuTools, "mnuToolsCheckConnection", "Check Co&nnection...", &Frame::ToolsCheckConnection);
+    mnuToolsLineMonitor = AddEntry(mnuTools, "mnuToolsLineMonitor", "&Line Monitor", &Frame::ToolsLineMonitor);
     mnuTools->addSeparator();
     mnuToolsBackUp = AddEntry(mnuTools, "mnuToolsBackUp", "Back &Up Before Download", &Frame::ToolsBackUp);
     mnuToolsBackups = AddEntry(mnuTools, "mnuToolsBackups", "B&ackups...", &Frame::ToolsBackups);

@@ -66,6 +66,7 @@ struct Options {
     std::string file;
     std::string programFolder;
     std::string trace;
+    bool decode = false;
     std::string report;
     std::string port;
     bool simulatedBoard = false;
@@ -104,6 +105,8 @@ std::optional<int> Read(Options& options, const std::vector<std::string>& argume
                     "Write every byte sent and received, with its time, to\n"
                     "this file")
         ->type_name("FILE");
+    line.add_flag("--decode", options.decode, "Write into the trace what the bytes mean:\n\"read B8176 = 0\"")
+        ->needs("--trace");
     line.add_option("--report", options.report,
                     "Print the report of FILE into this PDF file, without\n"
                     "any window")
@@ -280,6 +283,7 @@ int main(int argc, char** argv) {
     application.SetFrame(&frame);
     if (!options.trace.empty()) {
         if (!BeginTrace(trace, options.trace, starter)) return FileError;
+        if (options.decode) trace.Decode();
         frame.Link().SetTrafficLog(&trace);
         if (options.trace != "-") frame.SetTrace(PathFromUtf8(options.trace), [&trace] { trace.Flush(); });
     }

@@ -28,6 +28,7 @@ void TakeHelp(Input input);
 void TakeEntries(Input input); ///< Addresses, entries, descriptions, faults of the simulated board.
 void TakeCommandLine(Input input); ///< An argument a line.
 void TakeLink(Input input); ///< What a board answers.
+void TakeTelnet(Input input); ///< What a serial server sends, or its client: the size of a piece, then the bytes.
 
 inline constexpr Target Targets[] = {
     {"setup", TakeSetupFile},
@@ -40,6 +41,7 @@ inline constexpr Target Targets[] = {
     {"entries", TakeEntries},
     {"commands", TakeCommandLine},
     {"link", TakeLink},
+    {"telnet", TakeTelnet},
 };
 
 /// Nothing for an unknown name.

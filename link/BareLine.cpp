@@ -70,7 +70,7 @@ TaskOf<BareLine::Heard> BareLine::HearTheRest(Heard heard, MonotonicTime quiet) 
         heard.lost = wait == PortWait::Lost;
         if (wait != PortWait::ByteReceived) break;
         heard.bytes.push_back(port_.ReadByte());
-        if (link_.trafficLog_) link_.trafficLog_->Surplus(link_.clock_.Now(), heard.bytes.back());
+        link_.logs_.Surplus(link_.clock_.Now(), heard.bytes.back());
     }
     co_return heard;
 }

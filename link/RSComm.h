@@ -155,7 +155,9 @@ public:
     [[nodiscard]] const std::string& CurrentProgramAdd() const { return currentProgramAdd_; }
 
     /// From now on every exchanged byte is told to `log` (none: nullptr), which must outlive its use.
-    void SetTrafficLog(TrafficLog* log) { trafficLog_ = log; }
+    void SetTrafficLog(TrafficLog* log) { logs_.Set(log); }
+    /// Whoever wants to be told beside it.
+    [[nodiscard]] TrafficLogs& Logs() { return logs_; }
 
     // Addresses (RSCommAddressing.cpp)
 
@@ -277,7 +279,7 @@ private:
     TurnLock lock_{turns_}; ///< Whose operation it is.
 
     SerialPort* port_ = nullptr;
-    TrafficLog* trafficLog_ = nullptr;
+    TrafficLogs logs_;
     struct SentByte {
         MonotonicTime at;
         std::uint8_t byte;

@@ -61,7 +61,7 @@ void RSComm::Send(std::uint8_t byte) {
 }
 
 void RSComm::Log(std::optional<std::uint8_t> answer) {
-    if (trafficLog_ && unlogged_) trafficLog_->Exchanged(unlogged_->at, unlogged_->byte, answer);
+    if (unlogged_) logs_.Exchanged(unlogged_->at, unlogged_->byte, answer);
     unlogged_.reset();
 }
 
@@ -250,7 +250,7 @@ Task RSComm::SettleLine() {
 void RSComm::DiscardReceived() {
     while (port_->ReceivedCount() > 0) {
         const std::uint8_t surplus = port_->ReadByte();
-        if (trafficLog_) trafficLog_->Surplus(clock_.Now(), surplus);
+        logs_.Surplus(clock_.Now(), surplus);
     }
     port_->ClearReceived();
 }

@@ -13,7 +13,7 @@ class TraceDecoder {
 public:
     /// One exchange in words; never empty. A value is told with its last byte: "read B8176 = 0".
     [[nodiscard]] std::string Exchanged(std::uint8_t sent, std::optional<std::uint8_t> received);
-    [[nodiscard]] std::string Surplus(std::uint8_t byte);
+    [[nodiscard]] static std::string Surplus(std::uint8_t byte);
 
 private:
     enum class Due { Unknown, Mode, ReadHigh, ReadLow, WriteHigh, WriteLow, WriteData };

@@ -23,12 +23,24 @@ std::string Hexadecimal(std::optional<std::uint8_t> byte) { return byte ? HexTex
 
 } // namespace
 
+void TrafficLogs::Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) {
+    if (set_) set_->Exchanged(sentAt, sent, received);
+    for (TrafficLog* log : beside_)
+        log->Exchanged(sentAt, sent, received);
+}
+
+void TrafficLogs::Surplus(MonotonicTime at, std::uint8_t byte) {
+    if (set_) set_->Surplus(at, byte);
+    for (TrafficLog* log : beside_)
+        log->Surplus(at, byte);
+}
+
 void TextTrafficLog::Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) {
     Line(sentAt, sent, received, decoder_ ? decoder_->Exchanged(sent, received) : std::string());
 }
 
 void TextTrafficLog::Surplus(MonotonicTime at, std::uint8_t byte) {
-    Line(at, {}, byte, decoder_ ? decoder_->Surplus(byte) : std::string());
+    Line(at, {}, byte, decoder_ ? TraceDecoder::Surplus(byte) : std::string());
 }
 
 void TextTrafficLog::Line(MonotonicTime at, std::optional<std::uint8_t> sent, std::optional<std::uint8_t> received,

@@ -9,6 +9,7 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vantrel {
 
@@ -24,6 +25,20 @@ public:
     virtual void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) = 0;
     /// A byte that nothing had asked for (any more) was thrown away.
     virtual void Surplus(MonotonicTime at, std::uint8_t byte) = 0;
+};
+
+/// Tells several: one that is set, and those that listen beside it. All must outlive their use.
+class TrafficLogs final : public TrafficLog {
+public:
+    void Set(TrafficLog* log) { set_ = log; }
+    void Add(TrafficLog& log) { beside_.push_back(&log); }
+    void Remove(const TrafficLog& log) { std::erase(beside_, &log); }
+    void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) override;
+    void Surplus(MonotonicTime at, std::uint8_t byte) override;
+
+private:
+    TrafficLog* set_ = nullptr;
+    std::vector<TrafficLog*> beside_;
 };
 
 /// Writes a line an exchange: seconds since the first one, byte sent, byte received, hexadecimal; "--" for none.

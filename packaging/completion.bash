@@ -6,6 +6,7 @@ _vantrel() {
     --speed) words='9600 19200' ;;
     --for) words='10m 1h 8h' ;;
     --port) words='simulated 1 2 3 4 rfc2217:// socket://' ;;
+    --listen) words='rfc2217://127.0.0.1:4001 socket://127.0.0.1:4001' ;;
     --program-folder)
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return

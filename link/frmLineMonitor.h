@@ -1,0 +1,77 @@
+// The line as a window: every byte with its answer, the time and the meaning, the newest at the bottom. Looks at the
+// link and changes nothing; a file is written on request only, by whoever owns the window.
+#pragma once
+
+#include "link/LineRecorder.h"
+
+#include <QAbstractTableModel>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+namespace vantrel {
+
+/// The entries of a recorder as rows, the newest one last.
+class LineRows final : public QAbstractTableModel {
+public:
+    /// `recorder` must outlive it.
+    LineRows(const LineRecorder& recorder, QObject* parent) : QAbstractTableModel(parent), recorder_(recorder) {}
+
+    /// Takes over what has come and gone since.
+    void Follow();
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    const LineRecorder& recorder_;
+    std::size_t first_ = 0; ///< Numbers of entries, counted since the first that there has been: those that are shown,
+    std::size_t end_ = 0; ///< and the one behind the last of them.
+};
+
+/// Not modal; deletes itself when it is closed. Listens while it is open: closed it costs nothing.
+class frmLineMonitor final : public QDialog {
+public:
+    /// Asked to save these lines.
+    using Save = std::function<void(const std::string& text)>;
+
+    /// `logs` and `clock` must outlive the window.
+    frmLineMonitor(TrafficLogs& logs, const Clock& clock, Save save, QWidget* parent);
+    ~frmLineMonitor() override;
+
+    // Controls.
+    QTableView* grdLines = nullptr;
+    QLabel* lblCount = nullptr;
+    QPushButton* cmdPause = nullptr; ///< "Continue" in a pause.
+    QPushButton* cmdClear = nullptr;
+    QPushButton* cmdCopy = nullptr;
+    QPushButton* cmdSave = nullptr;
+    QTimer tmrFollow;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void BuildTable();
+    void BuildControls();
+    void TogglePause();
+    void Follow();
+    void ShowCount();
+    /// The chosen rows, tabs between their cells; all rows when none is chosen.
+    void Copy() const;
+
+    TrafficLogs& logs_;
+    LineRecorder recorder_;
+    Save save_;
+    LineRows* rows_;
+};
+
+} // namespace vantrel
