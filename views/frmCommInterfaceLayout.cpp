@@ -216,13 +216,11 @@ void frmCommInterface::LayOutWindow() {
     sequence->addLayout(form);
     sequence->addWidget(&fraSettngs[1]);
     sequence->addStretch();
-    auto* content = new QWidget;
-    auto* columns = new QHBoxLayout(content);
-    columns->setContentsMargins(0, 0, 0, 0);
+    auto* columns = new QHBoxLayout;
     columns->addLayout(sequence);
     columns->addWidget(&fraSettngs[0], 1);
     auto* all = new QVBoxLayout(this);
-    all->addWidget(new QtScrolledContent(content, this), 1);
+    all->addWidget(new QtScrolledContent(columns, this), 1);
     all->addLayout(buttons);
     setSizeGripEnabled(true);
 }

@@ -1,6 +1,7 @@
 #include "widgets/QtScrolledContent.h"
 
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QScreen>
 #include <QScrollBar>
 
@@ -12,13 +13,24 @@ namespace {
 constexpr double WidthShare = 0.9;
 constexpr double HeightShare = 0.75;
 
+/// Else the area would scroll below the height that the content likes best, not below its least one.
+class OfAnyHeight final : public QHBoxLayout {
+public:
+    using QHBoxLayout::QHBoxLayout;
+    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
+};
+
 } // namespace
 
-QtScrolledContent::QtScrolledContent(QWidget* content, QWidget* parent) : QScrollArea(parent) {
+QtScrolledContent::QtScrolledContent(QLayout* content, QWidget* parent) : QScrollArea(parent) {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
     setFocusPolicy(Qt::NoFocus);
-    setWidget(content);
+    auto* held = new QWidget;
+    auto* layout = new OfAnyHeight(held);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(content);
+    setWidget(held);
 }
 
 QSize QtScrolledContent::minimumSizeHint() const {

@@ -1,6 +1,7 @@
 // The part of a window that scrolls where the screen, or the user's font, leaves too little room for all of it.
 #pragma once
 
+#include <QLayout>
 #include <QScrollArea>
 
 namespace vantrel {
@@ -9,8 +10,8 @@ namespace vantrel {
 /// screen has, so that the buttons below it stay within reach.
 class QtScrolledContent final : public QScrollArea {
 public:
-    /// Takes `content` over.
-    explicit QtScrolledContent(QWidget* content, QWidget* parent = nullptr);
+    /// Takes `content` over, with the widgets in it. Labels in it that wrap have a height of their own.
+    explicit QtScrolledContent(QLayout* content, QWidget* parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override { return widget()->sizeHint(); }
     [[nodiscard]] QSize minimumSizeHint() const override;

@@ -3,6 +3,7 @@
 #include "tests/windows/FrameFixture.h"
 #include "views/frmCommInterface.h"
 #include "views/frmTargetBoard.h"
+#include "widgets/QtScrolledContent.h"
 
 #include <QAccessible>
 #include <QScrollBar>
@@ -66,20 +67,21 @@ TEST_F(ShellTest, ALargerFontOnASmallScreenHidesNoData) {
 
 TEST_F(ShellTest, ALargerFontLeavesTheButtonsOfTheCommunicationViewOnTheScreen) {
     const QFont usual = QApplication::font();
-    QFont large = usual;
-    large.setPointSize(24);
-    QApplication::setFont(large);
-    Start();
-    GoOnline();
-    const WhenModal<frmCommInterface> look([](frmCommInterface& view) {
-        const QRect screen = view.screen()->availableGeometry();
-        EXPECT_GT(view.fraSettngs[0].width() + view.fraSettngs[1].width(), screen.width()) << "no room for all";
-        EXPECT_TRUE(screen.contains(view.geometry()));
-        EXPECT_TRUE(view.rect().contains(view.cmdOk.geometry()));
-        view.reject();
-    });
-    frame->mnuViewCommStatus->trigger();
-    EXPECT_TRUE(look.Happened());
+    for (const bool tooLarge : {false, true}) {
+        QFont font = usual;
+        if (tooLarge) font.setPointSize(24);
+        QApplication::setFont(font);
+        Start();
+        GoOnline();
+        const WhenModal<frmCommInterface> look([&](frmCommInterface& view) {
+            EXPECT_EQ(view.findChild<QtScrolledContent*>()->verticalScrollBar()->maximum() > 0, tooLarge);
+            EXPECT_TRUE(view.screen()->availableGeometry().contains(view.geometry()));
+            EXPECT_TRUE(view.rect().contains(view.cmdOk.geometry()));
+            view.reject();
+        });
+        frame->mnuViewCommStatus->trigger();
+        EXPECT_TRUE(look.Happened());
+    }
     QApplication::setFont(usual);
 }
 
