@@ -99,11 +99,12 @@ frmMDIMain::~frmMDIMain() {
     leaving_.Stop();
     // The children hold tasks, which have to withdraw from the queue while there is one.
     delete children_;
-    delete lineMonitor_.data(); // It listens to the link.
+    delete lineMonitor_.data(); // It looks at a member.
 }
 
 void frmMDIMain::StartUp() {
     program_.helpFile = program_.folder.File("Help", "VANTREL.hlp");
+    link_.Logs().Add(line_);
     link_.SetFaultFile(program_.folder.SupportFile("FaultErrCodes.txt"));
     editor_ = new frmMain(program_.document, link_, turns_, dialogs_, history_, program_.SelectedSequence);
     // Without a close button: the editor stays as long as the frame does.

@@ -11,6 +11,7 @@
 #include "document/Backups.h"
 #include "document/Comparison.h"
 #include "document/FileCommands.h"
+#include "link/LineRecorder.h"
 #include "link/PortSettingsEditor.h"
 #include "link/RSComm.h"
 #include "platform/Printer.h"
@@ -315,6 +316,7 @@ private:
     Program program_;
     QtDialogs dialogs_;
     QtTurnQueue turns_;
+    LineRecorder line_{clock_}; ///< What the line monitor shows.
     RSComm link_;
     FileCommands files_;
     UnsavedCopy unsaved_;

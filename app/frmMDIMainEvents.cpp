@@ -35,7 +35,7 @@ void frmMDIMain::ToolsLineMonitor() {
     if (!editor_->FinishEntry()) return;
     if (!lineMonitor_) {
         lineMonitor_ = new frmLineMonitor(
-            link_.Logs(), clock_,
+            line_,
             [this](const std::string& text) {
                 SaveTextAs(
                     {.filters = {{.name = "Text(*.txt)", .pattern = "*.txt"}}, .initial = {}, .title = "Save Lines As"},

@@ -31,6 +31,7 @@ void LineRecorder::Surplus(MonotonicTime at, std::uint8_t byte) { Add(at, {}, by
 
 void LineRecorder::Add(MonotonicTime at, std::optional<std::uint8_t> sent, std::optional<std::uint8_t> received,
                        std::string meaning) {
+    if (!keeps_) return;
     if (paused_) {
         ++missed_;
         return;
@@ -49,6 +50,13 @@ void LineRecorder::SetPaused(bool paused) {
     if (const std::size_t missed = std::exchange(missed_, 0); missed > 0)
         Add(clock_.Now(), {}, {},
             "paused: " + std::to_string(missed) + (missed == 1 ? " line was" : " lines were") + " not kept");
+}
+
+void LineRecorder::End() {
+    keeps_ = paused_ = false;
+    missed_ = 0;
+    first_.reset();
+    Clear();
 }
 
 void LineRecorder::Clear() {

@@ -23,8 +23,9 @@ struct LineEntry {
     std::string meaning;
 };
 
-/// Keeps the newest `Most` entries. The bytes of a pause are followed, so that the meaning of later ones is right, and
-/// counted, but not kept.
+/// Keeps the newest `Most` entries between Begin() and End(). What passes before only moves the decoder on: a link
+/// stays in the read mode for hours, and whoever looks on later has to be told what its bytes mean. The bytes of a
+/// pause are followed, so that the meaning of later ones is right, and counted, but not kept.
 class LineRecorder final : public TrafficLog {
 public:
     static constexpr std::size_t Most = 20'000;
@@ -35,6 +36,9 @@ public:
     void Exchanged(MonotonicTime sentAt, std::uint8_t sent, std::optional<std::uint8_t> received) override;
     void Surplus(MonotonicTime at, std::uint8_t byte) override;
 
+    /// Keeps what passes from now on.
+    void Begin() { keeps_ = true; }
+    void End();
     /// The end of a pause in which anything passed leaves a remark on how much.
     void SetPaused(bool paused);
     [[nodiscard]] bool Paused() const { return paused_; }
@@ -58,6 +62,7 @@ private:
     std::deque<LineEntry> entries_;
     std::size_t gone_ = 0;
     std::size_t pushedOut_ = 0;
+    bool keeps_ = false;
     bool paused_ = false;
     std::size_t missed_ = 0;
 };

@@ -73,22 +73,22 @@ QVariant LineRows::headerData(int section, Qt::Orientation orientation, int role
     return QString::fromLatin1(LineHeadings.at(static_cast<std::size_t>(section)));
 }
 
-frmLineMonitor::frmLineMonitor(TrafficLogs& logs, const Clock& clock, Save save, QWidget* parent)
-    : QDialog(parent), logs_(logs), recorder_(clock), save_(std::move(save)), rows_(new LineRows(recorder_, this)) {
+frmLineMonitor::frmLineMonitor(LineRecorder& recorder, Save save, QWidget* parent)
+    : QDialog(parent), recorder_(recorder), save_(std::move(save)), rows_(new LineRows(recorder_, this)) {
     setObjectName(QStringLiteral("frmLineMonitor"));
     setWindowTitle(QStringLiteral("Line Monitor"));
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     setAttribute(Qt::WA_DeleteOnClose);
     BuildControls();
     resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
-    logs_.Add(recorder_);
+    recorder_.Begin();
     ShowCount();
     tmrFollow.setInterval(FollowPeriod);
     tmrFollow.callOnTimeout(this, [this] { Follow(); });
     tmrFollow.start();
 }
 
-frmLineMonitor::~frmLineMonitor() { logs_.Remove(recorder_); }
+frmLineMonitor::~frmLineMonitor() { recorder_.End(); }
 
 void frmLineMonitor::BuildTable() {
     grdLines = new QTableView(this);

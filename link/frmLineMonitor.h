@@ -37,14 +37,14 @@ private:
     std::size_t end_ = 0; ///< and the one behind the last of them.
 };
 
-/// Not modal; deletes itself when it is closed. Listens while it is open: closed it costs nothing.
+/// Not modal; deletes itself when it is closed. Nothing is kept but while it is open.
 class frmLineMonitor final : public QDialog {
 public:
     /// Asked to save these lines.
     using Save = std::function<void(const std::string& text)>;
 
-    /// `logs` and `clock` must outlive the window.
-    frmLineMonitor(TrafficLogs& logs, const Clock& clock, Save save, QWidget* parent);
+    /// `recorder` hears the line already, and must outlive the window.
+    frmLineMonitor(LineRecorder& recorder, Save save, QWidget* parent);
     ~frmLineMonitor() override;
 
     // Controls.
@@ -68,8 +68,7 @@ private:
     /// The chosen rows, tabs between their cells; all rows when none is chosen.
     void Copy() const;
 
-    TrafficLogs& logs_;
-    LineRecorder recorder_;
+    LineRecorder& recorder_;
     Save save_;
     LineRows* rows_;
 };

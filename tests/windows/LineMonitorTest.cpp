@@ -71,9 +71,18 @@ TEST_F(LineMonitorTest, ShowsBytesWithTheirMeaningBesideTheTraceHoldsThemAndSave
 }
 
 TEST_F(LineMonitorTest, TheOldestGoAndOneThatIsClosedHearsNothing) {
+    LineRecorder recorder(clock);
     TrafficLogs logs;
-    auto* window = new frmLineMonitor(logs, clock, {}, frame.get());
+    logs.Add(recorder);
+    for (const int byte : {0xFF, 1})
+        logs.Exchanged(clock.Now(), static_cast<std::uint8_t>(byte), 0x55);
+    auto* window = new frmLineMonitor(recorder, {}, frame.get());
     window->show();
+    EXPECT_TRUE(recorder.Entries().empty()) << "closed nothing is kept";
+    logs.Exchanged(clock.Now(), 0x1F, 0x1F);
+    Follow(*window);
+    EXPECT_EQ(Cell(*window, 0, 4), "address 1F..H") << "what passed before was followed";
+    QTest::mouseClick(window->cmdClear, Qt::LeftButton);
     logs.Surplus(clock.Now(), 0xAA);
     Follow(*window);
     EXPECT_EQ(Cell(*window, 0, 4), "surplus: AAH came without being asked for");
@@ -87,6 +96,7 @@ TEST_F(LineMonitorTest, TheOldestGoAndOneThatIsClosedHearsNothing) {
     EXPECT_NE(window->lblCount->text().indexOf(QStringLiteral("6 older ones were not kept")), -1);
     delete window;
     logs.Surplus(clock.Now(), 0xAA);
+    EXPECT_TRUE(recorder.Entries().empty());
 }
 
 } // namespace
