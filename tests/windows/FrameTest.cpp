@@ -68,7 +68,7 @@ TEST_F(FrameTest, MenusAndButtonsStandInOrderAndEveryAccessKeyIsUniqueInItsMenu)
               "O&nline Data|O&ffline Data|-|&Target Board Interface|-|&Communication Interface|-|&Main Display|-|"
               "&Event Log|");
     EXPECT_EQ(captions(*frame->mnuTools),
-              "Compare With &Board...|Compare With &File...|-|Check &Set-up|Check Co&nnection...|-|"
+              "Compare With &Board...|Compare With &File...|-|Check &Set-up|Check Co&nnection...|&Line Monitor|-|"
               "Back &Up Before Download|B&ackups...|");
     EXPECT_EQ(captions(*frame->mnuHelp), "&Help Topics|-|&Save Report for Support...|-|&About VANTREL|");
     std::string toolTips;
