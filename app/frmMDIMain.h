@@ -132,6 +132,7 @@ private:
     QAction* AddEntry(QMenu* menu, const char* name, const char* caption, void (frmMDIMain::*command)());
     QMenu* AddMenu(const char* name, const char* caption);
     void BuildMenus();
+    void BuildToolsMenu();
     void BuildShortcuts();
     void BuildToolbar();
     void BuildStatusBar();

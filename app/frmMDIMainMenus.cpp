@@ -26,6 +26,22 @@ QAction* frmMDIMain::AddEntry(QMenu* menu, const char* name, const char* caption
     return entry;
 }
 
+void frmMDIMain::BuildToolsMenu() {
+    using Frame = frmMDIMain;
+    mnuTools = AddMenu("mnuTools", "&Tools");
+    mnuToolsCompareBoard =
+        AddEntry(mnuTools, "mnuToolsCompareBoard", "Compare With &Board...", &Frame::ToolsCompareBoard);
+    mnuToolsCompareFile = AddEntry(mnuTools, "mnuToolsCompareFile", "Compare With &File...", &Frame::ToolsCompareFile);
+    mnuTools->addSeparator();
+    mnuToolsCheck = AddEntry(mnuTools, "mnuToolsCheck", "Check &Set-up", &Frame::ToolsCheck);
+    mnuToolsCheckConnection =
+        AddEntry(mnuTools, "mnuToolsCheckConnection", "Check Co&nnection...", &Frame::ToolsCheckConnection);
+    mnuToolsLineMonitor = AddEntry(mnuTools, "mnuToolsLineMonitor", "&Line Monitor", &Frame::ToolsLineMonitor);
+    mnuTools->addSeparator();
+    mnuToolsBackUp = AddEntry(mnuTools, "mnuToolsBackUp", "Back &Up Before Download", &Frame::ToolsBackUp);
+    mnuToolsBackups = AddEntry(mnuTools, "mnuToolsBackups", "B&ackups...", &Frame::ToolsBackups);
+}
+
 void frmMDIMain::BuildMenus() {
     using Frame = frmMDIMain;
     mnuFile = AddMenu("mnuFile", "&File");
@@ -67,18 +83,7 @@ void frmMDIMain::BuildMenus() {
     mnuView->addSeparator();
     mnuViewEventLog = AddEntry(mnuView, "mnuViewEventLog", "&Event Log", &Frame::ViewEventLog);
 
-    mnuTools = AddMenu("mnuTools", "&Tools");
-    mnuToolsCompareBoard =
-        AddEntry(mnuTools, "mnuToolsCompareBoard", "Compare With &Board...", &Frame::ToolsCompareBoard);
-    mnuToolsCompareFile = AddEntry(mnuTools, "mnuToolsCompareFile", "Compare With &File...", &Frame::ToolsCompareFile);
-    mnuTools->addSeparator();
-    mnuToolsCheck = AddEntry(mnuTools, "mnuToolsCheck", "Check &Set-up", &Frame::ToolsCheck);
-    mnuToolsCheckConnection =
-        AddEntry(mnuTools, "mnuToolsCheckConnection", "Check Co&nnection...", &Frame::ToolsCheckConnection);
-    mnuToolsLineMonitor = AddEntry(mnuTools, "mnuToolsLineMonitor", "&Line Monitor", &Frame::ToolsLineMonitor);
-    mnuTools->addSeparator();
-    mnuToolsBackUp = AddEntry(mnuTools, "mnuToolsBackUp", "Back &Up Before Download", &Frame::ToolsBackUp);
-    mnuToolsBackups = AddEntry(mnuTools, "mnuToolsBackups", "B&ackups...", &Frame::ToolsBackups);
+    BuildToolsMenu();
 
     mnuHelp = AddMenu("mnuHelp", "&Help");
     mnuHelpHelpTopics = AddEntry(mnuHelp, "mnuHelpHelpTopics", "&Help Topics", &Frame::HelpHelpTopics);

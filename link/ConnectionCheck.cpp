@@ -8,6 +8,7 @@
 #include "text/Windows1252.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace vantrel {
@@ -38,7 +39,7 @@ bool AnswersSync(const BareLine::Heard& heard) { return !heard.bytes.empty() && 
 MonotonicTime ExchangeFigures::Share(double share) const {
     if (times.empty()) return {};
     const auto last = static_cast<double>(times.size() - 1);
-    return times.at(static_cast<std::size_t>(last * share + 0.5));
+    return times.at(static_cast<std::size_t>(std::lround(last * share)));
 }
 
 bool ConnectionCheck::Probe::Answered() const { return std::any_of(answers.begin(), answers.end(), AnswersSync); }
@@ -190,7 +191,7 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::TrySpeed(PortSettings settings) {
     CheckStep notTried;
     const bool open = co_await Reopen(settings, &notTried);
     if (!open && !cancelled_) {
-        End(std::move(notTried));
+        End(notTried);
         co_return Went::On;
     }
     if (!open) co_return Went::Ended;
@@ -205,7 +206,7 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::TrySpeed(PortSettings settings) {
     if (!unasked.bytes.empty())
         step.seen = "Before anything was sent " + check::Hex(unasked.bytes) + " came. " + step.seen;
     probes_.push_back(std::move(probe));
-    End(std::move(step));
+    End(step);
     co_return Went::On;
 }
 
@@ -354,7 +355,7 @@ void ConnectionCheck::Judge(const ExchangeFigures& figures) {
                      " exchanges went without a flaw.",
                  "");
     }
-    End(std::move(step));
+    End(step);
 }
 
 TaskOf<std::optional<std::uint8_t>> ConnectionCheck::ReadByte(int address) {
@@ -399,7 +400,7 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::AskBoard() {
     co_return Went::On;
 }
 
-void ConnectionCheck::End(CheckStep step) { display_.Ends(step); }
+void ConnectionCheck::End(const CheckStep& step) { display_.Ends(step); }
 
 void ConnectionCheck::Conclude(CheckResult::Kind kind, const std::string& verdict, const std::string& todo) {
     result_.kind = kind;

@@ -109,7 +109,7 @@ private:
     void Judge(const ExchangeFigures& figures);
     [[nodiscard]] TaskOf<Went> AskBoard();
     [[nodiscard]] TaskOf<std::optional<std::uint8_t>> ReadByte(int address);
-    void End(CheckStep step);
+    void End(const CheckStep& step);
     void Conclude(CheckResult::Kind kind, const std::string& verdict, const std::string& todo);
 
     RSComm& link_;

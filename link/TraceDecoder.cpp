@@ -71,7 +71,7 @@ std::string TraceDecoder::Mode(std::uint8_t sent, std::uint8_t received) {
         due_ = Due::Unknown;
         return "no mode that is known";
     }
-    const std::string mode = sent == ReadMode ? "read mode" : "write mode";
+    std::string mode = sent == ReadMode ? "read mode" : "write mode";
     if (received != Acknowledge) return NotEchoed(mode + " not acknowledged", received);
     due_ = sent == ReadMode ? Due::ReadHigh : Due::WriteHigh;
     return mode;
@@ -90,7 +90,7 @@ std::string TraceDecoder::ReadValue(std::uint8_t low, std::uint8_t data) {
     address_ += low;
     due_ = Due::ReadHigh;
     const bool word = address_ % 2 == 1 && lastAddress_ == address_ - 1;
-    const std::string text = "read " + ValueText(address_, data, word ? std::optional(lastByte_) : std::nullopt);
+    std::string text = "read " + ValueText(address_, data, word ? std::optional(lastByte_) : std::nullopt);
     lastAddress_ = address_;
     lastByte_ = data;
     return text;
@@ -107,7 +107,7 @@ std::string TraceDecoder::WriteValue(std::uint8_t sent, std::uint8_t received) {
     if (sent != received) return NotEchoed("write " + ValueText(address_, sent, {}) + " not echoed", received);
     due_ = Due::WriteHigh;
     const bool word = address_ % 2 == 1 && lastAddress_ == address_ - 1;
-    const std::string text = "write " + ValueText(address_, sent, word ? std::optional(lastByte_) : std::nullopt);
+    std::string text = "write " + ValueText(address_, sent, word ? std::optional(lastByte_) : std::nullopt);
     lastAddress_ = address_;
     lastByte_ = sent;
     return text;

@@ -290,9 +290,8 @@ bool NetworkSerialPort::Opening() {
 
 void NetworkSerialPort::FinishOpen() {
     if (!connection_ || !connection_->WhyNot()) return;
-    const RuntimeError error = *connection_->WhyNot();
-    Close();
-    throw error;
+    const auto failed = std::move(connection_);
+    throw RuntimeError(*failed->WhyNot());
 }
 
 void NetworkSerialPort::Close() noexcept { connection_.reset(); }

@@ -144,7 +144,7 @@ TEST(Soak, ADayOnTheLineNeedsNoMoreInTheEveningThanInTheMorning) {
     EXPECT_EQ(lastPace, pace);
     EXPECT_LE(lastBytes, bytes + 1024) << "memory grows";
     EXPECT_LE(lastBlocks, blocks + 8) << "memory grows";
-    EXPECT_EQ(Descriptors(), descriptors);
+    EXPECT_LE(Descriptors(), descriptors);
 }
 
 } // namespace
