@@ -228,7 +228,8 @@ void QtFormatGrid::FitFont() {
     wanted_ = {width, frame + plan_.rowsShown * rowHeight_};
     const bool narrows = plan_.leastColumns > 0 && plan_.leastColumns < ColumnCount();
     const int leastWidth = narrows ? widthOf(plan_.leastColumns) + scrollBar + border : width;
-    setMinimumSize(std::min(leastWidth, width), frame + leastRows * rowHeight_ + (narrows && inSight == ColumnCount() ? scrollBar : 0));
+    setMinimumSize(std::min(leastWidth, width),
+                   frame + leastRows * rowHeight_ + (narrows && inSight == ColumnCount() ? scrollBar : 0));
     updateGeometry();
     StretchColumns();
 }
