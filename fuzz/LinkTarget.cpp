@@ -1,17 +1,16 @@
-// A board that answers anything at any time, to everything that the program asks of one: each operation has to end, in
-// bounded time, and nothing may be called confirmed that the line did not echo.
+// A board that answers anything at any time, to what the program asks of one: each operation has to end, in bounded
+// time, and no reading is a value and a failed link at once. What is confirmed rightly is the proof tests' matter.
 #include "document/SettingsTransfer.h"
 #include "fuzz/FuzzTargets.h"
 #include "link/RSComm.h"
 #include "platform/RuntimeError.h"
 #include "simulator/SimulatedBoard.h"
+#include "tests/support/ReceivingPort.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/VirtualClock.h"
 
 #include <chrono>
-#include <deque>
 #include <string>
-#include <utility>
 
 namespace vantrel::fuzz {
 
@@ -21,9 +20,9 @@ using namespace std::chrono_literals;
 
 /// Every byte that is sent takes one byte of the input, which says what comes back: mostly the answer of a healthy
 /// board, so that the search gets deep. Behind the input's end all is healthy for a while, and then silent.
-class AnyBoardPort final : public SerialPort {
+class AnyBoardPort final : public ReceivingPort {
 public:
-    AnyBoardPort(VirtualClock& clock, Input script) : clock_(clock), script_(script) {}
+    AnyBoardPort(VirtualClock& clock, Input script) : ReceivingPort(clock), script_(script) {}
 
     void SetPortNumber(int /*number*/) override {}
     void SetSettings(const std::string& /*settings*/) override {}
@@ -32,31 +31,9 @@ public:
         open_ = true;
         lost_ = false;
     }
-    void Close() noexcept override { open_ = false; }
-    [[nodiscard]] bool IsOpen() const override { return open_; }
-    [[nodiscard]] bool IsLost() const override { return open_ && lost_; }
     void Write(std::span<const std::uint8_t> bytes) override {
         for (const std::uint8_t byte : bytes)
             Answer(byte);
-    }
-    [[nodiscard]] std::size_t ReceivedCount() override {
-        return !received_.empty() && received_.front().first <= clock_.Now() ? 1 : 0;
-    }
-    [[nodiscard]] std::uint8_t ReadByte() override {
-        const std::uint8_t byte = received_.front().second;
-        received_.pop_front();
-        return byte;
-    }
-    void ClearReceived() override {
-        while (ReceivedCount() > 0)
-            received_.pop_front();
-    }
-    [[nodiscard]] PortWait WaitForByte(MonotonicTime deadline) override {
-        if (lost_) return PortWait::Lost;
-        if (!received_.empty() && received_.front().first <= deadline) clock_.SleepUntil(received_.front().first);
-        if (ReceivedCount() > 0) return PortWait::ByteReceived;
-        clock_.SleepUntil(deadline);
-        return PortWait::TimedOut;
     }
     /// 0 once the input has run out.
     std::uint8_t Next() {
@@ -102,14 +79,10 @@ private:
             Put(answer, late);
     }
 
-    VirtualClock& clock_;
     Input script_;
     std::size_t at_ = 0;
     int behindEnd_ = 0;
     SimulatedBoard board_;
-    std::deque<std::pair<MonotonicTime, std::uint8_t>> received_;
-    bool open_ = false;
-    bool lost_ = false;
 };
 
 /// Somebody whose answers are the input's, too, and who loses patience.

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "platform/RuntimeError.h"
-#include "platform/SerialPort.h"
-#include "tests/support/VirtualClock.h"
+#include "tests/support/ReceivingPort.h"
 
 #include <deque>
 #include <limits>
@@ -19,9 +18,9 @@ struct ScriptStep {
     std::optional<std::uint8_t> answer;
 };
 
-class ScriptedPort final : public SerialPort {
+class ScriptedPort final : public ReceivingPort {
 public:
-    explicit ScriptedPort(VirtualClock& clock) : clock_(clock) {}
+    explicit ScriptedPort(VirtualClock& clock) : ReceivingPort(clock) {}
 
     /// Steps are taken in order; when they have run out every byte is answered by `otherwise`.
     std::deque<ScriptStep> script;
@@ -48,33 +47,10 @@ public:
         if (noiseAtOpen) PutReceived(*noiseAtOpen);
         ++opened;
     }
-    void Close() noexcept override { open_ = false; }
-    [[nodiscard]] bool IsOpen() const override { return open_; }
-    [[nodiscard]] bool IsLost() const override { return open_ && lost_; }
     void Write(std::span<const std::uint8_t> bytes) override {
         for (const std::uint8_t byte : bytes)
             Take(byte);
     }
-    [[nodiscard]] std::size_t ReceivedCount() override {
-        return !received_.empty() && received_.front().first <= clock_.Now() ? 1 : 0;
-    }
-    [[nodiscard]] std::uint8_t ReadByte() override {
-        const std::uint8_t byte = received_.front().second;
-        received_.pop_front();
-        return byte;
-    }
-    void ClearReceived() override {
-        while (ReceivedCount() > 0)
-            received_.pop_front();
-    }
-    [[nodiscard]] PortWait WaitForByte(MonotonicTime deadline) override {
-        if (lost_) return PortWait::Lost;
-        if (!received_.empty() && received_.front().first <= deadline) clock_.SleepUntil(received_.front().first);
-        if (ReceivedCount() > 0) return PortWait::ByteReceived;
-        clock_.SleepUntil(deadline);
-        return PortWait::TimedOut;
-    }
-
     /// A byte that nothing asked for lies in the receiver.
     void PutReceived(std::uint8_t byte) { received_.emplace_front(clock_.Now(), byte); }
 
@@ -101,11 +77,6 @@ private:
         }
         if (answer) received_.emplace_back(clock_.Now() + answerTime, *answer);
     }
-
-    VirtualClock& clock_;
-    std::deque<std::pair<MonotonicTime, std::uint8_t>> received_;
-    bool open_ = false;
-    bool lost_ = false;
 };
 
 } // namespace vantrel
