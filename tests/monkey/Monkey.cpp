@@ -228,21 +228,11 @@ void Monkey::Key() {
 }
 
 void Monkey::Text() {
-    static const QStringList texts{QStringLiteral("1"),
-                                   QStringLiteral("V77"),
-                                   QStringLiteral("W300"),
-                                   QStringLiteral("65535"),
-                                   QStringLiteral("65536"),
-                                   QStringLiteral("-1"),
-                                   QStringLiteral("0FFH"),
-                                   QStringLiteral("B105/3"),
-                                   QStringLiteral("12.5"),
-                                   QStringLiteral("H'1f"),
-                                   QStringLiteral("ÄÖ€Ж"),
-                                   QStringLiteral("a\tb"),
-                                   QStringLiteral("99999999999999999999"),
-                                   QString(300, QLatin1Char('x')),
-                                   QStringLiteral("Pump \"north\", 3")};
+    static const QStringList texts =
+        QStringLiteral(
+            "1|V77|W300|65535|65536|-1|0FFH|B105/3|12.5|H'1f|ÄÖ€Ж|a\tb|99999999999999999999|%1|Pump \"north\", 3")
+            .arg(QString(300, QLatin1Char('x')))
+            .split(QLatin1Char('|'));
     const QPointer<QWindow> window = HandleOf(FrontWindow());
     const QString text = chance_.Of(texts);
     Note("text " + text.left(20).toStdString());

@@ -12,8 +12,6 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include <fstream>
-
 namespace vantrel::monkey {
 
 namespace fs = std::filesystem;

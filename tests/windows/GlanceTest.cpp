@@ -131,7 +131,6 @@ TEST_F(GlanceTest, ANarrowWindowScrollsTheColumnsBehindTheGivenOnes) {
 TEST_F(GlanceTest, BehindAnotherTabOrWindowOneStatusWordATickIsRead) {
     GoOnline();
     StatusPass();
-    frame->Link().SetTrafficLog(&line);
     const auto status = [this] {
         line.Forget();
         Tick();
