@@ -230,5 +230,13 @@ TEST_F(LinkTest, AGapInsideAValueIsNoneWhereTheLineIsSlowThroughout) {
     EXPECT_TRUE(AsExpected());
 }
 
+TEST_F(LinkTest, AGoodbyeThatComesSpoiledToABoardInWriteModeIsToldAsWell) {
+    GoOnline();
+    Expect("FF>55 02>55 00 21 05 FF>7F");
+    EXPECT_TRUE(Write("B33", "5").Confirmed());
+    Close();
+    EXPECT_EQ(link.TakeMayHaveReached(), (std::vector<std::uint16_t>{0x7FFF, 0xFF7F}));
+}
+
 } // namespace
 } // namespace vantrel

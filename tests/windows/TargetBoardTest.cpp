@@ -178,6 +178,7 @@ TEST_F(TargetBoardTest, TheClockButtonsSetABoardThatHasAClockWhichIsToldApartWhi
         port.CutLine();
         Settled();
         EXPECT_EQ(off(), "") << "nobody can tell";
+        port.MendLine();
     });
     WriteText(folder / "other.trv", "2\n");
     board.Poke(CoCpuSlotByte, 12);
