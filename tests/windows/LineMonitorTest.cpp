@@ -17,9 +17,9 @@ protected:
     }
     static void Follow(frmLineMonitor& window) { QMetaObject::invokeMethod(&window.tmrFollow, "timeout"); }
     static std::string Cell(const frmLineMonitor& window, int row, int column) {
-        return window.grdLines->model()->index(row, column).data().toString().toStdString();
+        return window.grdRows->model()->index(row, column).data().toString().toStdString();
     }
-    static int Rows(const frmLineMonitor& window) { return window.grdLines->model()->rowCount(); }
+    static int Rows(const frmLineMonitor& window) { return window.grdRows->model()->rowCount(); }
 };
 
 TEST_F(LineMonitorTest, ShowsBytesWithTheirMeaningBesideTheTraceHoldsThemAndSavesThem) {
