@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPrintDialog>
+#include <QScopedValueRollback>
 #include <QTest>
 #include <QThread>
 #include <QUrl>
@@ -94,8 +95,9 @@ void Monkey::LetGo() {
     if (++resting_ == patience) trouble_ = "no rest in front of " + NameOf(QApplication::activeModalWidget());
     SendAway();
     const bool away = !QApplication::activeModalWidget() && !QApplication::activePopupWidget();
-    // Not from inside a dialog that is about to return.
-    if (resting_ >= patience || (away && QThread::currentThread()->loopLevel() <= 1 && resting_ > 10))
+    // Not from inside a dialog that is about to return. Where nobody is in the event loop, a dialog that comes up later
+    // would return at once, and nobody would have answered it.
+    if (resting_ >= patience || (away && QThread::currentThread()->loopLevel() == 1 && !pumping_ && resting_ > 10))
         QCoreApplication::exit();
 }
 
@@ -116,6 +118,7 @@ void Monkey::SendAway() {
 
 bool Monkey::Pump() {
     resting_ = 0;
+    const QScopedValueRollback pumping(pumping_, true);
     constexpr int bound = 50'000;
     for (int i = 0, quiet = 0; i < bound; ++i) {
         QCoreApplication::processEvents();
