@@ -58,6 +58,17 @@ TEST_F(TransferTest, ADownloadWritesTheFlagThenEveryValueInOrderThenTheFlag) {
     EXPECT_TRUE(dialogs.shown.empty());
 }
 
+TEST_F(TransferTest, AnUploadThatBreaksOffKeepsWhatItCouldNotRead) {
+    record.SetValue(57, 7);
+    onProgress = [&](std::size_t done) {
+        if (done == 57) port.CutLine();
+    };
+    SettingsTransfer upload(TransferMode::UploadData, record, link, dialogs, turns, *this);
+    Finish(upload);
+    EXPECT_EQ(upload.Walked(), 57U);
+    EXPECT_EQ(record.Value(57), 7);
+}
+
 TEST_F(TransferTest, ModesWithoutWorkShowTheirLabelAndWriteNothing) {
     const std::pair<int, const char*> labels[] = {
         {0, "Uploading Set-up Parameters"},    {1, "Uploading Timing Channels"},    {2, "Uploading Shift Data"},
