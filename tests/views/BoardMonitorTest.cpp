@@ -138,6 +138,9 @@ TEST_F(BoardMonitorTest, ACodeThatStaysSpoiledIsTwoDashes) {
     EXPECT_EQ(captions[BoardCode::LastFault], "Last Fault: Code = 00H");
     EXPECT_EQ(alarms, (AlarmFlags{true, false, false})) << "what was not told says nothing";
     EXPECT_FALSE(monitor.Reliable());
+    Spoil(FaultKind::WrongEcho, 8);
+    Run(monitor.RefreshCodes());
+    EXPECT_EQ(captions[BoardCode::CoCpuSlot] + descriptions[BoardCode::Advice], "CO-CPU Slot: --");
 }
 
 TEST_F(BoardMonitorTest, ARevisionThatWasDoubtfulIsADashUntilItIsReadAgain) {

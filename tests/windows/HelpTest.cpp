@@ -78,6 +78,8 @@ TEST_F(HelpTest, AReportForSupportIsListedAndSavedOnlyThen) {
     Start();
     EXPECT_TRUE(list(true).ends_with("set-up.sdt|line.trace|events.csv|")) << "of the run before";
     EXPECT_GT(std::filesystem::file_size(folder / "report.zip"), 3399U);
+    std::filesystem::remove(folder / "line.trace");
+    EXPECT_TRUE(list(false).ends_with("set-up.sdt|events.csv|"));
 }
 
 TEST_F(HelpTest, LinksLeadOnAndBackLeadsBack) {
