@@ -2,20 +2,13 @@
 
 #include "platform/QtScreen.h"
 
-#include <QApplication>
-#include <QClipboard>
-#include <QDialogButtonBox>
 #include <QFontDatabase>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QScrollBar>
-#include <QVBoxLayout>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <utility>
-#include <vector>
 
 namespace vantrel {
 
@@ -24,7 +17,6 @@ namespace {
 constexpr int WidthTwips = 10500;
 constexpr int HeightTwips = 8400;
 constexpr auto FollowPeriod = std::chrono::milliseconds(200);
-constexpr int CellPadding = 16; ///< Pixels.
 constexpr int MeaningColumn = 4;
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
@@ -74,73 +66,32 @@ QVariant LineRows::headerData(int section, Qt::Orientation orientation, int role
 }
 
 frmLineMonitor::frmLineMonitor(LineRecorder& recorder, Save save, QWidget* parent)
-    : QDialog(parent), recorder_(recorder), save_(std::move(save)), rows_(new LineRows(recorder_, this)) {
+    : QtLogWindow(parent), recorder_(recorder), rows_(new LineRows(recorder_)) {
     setObjectName(QStringLiteral("frmLineMonitor"));
     setWindowTitle(QStringLiteral("Line Monitor"));
-    setWindowFlag(Qt::WindowMinMaxButtonsHint);
-    setAttribute(Qt::WA_DeleteOnClose);
-    BuildControls();
+    BuildTable();
+    cmdPause = AddButton(QStringLiteral("&Pause"), [this] { TogglePause(); });
+    cmdClear = AddButton(QStringLiteral("C&lear"), [this] {
+        recorder_.Clear();
+        Follow();
+    });
     resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
     recorder_.Begin();
-    ShowCount();
-    tmrFollow.setInterval(FollowPeriod);
-    tmrFollow.callOnTimeout(this, [this] { Follow(); });
-    tmrFollow.start();
+    const auto saveLines = [this, write = std::move(save)] {
+        Follow();
+        write(LineText(recorder_));
+    };
+    Begin(QStringLiteral("&Save..."), saveLines, FollowPeriod);
 }
 
 frmLineMonitor::~frmLineMonitor() { recorder_.End(); }
 
 void frmLineMonitor::BuildTable() {
-    grdLines = new QTableView(this);
-    grdLines->setObjectName(QStringLiteral("grdLines"));
-    grdLines->setAccessibleName(QStringLiteral("Bytes on the line, the newest at the bottom"));
-    grdLines->setModel(rows_);
-    grdLines->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grdLines->setAlternatingRowColors(true);
-    grdLines->setWordWrap(false);
-    grdLines->setTabKeyNavigation(false);
-    grdLines->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    grdLines->verticalHeader()->hide();
-    grdLines->verticalHeader()->setDefaultSectionSize(grdLines->fontMetrics().height() + CellPadding / 4);
-    constexpr std::array widest{"09:05:07", "99999.999999", "Sent", "Received"};
-    for (std::size_t i = 0; i < widest.size(); ++i) {
-        const int width = grdLines->fontMetrics().horizontalAdvance(QString::fromLatin1(widest.at(i)));
-        grdLines->setColumnWidth(static_cast<int>(i), width + 2 * CellPadding);
-    }
-    grdLines->horizontalHeader()->setSectionResizeMode(MeaningColumn, QHeaderView::Stretch);
-    grdLines->horizontalHeader()->setHighlightSections(false);
-    grdLines->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-}
-
-void frmLineMonitor::BuildControls() {
-    lblCount = new QLabel(this);
-    lblCount->setObjectName(QStringLiteral("lblCount"));
-    BuildTable();
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    cmdPause = buttons->addButton(QStringLiteral("&Pause"), QDialogButtonBox::ActionRole);
-    cmdClear = buttons->addButton(QStringLiteral("C&lear"), QDialogButtonBox::ActionRole);
-    cmdCopy = buttons->addButton(QStringLiteral("&Copy"), QDialogButtonBox::ActionRole);
-    cmdSave = buttons->addButton(QStringLiteral("&Save..."), QDialogButtonBox::ActionRole);
-    // Enter in the table closes nothing and copies nothing.
-    for (QAbstractButton* button : buttons->buttons())
-        qobject_cast<QPushButton*>(button)->setAutoDefault(false);
-    connect(cmdPause, &QPushButton::clicked, this, [this] { TogglePause(); });
-    connect(cmdClear, &QPushButton::clicked, this, [this] {
-        recorder_.Clear();
-        Follow();
-    });
-    connect(cmdCopy, &QPushButton::clicked, this, [this] { Copy(); });
-    connect(cmdSave, &QPushButton::clicked, this, [this] {
-        Follow();
-        save_(LineText(recorder_));
-    });
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
-
-    auto* all = new QVBoxLayout(this);
-    all->addWidget(lblCount);
-    all->addWidget(grdLines, 1);
-    all->addWidget(buttons);
-    grdLines->setFocus();
+    grdRows->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    ShowRows(rows_, {"09:05:07", "99999.999999", "Sent", "Received"});
+    grdRows->setAccessibleName(QStringLiteral("Bytes on the line, the newest at the bottom"));
+    grdRows->verticalHeader()->setDefaultSectionSize(grdRows->fontMetrics().height() + CellPadding / 4);
+    grdRows->horizontalHeader()->setSectionResizeMode(MeaningColumn, QHeaderView::Stretch);
 }
 
 void frmLineMonitor::TogglePause() {
@@ -151,10 +102,10 @@ void frmLineMonitor::TogglePause() {
 
 void frmLineMonitor::Follow() {
     // Whoever looks at older lines keeps them in sight.
-    const QScrollBar& bar = *grdLines->verticalScrollBar();
+    const QScrollBar& bar = *grdRows->verticalScrollBar();
     const bool atEnd = bar.value() == bar.maximum();
     rows_->Follow();
-    if (atEnd) grdLines->scrollToBottom();
+    if (atEnd) grdRows->scrollToBottom();
     ShowCount();
 }
 
@@ -167,32 +118,6 @@ void frmLineMonitor::ShowCount() {
     lblCount->setText(text);
     for (QPushButton* button : {cmdClear, cmdCopy, cmdSave})
         button->setEnabled(count > 0);
-}
-
-void frmLineMonitor::Copy() const {
-    std::vector<int> chosen;
-    for (const QModelIndex& row : grdLines->selectionModel()->selectedRows())
-        chosen.push_back(row.row());
-    std::ranges::sort(chosen);
-    const int count = chosen.empty() ? rows_->rowCount() : static_cast<int>(chosen.size());
-    QString text;
-    for (int i = 0; i < count; ++i) {
-        for (int column = 0; column < rows_->columnCount(); ++column) {
-            if (column > 0) text += QLatin1Char('\t');
-            const int row = chosen.empty() ? i : chosen.at(static_cast<std::size_t>(i));
-            text += rows_->index(row, column).data().toString();
-        }
-        text += QLatin1Char('\n');
-    }
-    QApplication::clipboard()->setText(text);
-}
-
-void frmLineMonitor::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Copy) && cmdCopy->isEnabled()) {
-        Copy();
-    } else {
-        QDialog::keyPressEvent(event);
-    }
 }
 
 } // namespace vantrel

@@ -3,13 +3,9 @@
 #pragma once
 
 #include "link/LineRecorder.h"
+#include "widgets/QtLogWindow.h"
 
 #include <QAbstractTableModel>
-#include <QDialog>
-#include <QLabel>
-#include <QPushButton>
-#include <QTableView>
-#include <QTimer>
 
 #include <cstddef>
 #include <functional>
@@ -21,7 +17,7 @@ namespace vantrel {
 class LineRows final : public QAbstractTableModel {
 public:
     /// `recorder` must outlive it.
-    LineRows(const LineRecorder& recorder, QObject* parent) : QAbstractTableModel(parent), recorder_(recorder) {}
+    explicit LineRows(const LineRecorder& recorder) : recorder_(recorder) {}
 
     /// Takes over what has come and gone since.
     void Follow();
@@ -37,8 +33,8 @@ private:
     std::size_t end_ = 0; ///< and the one behind the last of them.
 };
 
-/// Not modal; deletes itself when it is closed. Nothing is kept but while it is open.
-class frmLineMonitor final : public QDialog {
+/// Nothing is kept but while it is open.
+class frmLineMonitor final : public QtLogWindow {
 public:
     /// Asked to save these lines.
     using Save = std::function<void(const std::string& text)>;
@@ -48,28 +44,16 @@ public:
     ~frmLineMonitor() override;
 
     // Controls.
-    QTableView* grdLines = nullptr;
-    QLabel* lblCount = nullptr;
     QPushButton* cmdPause = nullptr; ///< "Continue" in a pause.
     QPushButton* cmdClear = nullptr;
-    QPushButton* cmdCopy = nullptr;
-    QPushButton* cmdSave = nullptr;
-    QTimer tmrFollow;
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void BuildTable();
-    void BuildControls();
     void TogglePause();
-    void Follow();
+    void Follow() override;
     void ShowCount();
-    /// The chosen rows, tabs between their cells; all rows when none is chosen.
-    void Copy() const;
 
     LineRecorder& recorder_;
-    Save save_;
     LineRows* rows_;
 };
 

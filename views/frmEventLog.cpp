@@ -4,22 +4,14 @@
 #include "views/HistoryTexts.h"
 #include "widgets/QtIcons.h"
 
-#include <QApplication>
-#include <QClipboard>
-#include <QDialogButtonBox>
-#include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QScreen>
-#include <QStringList>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace vantrel {
 
@@ -29,7 +21,6 @@ constexpr int WidthTwips = 16500;
 constexpr int HeightTwips = 7500;
 constexpr auto FollowPeriod = std::chrono::milliseconds(500);
 constexpr int StateColumn = 3;
-constexpr int CellPadding = 16; ///< Pixels.
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
 
@@ -81,13 +72,6 @@ const HistoryEntry& HistoryRows::EntryAt(int row) const {
     return history_.Entries().at(std::max(number, history_.Gone()) - history_.Gone());
 }
 
-QString HistoryRows::Line(int row) const {
-    QStringList cells;
-    for (const std::string& cell : HistoryCells(EntryAt(row)))
-        cells << Text(cell);
-    return cells.join(QLatin1Char('\t'));
-}
-
 int HistoryRows::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(shown_.size());
 }
@@ -109,51 +93,30 @@ QVariant HistoryRows::headerData(int section, Qt::Orientation orientation, int r
 }
 
 frmEventLog::frmEventLog(const History& history, Save save, QWidget* parent)
-    : QDialog(parent), history_(history), save_(std::move(save)), rows_(new HistoryRows(history, this)) {
+    : QtLogWindow(parent), history_(history), rows_(new HistoryRows(history)) {
     setObjectName(QStringLiteral("frmEventLog"));
     setWindowTitle(QStringLiteral("Event Log"));
-    setWindowFlag(Qt::WindowMinMaxButtonsHint);
-    setAttribute(Qt::WA_DeleteOnClose);
-    BuildControls();
+    BuildChoice();
+    BuildTable();
     constexpr double shareOfScreen = 0.9;
     const QSize planned(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
     resize(planned.boundedTo(screen()->availableSize() * shareOfScreen));
     rows_->Choose({});
-    Follow();
-    tmrFollow.setInterval(FollowPeriod);
-    tmrFollow.callOnTimeout(this, [this] { Follow(); });
-    tmrFollow.start();
+    Begin(
+        QStringLiteral("&Save as CSV..."), [this, write = std::move(save)] { write(Sequence()); }, FollowPeriod);
 }
 
 void frmEventLog::BuildTable() {
-    grdEvents = new QTableView(this);
-    grdEvents->setObjectName(QStringLiteral("grdEvents"));
-    grdEvents->setAccessibleName(QStringLiteral("Events, the newest first"));
-    grdEvents->setModel(rows_);
-    grdEvents->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grdEvents->setAlternatingRowColors(true);
-    grdEvents->setWordWrap(false);
-    grdEvents->setTabKeyNavigation(false);
-    grdEvents->verticalHeader()->hide();
-    grdEvents->verticalHeader()->setDefaultSectionSize(grdEvents->fontMetrics().height() + CellPadding / 2);
     // As wide as what they have to hold, whatever they hold now; where that is too wide, the table scrolls.
-    const std::array widest{"2026-03-14 09:05:07",
-                            "Sequence",
-                            "Not looked at",
-                            "disabled       ",
-                            "No sequence was looked at since 2026-03-14 09:05:07",
-                            "2026-03-14 09:05:07 "};
-    for (std::size_t i = 0; i < widest.size(); ++i) {
-        const int width = grdEvents->fontMetrics().horizontalAdvance(QString::fromLatin1(widest.at(i)));
-        grdEvents->setColumnWidth(static_cast<int>(i), width + 2 * CellPadding);
-    }
-    grdEvents->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    grdEvents->horizontalHeader()->setStretchLastSection(true);
-    grdEvents->horizontalHeader()->setHighlightSections(false);
-    grdEvents->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    ShowRows(rows_, {"2026-03-14 09:05:07", "Sequence", "Not looked at", "disabled       ",
+                     "No sequence was looked at since 2026-03-14 09:05:07", "2026-03-14 09:05:07 "});
+    grdRows->setAccessibleName(QStringLiteral("Events, the newest first"));
+    grdRows->verticalHeader()->setDefaultSectionSize(grdRows->fontMetrics().height() + CellPadding / 2);
+    grdRows->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    grdRows->horizontalHeader()->setStretchLastSection(true);
 }
 
-void frmEventLog::BuildControls() {
+void frmEventLog::BuildChoice() {
     cboSequence = new QComboBox(this);
     cboSequence->setObjectName(QStringLiteral("cboSequence"));
     cboSequence->addItem(QStringLiteral("All events"));
@@ -165,29 +128,10 @@ void frmEventLog::BuildControls() {
     });
     auto* show = new QLabel(QStringLiteral("S&how:"), this);
     show->setBuddy(cboSequence);
-    lblCount = new QLabel(this);
-    auto* choice = new QHBoxLayout;
-    choice->addWidget(show);
-    choice->addWidget(cboSequence);
-    choice->addSpacing(CellPadding);
-    choice->addWidget(lblCount, 1);
-
-    BuildTable();
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    cmdCopy = buttons->addButton(QStringLiteral("&Copy"), QDialogButtonBox::ActionRole);
-    cmdSave = buttons->addButton(QStringLiteral("&Save as CSV..."), QDialogButtonBox::ActionRole);
-    // Enter in the table closes nothing and copies nothing.
-    for (QAbstractButton* button : buttons->buttons())
-        qobject_cast<QPushButton*>(button)->setAutoDefault(false);
-    connect(cmdCopy, &QPushButton::clicked, this, [this] { Copy(); });
-    connect(cmdSave, &QPushButton::clicked, this, [this] { save_(Sequence()); });
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
-
-    auto* all = new QVBoxLayout(this);
-    all->addLayout(choice);
-    all->addWidget(grdEvents, 1);
-    all->addWidget(buttons);
-    grdEvents->setFocus();
+    aboveRows_->insertWidget(0, show);
+    aboveRows_->insertWidget(1, cboSequence);
+    aboveRows_->insertSpacing(2, CellPadding);
+    setTabOrder(cboSequence, grdRows);
 }
 
 std::optional<std::size_t> frmEventLog::Sequence() const {
@@ -203,26 +147,6 @@ void frmEventLog::Follow() {
     lblCount->setText(text + QStringLiteral("; kept in memory until the program ends"));
     cmdCopy->setEnabled(count > 0);
     cmdSave->setEnabled(count > 0);
-}
-
-void frmEventLog::Copy() const {
-    std::vector<int> chosen;
-    for (const QModelIndex& row : grdEvents->selectionModel()->selectedRows())
-        chosen.push_back(row.row());
-    std::ranges::sort(chosen);
-    const int count = chosen.empty() ? rows_->rowCount() : static_cast<int>(chosen.size());
-    QString text;
-    for (int i = 0; i < count; ++i)
-        text += rows_->Line(chosen.empty() ? i : chosen.at(static_cast<std::size_t>(i))) + QLatin1Char('\n');
-    QApplication::clipboard()->setText(text);
-}
-
-void frmEventLog::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Copy) && cmdCopy->isEnabled()) {
-        Copy();
-    } else {
-        QDialog::keyPressEvent(event);
-    }
 }
 
 } // namespace vantrel

@@ -3,14 +3,10 @@
 #pragma once
 
 #include "views/History.h"
+#include "widgets/QtLogWindow.h"
 
 #include <QAbstractTableModel>
 #include <QComboBox>
-#include <QDialog>
-#include <QLabel>
-#include <QPushButton>
-#include <QTableView>
-#include <QTimer>
 
 #include <cstddef>
 #include <deque>
@@ -23,15 +19,12 @@ namespace vantrel {
 class HistoryRows final : public QAbstractTableModel {
 public:
     /// `history` must outlive it.
-    HistoryRows(const History& history, QObject* parent) : QAbstractTableModel(parent), history_(history) {}
+    explicit HistoryRows(const History& history) : history_(history) {}
 
     /// Those of one sequence; nothing: all.
     void Choose(std::optional<std::size_t> sequence);
     /// Takes over what has come and gone since.
     void Follow();
-
-    /// The cells of a row, tabs between them.
-    [[nodiscard]] QString Line(int row) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -48,8 +41,8 @@ private:
     std::size_t seen_ = 0; ///< Of those that have been added.
 };
 
-/// Not modal; deletes itself when it is closed. Follows the history while it is open.
-class frmEventLog final : public QDialog {
+/// Follows the history while it is open.
+class frmEventLog final : public QtLogWindow {
 public:
     /// Asked to save the table, of one sequence or of all.
     using Save = std::function<void(std::optional<std::size_t> sequence)>;
@@ -59,25 +52,14 @@ public:
 
     // Controls.
     QComboBox* cboSequence = nullptr;
-    QTableView* grdEvents = nullptr;
-    QLabel* lblCount = nullptr;
-    QPushButton* cmdCopy = nullptr;
-    QPushButton* cmdSave = nullptr;
-    QTimer tmrFollow;
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void BuildControls();
+    void BuildChoice();
     void BuildTable();
-    void Follow();
-    /// The chosen rows, tabs between their cells; all rows when none is chosen.
-    void Copy() const;
+    void Follow() override;
     [[nodiscard]] std::optional<std::size_t> Sequence() const;
 
     const History& history_;
-    Save save_;
     HistoryRows* rows_;
 };
 

@@ -3,17 +3,13 @@
 
 #include "link/TargetMap.h"
 #include "tests/support/BoardLink.h"
-#include "tests/support/SentBytes.h"
 
 namespace vantrel {
 namespace {
 
 class BackgroundUpdateTest : public BoardLink<> {
 protected:
-    BackgroundUpdateTest() : BoardLink(LinePacing::LineSpeed) {
-        program.InitDefaults();
-        link.SetTrafficLog(&line);
-    }
+    BackgroundUpdateTest() : BoardLink(LinePacing::LineSpeed) { program.InitDefaults(); }
     void Tick(int times = 1) {
         for (int i = 0; i < times; ++i)
             turns.RunToEnd(update.Tick(transferring));
@@ -28,27 +24,9 @@ protected:
     Program program{ProgramFolder(folder.Path(), folder.Path()), clock};
     BackgroundUpdate update{program, link, clock};
     bool transferring = false;
-    SentBytes line;
 };
 
 constexpr const char* Normal = "Set-up Program is Currently ONLINE\n-- System Normal --";
-
-TEST_F(BackgroundUpdateTest, TheMessageFollowsTheModeAndTheLink) {
-    Tick();
-    EXPECT_EQ(update.PanelText(), "System Message:  Program is Currently OFFLINE");
-    EXPECT_EQ(program.systemMessage, "Set-up Program is Currently OFFLINE");
-    Open();
-    Tick();
-    EXPECT_EQ(update.PanelText(), "System Message:  All Faults Normal");
-    EXPECT_EQ(program.systemMessage, Normal);
-    board.AddFault({.kind = FaultKind::NoAnswer});
-    Tick();
-    ASSERT_EQ(dialogs.shown.size(), 1U);
-    EXPECT_EQ(program.systemMessage, Normal);
-    link.SetOnlineMode(false);
-    Tick();
-    EXPECT_EQ(update.PanelText(), "System Message:  Comm Fault with Q6700");
-}
 
 TEST_F(BackgroundUpdateTest, AlarmsAreReadWhenTheProgramGoesOnlineAndEveryTwentiethTick) {
     board.Poke(CurrentFaultByte, 0x45);

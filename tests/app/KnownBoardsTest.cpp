@@ -1,5 +1,6 @@
-// Which board answers, and which one a file was for.
+// Which board answers, which one a file was for, and the files used last.
 #include "app/KnownBoards.h"
+#include "app/RecentFiles.h"
 
 #include "link/TargetMap.h"
 #include "tests/support/BoardLink.h"
@@ -57,6 +58,29 @@ TEST_F(KnownBoardsTest, AFileIsRememberedWithTheBoardNotedLast) {
     WriteText(memory, full);
     boards.Note("/new", {1, "K"});
     EXPECT_TRUE(boards.Of("/new") && boards.Of("/498") && !boards.Of("/499")) << "the oldest goes";
+}
+
+TEST(RecentFilesTest, TheNewestIsInFrontOnceAndFiveAreKept) {
+    RecentFiles recent({"/b", "", "/a", "/b"});
+    EXPECT_FALSE(recent.Note("/b"));
+    for (const char* file : {"/c", "/d", "/a", "/e", "/f"})
+        EXPECT_TRUE(recent.Note(file));
+    std::string order;
+    for (const auto& file : recent.List())
+        order += file.string();
+    EXPECT_EQ(order, "/f/e/a/d/c");
+}
+
+TEST(RecentFilesTest, ACaptionKeepsTheFileNameAndItsOneAccessKey) {
+    EXPECT_EQ(RecentCaption(0, "/a&b/c\n.sdt"), "&1 /a&&b/c?.sdt");
+    const std::string deep = "/" + std::string(50, 'x') + "/" + std::string(20, 'y') + "/plant.sdt";
+    EXPECT_EQ(RecentCaption(4, deep), "&5 ..." + deep.substr(51));
+    // No character is cut in two.
+    std::string umlauts = "/x";
+    for (int i = 0; i < 40; ++i)
+        umlauts += "\xC3\xA4";
+    EXPECT_EQ(RecentCaption(1, umlauts).size(), std::string("&2 ...").size() + 60);
+    EXPECT_EQ(RecentCaption(1, umlauts + "x").size(), std::string("&2 ...").size() + 59);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The state of the board on a terminal, and what the command sets there.
+// The state of the board on a terminal, what the command sets there, and what is said of the line to it.
 #include "link/TargetMap.h"
 #include "tests/console/ConsoleFixture.h"
 
@@ -8,8 +8,6 @@ namespace {
 class BoardCommandTest : public ConsoleTest {
 protected:
     BoardCommandTest() {
-        for (const char* name : {"Support", "Program"})
-            std::filesystem::create_directory(folder / name);
         WriteText(File("Program/K5216-505.TRV"), "6");
         WriteText(File("Program/K5216-505.REV"), "K52165050401\n");
         WriteText(File("Support/FaultErrCodes.txt"), "00,No fault.\n45,User program\n");
@@ -58,6 +56,12 @@ TEST_F(BoardCommandTest, NothingIsSentForWhatIsRefused) {
            {"Network Address Set-up: Only a Number Between 1 and 32 can be Entered"});
     Expect(1, "board --port 1 --reset-faults", {}, "n\n");
     EXPECT_TRUE(NothingWasSent());
+}
+
+TEST_F(ConsoleTest, TheDoctorTellsAHealthyLineAndGivesItsFiguresToOtherPrograms) {
+    Expect(0, "doctor --port simulated", {"55 came back", "200 exchanges went without a flaw"});
+    Expect(0, "doctor --port simulated --json",
+           {"\"exchanges\": 200", "\"lost\": 0", "\"medianMs\":", "\"p99Ms\":", "\"board\":"});
 }
 
 } // namespace

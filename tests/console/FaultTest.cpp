@@ -49,25 +49,17 @@ const std::vector<Case>& Cases() {
         {"wrong-echo:once@8 wrong-echo:once@12", "read W6400 W16384 W16386", 1, {"W6400 1\nW16386 0\n",
          "W16384 was not read reliably"}, {"W16384 0"}},
         {"doubled-byte@7", "read W6400 B8176 --json", 1, {"\"value\": null", "not read reliably"}, {"\"value\": 0"}},
-        {"doubled-byte:once@6 doubled-byte:once@12", "read W6400", 1, {"not read reliably"}, {"W6400 1"}},
-        {"doubled-byte:once@6 doubled-byte:once@12", "read W6400 --json", 1, {"\"value\": null"}, {}},
         {"no-answer@7", "read W6400-W6404", 3, {"W6402 could not be read: the link"}, {"W6402 0"}},
-        {"doubled-byte:once@30", "compare @defaults.sdt", 0, {"All 218 values"}, {"differ"}},
         {"doubled-byte@30", "compare @defaults.sdt", 1, {" values were not read reliably."}, {"differ",
          "are on the board"}},
         {"doubled-byte@30", "compare @defaults.sdt --json", 1, {"\"equal\": null"}, {"\"board\""}},
-        {"doubled-byte:once@3", "status --sequence 0", 0, {"Node Number:      0\n"}, {}},
         {"doubled-byte@18", "status --sequence 0", 1, {"Node Number:      0\n", "To Node  -",
          "Run the command again."}, {}},
         {"doubled-byte@9", "status", 1, {"    1       -  -\n", "Run the command again."}, {}},
         {"wrong-echo:once@3 wrong-echo:once@6", "status", 1, {"    0       -  00: Comm Disabled\n"}, {}},
-        {"wrong-echo:once@9 wrong-echo:once@12", "status", 1, {"    0       0  -\n"}, {}},
         {"hang-up@25", "status", 3, {"before everything was read."}, {"Cancel"}},
-        {"doubled-byte:once@3", "board", 0, {"Current Fault: Code = 00H"}, {"1FH"}},
         {"doubled-byte@3", "board", 1, {"Current Fault: Code = --", "Run the command again."}, {"1FH", "None"}},
         {"doubled-byte@35", "board", 1, {"Network address:                -\n", "Run the command again."}, {}},
-        {"wrong-echo:once@3 wrong-echo:once@6", "board", 1, {"Current Fault: Code = --"}, {}},
-        {"wrong-echo:once@35 wrong-echo:once@38", "board", 1, {"Network address:                -\n"}, {}},
         {"hang-up@40", "board --network-address 9 --yes", 3, {"before everything was read."}, {"Firmware"}},
         {"wrong-echo:once@50 wrong-echo:once@54", "upload @new.sdt --yes", 1,
          {": not read reliably\n1 of 218 values were not read reliably.", "No file was written."}, {"Uploaded"}},
@@ -87,9 +79,6 @@ const std::vector<Case>& Cases() {
         {"no-answer@4", "write W16384 7", 3, {"failed before it confirmed 7", "may have set B16639 to 255"}, {}},
         {"wrong-echo:once@12", "download @plant.sdt --yes", 0, {"218 values, all confirmed, 1 of them when sent again",
          "sequence 0, NodeNumber had to be sent twice"}, {}},
-        {"no-answer:once@12 half-sent=forever", "download @plant.sdt --yes", 0,
-         {"sequence 0, NodeNumber had to be sent twice; the first attempt, cut off, may have set B16639 to 255"}, {},
-         {}, {{16639, 255}}},
         {"no-answer:once@3 half-sent=forever", "download @plant.sdt --yes", 0, {"B105: what was sent for it", "B255"}, {}},
         {"wrong-echo:once@3 wrong-echo:once@6", "board --network-address 9 --yes", 1,
          {"9: the board did not confirm"}, {"done"}},
@@ -113,8 +102,6 @@ const std::vector<Case>& Cases() {
 
         // An unanswered goodbye takes nothing back.
         {"no-answer@1317", "download @plant.sdt --yes", 0, {"all confirmed"}, {"WARNING"}},
-        {"no-answer@881", "upload @new.sdt --yes", 0, {"218 values"}, {"WARNING", "No file"}},
-        {"no-answer@7", "read W6400", 0, {"W6400 1\n"}, {"WARNING"}},
 
         // Ctrl+C, in every kind of wait.
         {"no-answer", "read W6400", 130, {"Cancelled before the board had answered."}, {"WARNING", "no link"},
@@ -132,10 +119,8 @@ const std::vector<Case>& Cases() {
          Interrupted(500ms)},
         {"no-answer@200", "compare @defaults.sdt", 130, {"Cancelled after "}, {"are on the board", "failed"},
          Interrupted(2s)},
-        {"no-answer@60", "status", 130, {"Comm Disabled\n", "Cancelled."}, {"failed"}, Interrupted(1s)},
         {"", "status", 130, {"Comm Disabled\n", "Cancelled."}, {}, Interrupted(200ms)},
         {"no-answer@30", "board --set-clock", 130, {"Cancelled."}, {"failed", "Firmware"}, Interrupted(1s)},
-        {"no-answer@7", "write W6400 5", 130, {"Cancelled before the board had confirmed"}, {}, Interrupted(1s)},
         {"no-answer@9", "write W6400 5", 0, {"W6400 5\n"}, {"Cancel"}, Interrupted(500ms)},
 
         {"no-answer@200", "download @plant.sdt --yes", 130, {"[r/c] cancel", "may have been left at 1"}, {"RTFCD7"},
@@ -165,7 +150,6 @@ const std::vector<Case>& Cases() {
 class FaultTest : public ConsoleTest {
 protected:
     FaultTest() {
-        std::filesystem::create_directory(folder / "Program");
         WriteText(File("Program/K5216-505.TRV"), "6");
         WriteText(File("Program/K5216-505.REV"), "K52165050401\n");
         Imported("plant.sdt");
@@ -251,14 +235,6 @@ TEST_F(FaultTest, WhatWasNotConfirmedHasNotReachedTheBoard) {
     const Ended broken = Try({"hang-up@100", "download @plant.sdt --yes", 3, {}, {}});
     EXPECT_NE(broken.err.find(", but for 1 value that the board did not confirm. 203 of 218"), std::string::npos)
         << broken.err;
-}
-
-TEST_F(FaultTest, RetryGoesOnWhereTheBoardFellSilent) {
-    for (int i = 0; i < 3; ++i)
-        board.AddFault({.kind = FaultKind::NoAnswer, .firstTimeOnly = true, .afterBytes = 90});
-    const Ended sent = Expect(0, "download @plant.sdt --port simulated", {}, "y\nr\n");
-    EXPECT_EQ(CountOf(sent.err, "[r/c]"), 1U) << sent.err;
-    Expect(0, "compare @plant.sdt --port simulated");
 }
 
 } // namespace

@@ -34,14 +34,12 @@ TEST_F(ConsoleTest, SetChangesNothingWhenItRefuses) {
     WriteText(File("plant.old"), before);
     const std::vector<std::tuple<std::string, int, std::string>> cases = {
         {"@plant.sdt 0 NodeNumber 1", 1, "VANTREL Configuration: Only a Number Between 2 and 32 can be Entered\n"},
-        {"@plant.sdt 0 SendWordCount -5", 1, "can be Entered\nNothing was stored.\n"},
         {"@plant.sdt 0 SendToNode AH", 1, "Error Number = 5\nInvalid procedure call or argument\n"},
         {"@plant.sdt StatusStackAddress 34464", 1, "Between 1 and 34463 can be Entered\nNothing was stored."},
         {"@plant.sdt StatusStackAddress", 2, "Say what to set"},
         {"@plant.sdt 0 NodeNumber", 2, "a SEQUENCE, its FIELD and the VALUE, or StatusStackAddress and the VALUE."},
         {"@plant.sdt 0 Node 2", 2, "There is no field \"Node\". The fields are NodeNumber, "},
         {"@plant.sdt 31 NodeNumber 2", 2, "There is no sequence \"31\". Sequence numbers go from 0 to 30."},
-        {"@plant.sdt -1 NodeNumber 2", 2, "There is no sequence \"-1\""},
         {"@missing 0 NodeNumber 2", 4, "missing"},
         {"@plant.old 0 NodeNumber 2", 1, "Nothing was stored."},
     };

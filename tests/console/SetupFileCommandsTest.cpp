@@ -32,11 +32,6 @@ TEST_F(ConsoleTest, AFileIsFoundByTheNameThatItWasWrittenUnder) {
     Expect(0, "show @line.2", {File("line.2.sdt")});
 }
 
-TEST_F(ConsoleTest, AnImportSaysWhatItTookOver) {
-    WriteText(File("import.vtl"), TwoSequences);
-    EXPECT_EQ(Expect(0, "import @import.vtl @plant.sdt").err, "Imported: status stack V100, 2 of 31 sequences.\n");
-}
-
 TEST_F(ConsoleTest, AFileIsReplacedOnlyWhenTheUserAgrees) {
     const std::vector<std::tuple<const char*, std::optional<std::string>, int>> cases = {
         {"", {}, 1}, {"", "n\n", 1}, {"", "", 1}, {"", "perhaps\ny\n", 0}, {"--yes", {}, 0}};

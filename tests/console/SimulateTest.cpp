@@ -84,8 +84,13 @@ TEST_F(ConsoleTest, TheLinkOfARunningSimulatorIsLeftAloneAndThatOfAKilledOneRepl
 
 #endif
 
+TEST_F(ConsoleTest, ABoardIsNotServedWhereTheAddressIsNone) {
+    for (const char* address : {"127.0.0.1:0x1", "127.0.0.1:70000", "rfc2217://127.0.0.1", "plant:"})
+        Expect(2, std::string("simulate --listen ") + address, {"write HOST:PORT, PORT alone for this computer only"});
+    Expect(2, "simulate --listen 4001 --link @board", {"--link is for a device; with --listen there is none."});
+}
+
 TEST_F(ConsoleTest, TheDemonstrationTellsWhetherTheSampleCameBackAsItWasSent) {
-    std::filesystem::create_directory(folder / "samples");
     WriteText(File("samples/bottling-line.vtl"), TwoSequences);
     Expect(0, "demo", {"Result: they came back as they were sent."});
     EXPECT_EQ(board.PeekWord(6400), 100) << "the sample was what travelled";

@@ -1,10 +1,8 @@
-// Blocks of cells: what a spreadsheet's text becomes, what is refused, and that a step can be taken back.
+// Blocks of cells: what a spreadsheet's text becomes, and what is refused.
 #include "document/CellBlock.h"
-#include "text/DelimitedText.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <vector>
 
@@ -78,56 +76,6 @@ TEST(CellBlock, MovesWholeSequences) {
     EXPECT_EQ(CopiedSequence(record, 30, 2).NodeDescription(30), "Filler");
     EXPECT_EQ(EmptySequence(record, 29), 0U);
     EXPECT_EQ(EmptySequence(swapped, 0), 2U);
-}
-
-/// Anything that a user can do to a block, at random.
-Configuration Next(const Configuration& record, std::mt19937& chance) {
-    const auto upTo = [&](std::size_t last) { return std::uniform_int_distribution<std::size_t>(0, last)(chance); };
-    CellBlock block{upTo(SequenceCount - 1), 0, upTo(DescriptionColumn), 0};
-    block.lastSequence = std::min(block.firstSequence + upTo(5), SequenceCount - 1);
-    block.lastColumn = std::min(block.firstColumn + upTo(2), DescriptionColumn);
-    const std::vector<std::string> texts{"2", "V7", "40", "FFFEH", "x", "120\t3\n5", ""};
-    BlockAnswer answer = record;
-    switch (upTo(5)) {
-    case 0:
-        return ClearedCells(record, block);
-    case 1:
-        return SwappedSequences(record, block.firstSequence, block.lastSequence);
-    case 2:
-        answer = FilledDown(record, block);
-        break;
-    case 3:
-        answer = FilledSeries(record, block);
-        break;
-    default:
-        answer = PastedCells(record, block, texts.at(upTo(texts.size() - 1)), DescriptionColumn);
-    }
-    const auto* done = std::get_if<Configuration>(&answer);
-    return done ? *done : record;
-}
-
-TEST(EditStep, TenThousandStepsAreUndoneAndDoneAgain) {
-    std::mt19937 chance(11); // NOLINT(*-msc51-cpp): the same steps every time.
-    Configuration record = Defaults();
-    std::vector<EditStep> steps;
-    for (int i = 0; i < 10'000; ++i) {
-        const Configuration next = Next(record, chance);
-        steps.push_back({"", EditsBetween(record, next)});
-        for (const Edit& edit : steps.back().edits)
-            Store(record, edit);
-    }
-    const Configuration last = record;
-    ASSERT_FALSE(EditsBetween(Defaults(), last).empty());
-    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-        for (const Edit& edit : TurnedAround(*step).edits)
-            Store(record, edit);
-    }
-    EXPECT_TRUE(EditsBetween(Defaults(), record).empty());
-    for (const EditStep& step : steps) {
-        for (const Edit& edit : step.edits)
-            Store(record, edit);
-    }
-    EXPECT_TRUE(EditsBetween(last, record).empty());
 }
 
 } // namespace

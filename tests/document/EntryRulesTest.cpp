@@ -84,6 +84,16 @@ TEST(EntryRules, APastedDescriptionIsOneLineThatTheFileCanHold) {
     EXPECT_EQ(DescriptionToStore(" M\u00FChle \u20AC \u03A9\xFF"), " M\u00FChle \u20AC ??");
 }
 
+TEST(ValueDisplay, ReadsInItsNotation) {
+    EXPECT_EQ(DisplayValue(-1, "h"), "FFFFFFFFH");
+    EXPECT_EQ(DisplayValue(-7, "#"), "-7");
+    Configuration record = DefaultRecord("", {});
+    record.SetAddressType(ValueIndex(0, SequenceField::SendToNode), "x");
+    EXPECT_EQ(DisplayValue(record, ValueIndex(0, SequenceField::SendToNode)), "W32");
+    record.SetAddressType(ValueIndex(0, SequenceField::SendFromTI), "H");
+    EXPECT_EQ(DisplayValue(record, ValueIndex(0, SequenceField::SendFromTI)), "V1");
+}
+
 TEST(GridTexts, HeadingsAndWidthsAreThoseOfTheThreeGrids) {
     EXPECT_EQ(EditorGridFormat(EditorTab::CommStatus), "^Seq #|^Node #|<Communication Status");
     EXPECT_EQ(EditorGridFormat(EditorTab::Configuration),

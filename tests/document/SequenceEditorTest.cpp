@@ -2,7 +2,6 @@
 #include "document/SequenceEditor.h"
 
 #include "tests/support/BoardLink.h"
-#include "tests/support/SentBytes.h"
 
 #include <functional>
 
@@ -16,7 +15,6 @@ constexpr std::uint16_t SendToNodeOf1 = 16384 + 512 + 6;
 
 class SequenceEditorTest : public BoardLink<> {
 protected:
-    SequenceEditorTest() { link.SetTrafficLog(&line); }
     void Begin() {
         board = SimulatedBoard();
         record = DefaultRecord("VANTREL_R1.0.0", {});
@@ -42,7 +40,6 @@ protected:
 
     Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
     std::vector<LandedEdit> landed;
-    SentBytes line;
     SequenceEditor editor{record, link, turns, [this](const LandedEdit& edit) { landed.push_back(edit); }};
 };
 

@@ -2,7 +2,6 @@
 #include "document/StatusTab.h"
 
 #include "tests/support/BoardLink.h"
-#include "tests/support/SentBytes.h"
 
 #include <algorithm>
 #include <functional>
@@ -75,8 +74,6 @@ TEST_F(StatusTabTest, ReadsTheVisibleRowsInOrderAndEndsBetweenTheTwoValuesOfARow
 TEST_F(StatusTabTest, RowsOutOfSightAreReadInTurnAndTakeLessThanSevenPercentOfTheExchanges) {
     Open();
     Pass();
-    SentBytes line;
-    link.SetTrafficLog(&line);
     for (const int rowsInSight : {1, 4, 14, 30}) {
         visible.clear();
         for (int row = 1; row <= rowsInSight; ++row)
@@ -99,14 +96,12 @@ TEST_F(StatusTabTest, RowsOutOfSightAreReadInTurnAndTakeLessThanSevenPercentOfTh
     }
     visible.clear();
     EXPECT_EQ(Pass().size(), 1U) << "with none in sight, one a pass";
-    link.SetTrafficLog(nullptr);
 }
 
 TEST_F(StatusTabTest, WhereNobodySeesTheRowsOneStatusWordALookIsReadInTurn) {
     Open();
     Pass();
-    SentBytes line;
-    link.SetTrafficLog(&line);
+    line.Forget();
     log.looks = {};
     for (int look = 0; look < 32; ++look)
         turns.RunToEnd(survey.LookAtNext(words, link));
@@ -118,7 +113,6 @@ TEST_F(StatusTabTest, WhereNobodySeesTheRowsOneStatusWordALookIsReadInTurn) {
     log.records[1].code = OkCode;
     turns.RunToEnd(survey.LookAtNext(words, link));
     EXPECT_FALSE(log.records[1].code) << "not read clearly, so nothing is known";
-    link.SetTrafficLog(nullptr);
 }
 
 } // namespace

@@ -21,7 +21,6 @@ TEST_F(LinkTest, StoredSettingsAreBroughtToWhatIsAllowedAndNotWrittenBack) {
         {"2,\"fast\"", 2, "9600,n,8,1", false},      {"COM3,19200", 1, "19200,n,8,1", true},
         {"\r\n3,19200\r\n", 1, "9600,n,8,1", false}, {"99999999999,19200", 4, "19200,n,8,1", true},
     };
-    std::filesystem::create_directories(folder / "Support");
     for (const auto& [line, number, settings, told] : cases) {
         dialogs.shown.clear();
         WriteText(folder / "Support" / "RSPort.cfg", line);

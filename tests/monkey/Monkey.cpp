@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPrintDialog>
+#include <QScopedValueRollback>
 #include <QTest>
 #include <QThread>
 #include <QUrl>
@@ -94,8 +95,9 @@ void Monkey::LetGo() {
     if (++resting_ == patience) trouble_ = "no rest in front of " + NameOf(QApplication::activeModalWidget());
     SendAway();
     const bool away = !QApplication::activeModalWidget() && !QApplication::activePopupWidget();
-    // Not from inside a dialog that is about to return.
-    if (resting_ >= patience || (away && QThread::currentThread()->loopLevel() <= 1 && resting_ > 10))
+    // Not from inside a dialog that is about to return. Where nobody is in the event loop, a dialog that comes up later
+    // would return at once, and nobody would have answered it.
+    if (resting_ >= patience || (away && QThread::currentThread()->loopLevel() == 1 && !pumping_ && resting_ > 10))
         QCoreApplication::exit();
 }
 
@@ -116,6 +118,7 @@ void Monkey::SendAway() {
 
 bool Monkey::Pump() {
     resting_ = 0;
+    const QScopedValueRollback pumping(pumping_, true);
     constexpr int bound = 50'000;
     for (int i = 0, quiet = 0; i < bound; ++i) {
         QCoreApplication::processEvents();
@@ -228,21 +231,11 @@ void Monkey::Key() {
 }
 
 void Monkey::Text() {
-    static const QStringList texts{QStringLiteral("1"),
-                                   QStringLiteral("V77"),
-                                   QStringLiteral("W300"),
-                                   QStringLiteral("65535"),
-                                   QStringLiteral("65536"),
-                                   QStringLiteral("-1"),
-                                   QStringLiteral("0FFH"),
-                                   QStringLiteral("B105/3"),
-                                   QStringLiteral("12.5"),
-                                   QStringLiteral("H'1f"),
-                                   QStringLiteral("ÄÖ€Ж"),
-                                   QStringLiteral("a\tb"),
-                                   QStringLiteral("99999999999999999999"),
-                                   QString(300, QLatin1Char('x')),
-                                   QStringLiteral("Pump \"north\", 3")};
+    static const QStringList texts =
+        QStringLiteral(
+            "1|V77|W300|65535|65536|-1|0FFH|B105/3|12.5|H'1f|ÄÖ€Ж|a\tb|99999999999999999999|%1|Pump \"north\", 3")
+            .arg(QString(300, QLatin1Char('x')))
+            .split(QLatin1Char('|'));
     const QPointer<QWindow> window = HandleOf(FrontWindow());
     const QString text = chance_.Of(texts);
     Note("text " + text.left(20).toStdString());

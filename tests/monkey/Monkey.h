@@ -73,6 +73,7 @@ private:
     int resting_ = 0; ///< Events since it began to send everything away.
     int mouseTime_ = 0; ///< Milliseconds.
     bool posted_ = false;
+    bool pumping_ = false; ///< In Pump(), where there is no event loop but those of dialogs.
 };
 
 } // namespace vantrel::monkey

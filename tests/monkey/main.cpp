@@ -7,7 +7,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QLoggingCategory>
 #include <QPixmapCache>
 
 #include <algorithm>
@@ -15,7 +14,6 @@
 #include <cstdlib>
 #include <exception>
 #include <string>
-#include <vector>
 
 using namespace vantrel;
 using namespace vantrel::monkey;

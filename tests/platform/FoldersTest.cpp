@@ -1,8 +1,10 @@
-// What the host says: where the program finds its files and keeps its settings, its serial devices, its clock.
+// What the host says: where the program finds its files and keeps its settings, its serial devices, its clock,
+// and interrupts, each in a process of its own.
 #include "platform/Folders.h"
 #include "platform/Registry.h"
 #include "platform/SerialDevices.h"
 #include "platform/SystemClock.h"
+#include "platform/Terminal.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -10,12 +12,16 @@
 #include <algorithm>
 #include <fstream>
 
+#ifdef __unix__
+#include <csignal>
+#include <unistd.h>
+#endif
+
 namespace vantrel {
 namespace {
 
 TEST(ProgramFolder, FindsSubFoldersAndFilesWithoutRegardToCase) {
     const TemporaryFolder home;
-    std::filesystem::create_directories(home / "SUPPORT");
     WriteText(home.Path() / "SUPPORT" / "faulterrcodes.TXT", "");
     const ProgramFolder program(home.Path(), home / "user");
     WriteText(home.Path() / "SUPPORT" / "RSPORT.CFG", "");
@@ -26,7 +32,6 @@ TEST(ProgramFolder, FindsSubFoldersAndFilesWithoutRegardToCase) {
     const ProgramFolder other(home / "no such folder", home / "user");
     EXPECT_EQ(other.WritableSupportFile("RSPort.cfg"), home.Path() / "user" / "Support" / "RSPort.cfg");
     EXPECT_EQ(other.SupportFile("FaultErrCodes.txt").parent_path().parent_path(), home / "no such folder");
-    std::filesystem::create_directories(home / "user" / "Support");
     WriteText(home / "user" / "Support" / "FaultErrCodes.txt", "");
     EXPECT_EQ(other.SupportFile("FaultErrCodes.txt").parent_path().parent_path(), home / "user") << "the user's own";
 }
@@ -62,6 +67,28 @@ TEST(SerialDevice, IsTheLinkOfTheSupportFolderBeforeTheMachinesOwn) {
     EXPECT_TRUE(std::none_of(present.begin(), present.end(), is(3)))
         << "an adapter that is not plugged in is not there";
 }
+
+/// Raises a signal twice; ends with 1 when the first one raised no flag, with 2 when the second one ended nothing.
+[[noreturn]] void InterruptTwice(int signal) {
+    SetLastWords("B105 may be up");
+    const std::atomic<bool>& flag = CatchInterrupts();
+    raise(signal);
+    if (!flag) _exit(1);
+    raise(signal);
+    _exit(2);
+}
+
+TEST(Interrupts, TheFirstOneRaisesAFlagAndTheSecondOneEndsTheProcessWithItsLastWords) {
+    EXPECT_EXIT(InterruptTwice(SIGINT), testing::ExitedWithCode(130), "^B105 may be up$");
+    EXPECT_EXIT(InterruptTwice(SIGTERM), testing::ExitedWithCode(143), "^B105 may be up$");
+}
+
+TEST(Interrupts, WhatWasIgnoredStaysIgnored) {
+    const auto ignored = std::signal(SIGHUP, SIG_IGN);
+    EXPECT_EXIT(InterruptTwice(SIGHUP), testing::ExitedWithCode(1), "^$");
+    std::signal(SIGHUP, ignored);
+}
+
 #endif
 
 #ifdef _WIN32

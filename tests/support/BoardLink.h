@@ -4,6 +4,7 @@
 #include "link/RSComm.h"
 #include "simulator/SimulatedPort.h"
 #include "tests/support/ScriptedDialogs.h"
+#include "tests/support/SentBytes.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/VirtualClock.h"
 
@@ -14,7 +15,7 @@ namespace vantrel {
 /// `Person` answers the link's boxes.
 template <typename Person = ScriptedDialogs> class BoardLink : public testing::Test {
 protected:
-    explicit BoardLink(LinePacing pacing = LinePacing::None) : port(board, clock, pacing) {}
+    explicit BoardLink(LinePacing pacing = LinePacing::None) : port(board, clock, pacing) { link.SetTrafficLog(&line); }
 
     void Open() { turns.RunToEnd(link.OpenRSComm(port)); }
     void Close() { turns.RunToEnd(link.CloseRSComm()); }
@@ -24,6 +25,7 @@ protected:
     Person dialogs;
     SimulatedBoard board;
     SimulatedPort port;
+    SentBytes line;
     TurnQueue turns{clock};
     RSComm link{folder / "RSPort.cfg", {1, 4}, clock, dialogs, turns};
 };

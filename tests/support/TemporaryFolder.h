@@ -34,7 +34,10 @@ inline std::string FileText(const std::filesystem::path& path) {
     return text.str();
 }
 
+/// Makes the folder as well.
 inline void WriteText(const std::filesystem::path& path, const std::string& text) {
+    std::error_code error;
+    std::filesystem::create_directories(path.parent_path(), error);
     std::ofstream(path, std::ios::binary) << text;
 }
 

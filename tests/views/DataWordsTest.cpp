@@ -1,5 +1,7 @@
-// The data words as they are shown: notations, what is beyond the count, and how long a change is marked.
+// The data words as they are shown: notations, what is beyond the count, and how long a change is marked; and the
+// record behind the plot: which readings it keeps, where a line may lead, and its table.
 #include "views/DataWords.h"
+#include "views/WordRecorder.h"
 
 #include "tests/support/VirtualClock.h"
 
@@ -67,6 +69,67 @@ TEST(DataWordsTest, AChangedWordIsMarkedForASecondAndNoOtherIs) {
     EXPECT_TRUE(words.Text(Second, WordNotation::Decimal).empty() && !words.HasChanged(Second));
     take(Second, 9);
     EXPECT_FALSE(words.HasChanged(Second)) << "of another sequence";
+}
+
+using Points = std::vector<WordRecorder::Point>;
+
+constexpr RecordedWord SentWord{3, {5, DataDirection::Send}};
+constexpr RecordedWord ReceivedWord{3, {5, DataDirection::Receive}};
+
+class WordRecorderTest : public testing::Test {
+protected:
+    WordRecorderTest() {
+        clock.Advance(1s);
+        recorder = WordRecorder(clock.Now(), clock.LocalNow());
+        recorder.Follow(0, SentWord);
+        recorder.Follow(2, ReceivedWord);
+    }
+    void Take(const RecordedWord& word, std::optional<std::uint16_t> value, MonotonicTime step) {
+        clock.Advance(step);
+        recorder.Take(word, value, clock.Now());
+    }
+
+    VirtualClock clock;
+    WordRecorder recorder{{}, {}};
+};
+
+TEST_F(WordRecorderTest, LinesLeadFromKnownToKnownValueWithoutALongSilence) {
+    Take(SentWord, 1, 0s);
+    Take(SentWord, 65535, 5s);
+    Take(SentWord, 3, 5001ms);
+    Take(SentWord, std::nullopt, 1s);
+    Take(SentWord, 4, 1s);
+    Take({4, {5, DataDirection::Send}}, 9, 0s); // another sequence's
+    const Points all{{0, 1, false}, {5, -1, true}, {10.001, 3, false}, {12.001, 4, false}};
+    EXPECT_EQ(recorder.Points(0, WordNotation::Signed, clock.Now() - 1h), all);
+    EXPECT_EQ(recorder.Points(0, WordNotation::Hexadecimal, clock.Now() - 6s),
+              (Points{{5, 65535, false}, all[2], all[3]}))
+        << "and the one that leads in";
+    EXPECT_TRUE(recorder.Points(2, WordNotation::Decimal, {}).empty());
+}
+
+TEST_F(WordRecorderTest, TheTableHasARowForEachReadingAndAColumnForEachWord) {
+    Take(SentWord, 40000, 250ms);
+    Take(ReceivedWord, 7, 0ms);
+    Take(SentWord, std::nullopt, 61s);
+    EXPECT_EQ(recorder.Csv(WordNotation::Signed), "\xEF\xBB\xBF"
+                                                  "Time,Seconds,\"Send 5, sequence 3\",\"Receive 5, sequence 3\"\r\n"
+                                                  "2026-03-14 09:05:08,0.250,-25536,\r\n"
+                                                  "2026-03-14 09:05:08,0.250,,7\r\n"
+                                                  "2026-03-14 09:06:09,61.250,-,\r\n");
+    recorder.Follow(0, SentWord);
+    EXPECT_FALSE(recorder.Of(0).empty()) << "the same word goes on";
+    recorder.Follow(0, ReceivedWord);
+    EXPECT_TRUE(recorder.Of(0).empty());
+    recorder.Clear();
+    EXPECT_TRUE(recorder.IsEmpty() && recorder.Followed(0) == ReceivedWord && !recorder.Followed(1));
+}
+
+TEST_F(WordRecorderTest, TheOldestReadingsGoWhenThereAreTooMany) {
+    for (std::size_t i = 0; i <= WordRecorder::MostReadings; ++i)
+        Take(SentWord, static_cast<std::uint16_t>(i % 1000), 1s);
+    EXPECT_EQ(recorder.Of(0).size(), WordRecorder::MostReadings);
+    EXPECT_EQ(recorder.Of(0).front().word, 1);
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include "document/StatusTab.h"
 #include "link/TargetMap.h"
 #include "tests/support/BoardLink.h"
-#include "tests/support/SentBytes.h"
 
 #include <algorithm>
 #include <array>
@@ -21,10 +20,7 @@ using Texts = std::vector<std::string>;
 
 class SequenceMonitorTest : public BoardLink<>, public SequenceDisplay {
 protected:
-    SequenceMonitorTest() {
-        Online();
-        link.SetTrafficLog(&log);
-    }
+    SequenceMonitorTest() { Online(); }
     /// The link is in the read mode from then on.
     void Online() {
         port.MendLine();
@@ -33,9 +29,9 @@ protected:
     }
     /// The words read in a whole pass.
     Texts Run(Task pass) {
-        log.Forget();
+        line.Forget();
         turns.RunToEnd(pass);
-        return log.Words();
+        return line.Words();
     }
     Texts Settings() { return Run(monitor.RefreshSettings(SettingsBaseOf(selected))); }
     void Store(std::size_t index, std::uint16_t value) {
@@ -83,7 +79,6 @@ protected:
     Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
     std::int16_t selected = 0;
     SequenceMonitor monitor{record, link, turns, selected, *this};
-    SentBytes log;
     bool active = true;
     std::set<int> visible{1, 2};
     std::vector<WordPlace> followed;
@@ -131,18 +126,18 @@ TEST_F(SequenceMonitorTest, BetweenTwoReadsOthersGetATurnAndWhoeverWantsNoMoreEn
             selected = 0;
             active = true;
             Online();
-            log.Forget();
+            line.Forget();
             shown.clear();
             Task pass = settings ? monitor.RefreshSettings(SettingsBaseOf(0)) : monitor.RefreshStatusAndData();
             pass.Start();
             for (std::size_t reads = 0; reads < 3; ++reads) {
-                EXPECT_EQ(log.Words().size(), reads) << "yields before each";
+                EXPECT_EQ(line.Words().size(), reads) << "yields before each";
                 EXPECT_TRUE(turns.RunOne());
             }
             reason();
             turns.RunOne();
             EXPECT_TRUE(pass.Done());
-            EXPECT_EQ(log.Words().size(), 3U);
+            EXPECT_EQ(line.Words().size(), 3U);
             EXPECT_EQ(shown.size(), 2U) << "the third word proves itself no more";
         }
     }
@@ -201,15 +196,15 @@ TEST_F(SequenceMonitorTest, TheStatusPassBehindTheViewHasOneReadInEight) {
     for (const bool slow : {false, true}) {
         // A slow board suspends each read half way.
         if (slow) board.AddFault({.kind = FaultKind::LateAnswer, .lateBy = std::chrono::milliseconds(8)});
-        log.Forget();
+        line.Forget();
         Task front;
         Task behind;
-        while (log.bytes.size() < 4 * 800) {
+        while (line.bytes.size() < 4 * 800) {
             if (front.Done()) (front = monitor.RefreshStatusAndData()).Start();
             if (behind.Done()) (behind = RefreshStatusTab(tab, survey, nodes, statuses, link, turns)).Start();
             turns.RunOneOrSleep();
         }
-        const Texts words = log.Words();
+        const Texts words = line.Words();
         const auto isBehind = [&](const std::string& word) {
             return std::ranges::count(nodes, word) + std::ranges::count(statuses, word) > 0 && word != statuses[0];
         };

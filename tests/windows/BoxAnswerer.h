@@ -7,6 +7,9 @@
 #include <QTest>
 #include <QTimer>
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <string>
@@ -33,6 +36,14 @@ public:
     std::vector<QMessageBox::StandardButton> habit{QMessageBox::Cancel, QMessageBox::No, QMessageBox::Ok};
     /// Title and text of every box, "title|text".
     std::vector<std::string> shown;
+    /// Whether so many boxes came up, each of which holds its text.
+    [[nodiscard]] testing::AssertionResult Showed(const Boxes& texts) const {
+        const auto holds = [](const std::string& box, const std::string& text) {
+            return box.find(text) != std::string::npos;
+        };
+        return (std::ranges::equal(shown, texts, holds) ? testing::AssertionSuccess() : testing::AssertionFailure())
+               << testing::PrintToString(shown);
+    }
     /// Called before a box is answered.
     std::function<void()> whileShown;
 

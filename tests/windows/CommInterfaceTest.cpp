@@ -1,5 +1,4 @@
 // The communication interface view as a user meets it: keys and clicks, real boxes, the simulated board in process.
-#include "tests/support/SentBytes.h"
 #include "tests/windows/ViewFixture.h"
 #include "views/frmCommInterface.h"
 #include "views/frmPlot.h"
@@ -17,22 +16,21 @@ class CommInterfaceTest : public ViewFixture {
 protected:
     CommInterfaceTest() {
         document.InitDefaults();
-        link.SetTrafficLog(&log);
         Online();
     }
     void Show(const std::function<void()>& acts) {
         Open(
             view, [&] { view.InitializeForm(); },
             [&] {
-                log.Forget();
+                line.Forget();
                 acts();
             });
     }
     /// The words read in one pass, from one status word to the next.
     std::size_t ReadsInPass() {
-        log.Forget();
+        line.Forget();
         Turns(500);
-        const auto words = log.Words();
+        const auto words = line.Words();
         const auto status = StatusWordAddress(static_cast<std::size_t>(selected));
         const auto first = std::find(words.begin(), words.end(), status);
         return first == words.end() ? 0 : static_cast<std::size_t>(std::find(first + 1, words.end(), status) - first);
@@ -49,24 +47,10 @@ protected:
     [[nodiscard]] std::string Status() const { return view.lblSetting[2].text().toStdString(); }
     [[nodiscard]] QColor Colour() const { return view.fgSettings[2].palette().color(QPalette::Text); }
 
-    SentBytes log;
     Document document{"VANTREL_R1.0.0", clock};
     std::int16_t selected = 3;
     frmCommInterface view{document, link, turns, dialogs, clock, selected, [this] { ApplyMode(view); }};
 };
-
-TEST_F(CommInterfaceTest, SaysThatNothingIsRefreshedWhileTheBoardIsSilent) {
-    Show([&] {
-        const auto notice = [&] {
-            QMetaObject::invokeMethod(&view.tmrNotRefreshed, "timeout");
-            return view.lblNotRefreshed.text().toStdString();
-        };
-        EXPECT_EQ(notice(), "");
-        Silence();
-        TurnsUntil([&] { return clock.Now() >= *link.AwaitingSince() + std::chrono::milliseconds(1500); });
-        EXPECT_EQ(notice(), "Not refreshed: waiting for the board ... 1 s");
-    });
-}
 
 TEST_F(CommInterfaceTest, ReadsTheSelectedSequenceAndOfItsDataOnlyWhatIsSeen) {
     Show([&] {
@@ -81,9 +65,9 @@ TEST_F(CommInterfaceTest, ReadsTheSelectedSequenceAndOfItsDataOnlyWhatIsSeen) {
         EXPECT_NEAR(static_cast<double>(ReadsInPass()), static_cast<double>(tall) / 2, 3);
         view.showMinimized();
         Turns(200);
-        log.Forget();
+        line.Forget();
         Turns(200);
-        EXPECT_TRUE(log.Words().empty()) << "nobody looks";
+        EXPECT_TRUE(line.Words().empty()) << "nobody looks";
         view.showNormal();
         EXPECT_GT(ReadsInPass(), 0U);
     });
@@ -136,9 +120,9 @@ TEST_F(CommInterfaceTest, ThePlotFollowsTheSelectedWordsBesideTheViewAndStandsSt
         plot->spnRow[0].setValue(100);
         plot->cboColumn[1].setFocus();
         QTest::keyClick(&plot->cboColumn[1], Qt::Key_End);
-        log.Forget();
+        line.Forget();
         Turns(300);
-        const auto words = log.Words();
+        const auto words = line.Words();
         EXPECT_TRUE(std::ranges::count(words, DataWordAddress(3, DataDirection::Send, 100)) > 0) << "out of sight";
         const auto draw = [&] {
             clock.Advance(std::chrono::seconds(2));
@@ -152,9 +136,9 @@ TEST_F(CommInterfaceTest, ThePlotFollowsTheSelectedWordsBesideTheViewAndStandsSt
         const QImage paused = draw();
         EXPECT_EQ(draw(), paused);
         plot->close();
-        log.Forget();
+        line.Forget();
         Turns(300);
-        const auto after = log.Words();
+        const auto after = line.Words();
         EXPECT_EQ(std::ranges::count(after, DataWordAddress(3, DataDirection::Send, 100)), 0);
     });
 }
@@ -195,7 +179,7 @@ TEST_F(CommInterfaceTest, AnEntryMovesToItsSequenceAndABadOneIsRefusedAndRestore
         user.shown.clear();
         Type("-5", Qt::Key_Tab);
         EXPECT_EQ(Number(), "0");
-        log.Forget();
+        line.Forget();
         view.fgSettings[2].SetText(100, 1, QStringLiteral("7"));
         Type("30", Qt::Key_Enter);
         EXPECT_TRUE(view.fgSettings[2].Text(100, 1).isEmpty()) << "another sequence's word";
@@ -237,20 +221,27 @@ TEST_F(CommInterfaceTest, AnotherProgramChecksNothingAndEscapeRestoresThenLeaves
 
 TEST_F(CommInterfaceTest, ASilentBoardHoldsUpNeitherTheViewNorItsEnd) {
     Show([&] {
+        const auto notice = [&] {
+            QMetaObject::invokeMethod(&view.tmrNotRefreshed, "timeout");
+            return view.lblNotRefreshed.text().toStdString();
+        };
+        EXPECT_EQ(notice(), "");
         Silence();
+        TurnsUntil([&] { return clock.Now() >= *link.AwaitingSince() + std::chrono::milliseconds(1500); });
+        EXPECT_EQ(notice(), "Not refreshed: waiting for the board ... 1 s");
         Type("7", Qt::Key_Return);
         EXPECT_EQ(selected, 7) << "the view is alive";
         EXPECT_EQ(view.lblSetting[0].text(), QStringLiteral("-"));
         view.txtSetup.setFocus();
         QTest::keyClicks(&view.txtSetup, QStringLiteral("9"));
         const MonotonicTime begun = clock.Now();
-        log.Forget();
+        line.Forget();
         view.close();
         EXPECT_FALSE(view.isVisible());
         EXPECT_LT(clock.Now() - begun, std::chrono::milliseconds(100));
         EXPECT_TRUE(link.LinkFailed());
         Turns(100);
-        EXPECT_TRUE(log.Words().empty());
+        EXPECT_TRUE(line.Words().empty());
     });
     EXPECT_EQ(selected, 7) << "an open entry is dropped";
     EXPECT_TRUE(user.shown.empty());
@@ -280,7 +271,7 @@ TEST_F(CommInterfaceTest, HeldArrowsLeaveOneSettingsPassOfTheLastNumber) {
             QTest::keyClick(view.focusWidget(), Qt::Key_Up);
         EXPECT_EQ(Number(), "30");
         Turns(100);
-        const auto words = log.Words();
+        const auto words = line.Words();
         for (std::size_t field = 0; field < FieldCount; ++field)
             EXPECT_EQ(std::count(words.begin(), words.end(), DefaultTargetAddress(211 + field)), 1);
         EXPECT_EQ(std::count(words.begin(), words.end(), DefaultTargetAddress(204)), 0);
@@ -301,7 +292,7 @@ TEST_F(CommInterfaceTest, ClosedInTheMiddleOfAReadItGoesAfterItAndReadsNoMore) {
                 view.updSetup.up->click();
                 EXPECT_TRUE(view.isVisible()) << "put off";
             };
-            log.onByte = [&] {
+            line.onByte = [&] {
                 if (inBox) port.CutLine();
                 if (!inBox && ++bytes == 2) wish();
             };

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "document/frmMain.h"
-#include "tests/support/SentBytes.h"
 #include "tests/windows/FrameFixture.h"
 
 namespace vantrel {
@@ -11,10 +10,6 @@ namespace vantrel {
 class EditorTest : public FrameTest {
 protected:
     EditorTest() { Begin(); }
-    EditorTest(const EditorTest&) = delete;
-    EditorTest& operator=(const EditorTest&) = delete;
-    /// The frame says goodbye to the board when it goes, after the log.
-    ~EditorTest() override { frame->Link().SetTrafficLog(nullptr); }
     void Begin() {
         Start();
         editor = dynamic_cast<frmMain*>(frame->findChild<QWidget*>(QStringLiteral("frmMain")));
@@ -84,7 +79,6 @@ protected:
     [[nodiscard]] bool BoxSeen() const { return !editor->txtEntry.visibleRegion().isEmpty(); }
 
     frmMain* editor = nullptr;
-    SentBytes line;
 };
 
 } // namespace vantrel

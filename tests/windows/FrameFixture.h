@@ -6,6 +6,7 @@
 #include "app/frmProcessing.h"
 #include "document/SetupFile.h"
 #include "simulator/SimulatedPort.h"
+#include "tests/support/SentBytes.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/VirtualClock.h"
 #include "tests/windows/BoxAnswerer.h"
@@ -91,6 +92,9 @@ protected:
         Start();
     }
 
+    /// The frame says goodbye to the board when it goes, after whatever a test does with that.
+    void TearDown() override { line.onByte = nullptr; }
+
     void Start() {
         frame.reset();
         port.Close();
@@ -124,6 +128,12 @@ protected:
         ASSERT_TRUE(QApplication::activePopupWidget()) << "no menu opens";
         QTest::keyClick(frame->windowHandle(), entry);
         Settle();
+    }
+    /// With these answers; how many boxes came up.
+    std::size_t Download(std::deque<QMessageBox::StandardButton> answers) {
+        Answer(std::move(answers));
+        Menu(Qt::Key_F, Qt::Key_D);
+        return user.shown.size();
     }
     void Ctrl(Qt::Key key) {
         Activate();
@@ -201,12 +211,12 @@ protected:
     /// Called once, when so many values have been transferred.
     std::function<void(frmProcessing&)> duringTransfer;
     int atValue = 100;
-    int lastByte = -1; ///< Sent to the board.
+    SentBytes line;
     std::unique_ptr<frmMDIMain> frame;
 
 private:
-    void Exchanged(MonotonicTime /*at*/, std::uint8_t sent, std::optional<std::uint8_t> /*answer*/) override {
-        lastByte = sent;
+    void Exchanged(MonotonicTime at, std::uint8_t sent, std::optional<std::uint8_t> answer) override {
+        line.Exchanged(at, sent, answer);
         auto* window = dynamic_cast<frmProcessing*>(QApplication::activeModalWidget());
         if (!window || window->prgProcessing->value() != atValue || !duringTransfer) return;
         std::exchange(duringTransfer, nullptr)(*window);

@@ -90,11 +90,9 @@ TEST_F(FrameTest, OfflineEditingIsOneStateForEntryAndButton) {
 
 TEST_F(FrameTest, NewAsksForTheStackAddressAfterTheSaveQuestion) {
     ChangeDocument("500");
-    Ctrl(Qt::Key_N);
-    EXPECT_EQ(user.shown, (Boxes{SaveChanges}));
-    EXPECT_TRUE(typer.shown.empty() && Value(0) == 500);
     Answer({No}, {"v77"});
     ClickButton(frame->mnuFileNew);
+    EXPECT_EQ(user.shown, (Boxes{SaveChanges}));
     EXPECT_EQ(typer.shown, (Boxes{"TI Status Stack Address|V1"}));
     EXPECT_EQ(Value(0), 77);
     EXPECT_EQ(Caption(), "VANTREL [unnamed]");
@@ -103,8 +101,7 @@ TEST_F(FrameTest, NewAsksForTheStackAddressAfterTheSaveQuestion) {
 TEST_F(FrameTest, ABoardThatDoesNotAnswerLeavesTheFrameOffline) {
     port.CutLine();
     ClickPanel(1);
-    ASSERT_EQ(user.shown.size(), 1U);
-    EXPECT_TRUE(user.shown[0].starts_with("Comm Port Error|"));
+    EXPECT_TRUE(user.Showed({"Comm Port Error|"}));
     port.MendLine();
     board.AddFault({.kind = FaultKind::NoAnswer});
     // The user is not quicker than the box: neither a tick nor a click goes on while it is up.
@@ -166,8 +163,7 @@ TEST_F(FrameTest, ADroppedFileOpensAndABadOneChangesNothing) {
     EXPECT_EQ(Caption(), "VANTREL [good.sdt]");
     EXPECT_EQ(Value(0), 900);
     drop("bad.sdt");
-    ASSERT_EQ(user.shown.size(), 1U);
-    EXPECT_NE(user.shown[0].find("bad.sdt"), std::string::npos);
+    EXPECT_TRUE(user.Showed({"bad.sdt"}));
     EXPECT_EQ(Caption(), "VANTREL [good.sdt]");
     EXPECT_EQ(Value(0), 900);
     user.whileShown = [&] { frame->OpenFile(folder / "bad.sdt"); };
@@ -196,20 +192,13 @@ TEST_F(FrameTest, DownloadAndUploadAskAndGoOnlineWhenTheUserWants) {
     clock.Advance(std::chrono::hours(1));
     const std::string date = DateShown();
     for (const auto& [entry, asked] : {std::pair{Qt::Key_U, UploadAsked}, std::pair{Qt::Key_D, DownloadAsked}}) {
-        duringTransfer = [](frmProcessing&) { ADD_FAILURE() << "no window may open"; };
-        atValue = 0;
-        Answer({No});
-        Menu(Qt::Key_F, entry);
-        EXPECT_EQ(user.shown, (Boxes{asked}));
         Answer({Yes, No});
         Menu(Qt::Key_F, entry);
         EXPECT_EQ(user.shown, (Boxes{asked, OnlineAsked}));
         EXPECT_EQ(Value(0), 500);
         EXPECT_EQ(DateShown(), date);
         EXPECT_EQ(Mode(), "OFFLINE");
-        duringTransfer = nullptr;
     }
-    atValue = 100;
     frame->tmrBackgroungUpdate.stop(); // a tick comes when it is told to
     board.PokeWord(6400, 321, clock.Now());
     Answer({Yes, Yes});
@@ -277,50 +266,38 @@ TEST_F(FrameTest, UnsavedEditsAreOfferedAtTheNextStartAndGoWithACleanEnd) {
 }
 
 TEST_F(FrameTest, ClosingWithChangesObeysTheAnswer) {
-    struct Case {
-        QMessageBox::StandardButton answer;
-        std::deque<std::string> saveAs;
-        bool ends;
-    };
-    for (const Case& one : {Case{QMessageBox::Cancel, {}, false}, Case{No, {}, true}, Case{Yes, {}, false},
-                            Case{Yes, {(folder / "kept").string()}, true}}) {
+    for (const auto answer : {QMessageBox::Cancel, No, Yes}) {
         Start();
         ChangeDocument("500");
         GoOnline();
         Doc().UploadedBeforeSave = true;
-        Answer({one.answer}, one.saveAs);
+        Answer({answer}, {(folder / "kept").string()});
         user.whileShown = [&] { frame->close(); };
         Menu(Qt::Key_F, Qt::Key_X);
         Tick();
-        EXPECT_EQ(std::count(user.shown.begin(), user.shown.end(), SaveChanges), 1);
-        EXPECT_EQ(frame->isVisible(), !one.ends);
+        EXPECT_EQ(user.shown, Boxes{SaveChanges});
+        EXPECT_EQ(frame->isVisible(), answer == QMessageBox::Cancel);
+        EXPECT_EQ(std::filesystem::exists(folder / "kept.sdt"), answer == Yes);
         EXPECT_TRUE(port.IsOpen() && !frame->Link().LinkFailed());
     }
-    EXPECT_TRUE(std::filesystem::exists(folder / "kept.sdt"));
 }
 
 TEST_F(FrameTest, ACloseThatComesAtABadMomentWaitsForTheNextTick) {
-    struct Case {
-        bool inBox; ///< Wished in each box, otherwise in the transfer.
-        bool cut;
-        std::size_t boxes;
-    };
-    for (const Case& one : {Case{false, false, 1}, Case{true, false, 1}, Case{false, true, 4}, Case{true, true, 4}}) {
-        SCOPED_TRACE(testing::Message() << one.inBox << one.cut);
+    // Wished in each box or in the transfer, over a good line and over one that is cut.
+    for (const auto& [inBox, cut] : {std::pair{false, false}, {true, false}, {false, true}, {true, true}}) {
+        SCOPED_TRACE(testing::Message() << inBox << cut);
         Start();
         GoOnline();
-        Answer({Yes});
-        if (one.inBox) user.whileShown = [&] { frame->close(); };
-        duringTransfer = [&](frmProcessing&) {
-            if (one.cut) port.CutLine();
-            if (!one.inBox) frame->close();
+        if (inBox) user.whileShown = [&] { frame->close(); };
+        duringTransfer = [&, inBox = inBox, cut = cut](frmProcessing&) {
+            if (cut) port.CutLine();
+            if (!inBox) frame->close();
             Tick();
             EXPECT_TRUE(frame->isVisible());
         };
-        Menu(Qt::Key_F, Qt::Key_D);
-        EXPECT_EQ(user.shown.size(), one.boxes);
+        EXPECT_EQ(Download({Yes}), cut ? 4U : 1U);
         EXPECT_TRUE(frame->isVisible());
-        EXPECT_TRUE(one.cut ? Mode() == "OFFLINE" : Flag() == 0);
+        EXPECT_TRUE(cut ? Mode() == "OFFLINE" : Flag() == 0);
         user.whileShown = nullptr;
         Tick();
         EXPECT_FALSE(frame->isVisible());

@@ -15,7 +15,6 @@ namespace {
 class HelpTest : public FrameTest {
 protected:
     HelpTest() {
-        std::filesystem::create_directory(folder / "Help");
         WriteText(folder / "Help" / "VANTREL.hlp", "# First steps {#first-steps}\nsee [port](#comm-port)\n"
                                                    "# Main {#main-display}\ngrid\n# Port {#comm-port}\ncable\n");
     }
@@ -102,7 +101,7 @@ TEST_F(HelpTest, TheSearchGoesFromRowToRowAndDrawsATopicOnce) {
                                                "| A | B |\n|---|---|\n| full disk | one |\n| full line | two |\n"
                                                "| full disk | three |\n# Last {#last}\n| disk | full |\n|---|---|\n");
     frmHelp* help = &Help();
-    const auto line = [&] { return help->txtTopic->textCursor().block().text().toStdString(); };
+    const auto found = [&] { return help->txtTopic->textCursor().block().text().toStdString(); };
     const auto foundIn = [&] {
         QTextTable* table = help->txtTopic->textCursor().currentTable();
         return table ? table->cellAt(help->txtTopic->textCursor()).row() : -1;
@@ -110,7 +109,7 @@ TEST_F(HelpTest, TheSearchGoesFromRowToRowAndDrawsATopicOnce) {
     QSignalSpy drawn(help->txtTopic, &QTextBrowser::textChanged);
     QTest::keyClicks(help->txtSearch, QStringLiteral("full di"));
     EXPECT_EQ(Shown().substr(0, 8), "Messages") << "all words in one row, not in one topic";
-    EXPECT_EQ(std::pair(foundIn(), line()), std::pair(1, std::string("full disk")));
+    EXPECT_EQ(std::pair(foundIn(), found()), std::pair(1, std::string("full disk")));
     const auto before = drawn.count();
     QTest::keyClicks(help->txtSearch, QStringLiteral("sk"));
     EXPECT_EQ(drawn.count(), before);
@@ -149,8 +148,7 @@ TEST_F(HelpTest, AMissingFileIsNamedAndAboutShowsTheVersion) {
     std::filesystem::remove(folder / "Help" / "VANTREL.hlp");
     Activate();
     F1();
-    ASSERT_EQ(user.shown.size(), 1U);
-    EXPECT_NE(user.shown[0].find("VANTREL.hlp\" is missing"), std::string::npos) << user.shown[0];
+    EXPECT_TRUE(user.Showed({"VANTREL.hlp\" is missing"}));
     std::string version;
     const WhenModal<frmAbout> inDialog([&](frmAbout& about) {
         version = about.lblVersion->text().toStdString();
@@ -163,7 +161,6 @@ TEST_F(HelpTest, AMissingFileIsNamedAndAboutShowsTheVersion) {
 }
 
 TEST_F(HelpTest, PlaceAndFolderOutliveTheRun) {
-    std::filesystem::create_directory(folder / "plants");
     const std::string file = Stored("plants/one.sdt", 9);
     Answer({}, {file});
     Menu(Qt::Key_F, Qt::Key_O);

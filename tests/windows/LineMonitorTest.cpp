@@ -17,23 +17,22 @@ protected:
     }
     static void Follow(frmLineMonitor& window) { QMetaObject::invokeMethod(&window.tmrFollow, "timeout"); }
     static std::string Cell(const frmLineMonitor& window, int row, int column) {
-        return window.grdLines->model()->index(row, column).data().toString().toStdString();
+        return window.grdRows->model()->index(row, column).data().toString().toStdString();
     }
-    static int Rows(const frmLineMonitor& window) { return window.grdLines->model()->rowCount(); }
+    static int Rows(const frmLineMonitor& window) { return window.grdRows->model()->rowCount(); }
 };
 
 TEST_F(LineMonitorTest, ShowsBytesWithTheirMeaningBesideTheTraceHoldsThemAndSavesThem) {
-    std::filesystem::create_directory(folder / "Help");
     WriteText(folder / "Help" / "VANTREL.hlp", "# Main {#main-display}\n# Check {#check-connection}\nbytes\n");
     frmLineMonitor& window = Open();
     EXPECT_FALSE(window.cmdSave->isEnabled());
-    lastByte = -1;
+    line.Forget();
     GoOnline();
     Tick();
     Settle();
     Follow(window);
     ASSERT_GE(Rows(window), 3);
-    EXPECT_NE(lastByte, -1) << "whoever was told before still is";
+    EXPECT_FALSE(line.bytes.empty()) << "whoever was told before still is";
     EXPECT_EQ(Cell(window, 0, 0) + " " + Cell(window, 0, 1), "09:05:07 0.000000");
     EXPECT_EQ(Cell(window, 0, 2) + ">" + Cell(window, 0, 3) + " " + Cell(window, 0, 4), "FF>55 sync");
 

@@ -3,7 +3,6 @@
 #include "app/frmProcessing.h"
 #include "app/frmWaitDisplay.h"
 #include "platform/RuntimeError.h"
-#include "tests/support/SentBytes.h"
 #include "tests/windows/ViewFixture.h"
 
 namespace vantrel {
@@ -14,7 +13,6 @@ protected:
     ProcessingTest() {
         for (std::size_t i = 0; i < ValueCount; ++i)
             record.SetValue(i, static_cast<std::int32_t>(1000 + i));
-        link.SetTrafficLog(&traffic);
         look.callOnTimeout([this] {
             const auto since = link.AwaitingSince();
             if (!whenSilent || !since || clock.Now() <= *since + RSComm::SilenceTime) return;
@@ -27,7 +25,7 @@ protected:
     frmProcessing::Result Run(TransferMode mode, int at, std::function<void()> act) {
         board = SimulatedBoard();
         port.MendLine();
-        traffic.onByte = nullptr;
+        line.onByte = nullptr;
         user.shown.clear();
         Online();
         window = std::make_unique<frmProcessing>(mode, record, link, dialogs, turns, nullptr);
@@ -64,7 +62,6 @@ protected:
                (result.reconnected ? "reconnected " : "");
     }
 
-    SentBytes traffic;
     QTimer look;
     std::function<void()> whenSilent;
     MonotonicTime givenUp{};
@@ -94,7 +91,7 @@ TEST_F(ProcessingTest, EndsAsTheLineTheBoardAndItsUserWant) {
         };
     };
     const auto atNextByte = [&](std::function<void()> act) {
-        return [this, act = std::move(act)] { traffic.onByte = act; };
+        return [this, act = std::move(act)] { line.onByte = act; };
     };
     const auto cancelTwice = [&] {
         Cancel();

@@ -46,8 +46,7 @@ TEST_F(RememberedTest, WhatTheBoardHeldIsKeptBeforeADownloadAndOpensAsANewSetup)
     board.PokeWord(StatusStackByte, 4000);
     frame->OpenFile(Stored("plant.sdt", 500));
     GoOnline();
-    Answer({Yes});
-    Menu(Qt::Key_F, Qt::Key_D);
+    (void)Download({Yes});
     EXPECT_EQ(Word(StatusStackByte), 500);
     ASSERT_EQ(kept().size(), 1U);
     EXPECT_EQ(kept()[0].record.Value(0), 4000);
@@ -59,9 +58,8 @@ TEST_F(RememberedTest, WhatTheBoardHeldIsKeptBeforeADownloadAndOpensAsANewSetup)
     Menu(Qt::Key_T, Qt::Key_A);
     EXPECT_TRUE(open.Happened() && Value(0) == 4000 && !Doc().Changed());
     board.Poke(NetworkAddressByte, 7);
-    Answer({Yes, No});
-    Menu(Qt::Key_F, Qt::Key_D);
-    EXPECT_TRUE(user.shown.size() == 2 && user.shown[1].find("Then:  network address 1,") != std::string::npos);
+    (void)Download({Yes, No});
+    EXPECT_TRUE(user.Showed({"", "Then:  network address 1,"}));
     Answer({}, {(folder / "again").string()});
     Ctrl(Qt::Key_S);
     EXPECT_EQ(Value(0), 4000) << "no fetch from the board";
@@ -75,10 +73,8 @@ TEST_F(RememberedTest, WithoutACopyItDownloadsOnlyWhenTheUserSaysSo) {
     frame->OpenFile(Stored("plant.sdt", 500));
     GoOnline();
     for (const auto answer : {No, Yes}) {
-        Answer({Yes, answer});
-        Menu(Qt::Key_F, Qt::Key_D);
-        ASSERT_EQ(user.shown.size(), 2U);
-        EXPECT_TRUE(user.shown[1].starts_with("Data Download|No copy of the board's values was kept"));
+        (void)Download({Yes, answer});
+        EXPECT_TRUE(user.Showed({"", "Data Download|No copy of the board's values was kept"}));
         EXPECT_EQ(Word(StatusStackByte), answer == Yes ? 500 : 1);
     }
 }
@@ -86,25 +82,20 @@ TEST_F(RememberedTest, WithoutACopyItDownloadsOnlyWhenTheUserSaysSo) {
 TEST_F(RememberedTest, AnotherBoardThanTheFilesIsNamedBeforeADownload) {
     frame->OpenFile(Stored("plant.sdt", 500));
     GoOnline();
-    const auto download = [&](std::deque<QMessageBox::StandardButton> answers) {
-        Answer(std::move(answers));
-        Menu(Qt::Key_F, Qt::Key_D);
-        return user.shown.size();
-    };
-    EXPECT_EQ(download({Yes}), 1U) << "no board is known";
+    EXPECT_EQ(Download({Yes}), 1U) << "no board is known";
     board.Poke(NetworkAddressByte, 7);
     board.PokeWord(StatusStackByte, 9);
-    ASSERT_EQ(download({Yes, No}), 2U);
+    ASSERT_EQ(Download({Yes, No}), 2U);
     EXPECT_EQ(user.shown[1], "Data Download|The board that answers is not the one that this set-up was last sent to or "
                              "fetched from.\n\nThen:  network address 1, program ident \"K5216505\"\nNow:  network "
                              "address 7, program ident \"K5216505\"\n\nDo You Wish to Continue?");
     EXPECT_EQ(Word(StatusStackByte), 9);
-    EXPECT_EQ(download({Yes, Yes}), 2U);
-    EXPECT_EQ(download({Yes}), 1U) << "it is the file's board now";
+    EXPECT_EQ(Download({Yes, Yes}), 2U);
+    EXPECT_EQ(Download({Yes}), 1U) << "it is the file's board now";
     board.Poke(NetworkAddressByte, 8);
     Answer({Yes});
     Menu(Qt::Key_F, Qt::Key_U);
-    EXPECT_EQ(download({Yes}), 1U) << "fetched from";
+    EXPECT_EQ(Download({Yes}), 1U) << "fetched from";
 }
 
 } // namespace

@@ -62,6 +62,8 @@ TEST_F(SilentBoardTest, OnlineAfterOfflineWhileThePortIsBeingOpenedCountsForItse
 }
 
 TEST_F(SilentBoardTest, NothingIsCalledNormalWhileTheBoardIsSilentAndOfflineTakesEffectAtOnce) {
+    Tick();
+    EXPECT_EQ(Message(), "System Message:  Program is Currently OFFLINE");
     GoOnline();
     Tick();
     EXPECT_EQ(Message(), "System Message:  All Faults Normal");
@@ -106,7 +108,7 @@ TEST_F(SilentBoardTest, TheGoodbyeGoesOnBehindAnOfflineFrameAndAWishMeanwhileIsK
         frame.reset();
         EXPECT_FALSE(port.IsOpen());
         EXPECT_LE(clock.Now() - end, silent ? 1200ms : 100ms);
-        EXPECT_TRUE(silent || lastByte == 0xFF);
+        EXPECT_TRUE(silent || line.bytes.back() == 0xFF);
         Start();
     }
     EXPECT_TRUE(user.shown.empty());

@@ -6,6 +6,7 @@
 #include "platform/QtDialogs.h"
 #include "platform/QtTurnQueue.h"
 #include "simulator/SimulatedPort.h"
+#include "tests/support/SentBytes.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/VirtualClock.h"
 #include "tests/windows/BoxAnswerer.h"
@@ -23,6 +24,7 @@ protected:
     ViewFixture() {
         dialogs.SetOnClosed([this] { turns.Poke(); });
         dialogs.SetQuietTime(std::chrono::milliseconds(0));
+        link.SetTrafficLog(&line);
     }
     void Online() { turns.RunToEnd(link.OpenRSComm(port)); }
     /// As the frame does it: begins, and tells the view when it is through.
@@ -77,6 +79,7 @@ protected:
     QtDialogs dialogs;
     SimulatedBoard board;
     SimulatedPort port{board, clock, LinePacing::None};
+    SentBytes line;
     int turnsTaken = 0; ///< Since the view was opened or settled last.
     std::function<void()> onTurn;
     std::function<void()> onError = [] { ADD_FAILURE() << "an error left the window"; };

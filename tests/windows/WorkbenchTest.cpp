@@ -22,7 +22,6 @@ protected:
         if (editor->CurrentTab != EditorTab::Configuration) ClickTab(EditorTab::Configuration);
         Click(row, column);
         Press(Qt::Key_V, Qt::ControlModifier);
-        Settle();
     }
     std::string Offered(const char* name) {
         const auto* action = editor->findChild<QAction*>(QLatin1String(name));
@@ -45,9 +44,7 @@ TEST_F(WorkbenchTest, ABlockIsPastedUndoneAndDoneAgainAsOneStep) {
     Press(Qt::Key_Escape);
     EXPECT_EQ(Offered("mnuEditUndo"), "&Undo Entry");
     Paste(2, 3, "From TI\tTo Node\nV10\tW40\nV20\t33\n");
-    ASSERT_EQ(user.shown.size(), 1U);
-    EXPECT_NE(user.shown[0].find("sequence 2, To Node: \"33\": Only an Even Value"), std::string::npos)
-        << user.shown[0];
+    EXPECT_TRUE(user.Showed({"sequence 2, To Node: \"33\": Only an Even Value"}));
     EXPECT_EQ(Value(ValueIndex(1, SendFromTI)), 1) << "nothing is stored";
     Press(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(user.shown.size(), 2U) << "the keys are still the grid's";
@@ -123,9 +120,7 @@ TEST_F(WorkbenchTest, OnlineABlockIsSentAfterOneQuestionAndAnUndoneEntryGoesBack
     for (const auto& [key, asked] : {std::pair(Qt::Key_Z, "Undo Paste: 2 "), {Qt::Key_Y, "Redo Paste: 2 "}}) {
         Answer({Yes});
         Press(key, Qt::ControlModifier);
-        Settle();
-        ASSERT_EQ(user.shown.size(), 1U);
-        EXPECT_NE(user.shown[0].find(asked), std::string::npos) << user.shown[0];
+        EXPECT_TRUE(user.Showed({asked}));
     }
     Forget();
     Enter(5, 1, "9");
@@ -133,7 +128,6 @@ TEST_F(WorkbenchTest, OnlineABlockIsSentAfterOneQuestionAndAnUndoneEntryGoesBack
     EXPECT_EQ(OnBoard(ValueIndex(4, NodeNumber)), 9);
     Press(Qt::Key_Escape);
     Press(Qt::Key_Z, Qt::ControlModifier);
-    Settle();
     EXPECT_EQ(OnBoard(ValueIndex(4, NodeNumber)), 0);
     EXPECT_TRUE(user.shown.empty());
 }
@@ -141,20 +135,14 @@ TEST_F(WorkbenchTest, OnlineABlockIsSentAfterOneQuestionAndAnUndoneEntryGoesBack
 TEST_F(WorkbenchTest, BeforeABlockIsSentAnotherBoardIsNamedOnceAConnection) {
     frame->OpenFile(Stored("plant.sdt", 500));
     GoOnline();
-    Answer({Yes});
-    Menu(Qt::Key_F, Qt::Key_D);
+    (void)Download({Yes});
     board.Poke(NetworkAddressByte, 7);
-    struct Case {
-        std::deque<QMessageBox::StandardButton> answers;
-        std::size_t boxes;
-        int stored;
-    };
-    for (const Case& one : {Case{{Yes, No}, 2, 1}, {{Yes, Yes}, 2, 10}, {{Yes}, 1, 12}}) {
-        Answer(one.answers);
-        Paste(2, 3, one.boxes == 1 ? "V12\tW42\n" : "V10\tW40\n");
-        EXPECT_EQ(user.shown.size(), one.boxes);
-        EXPECT_EQ(OnBoard(ValueIndex(1, SendFromTI)), one.stored);
-        EXPECT_EQ(Value(ValueIndex(1, SendFromTI)), one.stored);
+    for (const auto& [answers, stored] : {std::pair{std::deque{Yes, No}, 1}, {{Yes, Yes}, 10}, {{Yes}, 12}}) {
+        Answer(answers);
+        Paste(2, 3, stored == 12 ? "V12\tW42\n" : "V10\tW40\n");
+        EXPECT_EQ(user.shown.size(), answers.size());
+        EXPECT_EQ(OnBoard(ValueIndex(1, SendFromTI)), stored);
+        EXPECT_EQ(Value(ValueIndex(1, SendFromTI)), stored);
     }
     Menu(Qt::Key_V, Qt::Key_F);
     GoOnline();
@@ -165,8 +153,7 @@ TEST_F(WorkbenchTest, BeforeABlockIsSentAnotherBoardIsNamedOnceAConnection) {
 
 TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
     GoOnline();
-    Answer({Yes});
-    Menu(Qt::Key_F, Qt::Key_D);
+    (void)Download({Yes});
     const auto at = [](std::size_t sequence) { return ValueIndex(sequence, SendWordCount); };
     for (std::size_t sequence = 0; sequence < 5; ++sequence)
         Doc().CurrentConfiguration.SetValue(at(sequence), 10);
@@ -276,8 +263,7 @@ TEST_F(WorkbenchTest, TheBoardsValuesAreSavedAsAnySetUpIs) {
     std::filesystem::create_directory(folder / "my.dir");
     typer.entries = {(folder / "my.dir" / "line").string()};
     QTest::mouseClick(Opened<frmCompare>().cmdSaveBoard, Qt::LeftButton);
-    ASSERT_EQ(user.shown.size(), 1U);
-    EXPECT_NE(user.shown[0].find("in a folder's name"), std::string::npos) << user.shown[0];
+    EXPECT_TRUE(user.Showed({"in a folder's name"}));
     EXPECT_TRUE(std::filesystem::exists(folder / "my.sdt"));
 }
 
@@ -300,10 +286,8 @@ TEST_F(WorkbenchTest, AnOverlapIsListedDrawnAndToldBeforeADownloadOnce) {
         Doc().CurrentConfiguration.SetValue(ValueIndex(3, ReceiveToTI), 105);
     }
     GoOnline();
-    Answer({No});
-    Menu(Qt::Key_F, Qt::Key_D);
-    ASSERT_EQ(user.shown.size(), 1U);
-    EXPECT_NE(user.shown[0].find("found 1 error"), std::string::npos) << user.shown[0];
+    (void)Download({No});
+    EXPECT_TRUE(user.Showed({"found 1 error"}));
     auto& window = Opened<frmCheck>();
     auto* finding = window.lstFindings->topLevelItem(0);
     EXPECT_EQ(finding->text(1), QStringLiteral("sequence 3, To TI"));
@@ -315,9 +299,7 @@ TEST_F(WorkbenchTest, AnOverlapIsListedDrawnAndToldBeforeADownloadOnce) {
     QTest::mouseClick(window.stpMemory, Qt::LeftButton, {},
                       window.stpMemory->BlockRect(1).topLeft().toPoint() + QPoint(2, 2));
     EXPECT_EQ(Grid().CurrentRow() * 10 + Grid().CurrentColumn(), 37);
-    Answer({Yes});
-    Menu(Qt::Key_F, Qt::Key_D);
-    EXPECT_EQ(user.shown.size(), 1U) << "only the download's own question";
+    EXPECT_EQ(Download({Yes}), 1U) << "only the download's own question";
 }
 
 } // namespace
