@@ -1,4 +1,5 @@
-// The search: `fuzz --target=NAME` with the fuzzer's own options behind it. Any bytes may end in any call, so never as root.
+// The search: `fuzz --target=NAME` with the fuzzer's own options behind it. Any bytes may end in any call, so never as
+// root.
 #include "fuzz/FuzzTargets.h"
 
 #include <cstdio>
