@@ -25,7 +25,7 @@ protected:
     ConnectionCheckTest() : BoardLink(LinePacing::LineSpeed) { link.SetPortOverride({.number = 1, .speed = "9600"}); }
     CheckResult Check(const std::string& name = "/dev/ttyUSB0") {
         const std::vector<std::uint8_t> before(board.Stored().begin(), board.Stored().end());
-        ConnectionCheck check(link, port, name, clock, turns, seen);
+        ConnectionCheck check(link, port, {name, '6', ident}, clock, turns, seen);
         if (cancelAt) {
             seen.onProgress = [&](std::size_t done) {
                 if (done >= *cancelAt) check.Cancel();
@@ -37,6 +37,7 @@ protected:
         return result;
     }
     SeenSteps seen;
+    std::string ident = "K5216505"; ///< Of the user program on disk.
     std::optional<std::size_t> cancelAt;
 };
 
@@ -48,7 +49,9 @@ TEST_F(ConnectionCheckTest, FindsAHealthyBoardAndSaysWhichItIs) {
     EXPECT_EQ(result.figures->tried, 200U);
     EXPECT_EQ(result.figures->Share(0.5), 2 * (MonotonicTime(10s) / 9600));
     EXPECT_EQ(result.board->networkAddress, 1);
-    EXPECT_EQ(result.board->ident.size(), 8U);
+    EXPECT_EQ(result.board->ident + " " + result.board->model, "K5216505 K5216");
+    ident = "K5216999";
+    EXPECT_EQ(Check().board->model, "") << "another program's type says nothing";
     EXPECT_FALSE(port.IsOpen());
 }
 
