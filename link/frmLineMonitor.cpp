@@ -80,7 +80,7 @@ frmLineMonitor::frmLineMonitor(LineRecorder& recorder, Save save, QWidget* paren
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     setAttribute(Qt::WA_DeleteOnClose);
     BuildControls();
-    resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
     recorder_.Begin();
     ShowCount();
     tmrFollow.setInterval(FollowPeriod);

@@ -10,7 +10,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QScreen>
 #include <QStringList>
 #include <QVBoxLayout>
 
@@ -115,9 +114,7 @@ frmEventLog::frmEventLog(const History& history, Save save, QWidget* parent)
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     setAttribute(Qt::WA_DeleteOnClose);
     BuildControls();
-    constexpr double shareOfScreen = 0.9;
-    const QSize planned(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
-    resize(planned.boundedTo(screen()->availableSize() * shareOfScreen));
+    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
     rows_->Choose({});
     Follow();
     tmrFollow.setInterval(FollowPeriod);
@@ -132,6 +129,7 @@ void frmEventLog::BuildTable() {
     grdEvents->setModel(rows_);
     grdEvents->setSelectionBehavior(QAbstractItemView::SelectRows);
     grdEvents->setAlternatingRowColors(true);
+    grdEvents->setIconSize(LampSize(*grdEvents));
     grdEvents->setWordWrap(false);
     grdEvents->setTabKeyNavigation(false);
     grdEvents->verticalHeader()->hide();
@@ -141,7 +139,7 @@ void frmEventLog::BuildTable() {
                             "Sequence",
                             "Not looked at",
                             "disabled       ",
-                            "No sequence was looked at since 2026-03-14 09:05:07",
+                            "05: No Slave Response, Timeout (was 02: Comm to Node OK)",
                             "2026-03-14 09:05:07 "};
     for (std::size_t i = 0; i < widest.size(); ++i) {
         const int width = grdEvents->fontMetrics().horizontalAdvance(QString::fromLatin1(widest.at(i)));

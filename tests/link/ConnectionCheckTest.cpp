@@ -13,11 +13,8 @@ class SeenSteps final : public CheckDisplay {
 public:
     void Begins(const std::string&) override {}
     void Ends(const CheckStep& step) override { text += step.name + ": " + step.seen + "\n  " + step.todo + "\n"; }
-    void Progress(std::size_t done, std::size_t) override {
-        if (onProgress) onProgress(done);
-    }
+    void Progress(std::size_t, std::size_t) override {}
     std::string text;
-    std::function<void(std::size_t)> onProgress;
 };
 
 class ConnectionCheckTest : public BoardLink<> {
@@ -26,11 +23,6 @@ protected:
     CheckResult Check(const std::string& name = "/dev/ttyUSB0") {
         const std::vector<std::uint8_t> before(board.Stored().begin(), board.Stored().end());
         ConnectionCheck check(link, port, {name, '6', ident}, clock, turns, seen);
-        if (cancelAt) {
-            seen.onProgress = [&](std::size_t done) {
-                if (done >= *cancelAt) check.Cancel();
-            };
-        }
         CheckResult result = turns.RunToEnd(check.Run());
         EXPECT_TRUE(std::equal(before.begin(), before.end(), board.Stored().begin())) << "something was written";
         EXPECT_TRUE(dialogs.shown.empty());
@@ -38,7 +30,6 @@ protected:
     }
     SeenSteps seen;
     std::string ident = "K5216505"; ///< Of the user program on disk.
-    std::optional<std::size_t> cancelAt;
 };
 
 TEST_F(ConnectionCheckTest, FindsAHealthyBoardAndSaysWhichItIs) {
@@ -118,14 +109,6 @@ TEST_F(ConnectionCheckTest, NamesWhatIsWrongAndNeverMoreThanItSaw) {
     port.SetBoardSpeed(0);
     board.AddFault({.kind = FaultKind::LatencyTimer});
     EXPECT_EQ(Check("socket://plc:1").kind, Kind::Healthy);
-}
-
-TEST_F(ConnectionCheckTest, IsCancelledAtOnce) {
-    cancelAt = 20;
-    const CheckResult result = Check();
-    EXPECT_EQ(result.kind, Kind::Cancelled);
-    EXPECT_FALSE(result.board);
-    EXPECT_FALSE(port.IsOpen());
 }
 
 } // namespace

@@ -10,7 +10,7 @@ namespace vantrel {
 
 class EditorTest : public FrameTest {
 protected:
-    EditorTest() { Begin(); }
+    explicit EditorTest(LinePacing pacing = LinePacing::None) : FrameTest(pacing) { Begin(); }
     EditorTest(const EditorTest&) = delete;
     EditorTest& operator=(const EditorTest&) = delete;
     /// The frame says goodbye to the board when it goes, after the log.
