@@ -46,7 +46,7 @@ frmBackups::frmBackups(Backups::List list, const std::filesystem::path& folder, 
     BuildControls(folder);
     Fill(here);
     ShowSkipped();
-    resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
 }
 
 void frmBackups::BuildControls(const std::filesystem::path& folder) {

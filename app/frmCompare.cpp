@@ -47,7 +47,7 @@ frmCompare::frmCompare(Commands commands, QWidget* parent) : QDialog(parent), co
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     setAttribute(Qt::WA_DeleteOnClose);
     BuildControls();
-    resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
 }
 
 QPushButton* frmCompare::AddButton(const char* name, const QString& caption, const std::function<void()>& command) {

@@ -98,9 +98,9 @@ frmHelp::frmHelp(HelpFile help, QWidget* parent) : QDialog(parent), help_(std::m
     setWindowTitle(QStringLiteral("VANTREL Help"));
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     setAttribute(Qt::WA_DeleteOnClose);
+    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
     BuildTools();
     BuildPages();
-    resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
     Fill();
 }
 
@@ -151,7 +151,7 @@ void frmHelp::BuildPages() {
     txtTopic->setAccessibleName(tr("Topic"));
     txtTopic->setOpenLinks(false);
     const int contents = PixelsOfTwips(ContentsTwips, *this);
-    split->setSizes({contents, PixelsOfTwips(WidthTwips, *this) - contents});
+    split->setSizes({contents, width() - contents});
     split->setStretchFactor(1, 1);
     split->setChildrenCollapsible(false);
     layout()->addWidget(split);

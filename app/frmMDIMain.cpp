@@ -62,14 +62,10 @@ frmMDIMain::frmMDIMain(ProgramFolder folder, Clock& clock, SerialPort& port, std
           clock, [this] { return !dialogs_.BoxUp(); }, [this] { ShowUntrappedError(); }),
       link_(program_.CommSettingsFile(), PortRangeOf(program_.folder.SupportFolder()), clock, dialogs_, turns_),
       files_(program_.document, link_, dialogs_, clock,
-             {.uploadData =
-                  [this] {
-                      const Configuration before = program_.document.CurrentConfiguration;
-                      const bool reliable = IsReliable(TransferInWindow(TransferMode::UploadData));
-                      // What did not come as a whole is put back, and was no step.
-                      if (reliable)
-                          editor_->Remember({"Upload", EditsBetween(before, program_.document.CurrentConfiguration)});
-                      return reliable;
+             {.uploadData = [this] { return IsReliable(TransferInWindow(TransferMode::UploadData)); },
+              .uploaded =
+                  [this](const Configuration& before) {
+                      editor_->Remember({"Upload", EditsBetween(before, program_.document.CurrentConfiguration)});
                   },
               .showDocumentDate = [this] { ShowDocumentDate(); },
               .showCaption = [this] { ShowCaption(); },
@@ -150,7 +146,14 @@ void frmMDIMain::showEvent(QShowEvent* event) {
     // On a small screen, or with a large font, the first child is as small as it can be.
     QMdiSubWindow& child = *childWindows_[0];
     if (child.isMaximized() || child.isMinimized()) return;
-    child.resize(child.size().boundedTo(children_->viewport()->size()).expandedTo(child.minimumSizeHint()));
+    const QSize room = children_->viewport()->size();
+    // Where it would lose rows by the dozen, its frame goes as well.
+    constexpr double share = 0.75;
+    if (!event->spontaneous() && room.height() < child.sizeHint().height() * share) {
+        child.showMaximized();
+        return;
+    }
+    child.resize(child.size().boundedTo(room).expandedTo(child.minimumSizeHint()));
 }
 
 void frmMDIMain::ShowChild(int index) {

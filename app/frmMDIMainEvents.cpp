@@ -1,5 +1,6 @@
 // The main frame's event log and line monitor: the windows, and the files that are asked for.
 #include "app/frmMDIMain.h"
+#include "document/DocumentFiles.h"
 #include "document/FileQuestions.h"
 #include "document/frmMain.h"
 #include "link/frmLineMonitor.h"
@@ -27,7 +28,9 @@ void frmMDIMain::ViewEventLog() {
 
 void frmMDIMain::SaveEvents(std::optional<std::size_t> sequence) {
     // As it is then, not when the dialog comes up.
-    SaveTextAs({.filters = {{.name = "Table(*.csv)", .pattern = "*.csv"}}, .initial = {}, .title = "Save Event Log As"},
+    SaveTextAs({.filters = {{.name = "Table(*.csv)", .pattern = "*.csv"}},
+                .initial = NameAbout(program_.document, "event log.csv"),
+                .title = "Save Event Log As"},
                ".csv", [this, sequence] { return HistoryCsv(history_, sequence); });
 }
 
@@ -37,9 +40,10 @@ void frmMDIMain::ToolsLineMonitor() {
         lineMonitor_ = new frmLineMonitor(
             line_,
             [this](const std::string& text) {
-                SaveTextAs(
-                    {.filters = {{.name = "Text(*.txt)", .pattern = "*.txt"}}, .initial = {}, .title = "Save Lines As"},
-                    ".txt", [&text] { return text; });
+                SaveTextAs({.filters = {{.name = "Text(*.txt)", .pattern = "*.txt"}},
+                            .initial = NameAbout(program_.document, "line.txt"),
+                            .title = "Save Lines As"},
+                           ".txt", [&text] { return text; });
             },
             this);
         lineMonitor_->show();

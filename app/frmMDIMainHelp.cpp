@@ -83,7 +83,7 @@ void frmMDIMain::HelpSupport() {
     const SupportReport report(program_, SourcesForSupport(), clock_.LocalNow());
     if (frmSupport(report, this).exec() != QDialog::Accepted) return;
     const auto choice = dialogs_.SaveFile({.filters = {{.name = "Archive(*.zip)", .pattern = "*.zip"}},
-                                           .initial = {},
+                                           .initial = NameAbout(program_.document, "support.zip"),
                                            .title = "Save Report for Support As"});
     if (!choice) return;
     std::filesystem::path file = choice->path;

@@ -18,6 +18,7 @@
 #include "report/ComparisonPages.h"
 #include "report/Report.h"
 #include "text/PathText.h"
+#include "views/UserProgram.h"
 
 #include <QScreen>
 
@@ -120,7 +121,8 @@ void frmMDIMain::ToolsCheckConnection() {
         ReportRuntimeError(dialogs_, "Check Connection", error);
         return;
     }
-    frmCheckConnection window(link_, port_, name, clock_, turns_, this);
+    frmCheckConnection window(link_, port_, SubjectOfCheck(name, program_.document.FilePath, program_.folder), clock_,
+                              turns_, this);
     window.exec();
 }
 

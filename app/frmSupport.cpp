@@ -58,7 +58,7 @@ frmSupport::frmSupport(const SupportReport& report, QWidget* parent) : QDialog(p
     all->addWidget(lstItems, 1);
     all->addWidget(lblLeftOut);
     all->addWidget(buttons);
-    resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
 }
 
 } // namespace vantrel

@@ -3,6 +3,7 @@
 #include "console/LinkSession.h"
 #include "console/ResultJson.h"
 #include "link/ConnectionCheck.h"
+#include "views/UserProgram.h"
 
 #include <algorithm>
 #include <chrono>
@@ -100,7 +101,8 @@ Json FiguresJson(const CheckResult& result) {
 Json BoardJson(const CheckResult& result) {
     if (!result.board) return nullptr;
     const CheckedBoard& board = *result.board;
-    return {{"program", board.ident},
+    return {{"model", board.model.empty() ? Json() : Json(board.model)},
+            {"program", board.ident},
             {"revisions", {board.revisions[0], board.revisions[1]}},
             {"firmware", board.firmware},
             {"networkAddress", board.networkAddress}};
@@ -132,8 +134,9 @@ void Show(CommandContext& context, const ConsoleCheck& display, const CheckResul
 ExitCode Doctor(CommandContext& context) {
     LinkSession session(context);
     ConsoleCheck display(context);
-    ConnectionCheck check(session.Link(), session.Port(), session.PortName(), context.host.clock, session.Turns(),
-                          display);
+    ConnectionCheck check(session.Link(), session.Port(),
+                          SubjectOfCheck(session.PortName(), context.program.document.FilePath, context.program.folder),
+                          context.host.clock, session.Turns(), display);
     return session.UseClosed([&] { check.Cancel(); },
                              [&] {
                                  const CheckResult result = session.Run(check.Run());

@@ -100,6 +100,13 @@ std::filesystem::path FreeNameBeside(const std::filesystem::path& file, const st
     }
 }
 
+std::filesystem::path NameAbout(const Document& document, const std::string& what) {
+    if (document.IsUnnamed) return PathFromUtf8(what);
+    std::filesystem::path name = document.FilePath.stem();
+    name += PathFromUtf8(" " + what);
+    return name;
+}
+
 bool IsStandardStream(const std::filesystem::path& name) { return name == "-"; }
 
 void ReadSetupFileByName(Document& document, const std::filesystem::path& named, const std::string& advice,

@@ -23,6 +23,10 @@ namespace vantrel {
 /// there is something of that name already. The folder is made if there is none.
 [[nodiscard]] std::filesystem::path FreeNameBeside(const std::filesystem::path& file, const std::string& addition);
 
+/// What to offer as the name of a file about the document: its base name with " " + `what` behind it; `what` alone
+/// while it has no name. Without a folder.
+[[nodiscard]] std::filesystem::path NameAbout(const Document& document, const std::string& what);
+
 /// Whether a name on a command line means standard input where a file is read, standard output where one is written:
 /// "-".
 [[nodiscard]] bool IsStandardStream(const std::filesystem::path& name);

@@ -162,7 +162,9 @@ bool FileCommands::FetchFromBoard() {
     hooks_.showDocumentDate();
     const bool fetched = hooks_.uploadData();
     document_.UploadedBeforeSave = fetched && (!worthKeeping || KeepBeforeFetch(before));
-    if (!document_.UploadedBeforeSave) {
+    if (document_.UploadedBeforeSave) {
+        hooks_.uploaded(before);
+    } else {
         record.Values = before.Values;
         record.SavedDate = date;
         document_.FromBoard = fromBoard;

@@ -19,6 +19,8 @@ namespace vantrel {
 struct FileCommandHooks {
     /// Uploads the settings from the board into the working copy; false when it was cancelled or failed.
     std::function<bool()> uploadData;
+    /// What was uploaded stays; the record held these values before.
+    std::function<void(const Configuration& before)> uploaded;
     /// The document date to show has changed (`SavedDate`), or is none for a new document.
     std::function<void()> showDocumentDate;
     /// The bracket name has changed.

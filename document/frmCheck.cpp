@@ -62,7 +62,7 @@ frmCheck::frmCheck(const Document& document, GoTo goTo, QWidget* parent)
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     setAttribute(Qt::WA_DeleteOnClose);
     BuildControls();
-    resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
     Follow();
     tmrFollow.setInterval(FollowPeriod);
     tmrFollow.callOnTimeout(this, [this] { Follow(); });

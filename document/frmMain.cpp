@@ -28,6 +28,7 @@ constexpr int LeastColumns = 2; ///< Likewise, the fixed one included.
 constexpr int GridStretch = 6; ///< What the gaps give way first by.
 constexpr int MessageLines = 4;
 constexpr int LeastMessageLines = 2; ///< On a small screen with a large font.
+constexpr int MessagesGiveWayRows = 8; ///< With less rows of the grid than these the messages get shorter.
 constexpr int MessageGap = 180; ///< Twips above and below the messages.
 constexpr auto StatusPeriod = std::chrono::milliseconds(250);
 constexpr double HeadingScale = 1.5; ///< Of the host's font.
@@ -149,13 +150,25 @@ void frmMain::BuildMessages() {
     txtMessageDisplay.setAccessibleName(QStringLiteral("System messages"));
     txtMessageDisplay.setReadOnly(true);
     txtMessageDisplay.setTabChangesFocus(true);
-    const int border = 2 * (txtMessageDisplay.frameWidth() + qRound(txtMessageDisplay.document()->documentMargin()));
-    const int line = txtMessageDisplay.fontMetrics().lineSpacing();
-    txtMessageDisplay.setMinimumHeight(LeastMessageLines * line + border);
+    txtMessageDisplay.setMinimumHeight(MessagesHeight(LeastMessageLines));
     // Room to spare is the grids'.
-    txtMessageDisplay.setMaximumHeight(MessageLines * line + border);
+    txtMessageDisplay.setMaximumHeight(MessagesHeight(MessageLines));
     auto* inside = new QVBoxLayout(&fraMessageDisplay);
     inside->addWidget(&txtMessageDisplay);
+}
+
+int frmMain::MessagesHeight(int lines) const {
+    const int border = 2 * (txtMessageDisplay.frameWidth() + qRound(txtMessageDisplay.document()->documentMargin()));
+    return lines * txtMessageDisplay.fontMetrics().lineSpacing() + border;
+}
+
+void frmMain::FitMessages() {
+    const int others =
+        layout()->minimumSize().height() - grids_->minimumSize().height() - txtMessageDisplay.minimumHeight();
+    const int wanted = (MessagesGiveWayRows - LeastRows) * fgComm[0].RowHeight() + grids_->minimumSize().height();
+    const int room =
+        std::clamp(height() - others - wanted, txtMessageDisplay.minimumHeight(), MessagesHeight(MessageLines));
+    if (txtMessageDisplay.maximumHeight() != room) txtMessageDisplay.setMaximumHeight(room);
 }
 
 void frmMain::BuildDefaultButton() {
@@ -230,6 +243,7 @@ void frmMain::resizeEvent(QResizeEvent* event) {
     // The layout counts with one line of what wraps.
     const int lines = hint_.heightForWidth(contentsRect().width() - 2 * layout()->contentsMargins().left());
     if (hint_.minimumHeight() != lines) hint_.setMinimumHeight(lines);
+    FitMessages();
 }
 
 void frmMain::showEvent(QShowEvent* event) {

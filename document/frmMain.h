@@ -146,6 +146,9 @@ private:
     void BuildDefaultButton();
     void BuildEntryBox();
     void LayOutWindow();
+    [[nodiscard]] int MessagesHeight(int lines) const;
+    /// The messages give way to the rows of the grid.
+    void FitMessages();
 
     // Tabs, filling, status (frmMainTabs.cpp)
     [[nodiscard]] static std::size_t IndexOf(EditorTab tab) { return static_cast<std::size_t>(tab) - 1; }

@@ -64,6 +64,7 @@ QWidget* frmMain::BuildHealthBar() {
         QToolButton& button = cmdHealth.at(static_cast<std::size_t>(health));
         button.setObjectName(QStringLiteral("cmdHealth%1").arg(static_cast<int>(health)));
         button.setIcon(LampIcon(health));
+        button.setIconSize(LampSize(button));
         button.setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         button.setCheckable(true);
         button.setAutoRaise(true);

@@ -37,17 +37,24 @@ const char* const LatencyAdvice =
     "program asks for it, and this adapter's driver did not follow; write 1 to latency_timer of the device under "
     "/sys/bus/usb-serial/devices.";
 
-std::string PortAdvice(int errorNumber) {
+std::string PortAdvice(int errorNumber, bool local) {
     switch (static_cast<ErrorNumber>(errorNumber)) {
     case ErrorNumber::FileNotFound:
-        return "Name a port that is there (Edit, Comm Port; vantrelctl ports lists them).";
+        return local ? "Name a port that is there (Edit, Comm Port; vantrelctl ports lists them)."
+                     : "Look at the address once more (Edit, Comm Port).";
     case ErrorNumber::PermissionDenied:
-        return "Get the permission that is named there, then check again.";
+        return "Check again when you have the permission.";
     case ErrorNumber::InvalidProcedureCall:
         return "Choose another port or adapter; the board knows 9600 and 19200 baud.";
     default:
-        return "Mend what is named there (close the other program, start the server), then check again.";
+        return local ? "Close the program that uses it, or choose another port (Edit, Comm Port), then check again."
+                     : "Mend what is named there (start the server, end the other connection), then check again.";
     }
+}
+
+std::string FirstSentence(const std::string& text) {
+    const std::size_t end = text.find(". ");
+    return end == std::string::npos ? text : text.substr(0, end + 1);
 }
 
 std::string SpeedAdvice(const std::string& speed) {
@@ -99,6 +106,16 @@ std::string BoardText(const CheckedBoard& board) {
     return "Program \"" + board.ident + "\", revision numbers " + std::to_string(board.revisions[0]) + " and " +
            std::to_string(board.revisions[1]) + "; firmware " + std::to_string(board.firmware) + "; network address " +
            std::to_string(board.networkAddress) + ".";
+}
+
+std::string ModelText(const CheckedBoard& board, const CheckSubject& subject) {
+    if (subject.boardType == 0)
+        return "The board type is not known, for want of a user program on disk that can be read.";
+    if (!board.model.empty())
+        return "Board type " + board.model + ", by the user program on disk, whose ident is the same.";
+    const std::string onDisk = "the user program on disk is for a " + RSComm::TargetboardName(subject.boardType);
+    if (subject.identOnDisk.empty()) return "The board type is not known: " + onDisk + ", but has no ident to compare.";
+    return "The board type is not known: " + onDisk + ", but its ident is \"" + subject.identOnDisk + "\".";
 }
 
 bool LooksLikeLatencyTimer(const ExchangeFigures& figures) {

@@ -20,8 +20,10 @@ extern const char* const CableAdvice;
 extern const char* const EchoAdvice;
 extern const char* const GarbageAdvice;
 extern const char* const LatencyAdvice;
-/// By the number of the error that kept the port closed.
-[[nodiscard]] std::string PortAdvice(int errorNumber);
+/// By the number of the error that kept the port closed. `local`: a device of this computer, no network in between.
+[[nodiscard]] std::string PortAdvice(int errorNumber, bool local);
+/// Of an error's description: what is wrong, without what to do.
+[[nodiscard]] std::string FirstSentence(const std::string& text);
 [[nodiscard]] std::string SpeedAdvice(const std::string& speed);
 
 /// "55", "F8 00".
@@ -30,9 +32,10 @@ extern const char* const LatencyAdvice;
 [[nodiscard]] std::string Milliseconds(MonotonicTime time);
 [[nodiscard]] std::string FiguresText(const ExchangeFigures& figures);
 [[nodiscard]] std::string FlawVerdict(const ExchangeFigures& figures);
-/// `local`: a device of this computer, no network in between.
 [[nodiscard]] std::string FlawAdvice(const ExchangeFigures& figures, bool local);
 [[nodiscard]] std::string BoardText(const CheckedBoard& board);
+/// The board's type, and how that is known, or why it is not.
+[[nodiscard]] std::string ModelText(const CheckedBoard& board, const CheckSubject& subject);
 /// Four in five answers within 4 ms of 16.
 [[nodiscard]] bool LooksLikeLatencyTimer(const ExchangeFigures& figures);
 

@@ -1,14 +1,12 @@
-// The steps of the check.
+// The steps of the check until a board answers.
 #include "link/ConnectionCheck.h"
 
 #include "link/CheckTexts.h"
 #include "link/TargetMap.h"
 #include "platform/NetworkAddress.h"
 #include "platform/RuntimeError.h"
-#include "text/Windows1252.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace vantrel {
@@ -19,28 +17,13 @@ using namespace std::chrono_literals;
 
 constexpr std::uint8_t SyncByte = 0xFF;
 constexpr std::uint8_t Acknowledge = 0x55;
-constexpr std::uint8_t ReadModeByte = 1;
 constexpr int ReadMode = 1;
-
-constexpr MonotonicTime AnswerTime = 1s;
-/// Longer than a board keeps a value that was sent by half: no byte of the check can complete one.
-constexpr MonotonicTime Quiet = 600ms;
-/// Longer than whatever a byte of the wrong speed is heard as.
-constexpr MonotonicTime BehindAnAnswer = 60ms;
-/// Each loss costs more than a second; after so many nothing new is learnt.
-constexpr std::size_t MostFailures = 10;
 
 constexpr int MostReopenings = 5;
 
 bool AnswersSync(const BareLine::Heard& heard) { return !heard.bytes.empty() && heard.bytes.front() == Acknowledge; }
 
 } // namespace
-
-MonotonicTime ExchangeFigures::Share(double share) const {
-    if (times.empty()) return {};
-    const auto last = static_cast<double>(times.size() - 1);
-    return times.at(static_cast<std::size_t>(std::lround(last * share)));
-}
 
 bool ConnectionCheck::Probe::Answered() const { return std::any_of(answers.begin(), answers.end(), AnswersSync); }
 
@@ -53,9 +36,9 @@ bool ConnectionCheck::Probe::Silent() const {
     return std::all_of(answers.begin(), answers.end(), [](const auto& heard) { return heard.bytes.empty(); });
 }
 
-ConnectionCheck::ConnectionCheck(RSComm& link, SerialPort& port, std::string portName, Clock& clock, TurnQueue& turns,
+ConnectionCheck::ConnectionCheck(RSComm& link, SerialPort& port, CheckSubject subject, Clock& clock, TurnQueue& turns,
                                  CheckDisplay& display)
-    : link_(link), port_(port), portName_(std::move(portName)), clock_(clock), turns_(turns), display_(display) {}
+    : link_(link), port_(port), subject_(std::move(subject)), clock_(clock), turns_(turns), display_(display) {}
 
 void ConnectionCheck::Cancel() {
     cancelled_ = true;
@@ -86,7 +69,7 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::CheckOnline(RSComm::Line* line) {
     display_.Begins(check::PortStep);
     End({.name = check::PortStep,
          .outcome = CheckStep::Outcome::Good,
-         .seen = portName_ + " is open in this program, ONLINE at " + settings_.speed + " baud."});
+         .seen = subject_.portName + " is open in this program, ONLINE at " + settings_.speed + " baud."});
     display_.Begins(check::AnswerStep(settings_.speed));
     // One second of silence ends it, without the link's own box.
     line->Hurry();
@@ -142,19 +125,19 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::OpenFirst(PortSettings settings) 
         failure = error;
     }
     if (failure) {
-        const std::string todo = check::PortAdvice(failure->Number());
+        const std::string todo = check::PortAdvice(failure->Number(), Local());
         End({.name = check::PortStep,
              .outcome = CheckStep::Outcome::Bad,
              .seen = failure->Description(),
              .todo = todo});
-        Conclude(CheckResult::Kind::NoLink, failure->Description(), todo);
+        Conclude(CheckResult::Kind::NoLink, check::FirstSentence(failure->Description()), todo);
         co_return Went::Ended;
     }
     if (!open) co_return Went::Ended;
     End({.name = check::PortStep,
          .outcome = CheckStep::Outcome::Good,
-         .seen = portName_ + (MeantAsNetworkAddress(portName_) ? " takes the connection, and nobody else has it."
-                                                               : " is there, may be used, and is free.")});
+         .seen = subject_.portName + (Local() ? " is there, may be used, and is free."
+                                              : " takes the connection, and nobody else has it.")});
     co_return Went::On;
 }
 
@@ -180,7 +163,8 @@ TaskOf<bool> ConnectionCheck::Reopen(PortSettings settings, CheckStep* whyNot) {
         whyNot->name = check::AnswerStep(settings.speed);
         whyNot->outcome = CheckStep::Outcome::Notice;
         whyNot->seen = "This speed could not be tried: " + failure->Description();
-        Conclude(CheckResult::Kind::NoLink, failure->Description(), check::PortAdvice(failure->Number()));
+        Conclude(CheckResult::Kind::NoLink, check::FirstSentence(failure->Description()),
+                 check::PortAdvice(failure->Number(), Local()));
     }
     co_return false;
 }
@@ -255,149 +239,6 @@ ConnectionCheck::Went ConnectionCheck::JudgeProbes(const std::string& wanted) {
                  check::GarbageAdvice);
     }
     return Went::Ended;
-}
-
-TaskOf<bool> ConnectionCheck::EnterReadMode() {
-    for (int i = 0; i < 2 && !cancelled_; ++i) {
-        const BareLine::Heard heard = co_await line_->Exchange(SyncByte, AnswerTime, BehindAnAnswer);
-        if (!AnswersSync(heard)) continue;
-        const BareLine::Heard mode = co_await line_->Exchange(ReadModeByte, AnswerTime, BehindAnAnswer);
-        co_return AnswersSync(mode);
-    }
-    co_return false;
-}
-
-TaskOf<ConnectionCheck::Went> ConnectionCheck::Measure() {
-    display_.Begins(check::ExchangeStep);
-    constexpr std::uint8_t high = FirmwareRevisionByte >> 8;
-    constexpr std::uint8_t low = FirmwareRevisionByte & 0xFF;
-    std::optional<std::uint8_t> echo = high;
-    std::optional<std::uint8_t> data; // The same each time: the revision does not change.
-    std::size_t failures = 0;
-    while (figures_.tried < Exchanges && failures < MostFailures && !cancelled_) {
-        const ExchangeFigures before = figures_;
-        bool good = co_await MeasureOne(high, &echo);
-        if (good && figures_.tried < Exchanges) good = co_await MeasureOne(low, &data);
-        display_.Progress(figures_.tried, Exchanges);
-        if (good) continue;
-        ++failures;
-        if (cancelled_ || port_.IsLost()) break;
-        const BareLine::Heard behind = co_await line_->Listen(Quiet);
-        if (!behind.bytes.empty()) NoteSurplus(before);
-        const bool reads = co_await EnterReadMode();
-        if (!reads) failures += MostFailures / 3;
-    }
-    if (cancelled_) co_return Went::Ended;
-    std::sort(figures_.times.begin(), figures_.times.end());
-    Judge(figures_);
-    co_return figures_.times.empty() || port_.IsLost() || failures >= MostFailures ? Went::Ended : Went::On;
-}
-
-void ConnectionCheck::NoteSurplus(const ExchangeFigures& before) {
-    if (figures_.lost > before.lost) {
-        // What comes now is what was given up.
-        --figures_.lost;
-        ++figures_.late;
-    } else if (figures_.wrong > before.wrong) {
-        // The answer that was taken was one too many of the byte before.
-        --figures_.wrong;
-        ++figures_.doubled;
-    }
-}
-
-TaskOf<bool> ConnectionCheck::MeasureOne(std::uint8_t byte, std::optional<std::uint8_t>* due) {
-    const BareLine::Heard heard = co_await line_->Exchange(byte, AnswerTime, 0ms);
-    if (cancelled_) co_return false;
-    ++figures_.tried;
-    if (heard.bytes.empty()) {
-        ++figures_.lost;
-        co_return false;
-    }
-    figures_.times.push_back(heard.time);
-    if (!*due) *due = heard.bytes.front();
-    const bool right = heard.bytes.front() == **due;
-    if (!right) ++figures_.wrong;
-    // A second byte of a doubled answer may come a little later, and then spoils the next exchange.
-    if (heard.bytes.size() > 1) ++figures_.doubled;
-    co_return right&& heard.bytes.size() == 1;
-}
-
-void ConnectionCheck::Judge(const ExchangeFigures& figures) {
-    const MonotonicTime usual = figures.Share(0.5);
-    for (const MonotonicTime time : figures_.times) {
-        if (time > std::max<MonotonicTime>(RSComm::SilenceTime, 10 * usual)) ++figures_.late;
-    }
-    const bool local = !MeantAsNetworkAddress(portName_);
-    // Raw bytes carry no speed: which one the server has is not seen.
-    const auto address = ParseNetworkAddress(portName_);
-    const bool raw = address && address->kind == NetworkAddress::Kind::Raw;
-    const std::string atSpeed = raw ? std::string() : " at " + settings_.speed + " baud";
-    const bool timer = local && check::LooksLikeLatencyTimer(figures);
-    CheckStep step{
-        .name = check::ExchangeStep, .outcome = CheckStep::Outcome::Good, .seen = check::FiguresText(figures)};
-    result_.figures = figures_;
-    if (!figures_.Flawless()) {
-        step.outcome = CheckStep::Outcome::Bad;
-        step.todo = check::FlawAdvice(figures_, local);
-        const bool gone = figures_.times.empty() || port_.IsLost();
-        Conclude(gone ? CheckResult::Kind::NoLink : CheckResult::Kind::Flawed,
-                 port_.IsLost() ? "The line went away while it was tried." : check::FlawVerdict(figures_), step.todo);
-    } else if (timer) {
-        step.outcome = CheckStep::Outcome::Notice;
-        step.todo = check::LatencyAdvice;
-        Conclude(
-            CheckResult::Kind::Flawed,
-            "The board answers, but every byte takes about 16 ms: the latency timer of a USB adapter, by its figure.",
-            step.todo);
-    } else {
-        Conclude(CheckResult::Kind::Healthy,
-                 "The board answers" + atSpeed + "; " + std::to_string(figures.tried) +
-                     " exchanges went without a flaw.",
-                 "");
-    }
-    End(step);
-}
-
-TaskOf<std::optional<std::uint8_t>> ConnectionCheck::ReadByte(int address) {
-    const auto high = static_cast<std::uint8_t>(address >> 8);
-    const BareLine::Heard echo = co_await line_->Exchange(high, AnswerTime, 0ms);
-    if (echo.bytes != std::vector<std::uint8_t>{high}) co_return std::nullopt;
-    const BareLine::Heard data = co_await line_->Exchange(static_cast<std::uint8_t>(address & 0xFF), AnswerTime, 0ms);
-    if (data.bytes.size() != 1) co_return std::nullopt;
-    co_return data.bytes.front();
-}
-
-TaskOf<ConnectionCheck::Went> ConnectionCheck::AskBoard() {
-    display_.Begins(check::BoardStep);
-    std::vector<int> addresses{FirmwareRevisionByte, NetworkAddressByte, RevisionNumberBase, RevisionNumberBase + 1};
-    constexpr std::size_t identAt = 4;
-    constexpr int identLength = 8;
-    for (int i = 0; i < identLength; ++i)
-        addresses.push_back(RevisionIdentBase + i);
-    std::vector<std::uint8_t> bytes;
-    for (const int address : addresses) {
-        const auto byte = co_await ReadByte(address);
-        if (!byte || cancelled_) break;
-        bytes.push_back(*byte);
-    }
-    if (cancelled_) co_return Went::Ended;
-    if (bytes.size() < addresses.size()) {
-        End({.name = check::BoardStep,
-             .outcome = CheckStep::Outcome::Notice,
-             .seen = "Not all of what the board says of itself was read in step.",
-             .todo = "Check again."});
-        if (result_.kind == CheckResult::Kind::Healthy) {
-            Conclude(CheckResult::Kind::Flawed,
-                     "The exchanges went well, but the board's own data were not read in step.", "Check again.");
-        }
-        co_return Went::On;
-    }
-    CheckedBoard board{
-        .firmware = bytes[0], .networkAddress = bytes[1], .ident = {}, .revisions = {bytes[2], bytes[3]}};
-    board.ident = Utf8FromWindows1252(std::string(bytes.begin() + identAt, bytes.end()));
-    End({.name = check::BoardStep, .outcome = CheckStep::Outcome::Good, .seen = check::BoardText(board)});
-    result_.board = std::move(board);
-    co_return Went::On;
 }
 
 void ConnectionCheck::End(const CheckStep& step) { display_.Ends(step); }

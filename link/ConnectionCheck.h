@@ -4,7 +4,9 @@
 
 #include "link/BareLine.h"
 
+#include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -37,12 +39,21 @@ struct ExchangeFigures {
     [[nodiscard]] bool Flawless() const { return lost + late + wrong + doubled == 0; }
 };
 
+/// What is known before anything is asked.
+struct CheckSubject {
+    std::string portName; ///< As the user knows it.
+    // Of the board's user program on disk: no board tells its own type.
+    std::int16_t boardType = 0; ///< 0: unknown.
+    std::string identOnDisk{}; ///< UTF-8; empty: unknown.
+};
+
 /// As the board told it.
 struct CheckedBoard {
     int firmware = 0;
     int networkAddress = 0;
     std::string ident; ///< Of the program in it, eight characters, UTF-8.
     int revisions[2] = {0, 0};
+    std::string model{}; ///< Of the program on disk with the same ident; empty where there is none.
 };
 
 /// What came of it all.
@@ -71,8 +82,8 @@ public:
 
 class ConnectionCheck {
 public:
-    /// Everything must outlive it. `port` is the link's. `portName`: how the user knows it.
-    ConnectionCheck(RSComm& link, SerialPort& port, std::string portName, Clock& clock, TurnQueue& turns,
+    /// Everything must outlive it. `port` is the link's.
+    ConnectionCheck(RSComm& link, SerialPort& port, CheckSubject subject, Clock& clock, TurnQueue& turns,
                     CheckDisplay& display);
 
     /// While the link is ONLINE the open port and its speed are used, else the port is opened at 9600 and at 19200 and
@@ -93,6 +104,13 @@ private:
     };
     enum class Went { On, Ended };
 
+    static constexpr MonotonicTime AnswerTime = std::chrono::seconds(1);
+    /// Longer than a board keeps a value that was sent by half: no byte of the check can complete one.
+    static constexpr MonotonicTime Quiet = std::chrono::milliseconds(600);
+    /// Longer than whatever a byte of the wrong speed is heard as.
+    static constexpr MonotonicTime BehindAnAnswer = std::chrono::milliseconds(60);
+
+    // (ConnectionCheck.cpp)
     [[nodiscard]] TaskOf<Went> CheckOffline();
     [[nodiscard]] TaskOf<Went> CheckOnline(RSComm::Line* line);
     [[nodiscard]] TaskOf<Went> OpenFirst(PortSettings settings);
@@ -102,19 +120,23 @@ private:
     [[nodiscard]] TaskOf<bool> Reopen(PortSettings settings, CheckStep* whyNot);
     [[nodiscard]] CheckStep StepOf(const Probe& probe) const;
     Went JudgeProbes(const std::string& wanted);
+    // (ConnectionCheckExchanges.cpp)
     [[nodiscard]] TaskOf<bool> EnterReadMode();
     [[nodiscard]] TaskOf<Went> Measure();
     [[nodiscard]] TaskOf<bool> MeasureOne(std::uint8_t byte, std::optional<std::uint8_t>* due);
     void NoteSurplus(const ExchangeFigures& before);
     void Judge(const ExchangeFigures& figures);
+    /// A device of this computer, no network in between.
+    [[nodiscard]] bool Local() const;
     [[nodiscard]] TaskOf<Went> AskBoard();
     [[nodiscard]] TaskOf<std::optional<std::uint8_t>> ReadByte(int address);
+
     void End(const CheckStep& step);
     void Conclude(CheckResult::Kind kind, const std::string& verdict, const std::string& todo);
 
     RSComm& link_;
     SerialPort& port_;
-    std::string portName_;
+    CheckSubject subject_;
     Clock& clock_;
     TurnQueue& turns_;
     CheckDisplay& display_;

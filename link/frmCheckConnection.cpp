@@ -1,12 +1,15 @@
 #include "link/frmCheckConnection.h"
 
 #include "platform/QtScreen.h"
+#include "widgets/QtIcons.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QShowEvent>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace vantrel {
 
@@ -15,22 +18,32 @@ namespace {
 constexpr int WidthTwips = 8400;
 constexpr int HeightTwips = 6900;
 
+QString Marked(QChar mark, ProgramIcon lamp) {
+    return QStringLiteral("<span style=\"color:%1\">%2</span>").arg(LampColor(lamp).name(), QString(mark));
+}
+
+/// A shape as well as a colour.
 QString Mark(CheckStep::Outcome outcome) {
-    if (outcome == CheckStep::Outcome::Good) return QStringLiteral("\u2713");
-    return outcome == CheckStep::Outcome::Notice ? QStringLiteral("\u25cb") : QStringLiteral("\u2717");
+    if (outcome == CheckStep::Outcome::Good) return Marked(u'\u2713', ProgramIcon::LampGood);
+    return outcome == CheckStep::Outcome::Notice ? Marked(u'\u25cb', ProgramIcon::LampOff)
+                                                 : Marked(u'\u2717', ProgramIcon::LampBad);
+}
+
+QString Todo(const std::string& todo) {
+    return todo.empty() ? QString() : QStringLiteral("\u2192 ") + QString::fromStdString(todo);
 }
 
 QString Escaped(const std::string& text) { return QString::fromStdString(text).toHtmlEscaped(); }
 
 } // namespace
 
-frmCheckConnection::frmCheckConnection(RSComm& link, SerialPort& port, const std::string& portName, Clock& clock,
+frmCheckConnection::frmCheckConnection(RSComm& link, SerialPort& port, CheckSubject subject, Clock& clock,
                                        TurnQueue& turns, QWidget* parent)
-    : QDialog(parent), check_(link, port, portName, clock, turns, *this) {
+    : QDialog(parent), check_(link, port, std::move(subject), clock, turns, *this) {
     setObjectName(QStringLiteral("frmCheckConnection"));
     setWindowTitle(QStringLiteral("Check Connection"));
     BuildControls();
-    setMinimumSize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    setMinimumSize(SizeOnScreen(WidthTwips, HeightTwips, *this));
 }
 
 void frmCheckConnection::BuildControls() {
@@ -40,16 +53,16 @@ void frmCheckConnection::BuildControls() {
     barExchanges = new QProgressBar(this);
     barExchanges->setAccessibleName(QStringLiteral("Exchanges"));
     barExchanges->setRange(0, static_cast<int>(ConnectionCheck::Exchanges));
-    lblVerdict = new QLabel(QStringLiteral("The check is running. Nothing is written to the board."), this);
-    lblVerdict->setObjectName(QStringLiteral("lblVerdict"));
-    lblVerdict->setTextFormat(Qt::PlainText);
-    lblVerdict->setWordWrap(true);
-    lblVerdict->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // Shown while there is something to count.
+    barExchanges->hide();
+    BuildVerdict();
     cmdCopy = new QPushButton(QStringLiteral("C&opy"), this);
     cmdClose = new QPushButton(QStringLiteral("&Cancel"), this);
     cmdClose->setDefault(true);
     connect(cmdCopy, &QPushButton::clicked, this, [this] {
-        QApplication::clipboard()->setText(txtSteps->toPlainText() + QLatin1Char('\n') + lblVerdict->text());
+        QApplication::clipboard()->setText(QStringList{txtSteps->toPlainText(), lblVerdict->text(), lblTodo->text()}
+                                               .join(QLatin1Char('\n'))
+                                               .trimmed());
     });
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
     auto* buttons = new QHBoxLayout;
@@ -60,7 +73,21 @@ void frmCheckConnection::BuildControls() {
     all->addWidget(txtSteps, 1);
     all->addWidget(barExchanges);
     all->addWidget(lblVerdict);
+    all->addWidget(lblTodo);
     all->addLayout(buttons);
+}
+
+void frmCheckConnection::BuildVerdict() {
+    lblVerdict = new QLabel(QStringLiteral("The check is running. Nothing is written to the board."), this);
+    lblVerdict->setObjectName(QStringLiteral("lblVerdict"));
+    lblTodo = new QLabel(this);
+    lblTodo->setObjectName(QStringLiteral("lblTodo"));
+    lblTodo->hide();
+    for (QLabel* label : {lblVerdict, lblTodo}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    }
 }
 
 void frmCheckConnection::showEvent(QShowEvent* event) {
@@ -75,9 +102,13 @@ void frmCheckConnection::showEvent(QShowEvent* event) {
 Task frmCheckConnection::Check() {
     const CheckResult result = co_await check_.Run();
     running_ = false;
-    QString text = QString::fromStdString(result.verdict);
-    if (!result.todo.empty()) text += QStringLiteral("\n\u2192 ") + QString::fromStdString(result.todo);
-    lblVerdict->setText(text);
+    QFont bold = lblVerdict->font();
+    bold.setBold(true);
+    lblVerdict->setFont(bold);
+    lblVerdict->setText(QString::fromStdString(result.verdict));
+    lblTodo->setText(Todo(result.todo));
+    lblTodo->setVisible(!result.todo.empty());
+    barExchanges->hide();
     cmdClose->setText(QStringLiteral("&Close"));
     // From the event loop: whoever owns the window destroys its task with it.
     if (closeWanted_)
@@ -90,11 +121,14 @@ void frmCheckConnection::Begins(const std::string& step) { lblVerdict->setText(Q
 void frmCheckConnection::Ends(const CheckStep& step) {
     QString html =
         QStringLiteral("<p><b>%1 %2</b><br>%3").arg(Mark(step.outcome), Escaped(step.name), Escaped(step.seen));
-    if (!step.todo.empty()) html += QStringLiteral("<br>\u2192 <i>%1</i>").arg(Escaped(step.todo));
+    if (!step.todo.empty()) html += QStringLiteral("<br><i>%1</i>").arg(Todo(step.todo).toHtmlEscaped());
     txtSteps->append(html + QStringLiteral("</p>"));
 }
 
-void frmCheckConnection::Progress(std::size_t done, std::size_t) { barExchanges->setValue(static_cast<int>(done)); }
+void frmCheckConnection::Progress(std::size_t done, std::size_t) {
+    barExchanges->show();
+    barExchanges->setValue(static_cast<int>(done));
+}
 
 void frmCheckConnection::done(int result) {
     if (!running_) {

@@ -17,7 +17,7 @@ namespace vantrel {
 /// Modal, by exec(); begins when it is shown. Closing it cancels the check first.
 class frmCheckConnection final : public QDialog, private CheckDisplay {
 public:
-    frmCheckConnection(RSComm& link, SerialPort& port, const std::string& portName, Clock& clock, TurnQueue& turns,
+    frmCheckConnection(RSComm& link, SerialPort& port, CheckSubject subject, Clock& clock, TurnQueue& turns,
                        QWidget* parent);
 
     void done(int result) override;
@@ -26,6 +26,7 @@ public:
     QTextBrowser* txtSteps = nullptr;
     QProgressBar* barExchanges = nullptr;
     QLabel* lblVerdict = nullptr;
+    QLabel* lblTodo = nullptr; ///< What to do about it.
     QPushButton* cmdCopy = nullptr;
     QPushButton* cmdClose = nullptr; ///< "Cancel" while it runs.
 
@@ -37,6 +38,7 @@ private:
     void Ends(const CheckStep& step) override;
     void Progress(std::size_t done, std::size_t all) override;
     void BuildControls();
+    void BuildVerdict();
     Task Check();
 
     ConnectionCheck check_;

@@ -75,7 +75,7 @@ frmLineMonitor::frmLineMonitor(LineRecorder& recorder, Save save, QWidget* paren
         recorder_.Clear();
         Follow();
     });
-    resize(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
+    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
     recorder_.Begin();
     const auto saveLines = [this, write = std::move(save)] {
         Follow();

@@ -183,6 +183,7 @@ void frmSetupComm::LayOut() {
 void frmSetupComm::ShowCurrentSettings() {
     const PortSettings settings = decides_.CurrentSettings();
     txtCommPort->setText(QString::number(settings.number));
+    ShowAddress();
     optPortSpeed[settings.speed == Speeds[1] ? 1 : 0]->setChecked(true);
 }
 

@@ -19,7 +19,8 @@ struct FileFilter {
 
 struct FileQuestion {
     std::vector<FileFilter> filters;
-    /// Initial file name with its folder; a pattern as name ("*.sdt") only says the folder. Empty: the host decides.
+    /// Initial file name, with its folder or without; a pattern as name ("*.sdt") only says the folder. The host
+    /// decides what is not said.
     std::filesystem::path initial;
     std::size_t filter = 0; ///< Which filter is chosen at first.
     std::string title{}; ///< Of the dialog; empty: "Open" or "Save As".

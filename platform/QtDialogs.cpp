@@ -270,7 +270,7 @@ std::optional<FileChoice> QtDialogs::OpenFile(const FileQuestion& question) { re
 std::optional<FileChoice> QtDialogs::SaveFile(const FileQuestion& question) { return AskFile(question, true); }
 
 std::filesystem::path QtDialogs::StartFolder(const FileQuestion& question, bool saving) const {
-    if (NamesFile(question)) return question.initial.parent_path();
+    if (NamesFile(question) && question.initial.has_parent_path()) return question.initial.parent_path();
     // Not where the program happens to have been started, nor where its samples are kept from everybody.
     if (saving && (lastFolder_.empty() || !FolderIsWritable(lastFolder_))) {
         const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);

@@ -108,6 +108,12 @@ int PixelsOfTwips(int twips, const QWidget& window) {
     return qRound(twips * window.screen()->logicalDotsPerInchX() / TwipsPerInch);
 }
 
+QSize SizeOnScreen(int widthTwips, int heightTwips, const QWidget& window) {
+    constexpr double share = 0.9;
+    return QSize(PixelsOfTwips(widthTwips, window), PixelsOfTwips(heightTwips, window))
+        .boundedTo(window.screen()->availableSize() * share);
+}
+
 int EntryWidth(int twips, const QLineEdit& box, const QString& text) {
     constexpr int cursorAndMargins = 8;
     const int frame = 2 * box.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &box);
@@ -121,6 +127,31 @@ void CentreOnScreen(QWidget& dialog) {
     const QRect centred = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, dialog.size(), screen);
     // The title bar of a dialog that is larger than the screen stays within reach.
     dialog.move(qMax(centred.x(), screen.x()), qMax(centred.y(), screen.y()));
+}
+
+void PlaceBeside(QWidget& window, QWidget& owner) {
+    const QRect room = owner.screen()->availableGeometry();
+    const QRect taken = owner.frameGeometry();
+    // It will get the same frame.
+    const QSize frame = taken.size() - owner.size();
+    const QSize least = window.minimumSizeHint() + frame;
+    const QSize wanted = window.sizeHint().expandedTo(window.size()) + frame;
+    if (taken.width() + wanted.width() <= room.width() && least.height() <= room.height()) {
+        const bool right = room.right() - taken.right() >= wanted.width();
+        const bool left = taken.left() - room.left() >= wanted.width();
+        const int ownerX = right || left ? taken.left() : room.right() + 1 - wanted.width() - taken.width();
+        const int x = left && !right ? taken.left() - wanted.width() : ownerX + taken.width();
+        window.resize(wanted.boundedTo({wanted.width(), room.height()}) - frame);
+        owner.move(ownerX, taken.top());
+        window.move(x, qMin(taken.top(), room.bottom() + 1 - window.height() - frame.height()));
+    } else if (taken.height() + least.height() <= room.height() && least.width() <= room.width()) {
+        const int height = qMin(wanted.height(), room.height() - taken.height());
+        const int ownerY = qMin(taken.top(), room.bottom() + 1 - height - taken.height());
+        window.resize(QSize(qMin(wanted.width(), room.width()), height) - frame);
+        owner.move(taken.left(), ownerY);
+        window.move(qBound(room.left(), taken.left(), room.right() + 1 - window.width() - frame.width()),
+                    ownerY + taken.height());
+    }
 }
 
 void SelectAllOnFocus(QLineEdit& box) { new SelectAllFilter(box); }

@@ -18,12 +18,19 @@ void MakeLinksReadable();
 /// Pixels of a length in twips (1/1440 inch) at the logical resolution of the screen that `window` belongs to.
 [[nodiscard]] int PixelsOfTwips(int twips, const QWidget& window);
 
+/// A size in twips for a window, which leaves a tenth of its screen free.
+[[nodiscard]] QSize SizeOnScreen(int widthTwips, int heightTwips, const QWidget& window);
+
 /// Width of an entry box: that many twips, and more where the box's font needs it for `text`.
 [[nodiscard]] int EntryWidth(int twips, const QLineEdit& box, const QString& text);
 
 /// Gives a dialog the size that its content asks for and puts it in the middle of its owner's screen (its own, without
 /// an owner). Call before it is shown.
 void CentreOnScreen(QWidget& dialog);
+
+/// Puts a window that is about to be shown for the first time beside or below its owner. Where the screen has not the
+/// room, the owner makes some, as far as it can; where both do not fit, neither is moved.
+void PlaceBeside(QWidget& window, QWidget& owner);
 
 /// From now on `box` selects its whole text when it gets the focus. Coming back from another program, a message box or
 /// a menu is no new focus: what the user had selected stays.

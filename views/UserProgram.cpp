@@ -13,6 +13,7 @@
 #include <optional>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace vantrel {
 
@@ -78,6 +79,19 @@ UserProgram ReadUserProgram(const std::filesystem::path& programFile) {
     program.revisionNumbers = {RevisionNumber(*revisionFile, numbers.substr(NumberDigits)),
                                RevisionNumber(*revisionFile, numbers.substr(0, NumberDigits))};
     return program;
+}
+
+CheckSubject SubjectOfCheck(std::string portName, const std::filesystem::path& setupFile, const ProgramFolder& folder) {
+    CheckSubject subject{.portName = std::move(portName)};
+    try {
+        const UserProgram program = ReadUserProgram(FindUserProgram(setupFile, folder));
+        subject.boardType = program.boardType;
+        if (program.revIdentOnDisk != UserProgram().revIdentOnDisk) subject.identOnDisk = program.revIdentOnDisk;
+    } catch (const RuntimeError&) {
+        // Whoever looks at the board's own view is told; the line has nothing to do with it.
+        return subject;
+    }
+    return subject;
 }
 
 } // namespace vantrel

@@ -2,6 +2,7 @@
 // program folder and the disk.
 #pragma once
 
+#include "link/ConnectionCheck.h"
 #include "platform/Folders.h"
 
 #include <array>
@@ -27,5 +28,9 @@ struct UserProgram {
 /// values unknown. Throws RuntimeError when one that is there cannot be read, 321 when the revision's numbers are none
 /// of 0..255.
 [[nodiscard]] UserProgram ReadUserProgram(const std::filesystem::path& programFile);
+
+/// What the check of the connection knows beforehand. Of a program that cannot be read nothing is.
+[[nodiscard]] CheckSubject SubjectOfCheck(std::string portName, const std::filesystem::path& setupFile,
+                                          const ProgramFolder& folder);
 
 } // namespace vantrel

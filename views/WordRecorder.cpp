@@ -86,13 +86,15 @@ std::string WordRecorder::Csv(WordNotation notation) const {
         std::size_t column;
         std::string text;
     };
+    // For whoever calculates with them; below 0 as the picture beside it.
+    const WordNotation written = notation == WordNotation::Signed ? notation : WordNotation::Decimal;
     std::vector<Row> rows;
     for (const Slot& slot : slots_) {
         if (!slot.word) continue;
         const std::size_t column = heading.size();
         heading.push_back(RecordedWordName(*slot.word));
         for (const Sample& sample : slot.samples)
-            rows.push_back({sample.at, column, sample.word ? WordText(*sample.word, notation) : "-"});
+            rows.push_back({sample.at, column, sample.word ? WordText(*sample.word, written) : "-"});
     }
     std::ranges::stable_sort(rows, {}, &Row::at);
     std::string table = "\xEF\xBB\xBF" + DelimitedLine(heading, ',');

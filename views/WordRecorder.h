@@ -68,8 +68,8 @@ public:
     [[nodiscard]] MonotonicTime Begun() const { return begun_; }
     [[nodiscard]] std::chrono::local_seconds BegunLocal() const { return begunLocal_; }
     /// A row for each reading, in the order of time: date and time of the computer, seconds since the record began, and
-    /// a column for each word, in which the others' rows are empty; "-" for a doubtful one. UTF-8 with a mark of it, as
-    /// spreadsheets want it.
+    /// a column for each word, in which the others' rows are empty; "-" for a doubtful one. Values are decimal numbers,
+    /// below 0 in the notation Signed only. UTF-8 with a mark of it, as spreadsheets want it.
     [[nodiscard]] std::string Csv(WordNotation notation) const;
 
 private:

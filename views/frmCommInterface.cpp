@@ -32,7 +32,7 @@ MessageBox SequenceRefusal() {
 frmCommInterface::frmCommInterface(Document& document, RSComm& link, TurnQueue& turns, DocumentDialogs& dialogs,
                                    const Clock& clock, std::int16_t& selectedSequence, std::function<void()> applyMode,
                                    QWidget* parent)
-    : frmLiveView(link, turns, dialogs, clock, std::move(applyMode), parent), Entry(EntryRules()),
+    : frmLiveView(link, turns, dialogs, clock, std::move(applyMode), parent), Entry(EntryRules()), document_(document),
       SelectedSequence(selectedSequence), passes_(document.CurrentConfiguration, link, turns, selectedSequence, *this),
       recorder_(clock.Now(), clock.LocalNow()), fileDialogs_(dialogs) {
     setObjectName(QStringLiteral("frmCommInterface"));
@@ -86,18 +86,11 @@ void frmCommInterface::ShowOfflineLook() {
 }
 
 void frmCommInterface::ColourGrids() {
-    // Only what differs from the host's own colours is set.
-    QPalette colours;
-    if (OnlineLookShown) {
-        const bool dark = palette().color(QPalette::Base).lightness() < 128;
-        colours.setColor(QPalette::Text, dark ? OnlineColorOnDark : OnlineColor);
-    } else {
-        const QColor grey = palette().color(QPalette::Disabled, QPalette::Text);
-        colours.setColor(QPalette::Text, grey);
-        colours.setColor(QPalette::ButtonText, grey);
-    }
+    const bool dark = palette().color(QPalette::Base).lightness() < 128;
+    const QColor online = dark ? OnlineColorOnDark : OnlineColor;
+    const QColor grey = palette().color(QPalette::Disabled, QPalette::Text);
     for (QtFormatGrid& grid : fgSettings)
-        grid.setPalette(colours);
+        grid.SetLook(OnlineLookShown ? online : grey, !OnlineLookShown);
     ColourSetUp();
     ShowWords();
 }

@@ -110,6 +110,7 @@ private:
     void Plot();
     [[nodiscard]] std::vector<WordPlace> SelectedWords() const;
 
+    const Document& document_;
     std::int16_t& SelectedSequence;
     SequenceMonitor passes_;
     DataWords words_;

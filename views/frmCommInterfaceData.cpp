@@ -1,6 +1,7 @@
 // The communication interface view's data words in their notation, and what the open document says of the settings.
 #include "views/frmCommInterface.h"
 
+#include "platform/QtScreen.h"
 #include "text/NumberText.h"
 #include "views/frmPlot.h"
 
@@ -133,12 +134,14 @@ std::vector<WordPlace> frmCommInterface::SelectedWords() const {
 }
 
 void frmCommInterface::Plot() {
-    if (!plot_) plot_ = new frmPlot(recorder_, SelectedSequence, notation_, clock_, fileDialogs_, this);
+    const bool first = !plot_;
+    if (first) plot_ = new frmPlot(recorder_, document_, SelectedSequence, notation_, clock_, fileDialogs_, this);
     std::vector<WordPlace> words = SelectedWords();
     constexpr WordPlace sent{1, DataDirection::Send};
     constexpr WordPlace received{1, DataDirection::Receive};
     if (words.empty() && recorder_.IsEmpty()) words = {words_.IsBeyond(sent) ? received : sent};
     if (!words.empty()) plot_->Follow(words);
+    if (first) PlaceBeside(*plot_, *this);
     plot_->show();
     plot_->raise();
     plot_->activateWindow();

@@ -5,7 +5,7 @@
 #include "widgets/QtIcons.h"
 
 #include <QHeaderView>
-#include <QScreen>
+#include <QStringList>
 
 #include <algorithm>
 #include <array>
@@ -98,9 +98,7 @@ frmEventLog::frmEventLog(const History& history, Save save, QWidget* parent)
     setWindowTitle(QStringLiteral("Event Log"));
     BuildChoice();
     BuildTable();
-    constexpr double shareOfScreen = 0.9;
-    const QSize planned(PixelsOfTwips(WidthTwips, *this), PixelsOfTwips(HeightTwips, *this));
-    resize(planned.boundedTo(screen()->availableSize() * shareOfScreen));
+    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
     rows_->Choose({});
     Begin(
         QStringLiteral("&Save as CSV..."), [this, write = std::move(save)] { write(Sequence()); }, FollowPeriod);
@@ -109,8 +107,9 @@ frmEventLog::frmEventLog(const History& history, Save save, QWidget* parent)
 void frmEventLog::BuildTable() {
     // As wide as what they have to hold, whatever they hold now; where that is too wide, the table scrolls.
     ShowRows(rows_, {"2026-03-14 09:05:07", "Sequence", "Not looked at", "disabled       ",
-                     "No sequence was looked at since 2026-03-14 09:05:07", "2026-03-14 09:05:07 "});
+                     "05: No Slave Response, Timeout (was 02: Comm to Node OK)", "2026-03-14 09:05:07 "});
     grdRows->setAccessibleName(QStringLiteral("Events, the newest first"));
+    grdRows->setIconSize(LampSize(*grdRows));
     grdRows->verticalHeader()->setDefaultSectionSize(grdRows->fontMetrics().height() + CellPadding / 2);
     grdRows->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     grdRows->horizontalHeader()->setStretchLastSection(true);

@@ -43,10 +43,10 @@ MessageBox NotSaved(const std::string& text) {
 
 } // namespace
 
-frmPlot::frmPlot(WordRecorder& recorder, const std::int16_t& sequence, const WordNotation& notation, const Clock& clock,
-                 DocumentDialogs& dialogs, QWidget* parent)
-    : QDialog(parent), recorder_(recorder), sequence_(sequence), notation_(notation), clock_(clock), dialogs_(dialogs),
-      shownUntil_(clock.Now()) {
+frmPlot::frmPlot(WordRecorder& recorder, const Document& document, const std::int16_t& sequence,
+                 const WordNotation& notation, const Clock& clock, DocumentDialogs& dialogs, QWidget* parent)
+    : QDialog(parent), recorder_(recorder), document_(document), sequence_(sequence), notation_(notation),
+      clock_(clock), dialogs_(dialogs), shownUntil_(clock.Now()) {
     setObjectName(QStringLiteral("frmPlot"));
     setWindowTitle(tr("Plot of Data Words"));
     setSizeGripEnabled(true);
@@ -208,18 +208,20 @@ void frmPlot::SavePicture() {
         dialogs_.Show(NotSaved("The picture could not be made."));
         return;
     }
-    Save({.filters = {{.name = "Picture(*.png)", .pattern = "*.png"}}, .initial = {}, .title = "Save Picture As"},
-         ".png", {reinterpret_cast<const std::uint8_t*>(bytes.constData()), static_cast<std::size_t>(bytes.size())});
+    Save("Picture(*.png)", "Save Picture As", ".png",
+         {reinterpret_cast<const std::uint8_t*>(bytes.constData()), static_cast<std::size_t>(bytes.size())});
 }
 
 void frmPlot::SaveTable() {
     const std::string table = recorder_.Csv(notation_);
-    Save({.filters = {{.name = "Table(*.csv)", .pattern = "*.csv"}}, .initial = {}, .title = "Save Table As"}, ".csv",
-         {reinterpret_cast<const std::uint8_t*>(table.data()), table.size()});
+    Save("Table(*.csv)", "Save Table As", ".csv", {reinterpret_cast<const std::uint8_t*>(table.data()), table.size()});
 }
 
-void frmPlot::Save(const FileQuestion& question, const char* extension, std::span<const std::uint8_t> bytes) {
-    const auto choice = dialogs_.SaveFile(question);
+void frmPlot::Save(const std::string& kind, const std::string& title, const std::string& extension,
+                   std::span<const std::uint8_t> bytes) {
+    const auto choice = dialogs_.SaveFile({.filters = {{.name = kind, .pattern = "*" + extension}},
+                                           .initial = NameAbout(document_, "data words" + extension),
+                                           .title = title});
     // The view beside it comes up as the dialog's owner.
     raise();
     activateWindow();

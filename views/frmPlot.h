@@ -2,6 +2,7 @@
 // nothing: the view's passes fill the record that it shows.
 #pragma once
 
+#include "document/Document.h"
 #include "platform/Clock.h"
 #include "platform/DocumentDialogs.h"
 #include "views/WordRecorder.h"
@@ -20,6 +21,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <string>
 
 class QBoxLayout;
 
@@ -27,10 +29,10 @@ namespace vantrel {
 
 class frmPlot final : public QDialog {
 public:
-    /// `sequence`: the one that is being read; a word chosen here is one of it. Everything handed in must outlive the
-    /// window.
-    frmPlot(WordRecorder& recorder, const std::int16_t& sequence, const WordNotation& notation, const Clock& clock,
-            DocumentDialogs& dialogs, QWidget* parent);
+    /// `sequence`: the one that is being read; a word chosen here is one of it. `document`: gives files their names.
+    /// Everything handed in must outlive the window.
+    frmPlot(WordRecorder& recorder, const Document& document, const std::int16_t& sequence,
+            const WordNotation& notation, const Clock& clock, DocumentDialogs& dialogs, QWidget* parent);
 
     /// Follows these words of the sequence, in the place of what was followed before.
     void Follow(std::span<const WordPlace> places);
@@ -64,9 +66,12 @@ private:
     [[nodiscard]] std::vector<StripCurve> Curves() const;
     void SavePicture();
     void SaveTable();
-    void Save(const FileQuestion& question, const char* extension, std::span<const std::uint8_t> bytes);
+    /// `kind`: as shown, with its pattern, "Table(*.csv)".
+    void Save(const std::string& kind, const std::string& title, const std::string& extension,
+              std::span<const std::uint8_t> bytes);
 
     WordRecorder& recorder_;
+    const Document& document_;
     const std::int16_t& sequence_;
     const WordNotation& notation_;
     const Clock& clock_;

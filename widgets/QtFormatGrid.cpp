@@ -2,6 +2,7 @@
 #include "widgets/QtFormatGrid.h"
 
 #include "platform/QtScreen.h"
+#include "widgets/QtIcons.h"
 
 #include <QAbstractButton>
 #include <QAbstractTableModel>
@@ -179,6 +180,7 @@ void QtFormatGrid::initViewItemOption(QStyleOptionViewItem* option) const {
     option->palette.setColor(QPalette::AlternateBase,
                              QColor::fromRgbF(between(base.redF(), text.redF()), between(base.greenF(), text.greenF()),
                                               between(base.blueF(), text.blueF())));
+    if (textColor_.isValid()) option->palette.setColor(QPalette::Text, textColor_);
 }
 
 void QtFormatGrid::BuildHeaders() {
@@ -201,6 +203,7 @@ void QtFormatGrid::LayOut(const GridPlan& plan) {
 }
 
 void QtFormatGrid::FitFont() {
+    setIconSize(LampSize(*this));
     rowHeight_ = std::max(fontMetrics().height() + RowPadding, horizontalHeader()->sizeHint().height());
     verticalHeader()->setDefaultSectionSize(rowHeight_);
     horizontalHeader()->setFixedHeight(rowHeight_);
@@ -285,6 +288,14 @@ Qt::Alignment QtFormatGrid::Alignment(int column) const {
 void QtFormatGrid::SetTextColor(int row, int column, const QColor& color) {
     cells_->SetColor(row, column, color);
     if (row == 0 && column == 0 && corner_) corner_->update();
+}
+
+void QtFormatGrid::SetLook(const QColor& text, bool headingsGrey) {
+    textColor_ = text;
+    for (QHeaderView* header : {horizontalHeader(), verticalHeader()})
+        header->setEnabled(!headingsGrey);
+    if (corner_) corner_->update();
+    viewport()->update();
 }
 
 void QtFormatGrid::SetGround(int row, int column, const QColor& color) { cells_->SetGround(row, column, color); }

@@ -57,6 +57,10 @@ public:
     [[nodiscard]] Qt::Alignment Alignment(int column) const;
     /// An invalid colour gives the cell back to the theme.
     void SetTextColor(int row, int column, const QColor& color);
+    /// Of every cell of the body that has none of its own, and headings as of something disabled. Not by a palette: the
+    /// toolkit keeps what it has drawn of headings, for each palette that there ever was.
+    void SetLook(const QColor& text, bool headingsGrey);
+    [[nodiscard]] const QColor& BodyColor() const { return textColor_; }
     /// The ground of a cell of the body; an invalid colour gives it back to the theme.
     void SetGround(int row, int column, const QColor& color);
     void SetItalic(int row, int column, bool italic);
@@ -119,6 +123,7 @@ private:
     std::function<void()> onCellsMoved_;
     int rowHeight_ = 0;
     QSize wanted_; ///< With all of the rows to be shown.
+    QColor textColor_; ///< Invalid: the theme's.
     std::vector<int> leastWidths_; ///< Of the columns, in pixels.
 };
 

@@ -8,6 +8,7 @@
 #include <QPalette>
 #include <QPixmap>
 #include <QPolygonF>
+#include <QStyle>
 
 #include <algorithm>
 #include <cmath>
@@ -307,6 +308,12 @@ private:
 } // namespace
 
 QIcon IconOf(ProgramIcon icon) { return QIcon(new ProgramIconEngine(icon)); }
+
+QSize LampSize(const QWidget& widget) {
+    const int side = std::max(widget.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &widget),
+                              widget.fontMetrics().ascent());
+    return {side, side};
+}
 
 QColor LampColor(ProgramIcon lamp) {
     const Inks inks = InksFor(QIcon::Normal);

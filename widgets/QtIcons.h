@@ -3,6 +3,8 @@
 
 #include <QColor>
 #include <QIcon>
+#include <QSize>
+#include <QWidget>
 
 namespace vantrel {
 
@@ -26,6 +28,8 @@ enum class ProgramIcon {
 
 /// Follows the application's palette whenever it is drawn; a disabled icon loses its colours.
 [[nodiscard]] QIcon IconOf(ProgramIcon icon);
+/// Of a lamp beside a text of that widget's font: as high as its letters, and no smaller than the host's small icons.
+[[nodiscard]] QSize LampSize(const QWidget& widget);
 /// The colour that a lamp has in the application's theme.
 [[nodiscard]] QColor LampColor(ProgramIcon lamp);
 

@@ -160,6 +160,7 @@ protected:
                          .reachBoard =
                              [this](const PortChoice&, const std::filesystem::path&) {
                                  port = std::make_shared<SimulatedPort>(board, clock, LinePacing::LineSpeed);
+                                 port->SetBoardSpeed(boardSpeed);
                                  return BoardPort{port, "the test's board"};
                              },
                          .setLastWords = [this](const std::string& text) { lastWords = text; },
@@ -176,6 +177,7 @@ protected:
     InterruptingClock clock;
     SimulatedBoard board;
     std::shared_ptr<SimulatedPort> port; ///< Of the command that ran last.
+    int boardSpeed = 0; ///< See SimulatedPort.
     bool drawsProgress = false;
     bool outIsTerminal = false;
     std::string lastWords; ///< What a second interrupt would say.

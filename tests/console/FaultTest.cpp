@@ -42,6 +42,9 @@ const std::vector<Case>& Cases() {
         {"no-answer", "write W6400 5", 3, {"Nothing was written to W6400."}, {"W6400 5"}},
         {"no-answer", "status", 3, {"there is no link"}, {"Seq #"}},
         {"no-answer", "board", 3, {"there is no link"}, {"Firmware"}},
+        {"no-answer", "doctor", 3, {"Nothing answers, at either speed.", "Is the board powered?"}, {"without a flaw"}},
+        {"shorted-lines", "doctor", 3, {"What is sent comes back itself", "Transmit and receive touch"}, {"Program"}},
+        {"latency-timer", "doctor", 1, {"about 16 ms", "Board type K5216, by"}, {"without a flaw"}},
 
         // Doubtful values are never shown, and one single fault makes none doubtful.
         {"doubled-byte:once@5", "read W6400", 0, {"W6400 1\n"}, {"reliabl"}},

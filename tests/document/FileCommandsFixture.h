@@ -82,6 +82,7 @@ protected:
                  document.CurrentConfiguration.SetValue(2, 99);
                  return fetchSucceeds;
              },
+         .uploaded = [this](const Configuration& before) { fetchedOver = before.Value(2); },
          .showDocumentDate =
              [this] { dates += document.IsUnnamed ? "-\n" : IsoText(document.CurrentConfiguration.SavedDate) + "\n"; },
          .showCaption = [this] { dialogs.trace += document.BracketName + ";"; },
@@ -89,6 +90,7 @@ protected:
          .dateText = [](OleDate date) { return IsoText(date); },
          .notice = [this](const std::string& text) { notice = text; }}};
     std::string notice;
+    std::optional<std::int32_t> fetchedOver; ///< A value before the fetch that stays.
 };
 
 } // namespace vantrel

@@ -85,7 +85,9 @@ TEST_F(FileCommandsTest, WhatAFetchReplacesIsKeptBesideOrTheUserGivesItUp) {
         document.New();
         document.CurrentConfiguration.SetValue(1, 7);
         Answer({answer});
+        fetchedOver.reset();
         EXPECT_EQ(files.Save(), answer == MessageAnswer::Yes ? Outcome::Done : Outcome::Failed);
+        EXPECT_EQ(fetchedOver, answer == MessageAnswer::Yes ? std::optional(0) : std::nullopt);
         EXPECT_EQ(document.CurrentConfiguration.Value(2), answer == MessageAnswer::Yes ? 99 : 0);
         EXPECT_NE(LastText().find("no copy could be made"), std::string::npos);
     }

@@ -13,11 +13,8 @@ class SeenSteps final : public CheckDisplay {
 public:
     void Begins(const std::string&) override {}
     void Ends(const CheckStep& step) override { text += step.name + ": " + step.seen + "\n  " + step.todo + "\n"; }
-    void Progress(std::size_t done, std::size_t) override {
-        if (onProgress) onProgress(done);
-    }
+    void Progress(std::size_t, std::size_t) override {}
     std::string text;
-    std::function<void(std::size_t)> onProgress;
 };
 
 class ConnectionCheckTest : public BoardLink<> {
@@ -25,19 +22,14 @@ protected:
     ConnectionCheckTest() : BoardLink(LinePacing::LineSpeed) { link.SetPortOverride({.number = 1, .speed = "9600"}); }
     CheckResult Check(const std::string& name = "/dev/ttyUSB0") {
         const std::vector<std::uint8_t> before(board.Stored().begin(), board.Stored().end());
-        ConnectionCheck check(link, port, name, clock, turns, seen);
-        if (cancelAt) {
-            seen.onProgress = [&](std::size_t done) {
-                if (done >= *cancelAt) check.Cancel();
-            };
-        }
+        ConnectionCheck check(link, port, {name, '6', ident}, clock, turns, seen);
         CheckResult result = turns.RunToEnd(check.Run());
         EXPECT_TRUE(std::equal(before.begin(), before.end(), board.Stored().begin())) << "something was written";
         EXPECT_TRUE(dialogs.shown.empty());
         return result;
     }
     SeenSteps seen;
-    std::optional<std::size_t> cancelAt;
+    std::string ident = "K5216505"; ///< Of the user program on disk.
 };
 
 TEST_F(ConnectionCheckTest, FindsAHealthyBoardAndSaysWhichItIs) {
@@ -48,7 +40,9 @@ TEST_F(ConnectionCheckTest, FindsAHealthyBoardAndSaysWhichItIs) {
     EXPECT_EQ(result.figures->tried, 200U);
     EXPECT_EQ(result.figures->Share(0.5), 2 * (MonotonicTime(10s) / 9600));
     EXPECT_EQ(result.board->networkAddress, 1);
-    EXPECT_EQ(result.board->ident.size(), 8U);
+    EXPECT_EQ(result.board->ident + " " + result.board->model, "K5216505 K5216");
+    ident = "K5216999";
+    EXPECT_EQ(Check().board->model, "") << "another program's type says nothing";
     EXPECT_FALSE(port.IsOpen());
 }
 
@@ -115,14 +109,6 @@ TEST_F(ConnectionCheckTest, NamesWhatIsWrongAndNeverMoreThanItSaw) {
     port.SetBoardSpeed(0);
     board.AddFault({.kind = FaultKind::LatencyTimer});
     EXPECT_EQ(Check("socket://plc:1").kind, Kind::Healthy);
-}
-
-TEST_F(ConnectionCheckTest, IsCancelledAtOnce) {
-    cancelAt = 20;
-    const CheckResult result = Check();
-    EXPECT_EQ(result.kind, Kind::Cancelled);
-    EXPECT_FALSE(result.board);
-    EXPECT_FALSE(port.IsOpen());
 }
 
 } // namespace

@@ -45,7 +45,7 @@ protected:
     }
     [[nodiscard]] std::string Number() const { return view.txtSetup.text().toStdString(); }
     [[nodiscard]] std::string Status() const { return view.lblSetting[2].text().toStdString(); }
-    [[nodiscard]] QColor Colour() const { return view.fgSettings[2].palette().color(QPalette::Text); }
+    [[nodiscard]] QColor Colour() const { return view.fgSettings[2].BodyColor(); }
 
     Document document{"VANTREL_R1.0.0", clock};
     std::int16_t selected = 3;

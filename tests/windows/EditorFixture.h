@@ -9,7 +9,7 @@ namespace vantrel {
 
 class EditorTest : public FrameTest {
 protected:
-    EditorTest() { Begin(); }
+    explicit EditorTest(LinePacing pacing = LinePacing::None) : FrameTest(pacing) { Begin(); }
     void Begin() {
         Start();
         editor = dynamic_cast<frmMain*>(frame->findChild<QWidget*>(QStringLiteral("frmMain")));

@@ -87,7 +87,7 @@ private:
 
 class FrameTest : public testing::Test, private TrafficLog {
 protected:
-    FrameTest() {
+    explicit FrameTest(LinePacing pacing = LinePacing::None) : port(board, clock, pacing) {
         std::filesystem::create_directory(folder / "Support");
         Start();
     }
@@ -207,7 +207,7 @@ protected:
     BoxAnswerer user;
     EntryTyper typer;
     SimulatedBoard board;
-    SimulatedPort port{board, clock, LinePacing::None};
+    SimulatedPort port;
     /// Called once, when so many values have been transferred.
     std::function<void(frmProcessing&)> duringTransfer;
     int atValue = 100;
