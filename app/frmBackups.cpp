@@ -16,10 +16,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr int WidthTwips = 12000;
-constexpr int HeightTwips = 6000;
-constexpr int ColumnGap = 18; ///< Pixels.
-
 QString WhenText(OleDate date) {
     const auto time = date.ToLocal();
     if (!time) return QStringLiteral("-");
@@ -46,7 +42,7 @@ frmBackups::frmBackups(Backups::List list, const std::filesystem::path& folder, 
     BuildControls(folder);
     Fill(here);
     ShowSkipped();
-    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
+    resize(SizeOnScreen({.width = 12000, .height = 6000}, *this));
 }
 
 void frmBackups::BuildControls(const std::filesystem::path& folder) {
@@ -88,11 +84,7 @@ void frmBackups::Fill(const Configuration& here) {
             lstBackups, {WhenText(backup.record.SavedDate), DifferencesText(backup.DifferencesTo(here)), board, file});
         row->setToolTip(3, file);
     }
-    // The last one takes what is left.
-    for (int column = 0; column + 1 < lstBackups->columnCount(); ++column) {
-        lstBackups->resizeColumnToContents(column);
-        lstBackups->setColumnWidth(column, lstBackups->columnWidth(column) + ColumnGap);
-    }
+    FitColumns(*lstBackups);
     if (lstBackups->topLevelItemCount() > 0) lstBackups->setCurrentItem(lstBackups->topLevelItem(0));
     cmdOpen->setEnabled(!list_.found.empty());
 }

@@ -13,9 +13,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr int WidthTwips = 10500;
-constexpr int HeightTwips = 8000;
-constexpr int ColumnGap = 24; ///< Pixels.
 enum Column { Field, Here, There };
 
 QString SequenceCaption(const Difference& difference) {
@@ -47,7 +44,7 @@ frmCompare::frmCompare(Commands commands, QWidget* parent) : QDialog(parent), co
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     setAttribute(Qt::WA_DeleteOnClose);
     BuildControls();
-    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
+    resize(SizeOnScreen({.width = 10500, .height = 8000}, *this));
 }
 
 QPushButton* frmCompare::AddButton(const char* name, const QString& caption, const std::function<void()>& command) {
@@ -146,10 +143,7 @@ void frmCompare::Fill() {
         rows_.push_back(item);
     }
     lstDifferences->expandAll();
-    for (const Column column : {Field, Here}) {
-        lstDifferences->resizeColumnToContents(column);
-        lstDifferences->setColumnWidth(column, lstDifferences->columnWidth(column) + ColumnGap);
-    }
+    FitColumns(*lstDifferences);
 }
 
 void frmCompare::MarkOld(const std::string& why) {

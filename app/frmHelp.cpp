@@ -26,8 +26,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr int WidthTwips = 12000;
-constexpr int HeightTwips = 9000;
 constexpr int ContentsTwips = 3200;
 
 void GiveTablesRoom(QTextDocument& text, const QPalette& colours) {
@@ -98,7 +96,7 @@ frmHelp::frmHelp(HelpFile help, QWidget* parent) : QDialog(parent), help_(std::m
     setWindowTitle(QStringLiteral("VANTREL Help"));
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     setAttribute(Qt::WA_DeleteOnClose);
-    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
+    resize(SizeOnScreen({.width = 12000, .height = 9000}, *this));
     BuildTools();
     BuildPages();
     Fill();

@@ -9,9 +9,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr int WidthTwips = 9600;
-constexpr int HeightTwips = 5200;
-
 QLabel* Line(const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
     label->setTextFormat(Qt::PlainText);
@@ -58,7 +55,7 @@ frmSupport::frmSupport(const SupportReport& report, QWidget* parent) : QDialog(p
     all->addWidget(lstItems, 1);
     all->addWidget(lblLeftOut);
     all->addWidget(buttons);
-    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
+    resize(SizeOnScreen({.width = 9600, .height = 5200}, *this));
 }
 
 } // namespace vantrel

@@ -19,11 +19,7 @@ namespace vantrel {
 
 namespace {
 
-constexpr int WidthTwips = 12000;
-constexpr int HeightTwips = 8000;
 constexpr int MostStripTwips = 3600;
-constexpr int ColumnGap = 12; ///< Pixels.
-constexpr auto FollowPeriod = std::chrono::milliseconds(500);
 
 QIcon IconOf(Severity severity, const QWidget& window) {
     constexpr std::array icons{QStyle::SP_MessageBoxCritical, QStyle::SP_MessageBoxWarning,
@@ -62,9 +58,9 @@ frmCheck::frmCheck(const Document& document, GoTo goTo, QWidget* parent)
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     setAttribute(Qt::WA_DeleteOnClose);
     BuildControls();
-    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
+    resize(SizeOnScreen({.width = 12000, .height = 8000}, *this));
     Follow();
-    tmrFollow.setInterval(FollowPeriod);
+    tmrFollow.setInterval(std::chrono::milliseconds(500));
     tmrFollow.callOnTimeout(this, [this] { Follow(); });
     tmrFollow.start();
 }
@@ -138,10 +134,7 @@ void frmCheck::ShowFindings() {
         item->setIcon(0, IconOf(finding.severity, *this));
         item->setToolTip(2, item->text(2));
     }
-    for (const int column : {0, 1}) {
-        lstFindings->resizeColumnToContents(column);
-        lstFindings->setColumnWidth(column, lstFindings->columnWidth(column) + ColumnGap);
-    }
+    FitColumns(*lstFindings);
     lstFindings->setCurrentItem(lstFindings->topLevelItem(0));
 }
 

@@ -3,6 +3,7 @@
 #include "document/frmMain.h"
 
 #include "document/StatusTexts.h"
+#include "platform/QtText.h"
 #include "widgets/QtIcons.h"
 
 #include <QHBoxLayout>
@@ -29,8 +30,6 @@ const QIcon& LampIcon(SequenceHealth health) {
     static const std::array icons{IconOf(Lamps[0]), IconOf(Lamps[1]), IconOf(Lamps[2]), IconOf(Lamps[3])};
     return icons.at(static_cast<std::size_t>(health));
 }
-
-QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 /// As rich text, which the host breaks into lines.
 QString Hint(const std::string& text) {

@@ -15,9 +15,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr int WidthTwips = 8400;
-constexpr int HeightTwips = 6900;
-
 QString Marked(QChar mark, ProgramIcon lamp) {
     return QStringLiteral("<span style=\"color:%1\">%2</span>").arg(LampColor(lamp).name(), QString(mark));
 }
@@ -43,7 +40,7 @@ frmCheckConnection::frmCheckConnection(RSComm& link, SerialPort& port, CheckSubj
     setObjectName(QStringLiteral("frmCheckConnection"));
     setWindowTitle(QStringLiteral("Check Connection"));
     BuildControls();
-    setMinimumSize(SizeOnScreen(WidthTwips, HeightTwips, *this));
+    setMinimumSize(SizeOnScreen({.width = 8400, .height = 6900}, *this));
 }
 
 void frmCheckConnection::BuildControls() {

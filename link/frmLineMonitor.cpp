@@ -1,6 +1,7 @@
 #include "link/frmLineMonitor.h"
 
 #include "platform/QtScreen.h"
+#include "platform/QtText.h"
 
 #include <QFontDatabase>
 #include <QHeaderView>
@@ -14,12 +15,7 @@ namespace vantrel {
 
 namespace {
 
-constexpr int WidthTwips = 10500;
-constexpr int HeightTwips = 8400;
-constexpr auto FollowPeriod = std::chrono::milliseconds(200);
 constexpr int MeaningColumn = 4;
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 QString Lines(std::size_t count) {
     return count == 1 ? QStringLiteral("1 line") : QStringLiteral("%1 lines").arg(count);
@@ -75,13 +71,13 @@ frmLineMonitor::frmLineMonitor(LineRecorder& recorder, Save save, QWidget* paren
         recorder_.Clear();
         Follow();
     });
-    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
+    resize(SizeOnScreen({.width = 10500, .height = 8400}, *this));
     recorder_.Begin();
     const auto saveLines = [this, write = std::move(save)] {
         Follow();
         write(LineText(recorder_));
     };
-    Begin(QStringLiteral("&Save..."), saveLines, FollowPeriod);
+    Begin(QStringLiteral("&Save..."), saveLines, std::chrono::milliseconds(200));
 }
 
 frmLineMonitor::~frmLineMonitor() { recorder_.End(); }

@@ -2,6 +2,7 @@
 
 #include "platform/Folders.h"
 #include "platform/QtScreen.h"
+#include "platform/QtText.h"
 #include "text/PathText.h"
 
 #include <QAbstractButton>
@@ -35,8 +36,6 @@ namespace {
 
 /// Width of a prompt, in characters, at which its lines break.
 constexpr int PromptColumns = 76;
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 QMessageBox::Icon IconOf(MessageIcon icon) {
     switch (icon) {

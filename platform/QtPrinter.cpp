@@ -1,5 +1,6 @@
 #include "platform/QtPrinter.h"
 
+#include "platform/QtText.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 
@@ -33,8 +34,6 @@ constexpr double PointsPerInch = 72;
 /// Line advance as a multiple of the font's size. Some typefaces ask for far more, on account of accents over capitals
 /// of other scripts.
 constexpr double MostLineSpacing = 1.2;
-
-QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 QFont HostFont(const PrinterFont& font) {
     QFont chosen;

@@ -108,9 +108,9 @@ int PixelsOfTwips(int twips, const QWidget& window) {
     return qRound(twips * window.screen()->logicalDotsPerInchX() / TwipsPerInch);
 }
 
-QSize SizeOnScreen(int widthTwips, int heightTwips, const QWidget& window) {
+QSize SizeOnScreen(const TwipsSize& planned, const QWidget& window) {
     constexpr double share = 0.9;
-    return QSize(PixelsOfTwips(widthTwips, window), PixelsOfTwips(heightTwips, window))
+    return QSize(PixelsOfTwips(planned.width, window), PixelsOfTwips(planned.height, window))
         .boundedTo(window.screen()->availableSize() * share);
 }
 
@@ -118,6 +118,14 @@ int EntryWidth(int twips, const QLineEdit& box, const QString& text) {
     constexpr int cursorAndMargins = 8;
     const int frame = 2 * box.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &box);
     return qMax(PixelsOfTwips(twips, box), box.fontMetrics().horizontalAdvance(text) + frame + cursorAndMargins);
+}
+
+void FitColumns(QTreeView& list) {
+    constexpr int gap = 18; // Pixels.
+    for (int column = 0; column + 1 < list.model()->columnCount(); ++column) {
+        list.resizeColumnToContents(column);
+        list.setColumnWidth(column, list.columnWidth(column) + gap);
+    }
 }
 
 void CentreOnScreen(QWidget& dialog) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QLineEdit>
+#include <QTreeView>
 #include <QWidget>
 
 namespace vantrel {
@@ -18,11 +19,18 @@ void MakeLinksReadable();
 /// Pixels of a length in twips (1/1440 inch) at the logical resolution of the screen that `window` belongs to.
 [[nodiscard]] int PixelsOfTwips(int twips, const QWidget& window);
 
-/// A size in twips for a window, which leaves a tenth of its screen free.
-[[nodiscard]] QSize SizeOnScreen(int widthTwips, int heightTwips, const QWidget& window);
+struct TwipsSize {
+    int width; ///< Twips, as for PixelsOfTwips.
+    int height;
+};
+/// A window's size in pixels, which leaves a tenth of its screen free.
+[[nodiscard]] QSize SizeOnScreen(const TwipsSize& planned, const QWidget& window);
 
 /// Width of an entry box: that many twips, and more where the box's font needs it for `text`.
 [[nodiscard]] int EntryWidth(int twips, const QLineEdit& box, const QString& text);
+
+/// Makes every column as wide as what it holds; the last one takes what is left.
+void FitColumns(QTreeView& list);
 
 /// Gives a dialog the size that its content asks for and puts it in the middle of its owner's screen (its own, without
 /// an owner). Call before it is shown.

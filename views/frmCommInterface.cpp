@@ -3,6 +3,7 @@
 
 #include "link/StatusAdvice.h"
 #include "link/TargetMap.h"
+#include "platform/QtText.h"
 #include "text/NumberText.h"
 
 #include <QEvent>
@@ -17,8 +18,6 @@ namespace {
 constexpr QColor OnlineColor(0, 0, 255);
 /// The same blue where the ground is dark.
 constexpr QColor OnlineColorOnDark(122, 170, 255);
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 MessageBox SequenceRefusal() {
     return {.title = "Sequence Number",

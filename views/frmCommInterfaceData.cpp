@@ -1,4 +1,5 @@
 // The communication interface view's data words in their notation, and what the open document says of the settings.
+#include "platform/QtText.h"
 #include "views/frmCommInterface.h"
 
 #include "platform/QtScreen.h"
@@ -18,8 +19,6 @@ constexpr QColor DiffersColor(176, 0, 0);
 constexpr QColor DiffersColorOnDark(255, 138, 128);
 /// Of the ground of a changed word, between the theme's own and that of a selection.
 constexpr float ChangedShade = 0.25F;
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 bool IsDark(const QPalette& palette) { return palette.color(QPalette::Base).lightness() < 128; }
 

@@ -1,6 +1,7 @@
 #include "views/frmEventLog.h"
 
 #include "platform/QtScreen.h"
+#include "platform/QtText.h"
 #include "views/HistoryTexts.h"
 #include "widgets/QtIcons.h"
 
@@ -17,12 +18,7 @@ namespace vantrel {
 
 namespace {
 
-constexpr int WidthTwips = 16500;
-constexpr int HeightTwips = 7500;
-constexpr auto FollowPeriod = std::chrono::milliseconds(500);
 constexpr int StateColumn = 3;
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 QVariant LampOf(const HistoryEntry& entry) {
     static const std::array icons{IconOf(ProgramIcon::LampGood), IconOf(ProgramIcon::LampBad),
@@ -98,10 +94,11 @@ frmEventLog::frmEventLog(const History& history, Save save, QWidget* parent)
     setWindowTitle(QStringLiteral("Event Log"));
     BuildChoice();
     BuildTable();
-    resize(SizeOnScreen(WidthTwips, HeightTwips, *this));
+    resize(SizeOnScreen({.width = 16500, .height = 7500}, *this));
     rows_->Choose({});
     Begin(
-        QStringLiteral("&Save as CSV..."), [this, write = std::move(save)] { write(Sequence()); }, FollowPeriod);
+        QStringLiteral("&Save as CSV..."), [this, write = std::move(save)] { write(Sequence()); },
+        std::chrono::milliseconds(500));
 }
 
 void frmEventLog::BuildTable() {

@@ -3,6 +3,7 @@
 #include "document/DocumentFiles.h"
 #include "document/FileQuestions.h"
 #include "link/TargetMap.h"
+#include "platform/QtText.h"
 #include "platform/RuntimeError.h"
 #include "platform/SafeFile.h"
 
@@ -32,8 +33,6 @@ constexpr std::array Spans{Span{"30 seconds", 30s}, Span{"1 minute", 60s},    Sp
 constexpr int UsualSpan = 1;
 
 constexpr int NoWord = 0;
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 double Seconds(MonotonicTime time) { return std::chrono::duration<double>(time).count(); }
 

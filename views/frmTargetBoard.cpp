@@ -2,6 +2,7 @@
 #include "views/frmTargetBoard.h"
 
 #include "platform/QtScreen.h"
+#include "platform/QtText.h"
 #include "platform/RuntimeError.h"
 
 #include <QShowEvent>
@@ -15,8 +16,6 @@ namespace {
 
 /// Often enough that no second of the computer's clock is skipped.
 constexpr int TickMilliseconds = 200;
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 /// Texts that have not changed are left alone, so that a selection or a reader in them is left in peace.
 void Show(QLabel& label, const QString& text) {

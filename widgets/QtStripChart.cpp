@@ -38,7 +38,7 @@ QString ClockText(double secondsOfDay) {
 }
 
 /// The points of one column of pixels: where the line enters and leaves, and how far it goes up and down in between.
-struct Column {
+struct PixelColumn {
     int pixel;
     double x, low, high, last;
 };
@@ -224,7 +224,7 @@ void QtStripChart::DrawTimeAxis(QPainter& painter, const Field& field) const {
 void QtStripChart::DrawCurve(QPainter& painter, const Field& field, std::size_t index) const {
     QPainterPath path;
     QPainterPath alone; // A point without a line is a dot.
-    Column column{-1, 0, 0, 0, 0};
+    PixelColumn column{-1, 0, 0, 0, 0};
     const auto leave = [&] {
         if (column.low == column.high) return;
         for (const double y : {column.low, column.high, column.last})

@@ -13,7 +13,7 @@ namespace {
 // Pixels.
 constexpr int WidestStrip = QtStripDelegate::Seconds;
 constexpr int NarrowestStrip = 40;
-constexpr int Margin = 6;
+constexpr int SideMargin = 6;
 constexpr int Inset = 3; ///< Above and below.
 
 /// Of the strip's height.
@@ -29,11 +29,11 @@ QtStripDelegate::QtStripDelegate(std::function<std::vector<StripTick>(int row)> 
     : QStyledItemDelegate(parent), ticks_(std::move(ticks)), widestText_(std::move(widestText)) {}
 
 QRect QtStripDelegate::StripRect(const QStyleOptionViewItem& option) const {
-    const int text = option.decorationSize.width() + option.fontMetrics.horizontalAdvance(widestText_) + 3 * Margin;
-    const int room = option.rect.width() - text - Margin;
+    const int text = option.decorationSize.width() + option.fontMetrics.horizontalAdvance(widestText_) + 3 * SideMargin;
+    const int room = option.rect.width() - text - SideMargin;
     if (room < NarrowestStrip) return {};
     const int width = std::min(room, WidestStrip);
-    return {option.rect.right() - Margin - width + 1, option.rect.top() + Inset, width,
+    return {option.rect.right() - SideMargin - width + 1, option.rect.top() + Inset, width,
             option.rect.height() - 2 * Inset};
 }
 

@@ -64,5 +64,11 @@ TEST_F(ConsoleTest, TheDoctorTellsAHealthyLineAndGivesItsFiguresToOtherPrograms)
            {"\"exchanges\": 200", "\"lost\": 0", "\"medianMs\":", "\"p99Ms\":", "\"board\":"});
 }
 
+TEST_F(ConsoleTest, TheDoctorEndsWithTheCodeOfAFailedLinkAtTheWrongSpeed) {
+    boardSpeed = 19200;
+    Expect(3, "doctor --port simulated --speed 9600", {"answers at 19200 baud; the program is set to 9600."});
+    Expect(0, "doctor --port simulated --speed 19200");
+}
+
 } // namespace
 } // namespace vantrel

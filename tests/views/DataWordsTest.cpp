@@ -117,6 +117,7 @@ TEST_F(WordRecorderTest, TheTableHasARowForEachReadingAndAColumnForEachWord) {
                                                   "2026-03-14 09:05:08,0.250,-25536,\r\n"
                                                   "2026-03-14 09:05:08,0.250,,7\r\n"
                                                   "2026-03-14 09:06:09,61.250,-,\r\n");
+    EXPECT_NE(recorder.Csv(WordNotation::Hexadecimal).find(",0.250,40000,\r\n"), std::string::npos);
     recorder.Follow(0, SentWord);
     EXPECT_FALSE(recorder.Of(0).empty()) << "the same word goes on";
     recorder.Follow(0, ReceivedWord);

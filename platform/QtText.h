@@ -1,0 +1,15 @@
+// The program's texts as the toolkit takes them.
+#pragma once
+
+#include <QString>
+
+#include <string_view>
+
+namespace vantrel {
+
+/// From UTF-8.
+[[nodiscard]] inline QString Text(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+} // namespace vantrel
