@@ -30,12 +30,10 @@ namespace vantrel {
 
 namespace {
 
-constexpr const char* Title = "VANTREL";
-
 FileFilter SetupFilter() { return {.name = "Setup Files(*.sdt)", .pattern = "*.sdt"}; }
 
 MessageBox Failure(const std::string& text) {
-    return {.title = Title, .text = text, .icon = MessageIcon::Exclamation, .buttons = MessageButtons::Ok};
+    return {.title = ProgramTitle, .text = text, .icon = MessageIcon::Exclamation, .buttons = MessageButtons::Ok};
 }
 
 /// Of the comparison that has been made of `wanted` values.
@@ -137,7 +135,7 @@ bool frmMDIMain::WantsToSeeErrors() {
     if (count == 0 || std::exchange(errorsTold_, errors) == errors) return false;
     const std::string found = count == 1 ? "1 error" : std::to_string(count) + " errors";
     const MessageAnswer answer =
-        dialogs_.Show({.title = Title,
+        dialogs_.Show({.title = ProgramTitle,
                        .text = "The check of the set-up found " + found +
                                ", overlapping blocks for instance.\n\nDo You Wish to Continue? "
                                "No shows the list instead.",

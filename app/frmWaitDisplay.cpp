@@ -11,7 +11,7 @@ namespace vantrel {
 namespace {
 
 constexpr int LabelTwips = 3600;
-constexpr int MarginTwips = 360;
+constexpr int SideTwips = 360;
 
 } // namespace
 
@@ -28,7 +28,7 @@ frmWaitDisplay::frmWaitDisplay(WaitSelector selector, std::function<Task()> job,
     lblWait->setAlignment(Qt::AlignCenter);
     lblWait->setMinimumWidth(PixelsOfTwips(LabelTwips, *this));
     auto* column = new QVBoxLayout(this);
-    const int margin = PixelsOfTwips(MarginTwips, *this);
+    const int margin = PixelsOfTwips(SideTwips, *this);
     column->setContentsMargins(margin, margin, margin, margin);
     column->setSizeConstraint(QLayout::SetFixedSize);
     column->addWidget(lblWait);

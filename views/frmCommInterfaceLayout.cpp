@@ -34,9 +34,7 @@ constexpr int DataRows = DataWordCount + 1;
 // The heading row included.
 constexpr int DataRowsShown = 17;
 constexpr int LeastDataRows = 5;
-constexpr int DescriptionLines = 2;
 constexpr int FadeMilliseconds = 100;
-constexpr int AdviceLines = 4;
 
 constexpr std::array SettingLabels{"Node Number:", "Description:", "Status:"};
 

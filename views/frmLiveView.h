@@ -44,6 +44,10 @@ public:
     bool OfflineLookShown = false;
 
 protected:
+    // So many lines stay in sight of what may be longer.
+    static constexpr int DescriptionLines = 2;
+    static constexpr int AdviceLines = 4;
+
     /// `applyMode`: the program's ONLINE/OFFLINE switch, which acts on the link's `OnlineMode`. It only begins to; when
     /// it is through, and that may be at once, ModeChanged() has to be called. Everything handed in must outlive the
     /// window.

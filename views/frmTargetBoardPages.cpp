@@ -17,11 +17,9 @@ namespace vantrel {
 
 namespace {
 
-constexpr int DialogTwips = 9600;
-constexpr int BoxTwips = 560;
+constexpr int PagesTwips = 9600;
+constexpr int SetupBoxTwips = 560;
 constexpr int GapTwips = 240;
-constexpr int DescriptionLines = 2;
-constexpr int AdviceLines = 4;
 
 constexpr std::size_t AdviceBox = IndexOf(BoardCode::Advice);
 constexpr std::size_t SlotBox = IndexOf(BoardCode::CoCpuSlot);
@@ -181,7 +179,7 @@ void frmTargetBoard::BuildSetupField(std::size_t index, QWidget* page) {
                                .escaped = [this] { tabTargetBoard->tabBar()->setFocus(); }});
     controls.txtSetup = Named(&controls.entry->box, Numbered("txtSetup", index));
     controls.updSetup = Named(&controls.entry->arrows, Numbered("updSetup", index));
-    controls.txtSetup->setFixedWidth(EntryWidth(BoxTwips, *controls.txtSetup, QStringLiteral("000")));
+    controls.txtSetup->setFixedWidth(EntryWidth(SetupBoxTwips, *controls.txtSetup, QStringLiteral("000")));
     controls.txtSetup->setAlignment(Qt::AlignRight);
     controls.txtSetup->setAccessibleName(QString::fromStdString(std::string(SetupFields[index].description)));
     controls.lblSetupDesc = AddLabel(page, Numbered("lblSetupDesc", index), FieldCaption(index));
@@ -295,7 +293,7 @@ void frmTargetBoard::LayOut() {
     auto* all = new QVBoxLayout(this);
     all->addWidget(tabTargetBoard);
     all->addLayout(buttons);
-    setMinimumWidth(qMax(PixelsOfTwips(DialogTwips, *this), minimumSizeHint().width()));
+    setMinimumWidth(qMax(PixelsOfTwips(PagesTwips, *this), minimumSizeHint().width()));
 }
 
 } // namespace vantrel

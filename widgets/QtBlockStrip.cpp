@@ -16,7 +16,7 @@ namespace vantrel {
 namespace {
 
 // Pixels.
-constexpr double WordWidth = 3;
+constexpr double PixelsPerWord = 3;
 constexpr std::int64_t LeastWords = 3; ///< A block of one word is as wide: still hit by a pointer.
 constexpr double FoldWidth = 24; ///< What a folded gap leaves of itself.
 constexpr double BlockPadding = 6; ///< Above and below a label, together.
@@ -100,14 +100,15 @@ QString QtBlockStrip::AddressText(const Stretch& stretch) const {
 
 double QtBlockStrip::Right(const Stretch& stretch) const {
     const auto words = static_cast<double>(std::max(stretch.last - stretch.first + 1, LeastWords));
-    return stretch.left + std::max(WordWidth * words, QFontMetricsF(font()).horizontalAdvance(AddressText(stretch)));
+    return stretch.left +
+           std::max(PixelsPerWord * words, QFontMetricsF(font()).horizontalAdvance(AddressText(stretch)));
 }
 
 double QtBlockStrip::X(std::int64_t word) const {
     const auto behind = std::ranges::find_if(stretches_, [word](const Stretch& one) { return one.first > word; });
     if (behind == stretches_.begin()) return NamesWidth() + 2 * Margin;
     const Stretch& stretch = *std::prev(behind);
-    return stretch.left + WordWidth * static_cast<double>(word - stretch.first);
+    return stretch.left + PixelsPerWord * static_cast<double>(word - stretch.first);
 }
 
 double QtBlockStrip::NamesWidth() const {
@@ -123,7 +124,7 @@ QRectF QtBlockStrip::BlockRect(std::size_t block) const {
     const StripBlock& one = blocks_.at(block);
     const auto words = static_cast<double>(ShownEnd(one) - one.first + 1);
     const double top = lanes_.at(one.lane).top + static_cast<double>(rows_.at(block)) * (RowHeight() + RowGap);
-    return {X(one.first), top, WordWidth * words, RowHeight()};
+    return {X(one.first), top, PixelsPerWord * words, RowHeight()};
 }
 
 QSize QtBlockStrip::sizeHint() const {
@@ -160,7 +161,7 @@ void QtBlockStrip::PaintLanes(QPainter& painter) const {
     for (const Lane& lane : lanes_) {
         const double middle = lane.top + RowHeight() / 2;
         for (const Stretch& stretch : stretches_)
-            painter.drawLine(QPointF(stretch.left, middle), QPointF(X(stretch.last) + WordWidth, middle));
+            painter.drawLine(QPointF(stretch.left, middle), QPointF(X(stretch.last) + PixelsPerWord, middle));
     }
 }
 
@@ -206,7 +207,7 @@ void QtBlockStrip::PaintAddresses(QPainter& painter) const {
     const QFontMetricsF metrics(font());
     painter.setPen(palette().windowText().color());
     for (const Stretch& stretch : stretches_) {
-        const double right = X(stretch.last) + WordWidth;
+        const double right = X(stretch.last) + PixelsPerWord;
         painter.drawLine(QPointF(stretch.left, top), QPointF(right, top));
         for (const double x : {stretch.left, right})
             painter.drawLine(QPointF(x, top), QPointF(x, top + Tick));

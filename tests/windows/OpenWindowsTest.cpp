@@ -83,7 +83,7 @@ TEST_F(OpenWindowsTest, NeedNoMoreAtTheEndOfEachFaultThanAfterAQuarterOfIt) {
                         "%td and %td descriptors\n",
                         fault.name.data(), seconds, board.ReceivedBytes() - received, early, late, descriptors,
                         Held().second);
-            EXPECT_LE(late, early + 256 * 1024) << fault.name;
+            EXPECT_LE(late, early + 128 * 1024) << fault.name;
             EXPECT_LE(Held().second, descriptors) << fault.name;
             EXPECT_GT(board.ReceivedBytes() - received, seconds * 50U) << fault.name;
         }
