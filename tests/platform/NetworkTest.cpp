@@ -88,6 +88,9 @@ TEST(Rfc2217, AgreesOnASpeedInWhateverPiecesItComesAndCarriesEveryByteBothWays) 
 TEST(Rfc2217, SaysWhenTheServerCannotSetTheLineOrDoesNotWantTo) {
     using State = Rfc2217Client::State;
     const Bytes agrees{255, 253, 44, 255, 253, 0, 255, 250, 44, 101, 0, 0, 37, 128, 255, 240};
+    EXPECT_EQ(Rfc2217Client(9600).Begin(), (Bytes{255, 251, 0, 255, 251, 3, 255, 251, 44, //
+                                                  255, 253, 0, 255, 253, 3, 255, 253, 44}))
+        << "WILL and DO";
     const auto after = [](const Bytes& heard) {
         Rfc2217Client client(9600);
         (void)client.Begin();

@@ -65,6 +65,9 @@ TEST(ClockComparisonTest, AReadingThatIsTornOrImpossibleTellsNothing) {
                             Case{usual, late, State::Doubtful}, Case{usual, with(&ClockPass::day, 15), State::Doubtful},
                             Case{usual, std::nullopt, State::Doubtful}, Case{std::nullopt, usual, State::Doubtful},
                             Case{with(&ClockPass::hour, 24), with(&ClockPass::hour, 24), State::Impossible},
+                            Case{with(&ClockPass::minute, 60), with(&ClockPass::minute, 60), State::Impossible},
+                            Case{with(&ClockPass::second, 60), with(&ClockPass::second, 60), State::Impossible},
+                            Case{with(&ClockPass::year, 100), with(&ClockPass::year, 100), State::Impossible},
                             Case{with(&ClockPass::month, 0), with(&ClockPass::month, 0), State::Impossible},
                             Case{with(&ClockPass::day, 32), with(&ClockPass::day, 32), State::Impossible},
                             Case{usual, usual, State::Known}}) {

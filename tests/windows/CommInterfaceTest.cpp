@@ -187,9 +187,14 @@ TEST_F(CommInterfaceTest, AnEntryMovesToItsSequenceAndABadOneIsRefusedAndRestore
         EXPECT_EQ(view.lblSetting[1].text(), QStringLiteral("Mixer"));
         QTest::keyClick(&view, Qt::Key_Return);
         EXPECT_TRUE(view.isVisible());
+        view.txtSetup.setFocus();
+        QTest::keyClicks(&view.txtSetup, QStringLiteral("29"));
+        QTest::mouseClick(&view.cmdOk, Qt::LeftButton);
+        Turns(10);
+        EXPECT_FALSE(view.isVisible());
     });
     EXPECT_TRUE(user.shown.empty());
-    EXPECT_EQ(selected, 30) << "the choice survives the view";
+    EXPECT_EQ(selected, 29) << "the choice survives the view";
 }
 
 TEST_F(CommInterfaceTest, AnotherProgramChecksNothingAndEscapeRestoresThenLeavesThenCloses) {

@@ -54,6 +54,8 @@ TEST_F(EditorTest, AnEntryOnItsWayStaysOnItsCellAndIsWrittenOnce) {
     Strike(Qt::Key_Return);
     EXPECT_TRUE(editor->Writing());
     EXPECT_EQ(Seen(), "2,2:12");
+    Strike(Qt::Key_PageDown);
+    EXPECT_GT(Grid().verticalScrollBar()->value(), 0) << "looking is free meanwhile";
     EXPECT_EQ(Value(9), 12) << "checked and stored at once";
     EXPECT_TRUE(Marked(2, 2));
     Strike(Qt::Key_Return);

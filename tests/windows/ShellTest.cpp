@@ -16,6 +16,19 @@ namespace {
 
 QString Heard(QWidget* widget) { return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name); }
 
+/// Controls of any window for which a reader would say nothing; the toolkit's own parts aside.
+QStringList Nameless() {
+    QStringList found;
+    for (QWidget* widget : QApplication::allWidgets()) {
+        const bool control = qobject_cast<QLineEdit*>(widget) || qobject_cast<QPlainTextEdit*>(widget) ||
+                             qobject_cast<QComboBox*>(widget) || qobject_cast<QTableView*>(widget) ||
+                             qobject_cast<QAbstractButton*>(widget);
+        const bool own = !widget->objectName().isEmpty() && !widget->objectName().startsWith(QLatin1String("qt_"));
+        if (control && own && !widget->isHidden() && Heard(widget).isEmpty()) found += widget->objectName();
+    }
+    return found;
+}
+
 class ShellTest : public FrameTest {
 protected:
     [[nodiscard]] QMdiSubWindow& Child() { return *frame->findChild<QMdiArea*>()->subWindowList().front(); }
@@ -25,13 +38,24 @@ protected:
 TEST_F(ShellTest, ReadersHearTheValuesOfPanelsAndClocks) {
     for (QLabel* panel : frame->sbrMainPanels)
         EXPECT_EQ(Heard(panel), panel->text());
+    GoOnline();
+    frame->mnuViewEventLog->trigger();
+    frame->mnuToolsLineMonitor->trigger();
+    const WhenModal<frmCommInterface> names([](frmCommInterface& view) {
+        EXPECT_EQ(Nameless(), QStringList());
+        view.reject();
+    });
+    frame->mnuViewCommStatus->trigger();
+    Settle();
     WhenModal<frmTargetBoard> look([](frmTargetBoard& view) {
         for (QLabel* label : {view.lblCurrTime, view.lblRevIdentOnDisk, view.lblRevIdentInPLC[0]})
             EXPECT_EQ(Heard(label), label->text());
+        EXPECT_EQ(Nameless(), QStringList());
         view.reject();
     });
     frame->mnuViewTargetBoardStatus->trigger();
     EXPECT_TRUE(look.Happened());
+    EXPECT_TRUE(names.Happened());
 }
 
 TEST_F(ShellTest, ALargerFontOnASmallScreenHidesNoData) {
