@@ -1,4 +1,5 @@
 // The history in virtual time: what counts as a change and as an error, what was not looked at, and where it ends.
+#include "document/StatusTexts.h"
 #include "views/HistoryTexts.h"
 
 #include "tests/support/VirtualClock.h"
@@ -85,6 +86,8 @@ TEST_F(HistoryTest, HealthIsTheCodesUnlessThereIsNoNode) {
         history.NoteNode(3, one.node);
         history.NoteStatus(3, one.code);
         EXPECT_EQ(Record().health, one.health);
+        const bool told = StatusHint(Record(), 3, clock.LocalNow()).find("counts as disabled") != std::string::npos;
+        EXPECT_EQ(told, one.code == 5 && one.node == 0);
     }
     history.NoteNode(3, 0);
     history.NoteStatus(3, 5);

@@ -295,6 +295,9 @@ TEST_F(WorkbenchTest, AnOverlapIsListedDrawnAndToldBeforeADownloadOnce) {
                       window.lstFindings->visualItemRect(finding).center());
     EXPECT_EQ(editor->CurrentTab, EditorTab::Configuration);
     EXPECT_EQ(Grid().CurrentRow() * 10 + Grid().CurrentColumn(), 47);
+    const QImage strip = window.stpMemory->grab().toImage();
+    const QPoint inside = window.stpMemory->BlockRect(1).topLeft().toPoint() + QPoint(2, 2);
+    EXPECT_NE(strip.pixel(inside), strip.pixel(strip.width() - 1, 0)) << "drawn";
     EXPECT_FALSE(window.stpMemory->BlockRect(1).intersects(window.stpMemory->BlockRect(2))) << "both can be read";
     QTest::mouseClick(window.stpMemory, Qt::LeftButton, {},
                       window.stpMemory->BlockRect(1).topLeft().toPoint() + QPoint(2, 2));
