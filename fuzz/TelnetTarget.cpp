@@ -58,6 +58,9 @@ void TakeTelnet(Input input) {
     RequirePiecesChangeNothing(stream, bytes, piece);
     RequirePiecesChangeNothing(Rfc2217Client(9600), bytes, piece);
     RequirePiecesChangeNothing(Rfc2217Server(), bytes, piece);
+    constexpr std::size_t settings = 44; // What the client sends once, as soon as it may.
+    Require(TakeInPieces(Rfc2217Client(9600), bytes, piece).replies.size() <= bytes.size() + settings);
+    Require(TakeInPieces(Rfc2217Server(), bytes, piece).replies.size() <= 12 * bytes.size());
     const Bytes escaped = telnet::Escaped(bytes);
     const Bytes payload(bytes.begin(), bytes.end());
     Require(TakeInPieces(Rfc2217Client(9600), escaped, piece).data == payload);
