@@ -5,6 +5,7 @@
 #include "text/Padding.h"
 
 #include <algorithm>
+#include <span>
 
 namespace vantrel::check {
 
@@ -77,9 +78,10 @@ std::string SpeedAdvice(const std::string& speed) {
 
 std::string Hex(const std::vector<std::uint8_t>& bytes) {
     std::string text;
-    for (const std::uint8_t byte : bytes)
+    constexpr std::size_t most = 16;
+    for (const std::uint8_t byte : std::span(bytes).first(std::min(most, bytes.size())))
         text += (text.empty() ? "" : " ") + HexText(byte, 2);
-    return text;
+    return bytes.size() > most ? text + " ..." : text;
 }
 
 std::string Milliseconds(MonotonicTime time) {

@@ -33,7 +33,7 @@ extern const char* const ServerSpeedAdvice;
 [[nodiscard]] std::string FirstSentence(const std::string& text);
 [[nodiscard]] std::string SpeedAdvice(const std::string& speed);
 
-/// "55", "F8 00".
+/// "55", "F8 00"; of many the first sixteen, and "...".
 [[nodiscard]] std::string Hex(const std::vector<std::uint8_t>& bytes);
 /// "2.1 ms".
 [[nodiscard]] std::string Milliseconds(MonotonicTime time);

@@ -28,12 +28,13 @@ bool AnswersSync(const BareLine::Heard& heard) { return !heard.bytes.empty() && 
 bool ConnectionCheck::Probe::Answered() const { return std::any_of(answers.begin(), answers.end(), AnswersSync); }
 
 bool ConnectionCheck::Probe::Echoed() const {
-    return std::all_of(answers.begin(), answers.end(),
-                       [](const auto& heard) { return heard.bytes == std::vector<std::uint8_t>{SyncByte}; });
+    const auto isEcho = [](const auto& heard) { return heard.bytes == std::vector<std::uint8_t>{SyncByte}; };
+    return !answers.empty() && std::all_of(answers.begin(), answers.end(), isEcho);
 }
 
 bool ConnectionCheck::Probe::Silent() const {
-    return std::all_of(answers.begin(), answers.end(), [](const auto& heard) { return heard.bytes.empty(); });
+    const auto isNothing = [](const auto& heard) { return heard.bytes.empty(); };
+    return !answers.empty() && std::all_of(answers.begin(), answers.end(), isNothing);
 }
 
 ConnectionCheck::ConnectionCheck(RSComm& link, SerialPort& port, CheckSubject subject, Clock& clock, TurnQueue& turns,
@@ -185,14 +186,20 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::TrySpeed(PortSettings settings) {
     if (!open) co_return Went::Ended;
     const BareLine::Heard unasked = co_await line_->Listen(Quiet);
     probe.unasked = !unasked.bytes.empty();
-    // A board that is still in a mode takes two, and three could be a value for it.
-    for (int i = 0; i < 2 && !probe.Answered() && !cancelled_; ++i) {
+    BareLine::Heard more;
+    if (probe.unasked && !cancelled_) more = co_await line_->Listen(Quiet);
+    // A byte of ours amid another's could be a value for the board. Else: a board that is still in a mode takes two,
+    // and three could be a value for it.
+    for (int i = 0; more.bytes.empty() && i < 2 && !probe.Answered() && !cancelled_; ++i) {
         BareLine::Heard heard = co_await line_->Exchange(SyncByte, AnswerTime, BehindAnAnswer);
         probe.answers.push_back(std::move(heard));
     }
     if (cancelled_) co_return Went::Ended;
     CheckStep step = StepOf(probe);
-    if (probe.unasked) step.seen = "Before anything was sent " + check::Hex(unasked.bytes) + " came. " + step.seen;
+    if (probe.unasked) {
+        step.outcome = CheckStep::Outcome::Notice;
+        step.seen = "Before anything was sent " + check::Hex(unasked.bytes) + " came. " + step.seen;
+    }
     probes_.push_back(std::move(probe));
     End(step);
     co_return Went::On;
@@ -200,6 +207,10 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::TrySpeed(PortSettings settings) {
 
 CheckStep ConnectionCheck::StepOf(const Probe& probe) const {
     CheckStep step{.name = AnswerStep(probe.speed), .outcome = CheckStep::Outcome::Notice, .seen = ""};
+    if (probe.answers.empty()) {
+        step.seen = "More came behind it, and nothing was sent into that.";
+        return step;
+    }
     const BareLine::Heard& last = probe.answers.back();
     if (probe.Answered()) {
         step.outcome = CheckStep::Outcome::Good;

@@ -98,7 +98,7 @@ private:
     struct Probe {
         std::string speed;
         bool unasked = false; ///< Something came before anything was sent.
-        std::vector<BareLine::Heard> answers;
+        std::vector<BareLine::Heard> answers; ///< Empty where something went on talking: nothing was sent.
         [[nodiscard]] bool Answered() const;
         [[nodiscard]] bool Echoed() const;
         [[nodiscard]] bool Silent() const;

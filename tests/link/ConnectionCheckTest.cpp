@@ -3,8 +3,6 @@
 
 #include "tests/support/BoardLink.h"
 
-#include <utility>
-
 namespace vantrel {
 namespace {
 
@@ -19,21 +17,22 @@ public:
     std::string text;
 };
 
-/// Has a byte to give each time it has been opened, before anything is sent.
+/// Has bytes to give each time it has been opened, before anything is sent.
 class TalkedOver final : public SimulatedPort {
 public:
     using SimulatedPort::SimulatedPort;
-    void ClearReceived() override { unasked_ = true; }
-    std::size_t ReceivedCount() override { return unasked_ ? 1 : SimulatedPort::ReceivedCount(); }
+    int many = 1;
+    void ClearReceived() override { unasked_ = many; }
+    std::size_t ReceivedCount() override { return unasked_ > 0 ? 1 : SimulatedPort::ReceivedCount(); }
     PortWait WaitForByte(MonotonicTime deadline) override {
-        return unasked_ ? PortWait::ByteReceived : SimulatedPort::WaitForByte(deadline);
+        return unasked_ > 0 ? PortWait::ByteReceived : SimulatedPort::WaitForByte(deadline);
     }
     std::uint8_t ReadByte() override {
-        return std::exchange(unasked_, false) ? std::uint8_t{0x42} : SimulatedPort::ReadByte();
+        return unasked_ > 0 ? static_cast<std::uint8_t>(unasked_--) : SimulatedPort::ReadByte();
     }
 
 private:
-    bool unasked_ = false;
+    int unasked_ = 0;
 };
 
 class ConnectionCheckTest : public BoardLink<> {
@@ -146,6 +145,10 @@ TEST_F(ConnectionCheckTest, StopsWhereBytesComeBeforeAnythingWasSent) {
         EXPECT_EQ(result.verdict, "Something else is talking on this line.") << seen.text;
         EXPECT_FALSE(result.figures) << "no exchanges";
     }
+    talked.many = 100;
+    line.Forget();
+    EXPECT_EQ(Check("rfc2217://plc:1", talked).verdict, "Something else is talking on this line.") << seen.text;
+    EXPECT_TRUE(line.bytes.empty()) << "a byte of ours could be a value in the other's exchange";
 }
 
 } // namespace
