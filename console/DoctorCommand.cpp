@@ -162,9 +162,10 @@ const Command DoctorCommand{
     Doctor,
     [] {
         return std::string(
-            "Opens the port, asks for an answer at 9600 and at 19200 baud, tries 200 exchanges and reads\n"
-            "what the board says of itself. Writes nothing to the board. Ends with 0 when all is well, 1\n"
-            "when the board answers with flaws, 3 when there is no link at the speed that is set.\n\n");
+            "Opens the port, asks for an answer at 9600 and at 19200 baud (behind socket:// once, at the\n"
+            "server's own speed), tries 200 exchanges and reads what the board says of itself. Writes\n"
+            "nothing to the board. Ends with 0 when all is well, 1 when the board answers slowly or with\n"
+            "flaws, 3 when there is no link at the speed that is set.\n\n");
     }};
 
 } // namespace vantrel

@@ -5,6 +5,7 @@
 #include "text/Padding.h"
 
 #include <algorithm>
+#include <span>
 
 namespace vantrel::check {
 
@@ -14,6 +15,8 @@ using namespace std::chrono_literals;
 
 constexpr MonotonicTime LatencyTimer = 16ms;
 constexpr MonotonicTime LatencyPlay = 4ms;
+/// Far above what the line, a timer and a busy computer make of the usual 2 ms.
+constexpr MonotonicTime SlowFrom = 30ms;
 
 std::string Counted(std::size_t count, const std::string& what) {
     return count == 0 ? std::string() : ", " + std::to_string(count) + " " + what;
@@ -36,6 +39,17 @@ const char* const LatencyAdvice =
     "Linux: the "
     "program asks for it, and this adapter's driver did not follow; write 1 to latency_timer of the device under "
     "/sys/bus/usb-serial/devices.";
+const char* const SlowAdvice =
+    "Something between this program and the board holds every byte up: an adapter, a hub, a virtual machine, a busy "
+    "computer. Try another USB port or adapter. Transfers take as much longer.";
+const char* const ServerSpeedAdvice = "Is the speed that is set at the server the board's?";
+
+std::string TalkAdvice(bool local) {
+    return local
+               ? "Is it another program that uses this port, or another device? Is it the board's PROG port? End what "
+                 "is talking, then check again."
+               : "Is it another connection to the server, or another program? End it, then check again.";
+}
 
 std::string PortAdvice(int errorNumber, bool local) {
     switch (static_cast<ErrorNumber>(errorNumber)) {
@@ -64,9 +78,10 @@ std::string SpeedAdvice(const std::string& speed) {
 
 std::string Hex(const std::vector<std::uint8_t>& bytes) {
     std::string text;
-    for (const std::uint8_t byte : bytes)
+    constexpr std::size_t most = 16;
+    for (const std::uint8_t byte : std::span(bytes).first(std::min(most, bytes.size())))
         text += (text.empty() ? "" : " ") + HexText(byte, 2);
-    return text;
+    return bytes.size() > most ? text + " ..." : text;
 }
 
 std::string Milliseconds(MonotonicTime time) {
@@ -90,16 +105,18 @@ std::string FlawVerdict(const ExchangeFigures& figures) {
     if (figures.times.empty()) return "The board took read mode and then answered nothing more.";
     const std::string flaws = Counted(figures.lost, "lost") + Counted(figures.late, "late") +
                               Counted(figures.wrong, "answered wrongly") + Counted(figures.doubled, "answered twice");
-    return "The board answers, but not each time: of " + std::to_string(figures.tried) + " exchanges " +
-           flaws.substr(2) + ".";
+    const bool onlyLost = figures.late + figures.wrong + figures.doubled == 0;
+    return std::string("The board answers, but not ") + (onlyLost ? "each time" : "without flaws") + ": of " +
+           std::to_string(figures.tried) + " exchanges " + flaws.substr(2) + ".";
 }
 
-std::string FlawAdvice(const ExchangeFigures& figures, bool local) {
+std::string FlawAdvice(const ExchangeFigures& figures, bool local, const std::string& speed) {
     if (figures.lost + figures.wrong + figures.doubled == 0) {
         return local ? "The computer or the adapter is held up now and then. Try another USB port, without a hub."
                      : "The network is slow now and then. Transfers will be slow, too, and may need a repeat.";
     }
-    return "Try a shorter or screened cable, away from drives; fasten both plugs; try 9600 baud; try another adapter.";
+    const std::string slower = speed == Speeds[1] ? std::string("try ") + Speeds[0] + " baud; " : "";
+    return "Try a shorter or screened cable, away from drives; fasten both plugs; " + slower + "try another adapter.";
 }
 
 std::string BoardText(const CheckedBoard& board) {
@@ -124,6 +141,13 @@ bool LooksLikeLatencyTimer(const ExchangeFigures& figures) {
     };
     const auto count = static_cast<std::size_t>(std::count_if(figures.times.begin(), figures.times.end(), near));
     return !figures.times.empty() && 5 * count >= 4 * figures.times.size();
+}
+
+bool IsSlow(const ExchangeFigures& figures) { return figures.Share(0.5) > SlowFrom; }
+
+std::string SlowText(const ExchangeFigures& figures) {
+    return "each answer takes about " + std::to_string((figures.Share(0.5) + 500us) / 1ms) +
+           " ms; a board on this computer's own line usually needs about 2 ms.";
 }
 
 } // namespace vantrel::check

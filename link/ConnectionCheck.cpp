@@ -28,12 +28,13 @@ bool AnswersSync(const BareLine::Heard& heard) { return !heard.bytes.empty() && 
 bool ConnectionCheck::Probe::Answered() const { return std::any_of(answers.begin(), answers.end(), AnswersSync); }
 
 bool ConnectionCheck::Probe::Echoed() const {
-    return std::all_of(answers.begin(), answers.end(),
-                       [](const auto& heard) { return heard.bytes == std::vector<std::uint8_t>{SyncByte}; });
+    const auto isEcho = [](const auto& heard) { return heard.bytes == std::vector<std::uint8_t>{SyncByte}; };
+    return !answers.empty() && std::all_of(answers.begin(), answers.end(), isEcho);
 }
 
 bool ConnectionCheck::Probe::Silent() const {
-    return std::all_of(answers.begin(), answers.end(), [](const auto& heard) { return heard.bytes.empty(); });
+    const auto isNothing = [](const auto& heard) { return heard.bytes.empty(); };
+    return !answers.empty() && std::all_of(answers.begin(), answers.end(), isNothing);
 }
 
 ConnectionCheck::ConnectionCheck(RSComm& link, SerialPort& port, CheckSubject subject, Clock& clock, TurnQueue& turns,
@@ -69,13 +70,14 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::CheckOnline(RSComm::Line* line) {
     display_.Begins(check::PortStep);
     End({.name = check::PortStep,
          .outcome = CheckStep::Outcome::Good,
-         .seen = subject_.portName + " is open in this program, ONLINE at " + settings_.speed + " baud."});
-    display_.Begins(check::AnswerStep(settings_.speed));
+         .seen = subject_.portName + " is open in this program, ONLINE" +
+                 (Raw() ? "." : " at " + settings_.speed + " baud.")});
+    display_.Begins(AnswerStep(settings_.speed));
     // One second of silence ends it, without the link's own box.
     line->Hurry();
     const Reading reading = co_await line->Read("B" + std::to_string(FirmwareRevisionByte));
     const bool reads = !reading.HasLinkFailed() && link_.TargetMode() == ReadMode;
-    End({.name = check::AnswerStep(settings_.speed),
+    End({.name = AnswerStep(settings_.speed),
          .outcome = reads ? CheckStep::Outcome::Good : CheckStep::Outcome::Bad,
          .seen = reads ? "The board answers, and has taken read mode." : "The board does not answer any more.",
          .todo = reads ? "" : check::CableAdvice});
@@ -119,7 +121,7 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::OpenFirst(PortSettings settings) 
     std::optional<RuntimeError> failure;
     bool open = false;
     try {
-        settings.speed = check::Speeds[0];
+        if (!Raw()) settings.speed = check::Speeds[0];
         open = co_await line_->Open(settings);
     } catch (const RuntimeError& error) {
         failure = error;
@@ -136,12 +138,15 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::OpenFirst(PortSettings settings) 
     if (!open) co_return Went::Ended;
     End({.name = check::PortStep,
          .outcome = CheckStep::Outcome::Good,
-         .seen = subject_.portName + (Local() ? " is there, may be used, and is free."
-                                              : " takes the connection, and nobody else has it.")});
+         .seen = subject_.portName + (Local() ? " is there, may be used, and is free." : " takes the connection.")});
     co_return Went::On;
 }
 
 TaskOf<ConnectionCheck::Went> ConnectionCheck::TryBothSpeeds(PortSettings settings) {
+    if (Raw()) {
+        const Went tried = co_await TrySpeed(settings);
+        co_return tried;
+    }
     for (const char* speed : check::Speeds) {
         settings.speed = speed;
         const Went went = co_await TrySpeed(settings);
@@ -160,9 +165,9 @@ TaskOf<bool> ConnectionCheck::Reopen(PortSettings settings, CheckStep* whyNot) {
         } catch (const RuntimeError& error) {
             failure = error;
         }
-        whyNot->name = check::AnswerStep(settings.speed);
+        whyNot->name = AnswerStep(settings.speed);
         whyNot->outcome = CheckStep::Outcome::Notice;
-        whyNot->seen = "This speed could not be tried: " + failure->Description();
+        whyNot->seen = (Raw() ? "Could not be tried: " : "This speed could not be tried: ") + failure->Description();
         Conclude(CheckResult::Kind::NoLink, check::FirstSentence(failure->Description()),
                  check::PortAdvice(failure->Number(), Local()));
     }
@@ -170,8 +175,8 @@ TaskOf<bool> ConnectionCheck::Reopen(PortSettings settings, CheckStep* whyNot) {
 }
 
 TaskOf<ConnectionCheck::Went> ConnectionCheck::TrySpeed(PortSettings settings) {
-    display_.Begins(check::AnswerStep(settings.speed));
-    Probe probe{.speed = settings.speed, .answers = {}};
+    display_.Begins(AnswerStep(settings.speed));
+    Probe probe{.speed = settings.speed, .unasked = false, .answers = {}};
     CheckStep notTried;
     const bool open = co_await Reopen(settings, &notTried);
     if (!open && !cancelled_) {
@@ -180,22 +185,32 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::TrySpeed(PortSettings settings) {
     }
     if (!open) co_return Went::Ended;
     const BareLine::Heard unasked = co_await line_->Listen(Quiet);
-    // A board that is still in a mode takes two, and three could be a value for it.
-    for (int i = 0; i < 2 && !probe.Answered() && !cancelled_; ++i) {
+    probe.unasked = !unasked.bytes.empty();
+    BareLine::Heard more;
+    if (probe.unasked && !cancelled_) more = co_await line_->Listen(Quiet);
+    // A byte of ours amid another's could be a value for the board. Else: a board that is still in a mode takes two,
+    // and three could be a value for it.
+    for (int i = 0; more.bytes.empty() && i < 2 && !probe.Answered() && !cancelled_; ++i) {
         BareLine::Heard heard = co_await line_->Exchange(SyncByte, AnswerTime, BehindAnAnswer);
         probe.answers.push_back(std::move(heard));
     }
     if (cancelled_) co_return Went::Ended;
     CheckStep step = StepOf(probe);
-    if (!unasked.bytes.empty())
+    if (probe.unasked) {
+        step.outcome = CheckStep::Outcome::Notice;
         step.seen = "Before anything was sent " + check::Hex(unasked.bytes) + " came. " + step.seen;
+    }
     probes_.push_back(std::move(probe));
     End(step);
     co_return Went::On;
 }
 
 CheckStep ConnectionCheck::StepOf(const Probe& probe) const {
-    CheckStep step{.name = check::AnswerStep(probe.speed), .outcome = CheckStep::Outcome::Notice, .seen = ""};
+    CheckStep step{.name = AnswerStep(probe.speed), .outcome = CheckStep::Outcome::Notice, .seen = ""};
+    if (probe.answers.empty()) {
+        step.seen = "More came behind it, and nothing was sent into that.";
+        return step;
+    }
     const BareLine::Heard& last = probe.answers.back();
     if (probe.Answered()) {
         step.outcome = CheckStep::Outcome::Good;
@@ -218,27 +233,48 @@ CheckStep ConnectionCheck::StepOf(const Probe& probe) const {
 }
 
 ConnectionCheck::Went ConnectionCheck::JudgeProbes(const std::string& wanted) {
-    const auto all = [&](auto what) { return std::all_of(probes_.begin(), probes_.end(), what); };
     const auto answered = std::find_if(probes_.begin(), probes_.end(), [](const Probe& p) { return p.Answered(); });
     const bool asWanted =
         std::any_of(probes_.begin(), probes_.end(), [&](const Probe& p) { return p.speed == wanted && p.Answered(); });
-    using Kind = CheckResult::Kind;
     if (probes_.empty()) return Went::Ended;
+    // Before the answers: what looks like one may be another's.
+    if (std::all_of(probes_.begin(), probes_.end(), [](const Probe& p) { return p.unasked; })) {
+        Conclude(CheckResult::Kind::NoLink, "Something else is talking on this line.", check::TalkAdvice(Local()));
+        return Went::Ended;
+    }
     if (asWanted) return Went::On;
     if (answered != probes_.end()) {
-        Conclude(Kind::NoLink,
+        Conclude(CheckResult::Kind::NoLink,
                  "The board answers at " + answered->speed + " baud; the program is set to " + wanted + ".",
                  check::SpeedAdvice(answered->speed));
-    } else if (all([](const Probe& p) { return p.Echoed(); })) {
-        Conclude(Kind::NoLink, "What is sent comes back itself, at every speed: no board answers.", check::EchoAdvice);
-    } else if (all([](const Probe& p) { return p.Silent(); })) {
-        const bool gone = port_.IsLost();
-        Conclude(Kind::NoLink, gone ? "The port was lost." : "Nothing answers, at either speed.", check::CableAdvice);
     } else {
-        Conclude(Kind::NoLink, "Something answers, but nothing that a board says at either speed.",
-                 check::GarbageAdvice);
+        ConcludeUnanswered();
     }
     return Went::Ended;
+}
+
+void ConnectionCheck::ConcludeUnanswered() {
+    const auto all = [&](auto what) { return std::all_of(probes_.begin(), probes_.end(), what); };
+    using Kind = CheckResult::Kind;
+    const std::string server = Raw() ? check::ServerSpeedAdvice + std::string(" ") : "";
+    if (all([](const Probe& p) { return p.Echoed(); })) {
+        Conclude(Kind::NoLink,
+                 "What is sent comes back itself" + std::string(Raw() ? "" : ", at every speed") +
+                     ": no board answers.",
+                 check::EchoAdvice);
+    } else if (all([](const Probe& p) { return p.Silent(); })) {
+        const bool gone = port_.IsLost();
+        const std::string nothing = Raw() ? "Nothing answers." : "Nothing answers, at either speed.";
+        Conclude(Kind::NoLink, gone ? "The port was lost." : nothing, (gone ? "" : server) + check::CableAdvice);
+    } else {
+        Conclude(Kind::NoLink,
+                 "Something answers, but nothing that a board says" + std::string(Raw() ? "." : " at either speed."),
+                 server + check::GarbageAdvice);
+    }
+}
+
+std::string ConnectionCheck::AnswerStep(const std::string& speed) const {
+    return check::AnswerStep(Raw() ? std::string() : speed);
 }
 
 void ConnectionCheck::End(const CheckStep& step) { display_.Ends(step); }

@@ -52,7 +52,7 @@ struct CheckedBoard {
     int firmware = 0;
     int networkAddress = 0;
     std::string ident; ///< Of the program in it, eight characters, UTF-8.
-    int revisions[2] = {0, 0};
+    int revisions[2] = {0, 0}; ///< In the order in which they are shown: that of the higher address first.
     std::string model{}; ///< Of the program on disk with the same ident; empty where there is none.
 };
 
@@ -86,8 +86,8 @@ public:
     ConnectionCheck(RSComm& link, SerialPort& port, CheckSubject subject, Clock& clock, TurnQueue& turns,
                     CheckDisplay& display);
 
-    /// While the link is ONLINE the open port and its speed are used, else the port is opened at 9600 and at 19200 and
-    /// closed in the end. One run.
+    /// While the link is ONLINE the open port and its speed are used, else the port is opened at 9600 and at 19200,
+    /// where a speed can be set, and closed in the end. One run.
     [[nodiscard]] TaskOf<CheckResult> Run();
     /// Ends it as soon as it waits, in good order.
     void Cancel();
@@ -97,7 +97,8 @@ public:
 private:
     struct Probe {
         std::string speed;
-        std::vector<BareLine::Heard> answers;
+        bool unasked = false; ///< Something came before anything was sent.
+        std::vector<BareLine::Heard> answers; ///< Empty where something went on talking: nothing was sent.
         [[nodiscard]] bool Answered() const;
         [[nodiscard]] bool Echoed() const;
         [[nodiscard]] bool Silent() const;
@@ -120,14 +121,20 @@ private:
     [[nodiscard]] TaskOf<bool> Reopen(PortSettings settings, CheckStep* whyNot);
     [[nodiscard]] CheckStep StepOf(const Probe& probe) const;
     Went JudgeProbes(const std::string& wanted);
+    void ConcludeUnanswered();
+    /// As a step names it, by the speed that was tried.
+    [[nodiscard]] std::string AnswerStep(const std::string& speed) const;
     // (ConnectionCheckExchanges.cpp)
     [[nodiscard]] TaskOf<bool> EnterReadMode();
     [[nodiscard]] TaskOf<Went> Measure();
     [[nodiscard]] TaskOf<bool> MeasureOne(std::uint8_t byte, std::optional<std::uint8_t>* due);
     void NoteSurplus(const ExchangeFigures& before);
     void Judge(const ExchangeFigures& figures);
+    [[nodiscard]] CheckStep JudgeFlawless(CheckStep step);
     /// A device of this computer, no network in between.
     [[nodiscard]] bool Local() const;
+    /// A server passes the bytes and nothing else: which speed it has is neither set nor seen.
+    [[nodiscard]] bool Raw() const;
     [[nodiscard]] TaskOf<Went> AskBoard();
     [[nodiscard]] TaskOf<std::optional<std::uint8_t>> ReadByte(int address);
 

@@ -100,40 +100,48 @@ TaskOf<bool> ConnectionCheck::MeasureOne(std::uint8_t byte, std::optional<std::u
 
 bool ConnectionCheck::Local() const { return !MeantAsNetworkAddress(subject_.portName); }
 
+bool ConnectionCheck::Raw() const {
+    const auto address = ParseNetworkAddress(subject_.portName);
+    return address && address->kind == NetworkAddress::Kind::Raw;
+}
+
 void ConnectionCheck::Judge(const ExchangeFigures& figures) {
     const MonotonicTime usual = figures.Share(0.5);
     for (const MonotonicTime time : figures_.times) {
         if (time > std::max<MonotonicTime>(RSComm::SilenceTime, 10 * usual)) ++figures_.late;
     }
-    const bool local = Local();
-    // Raw bytes carry no speed: which one the server has is not seen.
-    const auto address = ParseNetworkAddress(subject_.portName);
-    const bool raw = address && address->kind == NetworkAddress::Kind::Raw;
-    const std::string atSpeed = raw ? std::string() : " at " + settings_.speed + " baud";
-    const bool timer = local && check::LooksLikeLatencyTimer(figures);
     CheckStep step{
         .name = check::ExchangeStep, .outcome = CheckStep::Outcome::Good, .seen = check::FiguresText(figures)};
     result_.figures = figures_;
-    if (!figures_.Flawless()) {
-        step.outcome = CheckStep::Outcome::Bad;
-        step.todo = check::FlawAdvice(figures_, local);
-        const bool gone = figures_.times.empty() || port_.IsLost();
-        Conclude(gone ? CheckResult::Kind::NoLink : CheckResult::Kind::Flawed,
-                 port_.IsLost() ? "The line went away while it was tried." : check::FlawVerdict(figures_), step.todo);
-    } else if (timer) {
-        step.outcome = CheckStep::Outcome::Notice;
-        step.todo = check::LatencyAdvice;
-        Conclude(
-            CheckResult::Kind::Flawed,
-            "The board answers, but every byte takes about 16 ms: the latency timer of a USB adapter, by its figure.",
-            step.todo);
-    } else {
-        Conclude(CheckResult::Kind::Healthy,
-                 "The board answers" + atSpeed + "; " + std::to_string(figures.tried) +
-                     " exchanges went without a flaw.",
-                 "");
+    if (figures_.Flawless()) {
+        End(JudgeFlawless(std::move(step)));
+        return;
     }
+    step.outcome = CheckStep::Outcome::Bad;
+    step.todo = check::FlawAdvice(figures_, Local(), Raw() ? std::string() : settings_.speed);
+    const bool gone = figures_.times.empty() || port_.IsLost();
+    Conclude(gone ? CheckResult::Kind::NoLink : CheckResult::Kind::Flawed,
+             port_.IsLost() ? "The line went away while it was tried." : check::FlawVerdict(figures_), step.todo);
     End(step);
+}
+
+CheckStep ConnectionCheck::JudgeFlawless(CheckStep step) {
+    if (Local() && (check::LooksLikeLatencyTimer(figures_) || check::IsSlow(figures_))) {
+        const bool slow = check::IsSlow(figures_);
+        step.outcome = CheckStep::Outcome::Notice;
+        step.todo = slow ? check::SlowAdvice : check::LatencyAdvice;
+        Conclude(CheckResult::Kind::Flawed,
+                 slow ? "The board answers, but slowly: " + check::SlowText(figures_)
+                      : "The board answers, but every byte takes about 16 ms: the latency timer of a USB adapter, by "
+                        "its figure.",
+                 step.todo);
+        return step;
+    }
+    Conclude(CheckResult::Kind::Healthy,
+             "The board answers" + (Raw() ? std::string() : " at " + settings_.speed + " baud") + "; " +
+                 std::to_string(figures_.tried) + " exchanges went without a flaw.",
+             "");
+    return step;
 }
 
 TaskOf<std::optional<std::uint8_t>> ConnectionCheck::ReadByte(int address) {
@@ -170,8 +178,9 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::AskBoard() {
         }
         co_return Went::On;
     }
+    // The second of them is the one that is shown first.
     CheckedBoard board{
-        .firmware = bytes[0], .networkAddress = bytes[1], .ident = {}, .revisions = {bytes[2], bytes[3]}};
+        .firmware = bytes[0], .networkAddress = bytes[1], .ident = {}, .revisions = {bytes[3], bytes[2]}};
     board.ident = Utf8FromWindows1252(std::string(bytes.begin() + identAt, bytes.end()));
     if (subject_.boardType != 0 && subject_.identOnDisk == board.ident)
         board.model = RSComm::TargetboardName(subject_.boardType);

@@ -17,12 +17,31 @@ public:
     std::string text;
 };
 
+/// Has bytes to give each time it has been opened, before anything is sent.
+class TalkedOver final : public SimulatedPort {
+public:
+    using SimulatedPort::SimulatedPort;
+    int many = 1;
+    void ClearReceived() override { unasked_ = many; }
+    std::size_t ReceivedCount() override { return unasked_ > 0 ? 1 : SimulatedPort::ReceivedCount(); }
+    PortWait WaitForByte(MonotonicTime deadline) override {
+        return unasked_ > 0 ? PortWait::ByteReceived : SimulatedPort::WaitForByte(deadline);
+    }
+    std::uint8_t ReadByte() override {
+        return unasked_ > 0 ? static_cast<std::uint8_t>(unasked_--) : SimulatedPort::ReadByte();
+    }
+
+private:
+    int unasked_ = 0;
+};
+
 class ConnectionCheckTest : public BoardLink<> {
 protected:
     ConnectionCheckTest() : BoardLink(LinePacing::LineSpeed) { link.SetPortOverride({.number = 1, .speed = "9600"}); }
-    CheckResult Check(const std::string& name = "/dev/ttyUSB0") {
+    CheckResult Check(const std::string& name = "/dev/ttyUSB0") { return Check(name, port); }
+    CheckResult Check(const std::string& name, SerialPort& at) {
         const std::vector<std::uint8_t> before(board.Stored().begin(), board.Stored().end());
-        ConnectionCheck check(link, port, {name, '6', ident}, clock, turns, seen);
+        ConnectionCheck check(link, at, {name, '6', ident}, clock, turns, seen);
         CheckResult result = turns.RunToEnd(check.Run());
         EXPECT_TRUE(std::equal(before.begin(), before.end(), board.Stored().begin())) << "something was written";
         EXPECT_TRUE(dialogs.shown.empty());
@@ -41,6 +60,7 @@ TEST_F(ConnectionCheckTest, FindsAHealthyBoardAndSaysWhichItIs) {
     EXPECT_EQ(result.figures->Share(0.5), 2 * (MonotonicTime(10s) / 9600));
     EXPECT_EQ(result.board->networkAddress, 1);
     EXPECT_EQ(result.board->ident + " " + result.board->model, "K5216505 K5216");
+    EXPECT_NE(seen.text.find("revision numbers 1 and 4;"), std::string::npos) << seen.text;
     ident = "K5216999";
     EXPECT_EQ(Check().board->model, "") << "another program's type says nothing";
     EXPECT_FALSE(port.IsOpen());
@@ -74,8 +94,9 @@ TEST_F(ConnectionCheckTest, NamesWhatIsWrongAndNeverMoreThanItSaw) {
          "vantrelctl --speed 19200"},
         {"", 38400, Kind::NoLink, "Something answers, but nothing that a board says", "no board's answer:"},
         {"latency-timer", 9600, Kind::Flawed, "about 16 ms", "Latency Timer"},
-        {"no-answer:once@50", 9600, Kind::Flawed, "of 200 exchanges 1 lost", "200 exchanges, 1 lost"},
-        {"late-answer:once@50", 9600, Kind::Flawed, "of 200 exchanges 1 late", "1 late"},
+        {"late-answer:62ms", 9600, Kind::Flawed, "slowly: each answer takes about 6", "adapter"},
+        {"no-answer:once@50", 9600, Kind::Flawed, "not each time: of 200 exchanges 1 lost", "200 exchanges, 1 lost"},
+        {"late-answer:once@50", 9600, Kind::Flawed, "not without flaws: of 200 exchanges 1 late", "1 late"},
         {"late-answer:300ms:once@50", 9600, Kind::Flawed, "of 200 exchanges 1 late", "most 30"},
         {"doubled-byte:once@50", 9600, Kind::Flawed, "of 200 exchanges 1 answered twice", "1 answered twice"},
         {"spoiled-answer:01H:once@50", 9600, Kind::Flawed, "1 answered wrongly", "1 answered wrongly"},
@@ -101,6 +122,7 @@ TEST_F(ConnectionCheckTest, NamesWhatIsWrongAndNeverMoreThanItSaw) {
                   false)
             << seen.text;
         EXPECT_FALSE(result.todo.empty());
+        EXPECT_EQ(result.todo.find("try 9600"), std::string::npos) << "it is there";
         EXPECT_FALSE(port.IsOpen());
     }
     // The same figure behind a network is the network's.
@@ -108,7 +130,25 @@ TEST_F(ConnectionCheckTest, NamesWhatIsWrongAndNeverMoreThanItSaw) {
     port.MendLine();
     port.SetBoardSpeed(0);
     board.AddFault({.kind = FaultKind::LatencyTimer});
+    seen.text.clear();
     EXPECT_EQ(Check("socket://plc:1").kind, Kind::Healthy);
+    EXPECT_TRUE(seen.text.starts_with("Port: socket://plc:1 takes the connection.\n  \nAnswer: 55")) << seen.text;
+    EXPECT_EQ(seen.text.find("Answer:"), seen.text.rfind("Answer:")) << "no second speed to set there";
+    board.AddFault({FaultKind::NoAnswer});
+    EXPECT_TRUE(Check("socket://plc:1").todo.starts_with("Is the speed that is set at the server the board's?"));
+}
+
+TEST_F(ConnectionCheckTest, StopsWhereBytesComeBeforeAnythingWasSent) {
+    TalkedOver talked(board, clock, LinePacing::LineSpeed);
+    for (const char* name : {"rfc2217://plc:1", "socket://plc:1"}) {
+        const CheckResult result = Check(name, talked);
+        EXPECT_EQ(result.verdict, "Something else is talking on this line.") << seen.text;
+        EXPECT_FALSE(result.figures) << "no exchanges";
+    }
+    talked.many = 100;
+    line.Forget();
+    EXPECT_EQ(Check("rfc2217://plc:1", talked).verdict, "Something else is talking on this line.") << seen.text;
+    EXPECT_TRUE(line.bytes.empty()) << "a byte of ours could be a value in the other's exchange";
 }
 
 } // namespace
