@@ -45,7 +45,11 @@ std::string HabitList() {
     return list;
 }
 
-std::string Help() { return FaultList() + "\n\n" + HabitList() + "\n\n"; }
+std::string Help() {
+    return FaultList() + "\n\n" + HabitList() +
+           "\n\nAlso without any of them nodes 13 and 26 fail by themselves, for 4 seconds of every 30,\n"
+           "so that there is a failure to see.\n\n";
+}
 
 SimulatedFault FaultNamed(const std::string& text) {
     if (const auto fault = ParseFault(text)) return *fault;

@@ -35,6 +35,10 @@ struct SequenceStatus {
     [[nodiscard]] bool IsKnown() const { return node != Unread && status != Unread; }
     [[nodiscard]] std::optional<std::uint16_t> Code() const { return Word(LeadingHexNumber(status)); }
     [[nodiscard]] SequenceHealth Health() const { return HealthOf(Code(), Word(WholeNumber(node))); }
+    /// Disabled although its code says that it fails.
+    [[nodiscard]] bool FailsWithoutNode() const {
+        return Health() == SequenceHealth::Disabled && HealthOf(Code(), {}) == SequenceHealth::Failing;
+    }
 
 private:
     template <typename Number> static std::optional<std::uint16_t> Word(std::optional<Number> number) {
@@ -71,6 +75,20 @@ std::string AdviceOf(const std::vector<SequenceStatus>& sequences) {
     return text;
 }
 
+/// Why nothing is said of sequences beside whose codes one would expect it.
+std::string NodelessNote(const std::vector<SequenceStatus>& sequences) {
+    std::string before;
+    std::string last;
+    for (std::size_t i = 0; i < sequences.size(); ++i) {
+        if (!sequences[i].FailsWithoutNode()) continue;
+        if (!last.empty()) before += (before.empty() ? "" : ", ") + last;
+        last = std::to_string(i);
+    }
+    if (last.empty()) return "";
+    if (before.empty()) return "\nSequence " + last + " has node 0: it counts as disabled.\n";
+    return "\nSequences " + before + " and " + last + " have node 0: they count as disabled.\n";
+}
+
 /// Keeps the rows of the status tab until they are printed.
 class StatusTable final : public StatusTabDisplay {
 public:
@@ -93,7 +111,8 @@ public:
             list.push_back(StatusJson(i, rows_[i]));
             table.push_back({std::to_string(i), rows_[i].node, rows_[i].status});
         }
-        if (!rows_.empty()) out << (json ? JsonText(list) : TableText(table, "rrl") + AdviceOf(rows_));
+        if (!rows_.empty())
+            out << (json ? JsonText(list) : TableText(table, "rrl") + AdviceOf(rows_) + NodelessNote(rows_));
     }
     [[nodiscard]] bool AnyFails() const {
         return std::ranges::any_of(rows_,

@@ -77,18 +77,28 @@ bool StatusWatch::TimeIsOver() const { return time_ && context_.host.clock.Now()
 
 bool StatusWatch::MayRead() const { return !session_.Interrupted() && !session_.Failed() && !TimeIsOver(); }
 
-void StatusWatch::ReadNodes() {
+void StatusWatch::ReadUnknownNodes() {
+    std::vector<std::size_t> sequences;
+    std::vector<std::string> addresses;
+    for (std::size_t sequence = 0; sequence < nodes_.size(); ++sequence) {
+        if (history_.Of(sequence).node) continue;
+        sequences.push_back(sequence);
+        addresses.push_back(nodes_.at(sequence));
+    }
+    if (sequences.empty()) return;
     const std::function<bool()> mayRead = [this] { return MayRead(); };
-    const std::function<void(const JudgedReading&)> take = [this](const JudgedReading& judged) {
-        history_.NoteNode(judged.tag, WordOf(judged.reading));
+    const std::function<void(const JudgedReading&)> take = [&](const JudgedReading& judged) {
+        history_.NoteNode(sequences.at(judged.tag), WordOf(judged.reading));
     };
-    session_.Run(ReadInTurns(session_.Link(), session_.Turns(), {nodes_.begin(), nodes_.end()}, mayRead, take));
+    session_.Run(ReadInTurns(session_.Link(), session_.Turns(), addresses, mayRead, take));
 }
 
 void StatusWatch::ReadStatuses() {
     const std::function<bool()> mayRead = [this] { return MayRead(); };
     const std::function<void(const JudgedReading&)> take = [this](const JudgedReading& judged) {
-        history_.NoteStatus(judged.tag, WordOf(judged.reading));
+        const auto code = WordOf(judged.reading);
+        history_.NoteStatus(judged.tag, code);
+        if (code) clear_.set(judged.tag);
         Print();
     };
     session_.Run(ReadInTurns(session_.Link(), session_.Turns(), {statuses_.begin(), statuses_.end()}, mayRead, take));
@@ -113,8 +123,8 @@ ExitCode StatusWatch::Run() {
             history_.NoteOpening(*opened);
             history_.NoteLink(LinkChange::Online);
             Print();
-            ReadNodes();
         }
+        ReadUnknownNodes();
         ReadStatuses();
     }
     if (session_.Failed()) history_.NoteLink(LinkChange::Lost);
@@ -126,7 +136,11 @@ ExitCode StatusWatch::End() {
     if (session_.Failed()) return Refuse(context_, "The link to the board failed.");
     if (context_.arguments.check && failed_) return Refuse(context_, "At least one sequence failed meanwhile.");
     // Without a time an interrupt is the way to end.
-    return session_.Interrupted() && time_ ? Refuse(context_, "Cancelled.") : ExitCode::Done;
+    if (session_.Interrupted() && time_) return Refuse(context_, "Cancelled.");
+    if (context_.arguments.check && !clear_.all()) {
+        return Refuse(context_, "Some of this was not read reliably. Run the command again.");
+    }
+    return ExitCode::Done;
 }
 
 } // namespace vantrel

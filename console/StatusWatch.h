@@ -6,6 +6,7 @@
 #include "document/GridTexts.h"
 #include "views/History.h"
 
+#include <bitset>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -27,7 +28,8 @@ public:
 private:
     [[nodiscard]] bool MayRead() const;
     [[nodiscard]] bool TimeIsOver() const;
-    void ReadNodes();
+    /// All of them after an opening, later those that were not read clearly.
+    void ReadUnknownNodes();
     void ReadStatuses();
     /// What the history holds beyond what has been printed.
     void Print();
@@ -41,6 +43,7 @@ private:
     const SequenceAddresses nodes_ = NodeNumberAddressTable();
     const SequenceAddresses statuses_ = StatusWordAddressTable();
     std::size_t printed_ = 0;
+    std::bitset<SequenceCount> clear_; ///< The sequences whose status has been read clearly.
     bool failed_ = false; ///< A sequence has been seen failing.
 };
 

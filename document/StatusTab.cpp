@@ -45,29 +45,39 @@ void Show(StatusTabDisplay& display, StatusLog& log, const RSComm& link, const s
 
 } // namespace
 
-std::optional<int> StatusSurvey::TakeOutOfSight(const StatusTabDisplay& display) {
+bool StatusSurvey::NodeIsNext() const {
+    if (last_.row == 0 || last_.node) return false;
+    const SequenceRecord& record = log_.Of(static_cast<std::size_t>(last_.row) - 1);
+    return !record.node && HealthOf(record.code, record.node) == SequenceHealth::Failing;
+}
+
+std::optional<StatusSurvey::Turn> StatusSurvey::TakeOutOfSight(const StatusTabDisplay& display) {
     std::optional<int> next;
     bool anyInSight = false;
     for (int i = 0; i < EditorRowCount - 1; ++i) {
-        const int row = (lastRow_ + i) % (EditorRowCount - 1) + 1;
+        const int row = (last_.row + i) % (EditorRowCount - 1) + 1;
         const bool visible = display.RowVisible(row);
         anyInSight = anyInSight || visible;
         if (!visible && !next) next = row;
     }
     if (!next || (anyInSight && inSight_ < ReadingsInSight)) return std::nullopt;
     inSight_ = 0;
-    lastRow_ = *next;
-    return next;
+    const bool node = NodeIsNext() && !display.RowVisible(last_.row);
+    last_ = {node ? last_.row : *next, node};
+    return last_;
 }
 
-Task StatusSurvey::LookAtNext(const SequenceAddresses& statusWords, RSComm& link) {
+Task StatusSurvey::LookAtNext(const SequenceAddresses& nodeNumbers, const SequenceAddresses& statusWords,
+                              RSComm& link) {
     const int opened = link.Opened();
-    lastRow_ = lastRow_ % (EditorRowCount - 1) + 1;
-    const std::size_t sequence = static_cast<std::size_t>(lastRow_) - 1;
-    const Reading status = co_await link.Read(statusWords.at(sequence));
-    if (status.HasLinkFailed() || link.Opened() != opened || !link.OnlineMode()) co_return;
+    const bool node = NodeIsNext();
+    last_ = {node ? last_.row : last_.row % (EditorRowCount - 1) + 1, node};
+    const std::size_t sequence = static_cast<std::size_t>(last_.row) - 1;
+    const Reading value = co_await link.Read((node ? nodeNumbers : statusWords).at(sequence));
+    if (value.HasLinkFailed() || link.Opened() != opened || !link.OnlineMode()) co_return;
     log_.NoteOpening(opened);
-    log_.NoteStatus(sequence, WordOf(status));
+    if (node) log_.NoteNode(sequence, WordOf(value));
+    if (!node) log_.NoteStatus(sequence, WordOf(value));
 }
 
 Task RefreshStatusTab(StatusTabDisplay& display, StatusSurvey& survey, const SequenceAddresses& nodeNumbers,
@@ -97,10 +107,13 @@ Task RefreshStatusTab(StatusTabDisplay& display, StatusSurvey& survey, const Seq
         Show(display, log, link, beforeStatus);
         survey.NoteInSight();
     }
-    if (const auto row = survey.TakeOutOfSight(display)) {
+    if (const auto turn = survey.TakeOutOfSight(display)) {
         co_await turns.Behind();
         if (!MayRead(display, link)) co_return;
-        const auto before = co_await walk.Read(statusWords.at(static_cast<std::size_t>(*row) - 1), StatusTag(*row));
+        const std::string& address =
+            (turn->node ? nodeNumbers : statusWords).at(static_cast<std::size_t>(turn->row) - 1);
+        const std::size_t tag = turn->node ? NodeTag(turn->row) : StatusTag(turn->row);
+        const auto before = co_await walk.Read(address, tag);
         if (walk.Reconnected()) co_return;
         Show(display, log, link, before);
     }

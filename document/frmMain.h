@@ -66,7 +66,9 @@ public:
     /// The status tab is in sight and read, again and again.
     [[nodiscard]] bool ReadsStatus() const { return link_.OnlineMode() && !link_.LinkFailed() && StatusWanted(); }
     /// Reads the status of one sequence: for as long as the status tab does not.
-    [[nodiscard]] Task LookAtNextStatus() { return survey_.LookAtNext(StatusWordAddresses, link_); }
+    [[nodiscard]] Task LookAtNextStatus() {
+        return survey_.LookAtNext(NodeNumberAddresses, StatusWordAddresses, link_);
+    }
     /// Written only when it has changed, so that reading, selecting and scrolling are left in peace.
     void SetSystemMessage(const std::string& text);
 

@@ -12,15 +12,29 @@ void History::Add(const Happening& what) {
 
 void History::NoteOpening(int opened) {
     if (std::exchange(opened_, opened) == opened) return;
-    // In the middle: the user has plugged in again what was lost.
-    if (lastLook_) Add(LinkChange::Reopened);
+    // In the middle: the user has plugged in again what was lost, after as long as that took.
+    if (lastLook_) {
+        NoteSilence();
+        Add(LinkChange::Reopened);
+    }
     records_ = {};
     lastLook_.reset();
     fault_ = 0;
     alarms_ = {};
 }
 
-void History::NoteNode(std::size_t sequence, std::optional<std::uint16_t> node) { records_.at(sequence).node = node; }
+void History::NoteNode(std::size_t sequence, std::optional<std::uint16_t> node) {
+    SequenceRecord& record = records_.at(sequence);
+    const bool wasUnknown = !std::exchange(record.node, node);
+    if (!wasUnknown || node != std::uint16_t{0} || record.health != SequenceHealth::Failing) return;
+    // It was taken for a running one, until now.
+    record.health = SequenceHealth::Disabled;
+    record.latest.back().health = record.health;
+    Add(SequenceChange{sequence, record.code, record.code, record.health, record.lastLook});
+    if (!record.lastError || record.lastError->at != record.since) return;
+    --record.errors;
+    record.lastError.reset();
+}
 
 void History::ForgetNodes() {
     for (SequenceRecord& record : records_)

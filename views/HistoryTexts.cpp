@@ -71,7 +71,8 @@ std::optional<std::size_t> SequenceOf(const HistoryEntry& entry) {
 }
 
 bool Concerns(const HistoryEntry& entry, std::optional<std::size_t> sequence) {
-    return !sequence || SequenceOf(entry) == sequence || std::holds_alternative<NotLookedAt>(entry.what);
+    return !sequence || SequenceOf(entry) == sequence || std::holds_alternative<NotLookedAt>(entry.what) ||
+           std::holds_alternative<LinkChange>(entry.what);
 }
 
 std::string KindText(const HistoryEntry& entry) {

@@ -13,8 +13,8 @@ namespace vantrel {
 /// The sequence that an entry is about; nothing for one of the board, the link or the program.
 [[nodiscard]] std::optional<std::size_t> SequenceOf(const HistoryEntry& entry);
 
-/// Whether a list of that sequence alone (nothing: of everything) holds the entry: a time without a look was one for
-/// every sequence, and without it a list of one would read like an unbroken watch.
+/// Whether a list of that sequence alone (nothing: of everything) holds the entry: a time without a look or without a
+/// link was one for every sequence, and without it a list of one would read like an unbroken watch.
 [[nodiscard]] bool Concerns(const HistoryEntry& entry, std::optional<std::size_t> sequence);
 
 /// One of a few words that say what kind of entry it is: "Sequence", "Not looked at", "Fault", "Alarm", "Link",

@@ -59,6 +59,7 @@ const std::vector<Case>& Cases() {
         {"doubled-byte@18", "status --sequence 0", 1, {"Node Number:      0\n", "To Node  -",
          "Run the command again."}, {}},
         {"doubled-byte@9", "status", 1, {"    1       -  -\n", "Run the command again."}, {}},
+        {"wrong-echo", "status --watch --check --for 30s", 1, {"30  not read clearly\n", "Run the command again."}, {}},
         {"wrong-echo:once@3 wrong-echo:once@6", "status", 1, {"    0       -  00: Comm Disabled\n"}, {}},
         {"hang-up@25", "status", 3, {"before everything was read."}, {"Cancel"}},
         {"doubled-byte@3", "board", 1, {"Current Fault: Code = --", "Run the command again."}, {"1FH", "None"}},

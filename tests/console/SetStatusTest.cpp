@@ -78,6 +78,10 @@ TEST_F(ConsoleTest, StatusSaysWhyASequenceFailsAndEndsWithOneWhenThatIsChecked) 
     EXPECT_EQ(json[4]["state"], "failing");
     EXPECT_EQ(json[4]["remedy"], remedy);
     EXPECT_EQ(json[3]["state"], "disabled");
+    board.PokeWord(16384 + 4 * 512, 0);
+    Expect(0, "status --port 1 --check", {"\nSequence 4 has node 0: it counts as disabled.\n"});
+    board.SetHabits(WithHabit(WithHabit({}, "status=4:05").value(), "status=7:05").value());
+    Expect(0, "status --port 1 --check", {"\nSequences 4 and 7 have node 0: they count as disabled.\n"});
 }
 
 TEST_F(ConsoleTest, AWatchPrintsEveryChangeWithItsTimeUntilItIsOverOrInterrupted) {

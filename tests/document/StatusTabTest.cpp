@@ -1,6 +1,7 @@
 // One pass over the status tab, against the simulated board: which rows are read, how they are shown, what ends it.
 #include "document/StatusTab.h"
 
+#include "simulator/BoardHabits.h"
 #include "tests/support/BoardLink.h"
 
 #include <algorithm>
@@ -104,15 +105,32 @@ TEST_F(StatusTabTest, WhereNobodySeesTheRowsOneStatusWordALookIsReadInTurn) {
     line.Forget();
     log.looks = {};
     for (int look = 0; look < 32; ++look)
-        turns.RunToEnd(survey.LookAtNext(words, link));
+        turns.RunToEnd(survey.LookAtNext(nodes, words, link));
     EXPECT_EQ(line.bytes.size(), 32U * 4);
     EXPECT_EQ(log.looks.front(), 2);
     EXPECT_EQ(*std::ranges::min_element(log.looks), 1);
     EXPECT_EQ(log.lastOpening, link.Opened());
     board.AddFault({.kind = FaultKind::DoubledByte});
     log.records[1].code = OkCode;
-    turns.RunToEnd(survey.LookAtNext(words, link));
+    turns.RunToEnd(survey.LookAtNext(nodes, words, link));
     EXPECT_FALSE(log.records[1].code) << "not read clearly, so nothing is known";
+}
+
+TEST_F(StatusTabTest, WhatFailsOutOfSightIsAskedForItsNodeOnceARound) {
+    board.SetHabits(WithHabit({}, "status=25:05").value());
+    Open();
+    log.records[25].node.reset();
+    visible.clear();
+    for (int turn = 0; turn < 26; ++turn)
+        Pass();
+    EXPECT_EQ(Pass(), Texts{"26 node 0"});
+    EXPECT_EQ(Pass().front().substr(0, 3), "27 ");
+    log.records[25].node.reset();
+    for (int turn = 0; turn < 30; ++turn)
+        turns.RunToEnd(survey.LookAtNext(nodes, words, link));
+    EXPECT_FALSE(log.records[25].node);
+    turns.RunToEnd(survey.LookAtNext(nodes, words, link));
+    EXPECT_EQ(log.records[25].node, 0);
 }
 
 } // namespace

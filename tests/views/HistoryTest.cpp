@@ -51,7 +51,12 @@ TEST_F(HistoryTest, EveryChangeIsKeptWithItsTimeAndOnlyWhatBeginsToFailIsAnError
     history.NoteOpening(2);
     EXPECT_EQ(Record().errors + Record().latest.size(), 0U) << "another board, perhaps";
     EXPECT_EQ(Entries().size(), 7U) << "what was seen stays";
-    EXPECT_EQ(Entries().back(), "09:05:11 The port was lost and opened again");
+    EXPECT_EQ(Entries().back(), "09:05:11 The port was lost and opened again") << "at once: there was no silence";
+    Look({2});
+    clock.Advance(2h);
+    history.NoteOpening(3);
+    EXPECT_EQ(Entries().at(8) + Entries().at(9), "11:05:11 No sequence was looked at since 2026-03-14 09:05:11"
+                                                 "11:05:11 The port was lost and opened again");
 }
 
 TEST_F(HistoryTest, AChangeThatNobodyWatchedIsNoSeenOneAndTheTimeWithoutALookIsAnEntry) {
@@ -95,6 +100,12 @@ TEST_F(HistoryTest, HealthIsTheCodesUnlessThereIsNoNode) {
     history.ForgetNodes();
     history.NoteStatus(3, 5);
     EXPECT_EQ(CountHealths(history), (HealthCounts{0, 1, 0, 30})) << "the node may be another one since";
+    history.NoteOpening(2);
+    history.NoteStatus(3, 5);
+    history.NoteNode(3, 0);
+    EXPECT_EQ(CountHealths(history), (HealthCounts{0, 0, 1, 30})) << "the node came second";
+    EXPECT_EQ(Record().errors, 0U);
+    EXPECT_EQ(Entries().back(), "09:05:07 05: No Slave Response, Timeout, node 0 (was 05: No Slave Response, Timeout)");
 }
 
 TEST_F(HistoryTest, WhatHappenedBesideTheSequencesStandsWithThemAndInTheTable) {
@@ -114,7 +125,7 @@ TEST_F(HistoryTest, WhatHappenedBesideTheSequencesStandsWithThemAndInTheTable) {
                                        ",Alarm,,Target Board Fault: active,\r\n" + time +
                                        ",Fault,,The board reports fault code 45H,\r\n" + time + ",Link,,ONLINE,\r\n");
     const std::string one = HistoryCsv(history, 3);
-    EXPECT_EQ(std::count(one.begin(), one.end(), '\n'), 2);
+    EXPECT_EQ(std::count(one.begin(), one.end(), '\n'), 4) << "with the link's coming and going";
 }
 
 TEST_F(HistoryTest, TheOldestGoBehindTheBoundAndTheTableSaysSo) {
