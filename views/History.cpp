@@ -86,6 +86,7 @@ void History::NoteAlarms(const AlarmFlags& alarms) {
 }
 
 void History::NoteLink(LinkChange change) {
+    NoteSilence(); // A box may have stood there for hours.
     Add(change);
     lastLook_.reset();
     if (change == LinkChange::Online || change == LinkChange::Reopened) return;

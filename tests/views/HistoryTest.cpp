@@ -78,6 +78,9 @@ TEST_F(HistoryTest, AChangeThatNobodyWatchedIsNoSeenOneAndTheTimeWithoutALookIsA
     history.NoteOpening(2);
     Look({2});
     EXPECT_EQ(Entries().back(), "10:05:49 02: Comm to Node OK") << "OFFLINE nobody was to look";
+    clock.Advance(10s);
+    history.NoteLink(LinkChange::Lost);
+    EXPECT_EQ(Entries().at(Entries().size() - 2), "10:05:59 No sequence was looked at since 2026-03-14 10:05:49");
 }
 
 TEST_F(HistoryTest, HealthIsTheCodesUnlessThereIsNoNode) {

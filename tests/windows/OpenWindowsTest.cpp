@@ -65,7 +65,8 @@ TEST_F(OpenWindowsTest, NeedNoMoreAtTheEndOfEachFaultThanAfterAQuarterOfIt) {
             line.bytes = {};
             QPixmapCache::clear();
             constexpr std::size_t row = 16; // Of the log's table, in the toolkit.
-            return Held().first - events.grdRows->model()->rowCount() * (sizeof(HistoryEntry) + row);
+            return Held().first -
+                   static_cast<std::size_t>(events.grdRows->model()->rowCount()) * (sizeof(HistoryEntry) + row);
         };
         // What is made once, and the last three minutes of each sequence.
         for (int second = 0; second < 200; ++second)
@@ -85,7 +86,7 @@ TEST_F(OpenWindowsTest, NeedNoMoreAtTheEndOfEachFaultThanAfterAQuarterOfIt) {
                         Held().second);
             EXPECT_LE(late, early + 128 * 1024) << fault.name;
             EXPECT_LE(Held().second, descriptors) << fault.name;
-            EXPECT_GT(board.ReceivedBytes() - received, seconds * 50U) << fault.name;
+            EXPECT_GT(board.ReceivedBytes() - received, static_cast<std::size_t>(seconds) * 50) << fault.name;
         }
         view.reject();
     });
