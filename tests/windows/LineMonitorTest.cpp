@@ -25,6 +25,7 @@ protected:
 TEST_F(LineMonitorTest, ShowsBytesWithTheirMeaningBesideTheTraceHoldsThemAndSavesThem) {
     WriteText(folder / "Help" / "VANTREL.hlp", "# Main {#main-display}\n# Check {#check-connection}\nbytes\n");
     frmLineMonitor& window = Open();
+    frame->tmrBackgroungUpdate.setInterval(std::chrono::hours(1)); // Every tick is the test's own.
     EXPECT_FALSE(window.cmdSave->isEnabled());
     line.Forget();
     GoOnline();

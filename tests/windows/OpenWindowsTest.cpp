@@ -32,6 +32,7 @@ struct OpenWindowsTest : EditorTest {
 };
 
 TEST_F(OpenWindowsTest, NeedNoMoreAtTheEndOfEachFaultThanAfterAQuarterOfIt) {
+    if (Held().first == 0) GTEST_SKIP() << "This host, or the sanitizer, does not tell what is allocated.";
     const int seconds = std::getenv("VANTREL_LONG") ? 330 : 12; // NOLINT(concurrency-mt-unsafe)
     GoOnline();
     frame->mnuViewEventLog->trigger();
