@@ -143,7 +143,12 @@ TEST(Soak, ADayOnTheLineNeedsNoMoreInTheEveningThanInTheMorning) {
     EXPECT_EQ(lastPace, pace);
     EXPECT_LE(lastBytes, bytes + 1024) << "memory grows";
     EXPECT_LE(lastBlocks, blocks + 8) << "memory grows";
-    EXPECT_LE(Descriptors(), descriptors);
+#ifdef _WIN32
+    constexpr int ownOfTheHost = 8; // Its libraries open some as they like; one an opening would be more.
+#else
+    constexpr int ownOfTheHost = 0;
+#endif
+    EXPECT_LE(Descriptors(), descriptors + ownOfTheHost);
 }
 
 } // namespace
