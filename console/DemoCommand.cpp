@@ -1,5 +1,6 @@
 // The demonstration: a sample plant on its way to a simulated board and back, as a user would send it.
 #include "console/Commands.h"
+#include "console/HostPorts.h"
 #include "console/LinkSession.h"
 #include "console/SetupFiles.h"
 #include "console/Transfers.h"
@@ -16,8 +17,6 @@
 namespace vantrel {
 
 namespace {
-
-constexpr const char* DemonstrationSpeed = "19200";
 
 /// Downloads the document, forgets its values, and uploads them again.
 ExitCode SendAndFetch(CommandContext& context, LinkSession& session) {
@@ -43,8 +42,9 @@ ExitCode Demo(CommandContext& context) {
     const Configuration& record = context.program.document.CurrentConfiguration;
     const std::vector<std::int32_t> sent = record.Values;
 
-    LinkSession session(context, {.kind = PortChoice::Kind::Demonstration}, DemonstrationSpeed);
-    context.Say("Downloading to " + session.PortName() + " at " + DemonstrationSpeed + " baud.");
+    const std::string speed = std::to_string(DemonstrationSpeed);
+    LinkSession session(context, {.kind = PortChoice::Kind::Demonstration}, speed);
+    context.Say("Downloading to " + session.PortName() + " at " + speed + " baud.");
     const MonotonicTime start = context.host.clock.Now();
     const ExitCode end = session.Use(
         "No value was sent to the board.", [] { return true; }, [&] { return SendAndFetch(context, session); });

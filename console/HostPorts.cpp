@@ -16,8 +16,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr int DemonstrationSpeed = 19200;
-
 /// A board and the port to it in one.
 struct BoardInProcess {
     explicit BoardInProcess(Clock& clock) : board(BoardStart(clock)), port(board, clock, LinePacing::LineSpeed) {}

@@ -9,6 +9,9 @@
 
 namespace vantrel {
 
+/// Of the line to a board that is simulated for a demonstration, in baud.
+inline constexpr int DemonstrationSpeed = 19200;
+
 /// The port that a choice stands for, not yet opened. Never throws for a device that is not there; opening does.
 [[nodiscard]] BoardPort ReachBoard(const PortChoice& choice, Clock& clock, const std::filesystem::path& supportFolder);
 

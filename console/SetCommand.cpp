@@ -114,7 +114,7 @@ ExitCode Set(CommandContext& context) {
     return ExitCode::Done;
 }
 
-std::string Help() {
+std::string FieldHelp() {
     const auto limits = [](const FieldDescription& field, char notation, std::int32_t maximum) {
         const std::string_view type(&notation, 1);
         return DisplayValue(field.minimum, type) + " to " + DisplayValue(maximum, type);
@@ -148,6 +148,6 @@ const Command SetCommand{"set",
                          "  vantrelctl set plant.sdt 3 SendToNode 1A0H\n"
                          "  vantrelctl set plant.sdt 3 NodeDescription \"Filler, left\"\n",
                          Set,
-                         Help};
+                         FieldHelp};
 
 } // namespace vantrel

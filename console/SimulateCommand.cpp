@@ -45,7 +45,7 @@ std::string HabitList() {
     return list;
 }
 
-std::string Help() {
+std::string BoardHelp() {
     return FaultList() + "\n\n" + HabitList() +
            "\n\nAlso without any of them nodes 13 and 26 fail by themselves, for 4 seconds of every 30,\n"
            "so that there is a failure to see.\n\n";
@@ -140,6 +140,6 @@ const Command SimulateCommand{
     "  vantrelctl simulate --listen rfc2217://127.0.0.1:4001\n"
     "  vantrelctl simulate --fault wrong-echo:once hang-up@500 --habit half-sent=forever\n",
     Simulate,
-    Help};
+    BoardHelp};
 
 } // namespace vantrel

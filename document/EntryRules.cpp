@@ -16,8 +16,6 @@ constexpr double NoNumber = -1; ///< Below every field's limits.
 
 const FieldDescription& Described(SequenceField field) { return FieldTable().at(static_cast<std::size_t>(field)); }
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 /// The whole number that a text is; NoNumber when it is none.
 double NumberOf(std::string_view text) { return IsNumeric(text) ? RoundHalfToEven(LeadingNumber(text)) : NoNumber; }
 

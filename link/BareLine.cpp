@@ -8,7 +8,6 @@ namespace {
 
 /// A line that never comes to rest is not listened to for ever.
 constexpr std::size_t MostUnasked = 64;
-constexpr MonotonicTime LongestOpening = std::chrono::seconds(10);
 
 } // namespace
 
@@ -33,7 +32,7 @@ TaskOf<bool> BareLine::Open(PortSettings settings) {
     opened_ = true;
     port_.BeginOpen();
     while (port_.Opening()) {
-        const PortWait wait = co_await link_.turns_.WaitForByte(port_, link_.clock_.Now() + LongestOpening);
+        const PortWait wait = co_await link_.turns_.WaitForByte(port_, link_.clock_.Now() + RSComm::LongestOpening);
         if (wait != PortWait::GivenUp) continue;
         Close();
         co_return false;

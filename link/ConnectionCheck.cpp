@@ -2,8 +2,8 @@
 #include "link/ConnectionCheck.h"
 
 #include "link/CheckTexts.h"
+#include "link/ProtocolBytes.h"
 #include "link/TargetMap.h"
-#include "platform/NetworkAddress.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -15,17 +15,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::uint8_t SyncByte = 0xFF;
-constexpr std::uint8_t Acknowledge = 0x55;
-constexpr int ReadMode = 1;
-
 constexpr int MostReopenings = 5;
-
-bool AnswersSync(const BareLine::Heard& heard) { return !heard.bytes.empty() && heard.bytes.front() == Acknowledge; }
 
 } // namespace
 
-bool ConnectionCheck::Probe::Answered() const { return std::any_of(answers.begin(), answers.end(), AnswersSync); }
+bool ConnectionCheck::Probe::Answered() const { return std::any_of(answers.begin(), answers.end(), IsAcknowledged); }
 
 bool ConnectionCheck::Probe::Echoed() const {
     const auto isEcho = [](const auto& heard) { return heard.bytes == std::vector<std::uint8_t>{SyncByte}; };
@@ -233,15 +227,15 @@ CheckStep ConnectionCheck::StepOf(const Probe& probe) const {
 }
 
 ConnectionCheck::Went ConnectionCheck::JudgeProbes(const std::string& wanted) {
-    const auto answered = std::find_if(probes_.begin(), probes_.end(), [](const Probe& p) { return p.Answered(); });
-    const bool asWanted =
-        std::any_of(probes_.begin(), probes_.end(), [&](const Probe& p) { return p.speed == wanted && p.Answered(); });
     if (probes_.empty()) return Went::Ended;
     // Before the answers: what looks like one may be another's.
     if (std::all_of(probes_.begin(), probes_.end(), [](const Probe& p) { return p.unasked; })) {
         Conclude(CheckResult::Kind::NoLink, "Something else is talking on this line.", check::TalkAdvice(Local()));
         return Went::Ended;
     }
+    const auto answered = std::find_if(probes_.begin(), probes_.end(), [](const Probe& p) { return p.Answered(); });
+    const bool asWanted =
+        std::any_of(probes_.begin(), probes_.end(), [&](const Probe& p) { return p.speed == wanted && p.Answered(); });
     if (asWanted) return Went::On;
     if (answered != probes_.end()) {
         Conclude(CheckResult::Kind::NoLink,

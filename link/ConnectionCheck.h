@@ -125,6 +125,7 @@ private:
     /// As a step names it, by the speed that was tried.
     [[nodiscard]] std::string AnswerStep(const std::string& speed) const;
     // (ConnectionCheckExchanges.cpp)
+    [[nodiscard]] static bool IsAcknowledged(const BareLine::Heard& heard);
     [[nodiscard]] TaskOf<bool> EnterReadMode();
     [[nodiscard]] TaskOf<Went> Measure();
     [[nodiscard]] TaskOf<bool> MeasureOne(std::uint8_t byte, std::optional<std::uint8_t>* due);

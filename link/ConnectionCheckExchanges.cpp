@@ -2,6 +2,7 @@
 #include "link/ConnectionCheck.h"
 
 #include "link/CheckTexts.h"
+#include "link/ProtocolBytes.h"
 #include "link/TargetMap.h"
 #include "platform/NetworkAddress.h"
 #include "text/Windows1252.h"
@@ -16,14 +17,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::uint8_t SyncByte = 0xFF;
-constexpr std::uint8_t Acknowledge = 0x55;
-constexpr std::uint8_t ReadModeByte = 1;
-
 /// Each loss costs more than a second; after so many nothing new is learnt.
 constexpr std::size_t MostFailures = 10;
-
-bool IsAcknowledged(const BareLine::Heard& heard) { return !heard.bytes.empty() && heard.bytes.front() == Acknowledge; }
 
 } // namespace
 
@@ -37,7 +32,7 @@ TaskOf<bool> ConnectionCheck::EnterReadMode() {
     for (int i = 0; i < 2 && !cancelled_; ++i) {
         const BareLine::Heard heard = co_await line_->Exchange(SyncByte, AnswerTime, BehindAnAnswer);
         if (!IsAcknowledged(heard)) continue;
-        const BareLine::Heard mode = co_await line_->Exchange(ReadModeByte, AnswerTime, BehindAnAnswer);
+        const BareLine::Heard mode = co_await line_->Exchange(ReadMode, AnswerTime, BehindAnAnswer);
         co_return IsAcknowledged(mode);
     }
     co_return false;
@@ -91,11 +86,15 @@ TaskOf<bool> ConnectionCheck::MeasureOne(std::uint8_t byte, std::optional<std::u
     }
     figures_.times.push_back(heard.time);
     if (!*due) *due = heard.bytes.front();
-    const bool right = heard.bytes.front() == **due;
-    if (!right) ++figures_.wrong;
+    const bool wrong = heard.bytes.front() != **due;
+    if (wrong) ++figures_.wrong;
     // A second byte of a doubled answer may come a little later, and then spoils the next exchange.
     if (heard.bytes.size() > 1) ++figures_.doubled;
-    co_return right&& heard.bytes.size() == 1;
+    co_return !wrong && heard.bytes.size() == 1;
+}
+
+bool ConnectionCheck::IsAcknowledged(const BareLine::Heard& heard) {
+    return !heard.bytes.empty() && heard.bytes.front() == Acknowledge;
 }
 
 bool ConnectionCheck::Local() const { return !MeantAsNetworkAddress(subject_.portName); }

@@ -175,6 +175,9 @@ private:
     friend class ReadingWalk;
     friend class BareLine;
 
+    /// A port ends its opening by itself; this is when it is looked at again in any case.
+    static constexpr MonotonicTime LongestOpening = std::chrono::seconds(10);
+
     /// What ExchangeByte returns for no answer or a failed link.
     static constexpr int NoAnswer = 9999;
     enum class Reply { Wait, NoReply };

@@ -2,6 +2,7 @@
 // step.
 #include "link/RSComm.h"
 
+#include "link/ProtocolBytes.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -13,16 +14,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::uint8_t SyncByte = 0xFF;
-constexpr std::uint8_t Acknowledge = 0x55;
-
 constexpr MonotonicTime FirstAnswerTime = 1s;
 constexpr MonotonicTime RepeatedAnswerTime = 2s;
 constexpr int AttemptsBeforeWarning = 3;
 constexpr MonotonicTime ModeTime = 2s;
 /// Out of a mode: the first sync byte may pass for an address.
 constexpr int TriesOfAGoodBoard = 2;
-constexpr int WriteMode = 2;
 /// Longer than a sync and a mode byte take on a slow line; what takes as long held a silence, of the board or the host.
 constexpr MonotonicTime LongestCleanTry = 900ms;
 /// A board that is still in a mode takes two sync bytes to leave it.

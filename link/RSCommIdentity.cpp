@@ -4,6 +4,7 @@
 #include "link/RSComm.h"
 
 #include "link/FaultFiles.h"
+#include "link/ProtocolBytes.h"
 #include "link/TargetMap.h"
 #include "platform/RuntimeError.h"
 #include "text/AsciiCase.h"
@@ -51,7 +52,6 @@ std::string CharacterOf(std::int16_t boardType) {
 }
 
 constexpr std::uint8_t ReadyRequest = 0x38;
-constexpr std::uint8_t Acknowledge = 0x55;
 constexpr int Ready = 0x00;
 constexpr MonotonicTime ReadyTime = 3s;
 constexpr MonotonicTime ReadyTimeAfterRetry = 2s;

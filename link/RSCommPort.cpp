@@ -1,6 +1,7 @@
 // Port and settings of the link: reading them, opening with the probe, closing with the goodbye.
 #include "link/RSComm.h"
 
+#include "link/ProtocolBytes.h"
 #include "platform/RuntimeError.h"
 #include "platform/SetWhile.h"
 #include "text/PathText.h"
@@ -8,14 +9,6 @@
 #include <utility>
 
 namespace vantrel {
-
-namespace {
-
-constexpr std::uint8_t ProbeByte = 0xFF;
-/// A port ends its opening by itself; this is when it is looked at again in any case.
-constexpr MonotonicTime LongestOpening = std::chrono::seconds(10);
-
-} // namespace
 
 RSComm::RSComm(std::filesystem::path settingsFile, PortRange range, Clock& clock, Dialogs& dialogs, TurnQueue& turns)
     : settingsFile_(std::move(settingsFile)), range_(range), clock_(clock), dialogs_(dialogs), turns_(turns) {}
@@ -89,7 +82,7 @@ Task RSComm::OpenRSComm(SerialPort& port) {
                 linkFailed_ = true;
             }
         }
-        (void)co_await ExchangeByte(ProbeByte);
+        (void)co_await ExchangeByte(SyncByte);
         onlineMode_ = !linkFailed_;
     } catch (const RuntimeError& error) {
         failure = error;
@@ -148,7 +141,7 @@ Task RSComm::Close() {
     if (port_ && port_->IsOpen()) {
         patience_ = Patience::Short;
         if (!linkFailed_) {
-            const int answer = co_await ExchangeByte(ProbeByte);
+            const int answer = co_await ExchangeByte(SyncByte);
             if (mayBeInWriteMode_ && answer != NoAnswer) NoteSpoiledSync(answer);
         }
         port_->Close();

@@ -1,6 +1,7 @@
 // Reads and writes of values: what is sent for them, and what becomes of them.
 #include "link/RSComm.h"
 
+#include "link/ProtocolBytes.h"
 #include "link/TargetMap.h"
 #include "text/AsciiCase.h"
 
@@ -15,9 +16,6 @@ namespace vantrel {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr int ReadMode = 1;
-constexpr int WriteMode = 2;
 
 /// Several bytes at 9600 baud: a surplus byte follows its neighbour directly.
 constexpr MonotonicTime SurplusTime = 5ms;

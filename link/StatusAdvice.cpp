@@ -6,8 +6,8 @@ namespace vantrel {
 
 namespace {
 
-constexpr StatusAdvice NoSuchCode{"The board reports a code that has no meaning of its own.",
-                                  "Reset the board; when the code comes back, note it for the board's maker."};
+constexpr StatusAdvice AdviceOnOthers{"The board reports a code that has no meaning of its own.",
+                                      "Reset the board; when the code comes back, note it for the board's maker."};
 
 constexpr const char* DisturbedLine =
     "Check the network cable's shield, earthing and terminators, and what runs beside the cable.";
@@ -50,7 +50,7 @@ constexpr std::array<StatusAdvice, 19> Advice{{
 
 } // namespace
 
-StatusAdvice AdviceOn(std::uint32_t code) { return code < Advice.size() ? Advice.at(code) : NoSuchCode; }
+StatusAdvice AdviceOn(std::uint32_t code) { return code < Advice.size() ? Advice.at(code) : AdviceOnOthers; }
 
 std::string AdviceText(std::uint32_t code) {
     const StatusAdvice advice = AdviceOn(code);

@@ -16,8 +16,6 @@ constexpr std::int32_t HighestAddress = 65535;
 constexpr std::int32_t FirstFlagByte = 32;
 constexpr int BitsPerByte = 8;
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 bool IsHexDigit(char c) { return IsDigit(c) || (UpperAscii(c) >= 'A' && UpperAscii(c) <= 'F'); }
 
 bool AllDigits(std::string_view text) { return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit); }

@@ -1,15 +1,11 @@
 #include "link/TraceDecoder.h"
 
+#include "link/ProtocolBytes.h"
 #include "text/NumberText.h"
 
 namespace vantrel {
 
 namespace {
-
-constexpr std::uint8_t SyncByte = 0xFF;
-constexpr std::uint8_t Acknowledge = 0x55;
-constexpr std::uint8_t ReadMode = 1;
-constexpr std::uint8_t WriteMode = 2;
 
 std::string HexOf(int number, std::size_t digits) { return HexText(static_cast<std::uint16_t>(number), digits) + "H"; }
 

@@ -1,6 +1,7 @@
 // The byte-echo protocol as the board speaks it, and the faults that can be laid over it.
 #include "simulator/SimulatedBoard.h"
 
+#include "link/ProtocolBytes.h"
 #include "link/TargetMap.h"
 
 #include <algorithm>
@@ -12,11 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::uint8_t SyncByte = 0xFF;
-constexpr std::uint8_t Ready = 0x55;
 constexpr std::uint8_t NotUnderstood = 0x00;
-constexpr std::uint8_t ReadMode = 1;
-constexpr std::uint8_t WriteMode = 2;
 
 /// The two bytes of a word, read further apart than this, are of two moments.
 constexpr MonotonicTime WordLimit = 500ms;
@@ -109,14 +106,14 @@ SimulatedBoard::Reaction SimulatedBoard::React(std::uint8_t byte, MonotonicTime 
 
 SimulatedBoard::Reaction SimulatedBoard::TakeSync(std::uint8_t byte) {
     due_ = byte == SyncByte ? Due::Mode : Due::Sync;
-    if (byte == SyncByte) return {Ready, Kind::Handshake};
+    if (byte == SyncByte) return {Acknowledge, Kind::Handshake};
     return {habits_.echoesWhileIdle ? byte : NotUnderstood, Kind::Handshake};
 }
 
 SimulatedBoard::Reaction SimulatedBoard::TakeMode(std::uint8_t byte) {
     if (byte != ReadMode && byte != WriteMode) return TakeSync(byte);
     due_ = byte == ReadMode ? Due::ReadHigh : Due::WriteHigh;
-    return {Ready, Kind::Handshake};
+    return {Acknowledge, Kind::Handshake};
 }
 
 SimulatedBoard::Reaction SimulatedBoard::TakeHigh(std::uint8_t byte, Due next) {

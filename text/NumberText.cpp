@@ -13,8 +13,6 @@ namespace vantrel {
 
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 bool IsIgnored(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 /// The value of a digit, or 16 for what is no digit of any base used here.

@@ -9,6 +9,8 @@
 
 namespace vantrel {
 
+[[nodiscard]] inline bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
 /// The number of the longest numeric prefix of `text`; 0 when it has none. Blanks, tabs and line ends inside are
 /// ignored; "&H" and "&O" (either case) begin a hexadecimal or octal number; otherwise sign, digits, decimal point
 /// and an exponent after E or D are taken. Never throws; what no double can hold is infinite.

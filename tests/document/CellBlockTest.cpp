@@ -1,6 +1,8 @@
 // Blocks of cells: what a spreadsheet's text becomes, and what is refused.
 #include "document/CellBlock.h"
 
+#include "tests/document/Defaults.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -9,11 +11,6 @@
 namespace vantrel {
 
 namespace {
-
-const Configuration& Defaults() {
-    static const Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
-    return record;
-}
 
 constexpr std::size_t LastField = FieldCount - 1;
 

@@ -2,6 +2,7 @@
 #include "document/RecordTables.h"
 
 #include "document/Edit.h"
+#include "tests/document/Defaults.h"
 #include "tests/support/Thrown.h"
 
 #include <gtest/gtest.h>
@@ -22,11 +23,6 @@ Configuration Sample() {
         record.SetNodeDescription(sequence, "Füller, \"" + std::to_string(sequence) + "\"");
     }
     record.SetValue(StatusStackIndex, 500);
-    return record;
-}
-
-const Configuration& Defaults() {
-    static const Configuration record = DefaultRecord("VANTREL_R1.0.0", {});
     return record;
 }
 

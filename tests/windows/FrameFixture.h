@@ -22,6 +22,9 @@
 
 namespace vantrel {
 
+inline constexpr auto Yes = QMessageBox::Yes;
+inline constexpr auto No = QMessageBox::No;
+
 /// Types into dialogs that have an entry box, file dialogs included, and ends with Enter; without an entry left, with
 /// Escape.
 class EntryTyper {

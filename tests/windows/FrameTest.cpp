@@ -15,9 +15,6 @@
 namespace vantrel {
 namespace {
 
-constexpr auto Yes = QMessageBox::Yes;
-constexpr auto No = QMessageBox::No;
-
 constexpr const char* SaveChanges = "VANTREL|Save Changes to File?";
 constexpr const char* UploadAsked = "Data Upload|You are about to Upload Data from the PLC\n\nDo You Wish to Continue?";
 constexpr const char* DownloadAsked =

@@ -7,9 +7,6 @@
 namespace vantrel {
 namespace {
 
-constexpr auto Yes = QMessageBox::Yes;
-constexpr auto No = QMessageBox::No;
-
 using RememberedTest = FrameTest;
 
 TEST_F(RememberedTest, TheFilesOpenedLastStandInTheMenuAndOpenAsOpenDoes) {

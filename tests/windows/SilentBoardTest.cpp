@@ -10,8 +10,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto Yes = QMessageBox::Yes;
-
 class SilentBoardTest : public FrameTest {
 protected:
     void FallSilent() { board.AddFault({.kind = FaultKind::NoAnswer}); }

@@ -12,9 +12,6 @@ namespace vantrel {
 namespace {
 
 using enum SequenceField;
-constexpr auto Yes = QMessageBox::Yes;
-constexpr auto No = QMessageBox::No;
-
 class WorkbenchTest : public EditorTest {
 protected:
     void Paste(int row, int column, const char* text) {
