@@ -42,6 +42,7 @@ struct SequenceRecord {
     std::optional<std::chrono::local_seconds> lastLook;
     std::optional<std::chrono::local_seconds> lastOk;
     std::optional<Error> lastError;
+    std::optional<Error> errorBefore; ///< The one before that.
     std::size_t errors = 0; ///< How often it began to fail, or to fail with another code.
     std::array<std::size_t, CodePlaces> looksByCode{};
     std::deque<Look> latest; ///< The oldest first.

@@ -95,8 +95,8 @@ TaskOf<ConnectionCheck::Went> ConnectionCheck::CheckOffline() {
     if (opened == Went::Ended) co_return opened;
     const Went tried = co_await TryBothSpeeds(settings_);
     if (tried == Went::Ended || JudgeProbes(settings_.speed) == Went::Ended) co_return Went::Ended;
-    // The last speed that was tried is still the port's.
-    if (settings_.speed != probes_.back().speed) {
+    // The last speed that could be tried is still the port's, but for a port that was refused another one since.
+    if (settings_.speed != probes_.back().speed || !port_.IsOpen()) {
         CheckStep reopened;
         const bool open = co_await Reopen(settings_, &reopened);
         if (!open) co_return Went::Ended;
@@ -252,19 +252,22 @@ void ConnectionCheck::ConcludeUnanswered() {
     using Kind = CheckResult::Kind;
     const std::string server = Raw() ? check::ServerSpeedAdvice + std::string(" ") : "";
     if (all([](const Probe& p) { return p.Echoed(); })) {
-        Conclude(Kind::NoLink,
-                 "What is sent comes back itself" + std::string(Raw() ? "" : ", at every speed") +
-                     ": no board answers.",
+        Conclude(Kind::NoLink, "What is sent comes back itself" + AtSpeeds(", at every speed") + ": no board answers.",
                  check::EchoAdvice);
     } else if (all([](const Probe& p) { return p.Silent(); })) {
         const bool gone = port_.IsLost();
-        const std::string nothing = Raw() ? "Nothing answers." : "Nothing answers, at either speed.";
+        const std::string nothing = "Nothing answers" + AtSpeeds(", at either speed") + ".";
         Conclude(Kind::NoLink, gone ? "The port was lost." : nothing, (gone ? "" : server) + check::CableAdvice);
     } else {
-        Conclude(Kind::NoLink,
-                 "Something answers, but nothing that a board says" + std::string(Raw() ? "." : " at either speed."),
+        Conclude(Kind::NoLink, "Something answers, but nothing that a board says" + AtSpeeds(" at either speed") + ".",
                  server + check::GarbageAdvice);
     }
+}
+
+std::string ConnectionCheck::AtSpeeds(const char* all) const {
+    if (Raw()) return "";
+    if (probes_.size() == check::Speeds.size()) return all;
+    return " at " + probes_.front().speed + " baud, the only speed that could be tried";
 }
 
 std::string ConnectionCheck::AnswerStep(const std::string& speed) const {

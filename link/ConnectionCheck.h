@@ -122,6 +122,8 @@ private:
     [[nodiscard]] CheckStep StepOf(const Probe& probe) const;
     Went JudgeProbes(const std::string& wanted);
     void ConcludeUnanswered();
+    /// `all` where every speed was tried, else the one that was; nothing where a speed is none of ours.
+    [[nodiscard]] std::string AtSpeeds(const char* all) const;
     /// As a step names it, by the speed that was tried.
     [[nodiscard]] std::string AnswerStep(const std::string& speed) const;
     // (ConnectionCheckExchanges.cpp)

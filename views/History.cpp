@@ -33,7 +33,7 @@ void History::NoteNode(std::size_t sequence, std::optional<std::uint16_t> node) 
     Add(SequenceChange{sequence, record.code, record.code, record.health, record.lastLook});
     if (!record.lastError || record.lastError->at != record.since) return;
     --record.errors;
-    record.lastError.reset();
+    record.lastError = record.errorBefore;
 }
 
 void History::ForgetNodes() {
@@ -71,7 +71,7 @@ void History::NoteChange(std::size_t sequence, std::optional<std::uint16_t> code
     record.health = health;
     // What was not read clearly for a moment is no error of its own.
     if (!code || std::exchange(record.clearCode, code) == code || health != SequenceHealth::Failing) return;
-    record.lastError = {*code, at};
+    record.errorBefore = std::exchange(record.lastError, {{*code, at}});
     ++record.errors;
 }
 

@@ -1,4 +1,5 @@
 // Files: what is written, what is shown, and when somebody is asked.
+#include "console/RecordText.h"
 #include "tests/console/ConsoleFixture.h"
 
 #include <nlohmann/json.hpp>
@@ -48,6 +49,11 @@ TEST_F(ConsoleTest, ShowGivesUsedSequencesInTheirNotationAndCountsTheOthers) {
            {"V100\n", "2026-03-14 09:05:07", "To Node", "V200", "W32", "2000H", "FFFEH", "V500",
             "First, and foremost\n", "29 sequences are not used"});
     EXPECT_EQ(CountOf(Expect(0, "show @plant.sdt --all").out, "W32"), 30U + 29U) << "all but one, both addresses";
+    Configuration nearly = RecordOf(File("plant.sdt"));
+    for (std::size_t sequence = 1; sequence < SequenceCount; ++sequence)
+        nearly.SetValue(ValueIndex(sequence, SequenceField::NodeNumber), 1);
+    nearly.SetValue(ValueIndex(0, SequenceField::NodeNumber), 0);
+    EXPECT_NE(RecordTable("", nearly, Sequences::Used).find("\n1 sequence is not used"), std::string::npos);
 }
 
 TEST_F(ConsoleTest, TextsOfAFileCannotSteerTheTerminal) {

@@ -92,10 +92,10 @@ TEST_F(ConsoleTest, ABoardIsNotServedWhereTheAddressIsNone) {
 
 TEST_F(ConsoleTest, TheDemonstrationTellsWhetherTheSampleCameBackAsItWasSent) {
     WriteText(File("samples/bottling-line.vtl"), TwoSequences);
-    Expect(0, "demo", {"Result: they came back as they were sent."});
+    Expect(0, "demo", {" bytes on the line in 2.3 s.", "Result: they came back as they were sent."});
     EXPECT_EQ(board.PeekWord(6400), 100) << "the sample was what travelled";
     board.AddFault({.kind = FaultKind::WrongData, .firstTimeOnly = true});
-    Expect(1, "demo", {"came back otherwise"});
+    Expect(1, "demo", {" in 2.3 s.", "came back otherwise"});
 }
 
 } // namespace

@@ -72,6 +72,10 @@ TEST(RecordTables, NonsenseIsRefusedWithItsPlace) {
                                    "{\"values\": [1], \"nodeDescriptions\": [3]}"}) {
         EXPECT_THROW(static_cast<void>(RecordFromJson(json, Defaults())), RuntimeError) << json;
     }
+    const Configuration widest = RecordFromJson("{\"values\": [2147483647, -2147483648]}", Defaults());
+    EXPECT_EQ(std::pair(widest.Value(0), widest.Value(1)), std::pair(INT32_MAX, INT32_MIN));
+    EXPECT_NE(ErrorText([] { return RecordFromJson("{\"values\": [\"\u00FC\"]}", Defaults()); }).find("\\u00fc"),
+              std::string::npos);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Texts and numbers of the files: the code page, the item syntax, the number parse.
 #include "text/NumberText.h"
 #include "text/SequentialText.h"
+#include "text/Utf8.h"
 #include "text/Windows1252.h"
 
 #include <gtest/gtest.h>
@@ -29,6 +30,7 @@ TEST(LeadingNumber, TakesTheLongestNumericPrefixAndIgnoresBlanks) {
     }
     EXPECT_EQ(LeadingNumber("0." + std::string(400, '0') + "1"), 0);
     EXPECT_EQ(LeadingNumber("&H" + std::string(400, 'F')), HUGE_VAL);
+    EXPECT_EQ(LeadingNumber("0.001e+400"), HUGE_VAL);
 }
 
 TEST(LeadingInteger, RoundsHalvesToEvenAndRefusesWhatNoValueHolds) {
@@ -77,6 +79,8 @@ TEST(Windows1252, WhatTheCodePageDoesNotHoldBecomesAQuestionMark) {
                                           "\xED\xA0\x80", "\xF8", "\xF4\x90\x80\x80"};
     for (const auto text : malformed)
         EXPECT_EQ(Windows1252FromUtf8(std::string(text) + "x"), "?x") << text;
+    std::string_view beyond = malformed[6];
+    EXPECT_EQ(TakeCharacter(beyond).code, MalformedCharacter);
     EXPECT_EQ(Windows1252FromUtf8("\xE2\x82\xC3\xBC"), "?\xFC") << "a broken sequence takes nothing from the next";
 }
 

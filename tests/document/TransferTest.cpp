@@ -1,6 +1,7 @@
 // Transfers against the simulated board: what reaches it, in which order; and two sides of a set-up: what differs, and
 // what is only doubtful.
 #include "document/Comparison.h"
+#include "document/TransferTexts.h"
 #include "tests/support/BoardLink.h"
 
 #include <algorithm>
@@ -105,6 +106,8 @@ TEST_F(TransferTest, WhatDiffersStandsInOrderAndInTheEditorsNotationAndWhatIsDou
     EXPECT_EQ(before.OnBoard().Value(StatusStackIndex), 1);
     board.AddFault({.kind = FaultKind::DoubledByte});
     BoardComparison comparison(record, link, turns, *this);
+    comparison.Load();
+    EXPECT_EQ(last, std::pair(std::size_t{0}, ValueCount));
     comparison.Only({StatusStackIndex, toNode});
     turns.RunToEnd(comparison.Run());
     EXPECT_TRUE(comparison.Complete());
@@ -112,6 +115,12 @@ TEST_F(TransferTest, WhatDiffersStandsInOrderAndInTheEditorsNotationAndWhatIsDou
     EXPECT_EQ(Rows(DifferencesFrom(record, comparison)),
               ",status stack address,V500,not read clearly\r\n3,To Node,1A0H,not read clearly\r\n");
     EXPECT_EQ(comparison.OnBoard().Value(StatusStackIndex), 500);
+}
+
+TEST(TransferTexts, ASequenceThatCameInPartIsToldByItsLastField) {
+    EXPECT_EQ(FetchedText(1 + 2 * FieldCount + 3, 0, FieldNaming::Name),
+              "Read from the board: the status stack address, sequences 0 to 1, and sequence 2 up to its SendFromTI. "
+              "200 of 218 values are as they were.");
 }
 
 TEST(ComparisonReport, SaysNoDifferencesOnlyWhereThatWasShown) {

@@ -1,6 +1,9 @@
 // The check of the connection: what it says of each thing that can be wrong, and that it changes nothing on the board.
 #include "link/ConnectionCheck.h"
 
+#include "link/CheckTexts.h"
+#include "platform/RuntimeError.h"
+
 #include "tests/support/BoardLink.h"
 
 namespace vantrel {
@@ -33,6 +36,16 @@ public:
 
 private:
     int unasked_ = 0;
+};
+
+/// Does not take 19200 baud, as some adapters do not.
+class SlowOnly final : public SimulatedPort {
+public:
+    using SimulatedPort::SimulatedPort;
+    void SetSettings(const std::string& settings) override {
+        if (settings.starts_with("19200")) throw RuntimeError(ErrorNumber::PathFileAccess, "19200 is refused. Sorry.");
+        SimulatedPort::SetSettings(settings);
+    }
 };
 
 class ConnectionCheckTest : public BoardLink<> {
@@ -136,6 +149,17 @@ TEST_F(ConnectionCheckTest, NamesWhatIsWrongAndNeverMoreThanItSaw) {
     EXPECT_EQ(seen.text.find("Answer:"), seen.text.rfind("Answer:")) << "no second speed to set there";
     board.AddFault({FaultKind::NoAnswer});
     EXPECT_TRUE(Check("socket://plc:1").todo.starts_with("Is the speed that is set at the server the board's?"));
+}
+
+TEST_F(ConnectionCheckTest, SpeaksOfNoSpeedThatCouldNotBeTried) {
+    SlowOnly slow(board, clock, LinePacing::LineSpeed);
+    EXPECT_EQ(Check("/dev/ttyUSB0", slow).kind, Kind::Healthy);
+    EXPECT_NE(seen.text.find("This speed could not be tried: 19200 is refused. Sorry."), std::string::npos);
+    board.AddFault({FaultKind::NoAnswer});
+    EXPECT_EQ(Check("/dev/ttyUSB0", slow).verdict, "Nothing answers at 9600 baud, the only speed that could be tried.");
+    // What is only just as slow as that is not slow, nor is the edge a latency timer's.
+    EXPECT_FALSE(check::IsSlow({.times{30ms}}) || check::LooksLikeLatencyTimer({.times{12ms}}) ||
+                 check::LooksLikeLatencyTimer({.times{20ms}}));
 }
 
 TEST_F(ConnectionCheckTest, StopsWhereBytesComeBeforeAnythingWasSent) {

@@ -119,6 +119,7 @@ TEST_F(PortSettingsEditorTest, KeepsTheDeviceThatWasTakenForANumberBesideEveryth
     const SerialDevice adapter{.number = 0, .device = "/dev/full", .description = {}};
     EXPECT_EQ(dialog.NumberFor("3", adapter) + dialog.NumberFor("9", adapter), "31") << "the number in the box";
     EXPECT_EQ(dialog.NumberFor("3", {.number = 2, .device = "/dev/null", .description = {}}), "2") << "its own";
+    EXPECT_EQ(SerialDeviceOf(1, folder / "Support"), "/dev/old");
     ASSERT_TRUE(turns.RunToEnd(dialog.Save("1", "9600", "/dev/zero")));
     ASSERT_TRUE(turns.RunToEnd(dialog.Save("2", "9600", "/dev/full")));
     EXPECT_EQ(FileText(ini), "[Ports]\nCOM2=\"/dev/full\"\nCOM1=\"/dev/zero\"\nCOM4=\"/dev/with\\\\blank\"\n\n"

@@ -66,6 +66,8 @@ TEST(SerialDevice, IsTheLinkOfTheSupportFolderBeforeTheMachinesOwn) {
     EXPECT_EQ(linked->device, "/dev/null");
     EXPECT_TRUE(std::none_of(present.begin(), present.end(), is(3)))
         << "an adapter that is not plugged in is not there";
+    for (const SerialDevice& device : present)
+        EXPECT_FALSE(device.device == "/dev/tty1" || device.device == "/dev/ptmx") << "no line of a serial port";
 }
 
 /// Raises a signal twice; ends with 1 when the first one raised no flag, with 2 when the second one ended nothing.

@@ -190,6 +190,9 @@ TEST_F(SafeFile, AProtectedFileIsNotReplacedAndAClosedOneNotRead) {
     EXPECT_EQ(ReadError(path), 70);
     fs::permissions(path, Everybody);
     EXPECT_EQ(FileText(path), "old");
+    if (const fs::path shorter = "/sys/devices/system/cpu/online"; fs::exists(shorter)) { // Than its system says.
+        EXPECT_EQ(ReadWholeFile(shorter).size(), FileText(shorter).size());
+    }
 }
 
 TEST_F(SafeFile, WhatAKilledReplacementLeftIsClearedByTheNextOneOfThatFile) {

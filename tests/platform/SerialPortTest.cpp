@@ -94,6 +94,12 @@ TEST_F(SerialPortTest, ALineThatHangsUpIsLostWhileWaitingAndCanBeOpenedAgainOnly
     EXPECT_FALSE(port->IsOpen());
 }
 
+TEST_F(SerialPortTest, AWriteSeesThatTheLineHasGone) {
+    farEnd->Close();
+    port->Write(std::vector<std::uint8_t>{0xFF});
+    EXPECT_TRUE(port->IsLost());
+}
+
 TEST(SerialPortOpen, SaysWhyADeviceCannotBeOpened) {
     SystemClock clock;
     const TemporaryFolder folder;

@@ -1,5 +1,6 @@
 // The machinery of long work: who runs when, and what stopping means.
 #include "platform/RuntimeError.h"
+#include "platform/TurnLock.h"
 #include "platform/TurnQueue.h"
 
 #include "tests/support/VirtualClock.h"
@@ -114,6 +115,26 @@ TEST_F(TaskTest, AnErrorReachesWhoAwaitsAndAtLastWhoRunsTheQueue) {
     EXPECT_EQ(trace, "6.6.");
     EXPECT_TRUE(failed.Done());
     EXPECT_EQ(turns.Waiting(), 0U);
+}
+
+Task HoldFor(TurnQueue& turns, TurnLock& lock, std::string& trace, char name) {
+    const auto hold = co_await lock.Take();
+    trace += name;
+    co_await turns.Next();
+}
+
+TEST_F(TaskTest, WhatIsHeldGoesToTheNextOneAlsoWhenTheOneWhoseTurnItWasHasGone) {
+    TurnLock lock(turns);
+    Task first = HoldFor(turns, lock, trace, 'a');
+    Task second = HoldFor(turns, lock, trace, 'b');
+    Task third = HoldFor(turns, lock, trace, 'c');
+    for (Task* task : {&first, &second, &third})
+        task->Start();
+    EXPECT_TRUE(turns.RunOne() && first.Done() && lock.Held());
+    second.Stop();
+    turns.RunToEnd(third);
+    EXPECT_EQ(trace, "ac");
+    EXPECT_FALSE(lock.Held());
 }
 
 Task WaitForNothing() { co_await std::suspend_always{}; }

@@ -117,6 +117,7 @@ TEST_F(CommInterfaceTest, ThePlotFollowsTheSelectedWordsBesideTheViewAndStandsSt
         ASSERT_TRUE(plot && plot->isVisible() && view.isVisible());
         EXPECT_EQ(plot->cboColumn[0].currentText(), QStringLiteral("Send"));
         EXPECT_EQ(plot->cboColumn[1].currentText(), QStringLiteral("None"));
+        EXPECT_EQ(plot->spnRow[1].accessibleName(), QStringLiteral("Word of line 2"));
         plot->spnRow[0].setValue(100);
         plot->cboColumn[1].setFocus();
         QTest::keyClick(&plot->cboColumn[1], Qt::Key_End);

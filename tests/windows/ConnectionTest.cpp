@@ -23,6 +23,7 @@ TEST_F(FrameTest, TheCheckOfTheConnectionShowsItsVerdictOrIsCancelledAtOnceAndLe
                 QCoreApplication::processEvents();
             EXPECT_EQ(window.lblVerdict->text().contains(QStringLiteral("200 exchanges went without a flaw")), whole);
             EXPECT_EQ(window.txtSteps->toPlainText().contains(QStringLiteral("ONLINE at 9600")), way == Online);
+            EXPECT_EQ(window.barExchanges->maximum(), 200);
             closed = clock.Now();
             QTest::mouseClick(window.cmdClose, Qt::LeftButton);
         });

@@ -275,6 +275,8 @@ TEST_F(FrameTest, ClosingWithChangesObeysTheAnswer) {
         EXPECT_EQ(user.shown, Boxes{SaveChanges});
         EXPECT_EQ(frame->isVisible(), answer == QMessageBox::Cancel);
         EXPECT_EQ(std::filesystem::exists(folder / "kept.sdt"), answer == Yes);
+        if (answer == No) frame->close();
+        EXPECT_EQ(user.shown.size(), 1U) << "closed is closed";
         EXPECT_TRUE(port.IsOpen() && !frame->Link().LinkFailed());
     }
 }

@@ -155,6 +155,7 @@ TEST_F(GlanceTest, TheEventLogFollowsFiltersCopiesAndIsSavedOnRequest) {
     frmEventLog& log = Log();
     EXPECT_LE(log.width(), std::max(log.screen()->availableSize().width(), log.minimumSizeHint().width()));
     const QAbstractItemModel& rows = *log.grdRows->model();
+    EXPECT_FALSE(rows.headerData(0, Qt::Vertical).isValid());
     const auto cell = [&](int row, int column) { return rows.index(row, column).data().toString().toStdString(); };
     EXPECT_EQ(rows.rowCount(), 1 + 31);
     EXPECT_EQ(cell(31, 4), "ONLINE") << "the oldest is the last";
@@ -171,6 +172,9 @@ TEST_F(GlanceTest, TheEventLogFollowsFiltersCopiesAndIsSavedOnRequest) {
     QTest::keyClick(&log, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(),
               "2026-03-14 09:05:07\t9\tSequence\tOK\t02: Comm to Node OK\t\n");
+    QApplication::clipboard()->clear();
+    QTest::keyClick(&log, Qt::Key_C);
+    EXPECT_TRUE(QApplication::clipboard()->text().isEmpty());
 
     const std::filesystem::path file = folder / "events.csv";
     EXPECT_FALSE(std::filesystem::exists(file)) << "kept in a file on request only";
@@ -180,6 +184,20 @@ TEST_F(GlanceTest, TheEventLogFollowsFiltersCopiesAndIsSavedOnRequest) {
     EXPECT_EQ(FileText(file).substr(3, 5), "Time,");
     EXPECT_NE(FileText(file).find("09:05:08,9,Sequence,failing,0C: Xmitt No Acknowledge"), std::string::npos);
     EXPECT_EQ(FileText(file).find(",8,Sequence"), std::string::npos) << "of the chosen sequence alone";
+    board.PokeWord(CurrentFaultByte, 0x45);
+    Tick();
+    Settle();
+    Tick();
+    log.cboSequence->setCurrentIndex(0);
+    EXPECT_EQ(cell(0, 4) + "|" + cell(1, 4), "Target Board Fault: active|The board reports fault code 45H");
+}
+
+TEST_F(GlanceTest, TheEventLogSaysThatTheOldestHaveGone) {
+    History history(clock);
+    for (std::size_t i = 0; i <= History::MostEntries; ++i)
+        history.NoteFault(static_cast<int>(i % 2) + 1);
+    const frmEventLog log(history, {}, nullptr);
+    EXPECT_TRUE(log.lblCount->text().startsWith(QStringLiteral("100000 events, 1 older ones were not kept")));
 }
 
 } // namespace

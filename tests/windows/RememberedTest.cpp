@@ -50,6 +50,7 @@ TEST_F(RememberedTest, WhatTheBoardHeldIsKeptBeforeADownloadAndOpensAsANewSetup)
     EXPECT_EQ(kept()[0].board, "network address 1, program ident \"K5216505\"");
     const WhenModal<frmBackups> open([](frmBackups& window) {
         EXPECT_EQ(window.lstBackups->topLevelItem(0)->text(1), "1");
+        EXPECT_EQ(window.lblSkipped->textFormat(), Qt::PlainText) << "names of files are no markup";
         QTest::keyClick(&window, Qt::Key_Return);
     });
     Menu(Qt::Key_T, Qt::Key_A);

@@ -38,6 +38,7 @@ protected:
 TEST_F(ShellTest, ReadersHearTheValuesOfPanelsAndClocks) {
     for (QLabel* panel : frame->sbrMainPanels)
         EXPECT_EQ(Heard(panel), panel->text());
+    EXPECT_GT(frame->sbrMainPanels[0]->width(), frame->sbrMainPanels[1]->width()) << "room for the message";
     GoOnline();
     frame->mnuViewEventLog->trigger();
     frame->mnuToolsLineMonitor->trigger();

@@ -126,9 +126,10 @@ TEST_F(TargetBoardTest, AnEntryIsKeptFromTheRefreshAndWrittenWhenItIsLeft) {
         EXPECT_EQ(Field(0) + Field(1), "09201") << "the whole value is stepped, and only where the focus is";
         Key(Qt::Key_Escape);
         const QLabel& mark = *window->Setup[1].lblSetupMark;
-        EXPECT_TRUE(mark.isVisible() && mark.text() == QLatin1String("= 200"));
+        EXPECT_TRUE(mark.isVisible() && mark.text() == QLatin1String("= 200") && mark.font().bold());
         Click(window->Setup[0].updSetup->up);
         Click(window->Setup[0].updSetup->up);
+        EXPECT_TRUE(window->Setup[0].updSetup->up->autoRepeat());
         Tab(3);
         Settled();
         EXPECT_EQ(Byte(NetworkAddressByte) + Byte(SerialSetupByte), 11 + 200);

@@ -173,12 +173,27 @@ TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
     EXPECT_EQ(OnBoard(at(1)) + OnBoard(at(2)), 10);
     ASSERT_EQ(window.Report().differences.size(), 3U);
     tick({0, 1});
+    Enter(1, 1, "99");
+    QTest::mouseClick(window.cmdTake, Qt::LeftButton);
+    EXPECT_EQ(window.Report().differences.size(), 3U) << "the box behind it is refused";
+    Press(Qt::Key_Escape);
+    Forget();
     QTest::mouseClick(window.cmdTake, Qt::LeftButton);
     Settle();
     EXPECT_EQ(Value(at(2)) + Value(at(3)) + Value(at(4)), 10);
     EXPECT_EQ(window.Report().differences.size(), 1U);
     EXPECT_EQ(Offered("mnuEditUndo"), "&Undo Taking Differences");
     EXPECT_FALSE(window.Old());
+    for (const char* name : {"list", "list.csv", "list"}) {
+        EXPECT_TRUE(user.shown.empty());
+        Answer({No}, {(folder / name).string()});
+        QTest::mouseClick(window.cmdSaveList, Qt::LeftButton);
+        Settle();
+    }
+    EXPECT_TRUE(user.Showed({"list.txt\" is there already"})) << "with the ending that nobody typed";
+    EXPECT_EQ(FileText(folder / "list.txt"), ComparisonText(window.Report()));
+    EXPECT_EQ(FileText(folder / "list.csv"), ComparisonCsv(window.Report()));
+    Forget();
     Doc().CurrentConfiguration.SetValue(at(7), 3);
     Tick();
     EXPECT_TRUE(window.Old());
