@@ -32,6 +32,8 @@ public:
 
     /// `lanes`: their names, from the top. `prefix` stands before addresses, "V".
     void Show(std::vector<StripBlock> blocks, const QStringList& lanes, QString prefix);
+    /// As given to Show().
+    [[nodiscard]] const std::vector<StripBlock>& Blocks() const { return blocks_; }
     /// Hears of a click on a block, or of Enter, with the block's number as given to Show().
     void SetOnPicked(std::function<void(std::size_t)> onPicked) { onPicked_ = std::move(onPicked); }
 

@@ -68,32 +68,28 @@ TEST(HelpFile, AFileThatIsMissingOrNoHelpIsNamed) {
 TEST(SystemInfo, ThePathComesFirstThenTheFolderIfTheToolIsThere) {
     const std::string path = R"(SOFTWARE\Microsoft\Shared Tools\MSINFO|PATH)";
     const std::string folder = R"(SOFTWARE\Microsoft\Shared Tools Location|MSINFO)";
-    struct Case {
-        std::map<std::string, std::string> registry;
-        bool exists;
-        bool starts;
-        std::string started;
-        std::size_t boxes;
-    };
-    for (const Case& c : {Case{{{path, "C:\\a.exe"}, {folder, "C:\\Shared"}}, true, true, "C:\\a.exe", 0},
-                          Case{{{folder, "C:\\Shared"}}, true, true, "C:\\Shared\\MSINFO32.EXE", 0},
-                          Case{{{folder, "C:\\Shared"}}, false, true, "", 1}, Case{{}, true, true, "", 1},
-                          Case{{{path, "C:\\a.exe"}}, true, false, "C:\\a.exe", 1}}) {
+    // The registry, whether the tool is there and starts, what is started and how many boxes come up.
+    using Case = std::tuple<std::map<std::string, std::string>, bool, bool, std::string, std::size_t>;
+    for (const auto& [registry, exists, starts, started, boxes] :
+         {Case{{{path, "C:\\a.exe"}, {folder, "C:\\Shared"}}, true, true, "C:\\a.exe", 0},
+          Case{{{folder, "C:\\Shared"}}, true, true, "C:\\Shared\\MSINFO32.EXE", 0},
+          Case{{{folder, "C:\\Shared"}}, false, true, "", 1}, Case{{}, true, true, "", 1},
+          Case{{{path, "C:\\a.exe"}}, true, false, "C:\\a.exe", 1}}) {
         ScriptedDialogs dialogs;
-        std::string started;
-        const auto look = [&c](RegistryRoot root, const std::string& key, const std::string& name) {
+        std::string tried;
+        const auto look = [&known = registry](RegistryRoot root, const std::string& key, const std::string& name) {
             EXPECT_EQ(root, RegistryRoot::LocalMachine);
-            const auto found = c.registry.find(key + "|" + name);
-            return found == c.registry.end() ? std::nullopt : std::optional(found->second);
+            const auto found = known.find(key + "|" + name);
+            return found == known.end() ? std::nullopt : std::optional(found->second);
         };
-        const auto start = [&](const std::string& tool) {
-            started = tool;
-            return c.starts;
+        const auto start = [&tried, can = starts](const std::string& tool) {
+            tried = tool;
+            return can;
         };
-        StartSysInfo({look, [&c](const std::string&) { return c.exists; }, start}, dialogs);
-        EXPECT_EQ(started, c.started);
-        ASSERT_EQ(dialogs.shown.size(), c.boxes);
-        EXPECT_TRUE(c.boxes == 0 || dialogs.shown[0].text == "System Information Is Unavailable At This Time");
+        StartSysInfo({look, [is = exists](const std::string&) { return is; }, start}, dialogs);
+        EXPECT_EQ(tried, started);
+        ASSERT_EQ(dialogs.shown.size(), boxes);
+        EXPECT_TRUE(boxes == 0 || dialogs.shown[0].text == "System Information Is Unavailable At This Time");
     }
 }
 

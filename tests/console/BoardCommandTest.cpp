@@ -44,8 +44,7 @@ TEST_F(BoardCommandTest, SetsWhatItIsToldToAndShowsTheResult) {
 TEST_F(BoardCommandTest, TellsHowFarTheBoardsClockIsOff) {
     Expect(0, "board --port 1 --set-clock",
            {"Board clock:                    the same as the computer's clock (to within"});
-    const int minute = board.Peek(ClockMinuteByte, clock.Now());
-    board.Poke(ClockMinuteByte, static_cast<std::uint8_t>(minute - 2), clock.Now());
+    board.Poke(ClockMinuteByte, static_cast<std::uint8_t>(board.Peek(ClockMinuteByte, clock.Now()) - 2), clock.Now());
     Expect(0, "board --port 1",
            {"Board clock:                    00:02:0", " behind the computer's clock (to within "});
     Expect(0, "board --port 1 --json", {"\"secondsAhead\": -12", "\"toWithinSeconds\": "});

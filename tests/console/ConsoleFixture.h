@@ -25,24 +25,18 @@
 namespace vantrel {
 
 /// Virtual time at one moment of which something happens: Ctrl+C is pressed, if it is not something else.
-class InterruptingClock final : public Clock {
+class InterruptingClock final : public VirtualClock {
 public:
-    [[nodiscard]] MonotonicTime Now() const override { return time_.Now(); }
     void SleepUntil(MonotonicTime time) override {
-        time_.SleepUntil(time);
+        VirtualClock::SleepUntil(time);
         if (!interruptAt || Now() < *interruptAt) return;
         interruptAt.reset();
         happens();
     }
-    [[nodiscard]] bool MovesOnlyBySleeping() const override { return true; }
-    [[nodiscard]] std::chrono::local_seconds LocalNow() const override { return time_.LocalNow(); }
 
     std::optional<MonotonicTime> interruptAt;
     std::atomic<bool> interrupted{false};
     std::function<void()> happens = [this] { interrupted = true; };
-
-private:
-    VirtualClock time_;
 };
 
 /// A stream whose flush somebody waits for.
@@ -143,9 +137,9 @@ protected:
         std::stringbuf answers(typed.value_or(""), std::ios::in);
         InterruptingInput controlC(clock.interrupted);
         std::istream in(typed == ControlC ? static_cast<std::streambuf*>(&controlC) : &answers);
-        std::ostringstream out;
-        WatchedOutput errors;
-        std::ostream err(&errors);
+        WatchedOutput output, errors;
+        std::ostream out(&output), err(&errors);
+        output.flushed = whenFlushed;
         std::optional<MonotonicTime> cancelling;
         errors.flushed = [&] {
             if (!cancelling && errors.str().ends_with("Cancelling...\n")) cancelling = clock.Now();
@@ -165,8 +159,7 @@ protected:
                              },
                          .setLastWords = [this](const std::string& text) { lastWords = text; },
                          .outIsTerminal = outIsTerminal};
-        const int code = RunConsole(arguments, host);
-        return {code, out.str(), errors.str(), cancelling};
+        return {RunConsole(arguments, host), output.str(), errors.str(), cancelling};
     }
 
     /// A byte on the line takes its time, so that none can pass while the clock stands.
@@ -180,6 +173,7 @@ protected:
     int boardSpeed = 0; ///< See SimulatedPort.
     bool drawsProgress = false;
     bool outIsTerminal = false;
+    std::function<void()> whenFlushed; ///< What has been put out is sent off.
     std::string lastWords; ///< What a second interrupt would say.
 };
 

@@ -23,7 +23,7 @@ struct Case {
     const char* line; ///< Faults, and habits of the board.
     const char* command; ///< @defaults.sdt holds what a fresh board does, @plant.sdt something else.
     int code;
-    std::vector<const char*> said; ///< On either stream.
+    std::vector<std::string> said; ///< On either stream.
     std::vector<const char*> unsaid;
     Event event{};
     std::optional<std::pair<std::uint16_t, int>> holds{}; ///< A byte of the board, afterwards.
@@ -175,6 +175,7 @@ protected:
             board.AddFault(fault);
     }
 
+    /// Holds that it ends so and says all that.
     Ended Try(const Case& each) {
         MakeBoard(each.line);
         std::filesystem::remove(File("new.sdt"));
@@ -182,7 +183,10 @@ protected:
         clock.interruptAt.reset();
         if (each.event.at > 0s) clock.interruptAt = clock.Now() + each.event.at;
         clock.happens = [this] { clock.interrupted = true; };
+        std::optional<std::string> typed;
+        if (each.event.what == Event::InterruptAtQuestion) typed = ControlC;
         if (each.event.what == Event::Reconnection) {
+            typed = "r\n";
             clock.happens = [this] {
                 port->CutLine();
                 port->MendLine();
@@ -190,9 +194,7 @@ protected:
         }
         std::vector<std::string> command = Words(each.command);
         command.insert(command.end(), {"--port", "simulated"});
-        if (each.event.what == Event::InterruptAtQuestion) return Run(command, ControlC);
-        const bool retries = each.event.what == Event::Reconnection;
-        return Run(command, retries ? std::optional<std::string>("r\n") : std::nullopt);
+        return Expect(each.code, command, each.said, typed);
     }
 };
 
@@ -203,9 +205,6 @@ TEST_F(FaultTest, EveryCommandSaysWhatTheLineHasSaidAndNoMore) {
         const MonotonicTime began = clock.Now();
         const Ended ended = Try(each);
         const std::string all = ended.out + ended.err;
-        EXPECT_EQ(ended.code, each.code) << all;
-        for (const char* text : each.said)
-            EXPECT_NE(all.find(text), std::string::npos) << "not said: " << text << "\n" << all;
         for (const char* text : each.unsaid)
             EXPECT_EQ(all.find(text), std::string::npos) << "said: " << text << "\n" << all;
         EXPECT_LE(CountOf(all, "WARNING"), 1U) << all;
@@ -221,7 +220,7 @@ TEST_F(FaultTest, EveryCommandSaysWhatTheLineHasSaidAndNoMore) {
 TEST_F(FaultTest, ReadingManyAddressesTakesNoLongerThanComparingThem) {
     const auto timeOf = [this](const std::string& command) {
         const MonotonicTime began = clock.Now();
-        EXPECT_EQ(Try({"", command.c_str(), 0, {}, {}}).code, 0);
+        Try({"", command.c_str(), 0, {}, {}});
         return clock.Now() - began;
     };
     std::string read = "read W6400";
@@ -236,9 +235,11 @@ TEST_F(FaultTest, WhatWasNotConfirmedHasNotReachedTheBoard) {
     Configuration record = RecordOf(File("plant.sdt"));
     record.SetValue(StatusStackIndex, -5);
     WriteRecord(File("plant.sdt"), record);
-    const Ended broken = Try({"hang-up@100", "download @plant.sdt --yes", 3, {}, {}});
-    EXPECT_NE(broken.err.find(", but for 1 value that the board did not confirm. 203 of 218"), std::string::npos)
-        << broken.err;
+    Try({"hang-up@100",
+         "download @plant.sdt --yes",
+         3,
+         {", but for 1 value that the board did not confirm. 203 of 218"},
+         {}});
 }
 
 } // namespace

@@ -73,8 +73,7 @@ TEST_F(ConsoleTest, TextsOfAFileCannotSteerTheTerminal) {
 
 TEST_F(ConsoleTest, JsonHoldsTheWholeRecordInUtf8) {
     const std::string file = Imported("plant.sdt", "a,b,c,100,e,f,g,h,i\nN2,DK\xFChlung,1,2,34,5,64,7,HW\n");
-    const Ended shown = Run({"show", file, "--json"});
-    const auto json = nlohmann::json::parse(shown.out);
+    const auto json = nlohmann::json::parse(Run({"show", file, "--json"}).out);
     EXPECT_EQ(json["creatorVersion"], RecordOf(file).CreatorVersion);
     EXPECT_EQ(json["savedDate"], "2026-03-14T09:05:07");
     EXPECT_EQ(json["values"].get<std::vector<int>>(), RecordOf(file).Values);

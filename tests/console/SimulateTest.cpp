@@ -14,23 +14,13 @@ namespace {
 TEST_F(ConsoleTest, ASimulatedBoardSaysWhereItIsAndTakesItsLinkAwayAgain) {
     const std::string link = File("board");
     std::filesystem::create_symlink(folder / "gone", link);
-    WatchedOutput written;
-    std::ostream out(&written);
     std::string linked;
-    written.flushed = [&] {
+    whenFlushed = [&] {
         if (linked.empty()) linked = std::filesystem::canonical(link).string();
         clock.interrupted = true;
     };
-    std::istringstream in;
-    std::ostringstream err;
-    ConsoleHost host{.in = in,
-                     .out = out,
-                     .err = err,
-                     .clock = clock,
-                     .catchInterrupts = [this]() -> const std::atomic<bool>& { return clock.interrupted; },
-                     .reachBoard = {}};
-    EXPECT_EQ(RunConsole({"simulate", "--link", link, "--program-folder", folder.string()}, host), 0) << err.str();
-    EXPECT_EQ(written.str(), linked + "\n" + link + "\n");
+    const std::string said = Expect(0, "simulate --link @board").out;
+    EXPECT_EQ(said, linked + "\n" + link + "\n");
     EXPECT_TRUE(linked.starts_with("/dev/")) << linked;
     EXPECT_FALSE(std::filesystem::is_symlink(link));
 }
@@ -53,10 +43,8 @@ TEST_F(ConsoleTest, ALinkReplacesOnlyWhatAnEarlierRunLeftBehind) {
     WriteText(File("file"), "precious");
     std::filesystem::create_symlink(folder / "file", folder / "link");
     clock.interrupted = true;
-    for (const char* name : {"file", "link", "."}) {
-        const std::string command = std::string("simulate --link @") + name;
-        EXPECT_EQ(Expect(4, command, {"something else is there"}).out, "");
-    }
+    for (const char* name : {"file", "link", "."})
+        EXPECT_EQ(Expect(4, std::string("simulate --link @") + name, {"something else is there"}).out, "");
     EXPECT_EQ(FileText(File("link")), "precious");
 
     std::filesystem::create_symlink("/dev/pts/0", folder / "earlier");

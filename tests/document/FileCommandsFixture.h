@@ -30,28 +30,29 @@ public:
         initial = initialText;
         return answer;
     }
-    std::optional<FileChoice> OpenFile(const FileQuestion& question) override {
-        trace += "open;";
-        asked = question;
-        return choice;
-    }
-    std::optional<FileChoice> SaveFile(const FileQuestion& question) override {
-        trace += "save as;";
-        asked = question;
-        return choice;
-    }
+    std::optional<FileChoice> OpenFile(const FileQuestion& question) override { return Choice("open;", question); }
+    std::optional<FileChoice> SaveFile(const FileQuestion& question) override { return Choice("save as;", question); }
 
     ScriptedDialogs boxes;
     std::optional<std::string> answer;
     std::optional<FileChoice> choice;
     std::string trace, prompt, initial, whose;
     FileQuestion asked;
+
+private:
+    std::optional<FileChoice> Choice(const char* kind, const FileQuestion& question) {
+        trace += kind;
+        asked = question;
+        return choice;
+    }
 };
 
 class FileCommandsTest : public BoardLink<Person> {
 protected:
     FileCommandsTest() { document.InitDefaults(); }
 
+    /// A new document with a change that nobody has saved.
+    void NewAndChanged() { document.New(), document.CurrentConfiguration.SetValue(1, 7); }
     void Answer(std::deque<MessageAnswer> answers) {
         dialogs.trace.clear();
         dialogs.boxes.shown.clear();

@@ -10,8 +10,7 @@ TEST_F(FileCommandsTest, NewAndOpenAndExitObeyTheAnswerToTheSaveQuestion) {
         std::deque<MessageAnswer> answers;
         const char* saveAs; ///< None: the save dialog is cancelled. There is no folder "none".
         const char* trace;
-        bool goesOn;
-        bool ends;
+        bool goesOn, ends;
     };
     const std::vector<Case> cases = {
         {{Cancel}, nullptr, "VANTREL;", false, false},
@@ -24,8 +23,7 @@ TEST_F(FileCommandsTest, NewAndOpenAndExitObeyTheAnswerToTheSaveQuestion) {
     WriteText(folder / "taken.sdt", "precious");
     for (const Case& one : cases) {
         const auto after = [&](const auto& command) {
-            document.New();
-            document.CurrentConfiguration.SetValue(1, 7);
+            NewAndChanged();
             Answer(one.answers);
             dialogs.choice.reset();
             if (one.saveAs) Choose(one.saveAs);

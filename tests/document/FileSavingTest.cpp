@@ -69,8 +69,7 @@ TEST_F(FileCommandsTest, WhatAFetchReplacesIsKeptBesideOrTheUserGivesItUp) {
     Open();
     WriteText(folder / "plant before fetch.sdt", "precious");
     for (const std::string copy : {"plant before fetch 2.sdt", "documents/unnamed before fetch.sdt"}) {
-        document.New();
-        document.CurrentConfiguration.SetValue(1, 7);
+        NewAndChanged();
         Choose("plant.sdt");
         const bool named = copy.starts_with("plant");
         EXPECT_EQ(named ? files.SaveAs() : files.Save(), Outcome::Done);
@@ -82,8 +81,7 @@ TEST_F(FileCommandsTest, WhatAFetchReplacesIsKeptBesideOrTheUserGivesItUp) {
     fs::remove_all(folder / "documents");
     WriteText(folder / "documents", "no folder");
     for (const MessageAnswer answer : {MessageAnswer::No, MessageAnswer::Yes}) {
-        document.New();
-        document.CurrentConfiguration.SetValue(1, 7);
+        NewAndChanged();
         Answer({answer});
         fetchedOver.reset();
         EXPECT_EQ(files.Save(), answer == MessageAnswer::Yes ? Outcome::Done : Outcome::Failed);

@@ -67,11 +67,10 @@ TEST(RecordTables, NonsenseIsRefusedWithItsPlace) {
         const std::string said = ErrorText([&] { return RecordFromCsv(table, Defaults()); });
         EXPECT_NE(said.find(refusal), std::string::npos) << table << said;
     }
-    for (const std::string json : {"", "[1]", "{}", "{\"values\": [1.5]}", "{\"values\": [3000000000]}",
-                                   "{\"values\": 7}", "{\"values\": [1], \"savedDate\": \"2026-02-30T00:00:00\"}",
-                                   "{\"values\": [1], \"nodeDescriptions\": [3]}"}) {
+    for (const std::string json :
+         {"", "[1]", "{}", "{\"values\": [1.5]}", "{\"values\": [3000000000]}", "{\"values\": 7}",
+          "{\"values\": [1], \"savedDate\": \"2026-02-30T00:00:00\"}", "{\"values\": [1], \"nodeDescriptions\": [3]}"})
         EXPECT_THROW(static_cast<void>(RecordFromJson(json, Defaults())), RuntimeError) << json;
-    }
     const Configuration widest = RecordFromJson("{\"values\": [2147483647, -2147483648]}", Defaults());
     EXPECT_EQ(std::pair(widest.Value(0), widest.Value(1)), std::pair(INT32_MAX, INT32_MIN));
     EXPECT_NE(ErrorText([] { return RecordFromJson("{\"values\": [\"\u00FC\"]}", Defaults()); }).find("\\u00fc"),

@@ -46,12 +46,8 @@ std::string Found(const Configuration& record) {
 }
 
 TEST(SetupCheck, FindsWhatTheRulesOfSingleCellsCannotSee) {
-    struct Case {
-        std::int32_t stack;
-        const char* fields;
-        std::string found; ///< How the one line begins; none for a clean set-up.
-    };
-    const std::vector<Case> cases = {
+    // The stack, the fields, and how the one line that is found begins; none for a clean set-up.
+    const std::vector<std::tuple<std::int32_t, const char*, std::string>> cases = {
         {1, "", ""},
         {34432, "", ""},
         {34433, "", "E 0: The status stack takes 32 words: V34433 to V34464 end behind V34463"},
@@ -74,10 +70,10 @@ TEST(SetupCheck, FindsWhatTheRulesOfSingleCellsCannotSee) {
         {1, "seq 4 sends 5", "W 29: Words are to be moved, but the node number is 0"},
         {1, "seq 4 node 1 sends 5", "E 29: 1 is out of range. Only a Number Between 2 and 32"},
     };
-    for (const Case& one : cases) {
-        const std::string found = Found(RecordOf(one.stack, one.fields));
-        EXPECT_EQ(found.substr(0, one.found.size()), one.found);
-        EXPECT_EQ(std::ranges::count(found, '\n'), one.found.empty() ? 0 : 1) << found;
+    for (const auto& [stack, fields, begin] : cases) {
+        const std::string found = Found(RecordOf(stack, fields));
+        EXPECT_EQ(found.substr(0, begin.size()), begin);
+        EXPECT_EQ(std::ranges::count(found, '\n'), begin.empty() ? 0 : 1) << found;
     }
 }
 

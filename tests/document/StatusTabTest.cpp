@@ -11,8 +11,6 @@
 namespace vantrel {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 /// Remembers how often each sequence was looked at, and what it is told last.
 class Looks final : public StatusLog {
 public:
@@ -34,10 +32,10 @@ public:
 
 class StatusTabTest : public BoardLink<>, public StatusTabDisplay {
 protected:
+    StatusTabTest() { Open(); }
     Texts Pass() {
         shown.clear();
-        Task pass = RefreshStatusTab(*this, survey, nodes, words, link, turns);
-        turns.RunToEnd(pass);
+        turns.RunToEnd(RefreshStatusTab(*this, survey, nodes, words, link, turns));
         return shown;
     }
     [[nodiscard]] bool StatusWanted() const override { return wanted; }
@@ -60,7 +58,6 @@ protected:
 };
 
 TEST_F(StatusTabTest, ReadsTheVisibleRowsInOrderAndEndsBetweenTheTwoValuesOfARow) {
-    Open();
     EXPECT_EQ(Pass(), (Texts{"1 node 0", "1 00: Comm Disabled", "2 node 0", "2 00: Comm Disabled", "31 node 0",
                              "31 00: Comm Disabled"}));
     // A value is shown when what follows it has proved it: the first while the second is read.
@@ -73,7 +70,6 @@ TEST_F(StatusTabTest, ReadsTheVisibleRowsInOrderAndEndsBetweenTheTwoValuesOfARow
 }
 
 TEST_F(StatusTabTest, RowsOutOfSightAreReadInTurnAndTakeLessThanSevenPercentOfTheExchanges) {
-    Open();
     Pass();
     for (const int rowsInSight : {1, 4, 14, 30}) {
         visible.clear();
@@ -100,7 +96,6 @@ TEST_F(StatusTabTest, RowsOutOfSightAreReadInTurnAndTakeLessThanSevenPercentOfTh
 }
 
 TEST_F(StatusTabTest, WhereNobodySeesTheRowsOneStatusWordALookIsReadInTurn) {
-    Open();
     Pass();
     line.Forget();
     log.looks = {};
@@ -118,7 +113,6 @@ TEST_F(StatusTabTest, WhereNobodySeesTheRowsOneStatusWordALookIsReadInTurn) {
 
 TEST_F(StatusTabTest, WhatFailsOutOfSightIsAskedForItsNodeOnceARound) {
     board.SetHabits(WithHabit({}, "status=25:05").value());
-    Open();
     log.records[25].node.reset();
     visible.clear();
     for (int turn = 0; turn < 26; ++turn)

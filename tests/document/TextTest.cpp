@@ -25,9 +25,8 @@ TEST(LeadingNumber, TakesTheLongestNumericPrefixAndIgnoresBlanks) {
     for (const auto& [text, number] : cases)
         EXPECT_EQ(LeadingNumber(text), number) << text;
     for (const auto* nothing : {"", ".", "e5", "&", "&H", "-&H10", "inf", "nan", "0x10", "1e-400", "0e999999999999",
-                                "1e-99999999999999999999"}) {
+                                "1e-99999999999999999999"})
         EXPECT_EQ(LeadingNumber(nothing), 0) << nothing;
-    }
     EXPECT_EQ(LeadingNumber("0." + std::string(400, '0') + "1"), 0);
     EXPECT_EQ(LeadingNumber("&H" + std::string(400, 'F')), HUGE_VAL);
     EXPECT_EQ(LeadingNumber("0.001e+400"), HUGE_VAL);

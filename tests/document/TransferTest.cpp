@@ -20,8 +20,7 @@ protected:
     }
     void Finish(SettingsTransfer& transfer) {
         transfer.Load();
-        Task task = transfer.Run();
-        turns.RunToEnd(task);
+        turns.RunToEnd(transfer.Run());
     }
     void ShowLabel(std::string_view text) override { label = text; }
     void ShowProgress(std::size_t done, std::size_t total) override {

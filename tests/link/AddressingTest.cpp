@@ -24,18 +24,14 @@ TEST(ParseAddress, ReadsEveryForm) {
 }
 
 TEST(AddressProblem, FindsTheSlipsThatTheParseForgives) {
-    for (const char* good : {"W16384", "b105", "B8176.3", "F13", "1F40h", "D65530", "W65532", "B65534", "FFFEH"}) {
+    for (const char* good : {"W16384", "b105", "B8176.3", "F13", "1F40h", "D65530", "W65532", "B65534", "FFFEH"})
         EXPECT_EQ(AddressProblem(good), "") << good;
-    }
-    for (const char* bad : {"", "Z5", "W", "16384", "W16x", "B8176.8", "B8176.", "W40.3", "XYH", "B-1", "B 5"}) {
+    for (const char* bad : {"", "Z5", "W", "16384", "W16x", "B8176.8", "B8176.", "W40.3", "XYH", "B-1", "B 5"})
         EXPECT_NE(AddressProblem(bad).find("is not an address of the board"), std::string::npos) << bad;
-    }
-    for (const char* last : {"B65535", "FFFFH", "W65534", "D65532", "B65535.1"}) {
+    for (const char* last : {"B65535", "FFFFH", "W65534", "D65532", "B65535.1"})
         EXPECT_NE(AddressProblem(last).find("cannot be reached"), std::string::npos) << last;
-    }
-    for (const char* outside : {"W65535", "D65533", "B65536", "10000H", "F999999", "B99999999999999999999"}) {
+    for (const char* outside : {"W65535", "D65533", "B65536", "10000H", "F999999", "B99999999999999999999"})
         EXPECT_NE(AddressProblem(outside).find("outside the board's memory"), std::string::npos) << outside;
-    }
 }
 
 TEST(EquateAdd, TranslatesInputsAndOutputsByBoard) {

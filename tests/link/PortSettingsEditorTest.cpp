@@ -65,8 +65,7 @@ TEST_F(PortSettingsEditorTest, AFileThatCannotBeWrittenIsReportedAndKeepsTheDial
     EXPECT_EQ(Shown().substr(0, 28), "SetupComm|Error Number = 75\n");
     fs::remove(settingsFile);
     fs::create_directories(folder / "TRV51" / "TORVIK.SFG");
-    PortSettingsEditor dialog = Dialog();
-    EXPECT_TRUE(turns.RunToEnd(dialog.Save("2", "9600"))) << "the program's own settings are saved";
+    EXPECT_TRUE(turns.RunToEnd(Dialog().Save("2", "9600"))) << "the program's own settings are saved";
     EXPECT_EQ(Shown(1).substr(0, 28), "SetupComm|Error Number = 75\n");
 }
 

@@ -5,13 +5,8 @@ namespace vantrel {
 namespace {
 
 TEST_F(LinkTest, AValueIsHighByteLowByteAndDataEachEchoed) {
-    struct Case {
-        const char* address;
-        const char* value; ///< None: it is read.
-        const char* frames; ///< Behind sync and mode.
-        const char* told;
-    };
-    const Case cases[] = {
+    // The address, the value (none: it is read), the frames behind sync and mode, and what is told.
+    const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
         {"W32", nullptr, "00 20>34 00 21>12", "4660"},
         {"B8176", nullptr, "1F F0>0A", "10"},
         {"B8176.3", nullptr, "1F F0>08", "1"},
@@ -31,15 +26,15 @@ TEST_F(LinkTest, AValueIsHighByteLowByteAndDataEachEchoed) {
         {"F584", "0", "FF>55 01>55 00 69>A9 FF>55 02>55 00 69 A8", ""},
     };
     GoOnline();
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.address + std::string(" ") + one.frames);
-        const int mode = one.value ? 2 : 1;
-        const bool own = link.TargetMode() == mode || std::string(one.frames).starts_with("FF");
-        Expect((own ? "" : "FF>55 0" + std::to_string(mode) + ">55 ") + one.frames);
-        if (one.value) {
-            EXPECT_EQ(Write(one.address, one.value).outcome, WriteOutcome::Written);
+    for (const auto& [address, value, frames, told] : cases) {
+        SCOPED_TRACE(address + std::string(" ") + frames);
+        const int mode = value ? 2 : 1;
+        const bool own = link.TargetMode() == mode || std::string(frames).starts_with("FF");
+        Expect((own ? "" : "FF>55 0" + std::to_string(mode) + ">55 ") + frames);
+        if (value) {
+            EXPECT_EQ(Write(address, value).outcome, WriteOutcome::Written);
         } else {
-            EXPECT_EQ(Told(one.address), one.told);
+            EXPECT_EQ(Told(address), told);
         }
         EXPECT_TRUE(AsExpected());
         EXPECT_EQ(link.TargetMode(), mode);

@@ -12,9 +12,7 @@
 #ifdef _WIN32
 #include <windows.h>
 #undef ReplaceFile
-#endif
-
-#ifdef __unix__
+#elif defined(__unix__)
 #include <csignal>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -110,9 +108,7 @@ TEST_F(SafeFile, ANameThatNoFileCanHaveIsNamedAsTheReason) {
     EXPECT_NE(said.find("no name that a file can have"), std::string::npos) << said;
 }
 
-#endif
-
-#ifdef __unix__
+#elif defined(__unix__)
 
 /// Permissions mean nothing to the superuser, as whom tests may run.
 auto AsOrdinaryUser() {

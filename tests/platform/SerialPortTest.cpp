@@ -63,8 +63,7 @@ TEST_F(SerialPortTest, TheDeviceIsFreshForTheNextProgram) {
     EXPECT_EQ(farEnd->Speed(), 19200);
     for (int i = 0; i < 100; ++i)
         farEnd->Write(stale);
-    const std::uint8_t last = 7;
-    port->Write(std::span(&last, 1));
+    port->Write(std::vector<std::uint8_t>{7});
     port->Close();
     EXPECT_EQ(farEnd->Read(5s), std::vector<std::uint8_t>{7}) << "what nobody reads is lost, and nobody waits";
     farEnd->Write(stale);
@@ -77,8 +76,7 @@ TEST_F(SerialPortTest, TheDeviceIsFreshForTheNextProgram) {
 TEST_F(SerialPortTest, BelongsToOneProgramAtATime) {
     AsioSerialPort second(clock, farEnd->Device());
     const auto error = Thrown([&] { second.Open(); });
-    ASSERT_TRUE(error) << "opened twice";
-    EXPECT_EQ(error->Number(), 75);
+    ASSERT_TRUE(error && error->Number() == 75) << "opened twice";
     EXPECT_NE(error->Description().find("in use by another program"), std::string::npos);
     port->Close();
     EXPECT_NO_THROW(second.Open());
@@ -87,8 +85,7 @@ TEST_F(SerialPortTest, BelongsToOneProgramAtATime) {
 TEST_F(SerialPortTest, ALineThatHangsUpIsLostWhileWaitingAndCanBeOpenedAgainOnlyWhenItIsBack) {
     farEnd->Close();
     EXPECT_EQ(port->WaitForByte(In(60s)), PortWait::Lost);
-    EXPECT_TRUE(port->IsLost());
-    EXPECT_TRUE(port->IsOpen());
+    EXPECT_TRUE(port->IsLost() && port->IsOpen());
     EXPECT_NO_THROW(port->Write(std::vector<std::uint8_t>{0xFF}));
     EXPECT_THROW(port->Open(), RuntimeError);
     EXPECT_FALSE(port->IsOpen());
@@ -106,9 +103,9 @@ TEST(SerialPortOpen, SaysWhyADeviceCannotBeOpened) {
     const std::string noDevice = (folder / "file").string();
     WriteText(noDevice, "");
     const std::string nothing = (folder / "nothing").string();
-    for (const auto& [device, settings, number] : {std::tuple<std::string, std::string, int>{nothing, "9600,n,8,1", 53},
-                                                   {noDevice, "9600,n,8,1", 75},
-                                                   {noDevice, "fast", 5}}) {
+    for (const auto& [device, settings, number] :
+         {std::tuple(nothing, "9600,n,8,1", 53), std::tuple(noDevice, "9600,n,8,1", 75),
+          std::tuple(noDevice, "fast", 5)}) {
         AsioSerialPort port(clock, device);
         port.SetSettings(settings);
         const auto error = Thrown([&] { port.Open(); });

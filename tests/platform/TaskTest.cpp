@@ -3,6 +3,7 @@
 #include "platform/TurnLock.h"
 #include "platform/TurnQueue.h"
 
+#include "tests/support/AtEnd.h"
 #include "tests/support/VirtualClock.h"
 
 #include <gtest/gtest.h>
@@ -12,18 +13,9 @@
 namespace vantrel {
 namespace {
 
-/// Tells a trace when it is destroyed: what a stopped task leaves behind.
-struct Farewell {
-    std::string& trace;
-    const char* text;
-    Farewell(std::string& t, const char* words) : trace(t), text(words) {}
-    Farewell(const Farewell&) = delete;
-    Farewell& operator=(const Farewell&) = delete;
-    ~Farewell() { trace += text; }
-};
-
+/// Ends the trace with a point, however it ends.
 Task Count(TurnQueue& turns, std::string& trace, char name, int steps) {
-    const Farewell farewell(trace, ".");
+    const AtEnd farewell([&trace] { trace += "."; });
     for (int i = 0; i < steps; ++i) {
         trace += name;
         co_await turns.Next();
@@ -98,7 +90,7 @@ Task Fail(TurnQueue& turns) {
 }
 
 Task FailInside(TurnQueue& turns, std::string& trace, bool trap) {
-    const Farewell farewell(trace, ".");
+    const AtEnd farewell([&trace] { trace += "."; });
     try {
         co_await Fail(turns);
     } catch (const RuntimeError& error) {

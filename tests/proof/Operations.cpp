@@ -44,11 +44,7 @@ void Said::Doubt(const std::string& address) {
 }
 
 void Said::Wrote(const std::string& address, std::uint32_t number, bool confirmed) {
-    if (confirmed) {
-        Value(stored, address, number);
-    } else {
-        Doubt(address);
-    }
+    confirmed ? Value(stored, address, number) : Doubt(address);
 }
 
 namespace {

@@ -15,8 +15,7 @@ namespace {
 /// One text as it was printed.
 struct Printed {
     int page;
-    double x;
-    double y;
+    double x, y;
     std::string text;
     PrinterFont font;
 };
@@ -84,8 +83,7 @@ TEST(Report, PrintsEverySequenceWithItsSevenValuesInTheirNotationsAndColumns) {
     EXPECT_DOUBLE_EQ(printer.Those("A. Status Stack Address").at(0).x, 1.0);
     EXPECT_DOUBLE_EQ(printer.Those("  1. Ti-505 Communications Status Stack Address: ").at(0).x, 1.25);
     EXPECT_EQ(printer.Those("V34463").size(), 1U);
-    const auto begin = std::find_if(printer.printed.begin(), printer.printed.end(),
-                                    [](const Printed& each) { return each.text == "3"; });
+    const auto begin = std::ranges::find(printer.printed, "3", &Printed::text);
     std::vector<std::string> block;
     for (auto each = begin; block.size() < 17; ++each) {
         block.push_back(each->text);

@@ -32,8 +32,7 @@ protected:
     }
     /// What the board answers to a sync byte; -1 for nothing.
     int AnswerToSync() {
-        const std::uint8_t sync = 0xFF;
-        port->Write(std::span(&sync, 1));
+        port->Write(std::vector<std::uint8_t>{0xFF});
         return port->WaitForByte(realTime.Now() + 5s) == PortWait::ByteReceived ? port->ReadByte() : -1;
     }
 

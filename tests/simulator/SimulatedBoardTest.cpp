@@ -35,10 +35,7 @@ std::string Talk(SimulatedBoard& board, const std::string& sent) {
 }
 
 struct Conversation {
-    const char* what;
-    const char* fault;
-    const char* sent;
-    const char* heard;
+    const char *what, *fault, *sent, *heard;
     int at2005 = 0; ///< What address 0x2005 holds afterwards.
     const char* habits = "";
 };
@@ -200,9 +197,8 @@ TEST(BoardMemory, AWordReadByteByByteIsOneValue) {
 std::string Shown(const SimulatedBoard& board, MonotonicTime now) {
     std::ostringstream text;
     for (const int address :
-         {ClockMonthByte, ClockDayByte, ClockYearByte, ClockHourByte, ClockMinuteByte, ClockSecondByte}) {
-        text << static_cast<int>(board.Peek(static_cast<std::uint16_t>(address), now)) << ' ';
-    }
+         {ClockMonthByte, ClockDayByte, ClockYearByte, ClockHourByte, ClockMinuteByte, ClockSecondByte})
+        text << int{board.Peek(static_cast<std::uint16_t>(address), now)} << ' ';
     return text.str();
 }
 

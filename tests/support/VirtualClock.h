@@ -7,7 +7,7 @@
 
 namespace vantrel {
 
-class VirtualClock final : public Clock {
+class VirtualClock : public Clock {
 public:
     [[nodiscard]] MonotonicTime Now() const override { return now_; }
     void SleepUntil(MonotonicTime time) override { now_ = std::max(now_, time); }

@@ -68,9 +68,7 @@ TEST_F(BoardMonitorTest, TheFirstPassShowsCodesDescriptionsAndRevision) {
     EXPECT_EQ(descriptions[BoardCode::CurrentCommError], "No answer");
     EXPECT_EQ(descriptions[BoardCode::Advice], "None");
     EXPECT_EQ(revision, (std::map<std::size_t, std::string>{{0, "K5216505"}, {1, "1"}, {2, "4"}}));
-    EXPECT_EQ(clockEnabled, true);
-    EXPECT_EQ(resetEnabled, true);
-    EXPECT_EQ(goOnline, false);
+    EXPECT_EQ(std::tuple(clockEnabled, resetEnabled, goOnline), std::tuple(true, true, false));
     EXPECT_EQ(alarms, (AlarmFlags{true, true, false}));
 }
 
@@ -79,8 +77,7 @@ TEST_F(BoardMonitorTest, ABoardWithACoCpuShowsItsSlotWhichAloneAllowsNoReset) {
     board.Poke(CoCpuSlotByte, 0x1B);
     EXPECT_EQ(FirstPass().at(6), CoCpuSlotByte);
     EXPECT_EQ(captions[BoardCode::CoCpuSlot], "CO-CPU Slot: 27");
-    EXPECT_EQ(clockEnabled, false);
-    EXPECT_EQ(resetEnabled, false);
+    EXPECT_EQ(std::tuple(clockEnabled, resetEnabled), std::tuple(false, false));
     EXPECT_EQ(alarms, (AlarmFlags{false, false, true}));
 }
 
@@ -216,17 +213,14 @@ TEST(BoardTexts, AdviceAndEntriesFollowTheirTables) {
 }
 
 TEST(BoardTexts, ABoxOfTwoDigitsHasTheWholeValueBesideItWhereItNeedsOne) {
-    struct Case {
-        std::size_t field;
-        const char *value, *box, *mark;
-    };
-    for (const Case& one :
+    using Case = std::tuple<std::size_t, const char*, const char*, const char*>;
+    for (const auto& [field, value, box, mark] :
          {Case{0, "7", "07", ""}, Case{0, "55", "55", "! 55 is not possible"},
           Case{0, "255", "55", "! 255 is not possible"}, Case{1, "200", "00", "= 200"},
           Case{2, "25", "25", "! 25 is not possible"}, Case{5, "0", "00", "! 0 is not possible"},
           Case{7, "200", "00", "! 200 is not possible"}, Case{5, "12", "12", ""}, Case{4, "-", "-", ""}}) {
-        EXPECT_EQ(SetupBoxText(one.value), one.box);
-        EXPECT_EQ(SetupMark(one.field, one.value), one.mark) << one.field;
+        EXPECT_EQ(SetupBoxText(value), box);
+        EXPECT_EQ(SetupMark(field, value), mark) << field;
     }
     EXPECT_EQ(SetupNotConfirmed(0, "7", "1").text,
               "The board did not confirm the value 7 (Network Address).\nIt holds 1 now.");

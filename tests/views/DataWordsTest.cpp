@@ -17,16 +17,13 @@ constexpr WordPlace Second{2, DataDirection::Send};
 constexpr WordPlace Received{2, DataDirection::Receive};
 
 TEST(DataWordsTest, AWordIsWrittenInFourNotations) {
-    struct Case {
-        std::uint16_t word;
-        std::array<const char*, 4> texts;
-    };
-    for (const Case& one : {Case{0, {"0", "0", "0000H", "0000 0000 0000 0000"}},
-                            Case{32767, {"32767", "32767", "7FFFH", "0111 1111 1111 1111"}},
-                            Case{32768, {"32768", "-32768", "8000H", "1000 0000 0000 0000"}},
-                            Case{64536, {"64536", "-1000", "FC18H", "1111 1100 0001 1000"}}}) {
+    for (const auto& [word, texts] :
+         {std::pair<std::uint16_t, std::array<const char*, 4>>{0, {"0", "0", "0000H", "0000 0000 0000 0000"}},
+          {32767, {"32767", "32767", "7FFFH", "0111 1111 1111 1111"}},
+          {32768, {"32768", "-32768", "8000H", "1000 0000 0000 0000"}},
+          {64536, {"64536", "-1000", "FC18H", "1111 1100 0001 1000"}}}) {
         for (std::size_t i = 0; i < WordNotations.size(); ++i)
-            EXPECT_EQ(WordText(one.word, WordNotations.at(i)), one.texts.at(i));
+            EXPECT_EQ(WordText(word, WordNotations.at(i)), texts.at(i));
     }
     for (const WordNotation notation : WordNotations)
         EXPECT_EQ(WordNotationNamed(WordNotationName(notation)), notation);

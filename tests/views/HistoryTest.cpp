@@ -84,18 +84,16 @@ TEST_F(HistoryTest, AChangeThatNobodyWatchedIsNoSeenOneAndTheTimeWithoutALookIsA
 }
 
 TEST_F(HistoryTest, HealthIsTheCodesUnlessThereIsNoNode) {
-    struct Case {
-        std::optional<std::uint16_t> code, node;
-        SequenceHealth health;
-    };
-    for (const Case& one : {Case{2, {}, SequenceHealth::Ok}, Case{0, 5, SequenceHealth::Disabled},
-                            Case{5, 0, SequenceHealth::Disabled}, Case{5, {}, SequenceHealth::Failing},
-                            Case{1, 5, SequenceHealth::Failing}, Case{{}, 0, SequenceHealth::Unknown}}) {
-        history.NoteNode(3, one.node);
-        history.NoteStatus(3, one.code);
-        EXPECT_EQ(Record().health, one.health);
+    using Case = std::tuple<std::optional<std::uint16_t>, std::optional<std::uint16_t>, SequenceHealth>;
+    for (const auto& [code, node, health] :
+         {Case{2, {}, SequenceHealth::Ok}, Case{0, 5, SequenceHealth::Disabled}, Case{5, 0, SequenceHealth::Disabled},
+          Case{5, {}, SequenceHealth::Failing}, Case{1, 5, SequenceHealth::Failing},
+          Case{{}, 0, SequenceHealth::Unknown}}) {
+        history.NoteNode(3, node);
+        history.NoteStatus(3, code);
+        EXPECT_EQ(Record().health, health);
         const bool told = StatusHint(Record(), 3, clock.LocalNow()).find("counts as disabled") != std::string::npos;
-        EXPECT_EQ(told, one.code == 5 && one.node == 0);
+        EXPECT_EQ(told, code == 5 && node == 0);
     }
     history.NoteNode(3, 0);
     history.NoteStatus(3, 5);

@@ -16,8 +16,6 @@
 namespace vantrel {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 class SequenceMonitorTest : public BoardLink<>, public SequenceDisplay {
 protected:
     SequenceMonitorTest() { Online(); }
@@ -236,18 +234,16 @@ TEST_F(SequenceMonitorTest, WhatTheDocumentSaysStandsBesideAndOnlyAKnownValueDif
 }
 
 TEST(SequenceEntryTest, TakesNumbersUpToThirtyAndCountsBelowZeroAsZero) {
-    struct Case {
-        const char* text;
-        int number; ///< -1: refused.
-        int up, down;
-    };
-    for (const Case& one : {Case{"0", 0, 1, 0}, Case{"30", 30, 30, 29}, Case{" 7 ", 7, 8, 6}, Case{"31", -1, 30, 29},
-                            Case{"30.1", -1, 30, 29}, Case{"-5", 0, 1, 0}, Case{"+2.5", 2, 3, 1},
-                            Case{"3e1", 30, 30, 29}, Case{"", -1, 6, 4}, Case{"abc", -1, 6, 4}, Case{"5x", -1, 6, 4},
-                            Case{"inf", -1, 6, 4}, Case{"+-5", -1, 6, 4}, Case{"1e999", -1, 6, 4}}) {
-        EXPECT_EQ(SequenceEntry(one.text).value_or(-1), one.number) << one.text;
-        EXPECT_EQ(SteppedSequence(one.text, 1, 5), one.up) << one.text;
-        EXPECT_EQ(SteppedSequence(one.text, -1, 5), one.down) << one.text;
+    // The number is -1 where the text is refused.
+    using Case = std::tuple<const char*, int, int, int>;
+    for (const auto& [text, number, up, down] :
+         {Case{"0", 0, 1, 0}, Case{"30", 30, 30, 29}, Case{" 7 ", 7, 8, 6}, Case{"31", -1, 30, 29},
+          Case{"30.1", -1, 30, 29}, Case{"-5", 0, 1, 0}, Case{"+2.5", 2, 3, 1}, Case{"3e1", 30, 30, 29},
+          Case{"", -1, 6, 4}, Case{"abc", -1, 6, 4}, Case{"5x", -1, 6, 4}, Case{"inf", -1, 6, 4}, Case{"+-5", -1, 6, 4},
+          Case{"1e999", -1, 6, 4}}) {
+        EXPECT_EQ(SequenceEntry(text).value_or(-1), number) << text;
+        EXPECT_EQ(SteppedSequence(text, 1, 5), up) << text;
+        EXPECT_EQ(SteppedSequence(text, -1, 5), down) << text;
     }
 }
 

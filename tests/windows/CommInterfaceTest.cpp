@@ -19,28 +19,21 @@ protected:
         Online();
     }
     void Show(const std::function<void()>& acts) {
-        Open(
-            view, [&] { view.InitializeForm(); },
-            [&] {
-                line.Forget();
-                acts();
-            });
+        Open(view, acts, [&] { view.InitializeForm(); });
     }
     /// The words read in one pass, from one status word to the next.
     std::size_t ReadsInPass() {
-        line.Forget();
-        Turns(500);
-        const auto words = line.Words();
+        const auto words = WordsIn(500);
         const auto status = StatusWordAddress(static_cast<std::size_t>(selected));
         const auto first = std::find(words.begin(), words.end(), status);
         return first == words.end() ? 0 : static_cast<std::size_t>(std::find(first + 1, words.end(), status) - first);
     }
-    void Type(const std::string& text, Qt::Key end) {
+    void Type(const std::string& text, std::optional<Qt::Key> end = {}) {
         view.activateWindow(); // as a window manager does when a box has gone
         Turns(2);
         view.txtSetup.setFocus();
         QTest::keyClicks(&view.txtSetup, QString::fromStdString(text));
-        QTest::keyClick(&view.txtSetup, end);
+        if (end) QTest::keyClick(&view.txtSetup, *end);
         Turns(20);
     }
     [[nodiscard]] std::string Number() const { return view.txtSetup.text().toStdString(); }
@@ -65,9 +58,7 @@ TEST_F(CommInterfaceTest, ReadsTheSelectedSequenceAndOfItsDataOnlyWhatIsSeen) {
         EXPECT_NEAR(static_cast<double>(ReadsInPass()), static_cast<double>(tall) / 2, 3);
         view.showMinimized();
         Turns(200);
-        line.Forget();
-        Turns(200);
-        EXPECT_TRUE(line.Words().empty()) << "nobody looks";
+        EXPECT_TRUE(WordsIn(200).empty()) << "nobody looks";
         view.showNormal();
         EXPECT_GT(ReadsInPass(), 0U);
     });
@@ -121,39 +112,40 @@ TEST_F(CommInterfaceTest, ThePlotFollowsTheSelectedWordsBesideTheViewAndStandsSt
         plot->spnRow[0].setValue(100);
         plot->cboColumn[1].setFocus();
         QTest::keyClick(&plot->cboColumn[1], Qt::Key_End);
-        line.Forget();
-        Turns(300);
-        const auto words = line.Words();
-        EXPECT_TRUE(std::ranges::count(words, DataWordAddress(3, DataDirection::Send, 100)) > 0) << "out of sight";
+        const std::string word = DataWordAddress(3, DataDirection::Send, 100);
+        EXPECT_GT(std::ranges::count(WordsIn(300), word), 0) << "out of sight";
         const auto draw = [&] {
             clock.Advance(std::chrono::seconds(2));
             Turns(300);
             QMetaObject::invokeMethod(&plot->tmrDraw, "timeout");
             return plot->chart.Picture();
         };
-        const QImage before = draw();
-        EXPECT_NE(draw(), before);
+        EXPECT_NE(draw(), draw());
         QTest::mouseClick(&plot->cmdPause, Qt::LeftButton);
-        const QImage paused = draw();
-        EXPECT_EQ(draw(), paused);
+        EXPECT_EQ(draw(), draw());
         plot->close();
-        line.Forget();
+        EXPECT_EQ(std::ranges::count(WordsIn(300), word), 0);
+    });
+}
+
+TEST_F(CommInterfaceTest, ThePlotOfASequenceThatSendsNothingBeginsWithWhatItReceives) {
+    board.PokeWord(static_cast<std::uint16_t>(SequenceBase + SequenceStride * 3 + 2), 0);
+    Show([&] {
         Turns(300);
-        const auto after = line.Words();
-        EXPECT_EQ(std::ranges::count(after, DataWordAddress(3, DataDirection::Send, 100)), 0);
+        QTest::mouseClick(&view.cmdPlot, Qt::LeftButton);
+        auto* plot = view.findChild<frmPlot*>();
+        EXPECT_EQ(plot->cboColumn[0].currentText(), QStringLiteral("Receive"));
+        EXPECT_EQ(plot->spnRow[0].value(), 1);
     });
 }
 
 TEST(StripChartTest, MarksStandAtRoundValuesAndTimes) {
-    struct Case {
-        double low, high;
-        int most;
-        ChartScale scale;
-    };
-    for (const Case& one : {Case{0, 27000, 8, {0, 30000, 5000}}, Case{5, 5, 8, {4, 6, 1}}, Case{0, 0, 8, {0, 1, 1}},
-                            Case{-7, 120, 5, {-50, 150, 50}}, Case{0, 65535, 0, {0, 100000, 50000}}}) {
-        const ChartScale scale = ValueScale(one.low, one.high, one.most);
-        EXPECT_TRUE(scale.low == one.scale.low && scale.high == one.scale.high && scale.step == one.scale.step)
+    using Case = std::tuple<double, double, int, ChartScale>;
+    for (const auto& [low, high, most, marks] :
+         {Case{0, 27000, 8, {0, 30000, 5000}}, Case{5, 5, 8, {4, 6, 1}}, Case{0, 0, 8, {0, 1, 1}},
+          Case{-7, 120, 5, {-50, 150, 50}}, Case{0, 65535, 0, {0, 100000, 50000}}}) {
+        const ChartScale scale = ValueScale(low, high, most);
+        EXPECT_TRUE(scale.low == marks.low && scale.high == marks.high && scale.step == marks.step)
             << scale.low << " " << scale.high << " " << scale.step;
     }
     EXPECT_EQ(TimeStep(60, 8), 10);
@@ -188,8 +180,7 @@ TEST_F(CommInterfaceTest, AnEntryMovesToItsSequenceAndABadOneIsRefusedAndRestore
         EXPECT_EQ(view.lblSetting[1].text(), QStringLiteral("Mixer"));
         QTest::keyClick(&view, Qt::Key_Return);
         EXPECT_TRUE(view.isVisible());
-        view.txtSetup.setFocus();
-        QTest::keyClicks(&view.txtSetup, QStringLiteral("29"));
+        Type("29");
         QTest::mouseClick(&view.cmdOk, Qt::LeftButton);
         Turns(10);
         EXPECT_FALSE(view.isVisible());
@@ -200,8 +191,7 @@ TEST_F(CommInterfaceTest, AnEntryMovesToItsSequenceAndABadOneIsRefusedAndRestore
 
 TEST_F(CommInterfaceTest, AnotherProgramChecksNothingAndEscapeRestoresThenLeavesThenCloses) {
     Show([&] {
-        view.txtSetup.setFocus();
-        QTest::keyClicks(&view.txtSetup, QStringLiteral("99"));
+        Type("99");
         QWidget elsewhere;
         elsewhere.show();
         elsewhere.activateWindow();
@@ -238,8 +228,7 @@ TEST_F(CommInterfaceTest, ASilentBoardHoldsUpNeitherTheViewNorItsEnd) {
         Type("7", Qt::Key_Return);
         EXPECT_EQ(selected, 7) << "the view is alive";
         EXPECT_EQ(view.lblSetting[0].text(), QStringLiteral("-"));
-        view.txtSetup.setFocus();
-        QTest::keyClicks(&view.txtSetup, QStringLiteral("9"));
+        Type("9");
         const MonotonicTime begun = clock.Now();
         line.Forget();
         view.close();

@@ -38,21 +38,15 @@ TEST_F(FrameTest, TheCheckOfTheConnectionShowsItsVerdictOrIsCancelledAtOnceAndLe
 
 TEST_F(FrameTest, ThePortDialogRefusesWhatIsNoAddressAndKeepsWhatIsOne) {
     for (const std::string address : {"rfc2217://plc:70000", "rfc2217://plc-7:4001"}) {
-        const WhenModal<frmSetupComm> type([&](frmSetupComm& dialog) {
+        Within<frmSetupComm>(Qt::Key_E, Qt::Key_M, [&](frmSetupComm& dialog) {
             QTest::keyClicks(dialog.txtNetwork, QString::fromStdString(address));
             QTest::mouseClick(dialog.cmdSave, Qt::LeftButton);
-            dialog.reject();
         });
-        Menu(Qt::Key_E, Qt::Key_M);
     }
-    ASSERT_EQ(user.shown.size(), 1U);
-    EXPECT_TRUE(user.shown[0].starts_with("Comm Port|\"rfc2217://plc:70000\" is no address")) << user.shown[0];
-    const WhenModal<frmSetupComm> again([](frmSetupComm& dialog) {
+    EXPECT_TRUE(user.Showed({"Comm Port|\"rfc2217://plc:70000\" is no address"}));
+    Within<frmSetupComm>(Qt::Key_E, Qt::Key_M, [](frmSetupComm& dialog) {
         EXPECT_EQ(dialog.txtNetwork->text(), QStringLiteral("rfc2217://plc-7:4001"));
-        dialog.reject();
     });
-    Menu(Qt::Key_E, Qt::Key_M);
-    EXPECT_TRUE(again.Happened());
 }
 
 } // namespace

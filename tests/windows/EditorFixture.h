@@ -20,8 +20,8 @@ protected:
         Settle();
     }
     void ClickTab(EditorTab tab) {
-        const int index = static_cast<int>(tab) - 1;
-        QTest::mouseClick(&editor->tbsComm, Qt::LeftButton, {}, editor->tbsComm.tabRect(index).center());
+        const QRect place = editor->tbsComm.tabRect(static_cast<int>(tab) - 1);
+        QTest::mouseClick(&editor->tbsComm, Qt::LeftButton, {}, place.center());
         Settle();
     }
     void Click(int row, int column) {
@@ -32,11 +32,12 @@ protected:
         QMetaObject::invokeMethod(&editor->tmrStatusTab, "timeout");
         Settle();
     }
-    /// Opens a cell of the configuration tab and replaces its text.
-    void Enter(int row, int column, const std::string& text) {
+    /// Opens a cell of the configuration tab and replaces its text; with a key that ends it.
+    void Enter(int row, int column, const std::string& text, std::optional<Qt::Key> end = {}) {
         if (editor->CurrentTab != EditorTab::Configuration) ClickTab(EditorTab::Configuration);
         Click(row, column);
         Type(text);
+        if (end) Press(*end);
     }
     /// To the window, which gives keys to whatever has the focus.
     void Type(const std::string& text) {

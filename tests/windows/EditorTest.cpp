@@ -8,14 +8,11 @@
 namespace vantrel {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 constexpr const char* NodeRefused = "VANTREL Configuration|Only a Number Between 2 and 32 can be Entered";
 constexpr const char* CallError = "VANTREL|Error Number = 5";
 
 TEST_F(EditorTest, EnterAndTheArrowsMoveOnWithTheBoxOpen) {
-    Enter(30, 6, "40");
-    Press(Qt::Key_Return);
+    Enter(30, 6, "40", Qt::Key_Return);
     EXPECT_EQ(Open(), "30,7:V1");
     EXPECT_TRUE(AllSelected());
     Press(Qt::Key_Return);
@@ -28,20 +25,17 @@ TEST_F(EditorTest, EnterAndTheArrowsMoveOnWithTheBoxOpen) {
     EXPECT_EQ(Open(), "30,1:33");
     EXPECT_FALSE(editor->ArrowMove);
     Press(Qt::Key_Escape);
-    Enter(31, 7, "5");
-    Press(Qt::Key_Return);
+    Enter(31, 7, "5", Qt::Key_Return);
     EXPECT_EQ(Open(), "");
     EXPECT_TRUE(editor->cmdDefault.hasFocus());
     EXPECT_EQ(Value(217), 5);
-    Enter(1, 2, "120");
-    Press(Qt::Key_Up);
+    Enter(1, 2, "120", Qt::Key_Up);
     EXPECT_EQ(Open(), "1,2:120") << "stored without moving";
     EXPECT_EQ(editor->SavedCellText, QStringLiteral("120"));
 }
 
 TEST_F(EditorTest, EscapeUndoesAndThenCloses) {
-    Enter(2, 3, "77");
-    Press(Qt::Key_Escape);
+    Enter(2, 3, "77", Qt::Key_Escape);
     EXPECT_EQ(Open(), "2,3:V1");
     EXPECT_TRUE(AllSelected());
     Press(Qt::Key_Escape);
@@ -68,8 +62,7 @@ TEST_F(EditorTest, ARefusedEntryStopsWhateverWouldLeaveIt) {
         [this] { Press(Qt::Key_Backtab, Qt::ShiftModifier); },
         [this] { QTest::mouseClick(editor->txtMessageDisplay.viewport(), Qt::LeftButton); },
         [this] { EXPECT_FALSE(editor->FinishEntry()); }};
-    for (const auto& [typed, box] : {std::pair{"1", NodeRefused}, std::pair{"AH", CallError}}) {
-        const int column = typed == std::string("AH") ? 4 : 1;
+    for (const auto& [column, typed, box] : {std::tuple{1, "1", NodeRefused}, {4, "AH", CallError}}) {
         for (std::size_t i = 0; i < leaving.size(); ++i) {
             Begin();
             Enter(3, column, typed);
@@ -101,8 +94,7 @@ TEST_F(EditorTest, MenusOtherWindowsAndEmptyPlacesValidateNothing) {
     ASSERT_FALSE(editor->txtEntry.hasFocus());
     Activate();
     for (QWidget* place : {static_cast<QWidget*>(editor), static_cast<QWidget*>(Grid().verticalScrollBar())}) {
-        QTest::mouseClick(place, Qt::LeftButton);
-        Settle();
+        ClickButton(place);
         EXPECT_EQ(Open(), "3,1:1");
     }
     EXPECT_TRUE(user.shown.empty());
@@ -116,8 +108,7 @@ TEST_F(EditorTest, TabGoesFromCellToCellAndControlTabOutOfTheGrid) {
     EXPECT_TRUE(Grid().hasFocus()) << "where the keyboard starts";
     ClickTab(EditorTab::Configuration);
     EXPECT_TRUE(Grid().hasFocus());
-    Enter(2, 7, "9");
-    Press(Qt::Key_Tab);
+    Enter(2, 7, "9", Qt::Key_Tab);
     EXPECT_EQ(Value(14), 9);
     EXPECT_EQ(Open(), "3,1:0");
     Press(Qt::Key_Backtab, Qt::ShiftModifier);
@@ -133,8 +124,7 @@ TEST_F(EditorTest, TabGoesFromCellToCellAndControlTabOutOfTheGrid) {
     EXPECT_EQ(Grid().CurrentRow() * 10 + Grid().CurrentColumn(), 27);
     Press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_FALSE(Grid().hasFocus());
-    Enter(31, 7, "4");
-    Press(Qt::Key_Tab);
+    Enter(31, 7, "4", Qt::Key_Tab);
     EXPECT_EQ(Open(), "");
     EXPECT_TRUE(editor->txtMessageDisplay.hasFocus()) << "behind the last cell";
 }
@@ -193,8 +183,7 @@ TEST_F(EditorTest, TheKeyboardAloneOpensAndLeavesAndDescriptionsFitTheFile) {
     const std::string longest(0xFFFF, 'x');
     Doc().CurrentConfiguration.SetNodeDescription(5, longest);
     Doc().ReloadDisplay = true;
-    Tick();
-    Settle();
+    TickAndSettle();
     Click(6, 2);
     Press(Qt::Key_Return);
     EXPECT_EQ(Doc().CurrentConfiguration.NodeDescription(5), longest) << "nothing is cut off by walking over it";

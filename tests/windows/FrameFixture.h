@@ -24,6 +24,7 @@ namespace vantrel {
 
 inline constexpr auto Yes = QMessageBox::Yes;
 inline constexpr auto No = QMessageBox::No;
+using Answers = std::deque<QMessageBox::StandardButton>;
 
 /// Types into dialogs that have an entry box, file dialogs included, and ends with Enter; without an entry left, with
 /// Escape.
@@ -111,8 +112,9 @@ protected:
         frame->show();
         Forget();
     }
+    void StartOnline() { Start(), GoOnline(); }
     /// From now on these answers and entries, and nothing seen yet.
-    void Answer(std::deque<QMessageBox::StandardButton> answers, std::deque<std::string> entries = {}) {
+    void Answer(Answers answers, std::deque<std::string> entries = {}) {
         Forget();
         user.answers = std::move(answers);
         typer.entries = std::move(entries);
@@ -132,10 +134,23 @@ protected:
         QTest::keyClick(frame->windowHandle(), entry);
         Settle();
     }
+    /// The same with these answers and entries, and nothing seen before.
+    void Menu(Qt::Key menu, Qt::Key entry, Answers answers, std::deque<std::string> entries = {}) {
+        Answer(std::move(answers), std::move(entries));
+        Menu(menu, entry);
+    }
+    /// Acts once in the window of that kind that an entry opens, and closes it where that is left to be done.
+    template <typename Window> void Within(Qt::Key menu, Qt::Key entry, const std::function<void(Window&)>& act) {
+        const WhenModal<Window> opened([&](Window& window) {
+            act(window);
+            if (window.isVisible()) window.reject();
+        });
+        Menu(menu, entry);
+        EXPECT_TRUE(opened.Happened());
+    }
     /// With these answers; how many boxes came up.
-    std::size_t Download(std::deque<QMessageBox::StandardButton> answers) {
-        Answer(std::move(answers));
-        Menu(Qt::Key_F, Qt::Key_D);
+    std::size_t Download(Answers answers) {
+        Menu(Qt::Key_F, Qt::Key_D, std::move(answers));
         return user.shown.size();
     }
     void Ctrl(Qt::Key key) {
@@ -155,10 +170,11 @@ protected:
         frame->activateWindow();
         QCoreApplication::processEvents();
     }
-    void ClickButton(QAction* entry) {
-        QTest::mouseClick(frame->Toolbar1->widgetForAction(entry), Qt::LeftButton);
+    void ClickButton(QWidget* button) {
+        QTest::mouseClick(button, Qt::LeftButton);
         Settle();
     }
+    void ClickButton(QAction* entry) { ClickButton(frame->Toolbar1->widgetForAction(entry)); }
     void ClickPanel(std::size_t index) { QTest::mouseClick(frame->sbrMainPanels.at(index), Qt::LeftButton); }
     void GoOnline() {
         Menu(Qt::Key_V, Qt::Key_N);
@@ -167,8 +183,7 @@ protected:
     /// By the status stack dialog, so that the document counts as changed.
     void ChangeDocument(const std::string& address) {
         if (!frame->mnuEditStackAdd->isEnabled()) Menu(Qt::Key_E, Qt::Key_O);
-        Answer({}, {address});
-        Menu(Qt::Key_E, Qt::Key_A);
+        Menu(Qt::Key_E, Qt::Key_A, {}, {address});
         Forget();
     }
     /// A set-up file with that stack address.
@@ -185,6 +200,16 @@ protected:
         QCoreApplication::processEvents();
     }
 
+    void TickAndSettle() { Tick(), Settle(); }
+
+    /// The window of that kind that is open beside the frame.
+    template <typename Window> Window& Opened() {
+        Window* found = nullptr;
+        for (QDialog* dialog : frame->findChildren<QDialog*>())
+            found = found ? found : dynamic_cast<Window*>(dialog);
+        EXPECT_TRUE(found && found->isVisible());
+        return *found;
+    }
     [[nodiscard]] Document& Doc() { return frame->State().document; }
     [[nodiscard]] std::int32_t Value(std::size_t index) { return Doc().CurrentConfiguration.Value(index); }
     [[nodiscard]] std::string Caption() const { return frame->windowTitle().toStdString(); }

@@ -106,8 +106,7 @@ TEST_F(FrameTest, ABoardThatDoesNotAnswerLeavesTheFrameOffline) {
         Tick();
         ClickPanel(1);
     };
-    Answer({QMessageBox::Retry});
-    Menu(Qt::Key_V, Qt::Key_N);
+    Menu(Qt::Key_V, Qt::Key_N, {QMessageBox::Retry});
     Tick();
     EXPECT_EQ(user.shown, (Boxes{CableWarning, CableWarning}));
     EXPECT_EQ(Mode(), "OFFLINE") << "and the port is free for others";
@@ -117,8 +116,7 @@ TEST_F(FrameTest, ABoardThatDoesNotAnswerLeavesTheFrameOffline) {
 
 TEST_F(FrameTest, SaveAsAndOpenGoThroughTheFileDialog) {
     ChangeDocument("500");
-    Answer({}, {(folder / "plant").string()});
-    Menu(Qt::Key_F, Qt::Key_A);
+    Menu(Qt::Key_F, Qt::Key_A, {}, {(folder / "plant").string()});
     EXPECT_EQ(typer.shown, (Boxes{"Save As|"}));
     EXPECT_EQ(Caption(), "VANTREL [plant.sdt]");
     const std::string date = DateShown();
@@ -138,8 +136,7 @@ TEST_F(FrameTest, SaveAsAndOpenGoThroughTheFileDialog) {
     ClickButton(frame->mnuFileOpen);
     EXPECT_EQ(typer.shown, (Boxes{"Open|plant.sdt"}));
     EXPECT_EQ(Value(0), 700) << "the open dialog was cancelled";
-    Answer({No}, {(folder / "plant.sdt").string()});
-    Menu(Qt::Key_F, Qt::Key_A);
+    Menu(Qt::Key_F, Qt::Key_A, {No}, {(folder / "plant.sdt").string()});
     EXPECT_TRUE(user.shown.size() == 1 && Doc().Changed()) << "asks before an existing file is overwritten";
 }
 
@@ -164,8 +161,7 @@ TEST_F(FrameTest, ADroppedFileOpensAndABadOneChangesNothing) {
     EXPECT_EQ(Caption(), "VANTREL [good.sdt]");
     EXPECT_EQ(Value(0), 900);
     user.whileShown = [&] { frame->OpenFile(folder / "bad.sdt"); };
-    Answer({No});
-    Menu(Qt::Key_F, Qt::Key_U);
+    Menu(Qt::Key_F, Qt::Key_U, {No});
     EXPECT_EQ(user.shown, (Boxes{UploadAsked})) << "refused while a window is up";
 }
 
@@ -189,8 +185,7 @@ TEST_F(FrameTest, DownloadAndUploadAskAndGoOnlineWhenTheUserWants) {
     clock.Advance(std::chrono::hours(1));
     const std::string date = DateShown();
     for (const auto& [entry, asked] : {std::pair{Qt::Key_U, UploadAsked}, std::pair{Qt::Key_D, DownloadAsked}}) {
-        Answer({Yes, No});
-        Menu(Qt::Key_F, entry);
+        Menu(Qt::Key_F, entry, {Yes, No});
         EXPECT_EQ(user.shown, (Boxes{asked, OnlineAsked}));
         EXPECT_EQ(Value(0), 500);
         EXPECT_EQ(DateShown(), date);
@@ -203,8 +198,7 @@ TEST_F(FrameTest, DownloadAndUploadAskAndGoOnlineWhenTheUserWants) {
     EXPECT_EQ(Mode(), "ONLINE");
     EXPECT_EQ(Value(0), 321);
     EXPECT_NE(DateShown(), date);
-    Tick();
-    Settle();
+    TickAndSettle();
     ASSERT_FALSE(frame->State().refreshTargetStatus);
     board.Poke(CurrentFaultByte, 0x45, clock.Now());
     duringTransfer = [&](frmProcessing&) { Tick(); };
@@ -247,7 +241,7 @@ TEST_F(FrameTest, UnsavedEditsAreOfferedAtTheNextStartAndGoWithACleanEnd) {
     EXPECT_EQ(DateShown(), "Not saved");
     EXPECT_TRUE(kept());
     const std::filesystem::path named = Stored("named.sdt", 7);
-    for (const std::deque<QMessageBox::StandardButton>& answers : {std::deque{No, No}, std::deque{Yes}}) {
+    for (const Answers& answers : {Answers{No, No}, Answers{Yes}}) {
         Start();
         Answer(answers);
         frame->OpenAtStart(named);
@@ -268,9 +262,8 @@ TEST_F(FrameTest, ClosingWithChangesObeysTheAnswer) {
         ChangeDocument("500");
         GoOnline();
         Doc().UploadedBeforeSave = true;
-        Answer({answer}, {(folder / "kept").string()});
         user.whileShown = [&] { frame->close(); };
-        Menu(Qt::Key_F, Qt::Key_X);
+        Menu(Qt::Key_F, Qt::Key_X, {answer}, {(folder / "kept").string()});
         Tick();
         EXPECT_EQ(user.shown, Boxes{SaveChanges});
         EXPECT_EQ(frame->isVisible(), answer == QMessageBox::Cancel);
@@ -285,8 +278,7 @@ TEST_F(FrameTest, ACloseThatComesAtABadMomentWaitsForTheNextTick) {
     // Wished in each box or in the transfer, over a good line and over one that is cut.
     for (const auto& [inBox, cut] : {std::pair{false, false}, {true, false}, {false, true}, {true, true}}) {
         SCOPED_TRACE(testing::Message() << inBox << cut);
-        Start();
-        GoOnline();
+        StartOnline();
         if (inBox) user.whileShown = [&] { frame->close(); };
         duringTransfer = [&, inBox = inBox, cut = cut](frmProcessing&) {
             if (cut) port.CutLine();

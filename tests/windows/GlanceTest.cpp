@@ -17,7 +17,6 @@ namespace vantrel {
 namespace {
 
 using namespace std::chrono_literals;
-using Texts = std::vector<std::string>;
 
 class GlanceTest : public EditorTest {
 protected:
@@ -70,12 +69,6 @@ protected:
     }
     void Pick(SequenceHealth health) {
         QTest::mouseClick(&editor->cmdHealth.at(static_cast<std::size_t>(health)), Qt::LeftButton);
-    }
-    frmEventLog& Log() {
-        Menu(Qt::Key_V, Qt::Key_E);
-        auto* window = frame->findChild<frmEventLog*>();
-        EXPECT_TRUE(window);
-        return *window;
     }
 };
 
@@ -133,13 +126,11 @@ TEST_F(GlanceTest, BehindAnotherTabOrWindowOneStatusWordATickIsRead) {
     StatusPass();
     const auto status = [this] {
         line.Forget();
-        Tick();
-        Settle();
+        TickAndSettle();
         // The tick's own poll of the board's fault is a byte, two exchanges.
         return (line.bytes.size() - 2) / 4;
     };
-    Tick();
-    Settle();
+    TickAndSettle();
     EXPECT_EQ(status(), 0U) << "the tab reads by itself";
     ClickTab(EditorTab::Configuration);
     EXPECT_EQ(status(), 1U);
@@ -152,7 +143,8 @@ TEST_F(GlanceTest, BehindAnotherTabOrWindowOneStatusWordATickIsRead) {
 TEST_F(GlanceTest, TheEventLogFollowsFiltersCopiesAndIsSavedOnRequest) {
     GoOnline();
     Passes();
-    frmEventLog& log = Log();
+    Menu(Qt::Key_V, Qt::Key_E);
+    auto& log = Opened<frmEventLog>();
     EXPECT_LE(log.width(), std::max(log.screen()->availableSize().width(), log.minimumSizeHint().width()));
     const QAbstractItemModel& rows = *log.grdRows->model();
     EXPECT_FALSE(rows.headerData(0, Qt::Vertical).isValid());
@@ -179,8 +171,7 @@ TEST_F(GlanceTest, TheEventLogFollowsFiltersCopiesAndIsSavedOnRequest) {
     const std::filesystem::path file = folder / "events.csv";
     EXPECT_FALSE(std::filesystem::exists(file)) << "kept in a file on request only";
     Answer({}, {(folder / "events").string()});
-    QTest::mouseClick(log.cmdSave, Qt::LeftButton);
-    Settle();
+    ClickButton(log.cmdSave);
     EXPECT_EQ(FileText(file).substr(3, 5), "Time,");
     EXPECT_NE(FileText(file).find("09:05:08,9,Sequence,failing,0C: Xmitt No Acknowledge"), std::string::npos);
     EXPECT_EQ(FileText(file).find(",8,Sequence"), std::string::npos) << "of the chosen sequence alone";

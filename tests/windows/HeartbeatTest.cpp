@@ -90,12 +90,8 @@ TEST_F(HeartbeatTest, NoOperationOfTheFrameStopsTheEventLoopWhateverTheBoardDoes
         {"600 ms late", fault(FaultKind::LateAnswer, 600ms)},
         {"lost", [this] { port->CutLine(); }},
     };
-    struct Operation {
-        const char* name;
-        bool online; ///< When it begins.
-        std::function<void()> run;
-    };
-    const Operation operations[] = {
+    // With whether the frame is ONLINE when it begins.
+    const std::tuple<const char*, bool, std::function<void()>> operations[] = {
         {"going ONLINE", false, [this] { frame->mnuViewOnline->trigger(), Loop(LookTime), GoOffline(); }},
         {"going OFFLINE", true, [this] { GoOffline(), Loop(LookTime); }},
         {"the tick", true, [this] { Tick(), Loop(LookTime), Tick(), Loop(20ms), GoOffline(); }},
@@ -106,17 +102,17 @@ TEST_F(HeartbeatTest, NoOperationOfTheFrameStopsTheEventLoopWhateverTheBoardDoes
         {"the end", true, [this] { Tick(), Loop(LookTime), Exit(); }},
     };
     for (const auto& [condition, begin] : conditions) {
-        for (const Operation& operation : operations) {
-            SCOPED_TRACE(testing::Message() << operation.name << ", board " << condition);
-            StartFrame(operation.online);
+        for (const auto& [operation, online, run] : operations) {
+            SCOPED_TRACE(testing::Message() << operation << ", board " << condition);
+            StartFrame(online);
             begin();
             QElapsedTimer whole;
             whole.start();
             since.start();
             longest = 0;
-            operation.run();
+            run();
             since.invalidate();
-            std::cout << operation.name << ", board " << condition << ": longest gap " << longest << " of "
+            std::cout << operation << ", board " << condition << ": longest gap " << longest << " of "
                       << whole.elapsed() << " ms\n";
             EXPECT_LT(longest, Standstill);
             EXPECT_LT(whole.elapsed(), 2 * LookTime.count() + Standstill) << "to the end of what is given up";

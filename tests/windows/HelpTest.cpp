@@ -46,7 +46,7 @@ TEST_F(HelpTest, F1OpensTheTopicOfTheWindowInFrontAlsoOfAModalOne) {
     F1();
     EXPECT_EQ(Shown(), "Main\ngrid");
     std::string beside;
-    const WhenModal<frmSetupComm> inDialog([&](frmSetupComm& dialog) {
+    Within<frmSetupComm>(Qt::Key_E, Qt::Key_M, [&](frmSetupComm& dialog) {
         F1();
         beside = Shown();
         if (frmHelp* help = Window()) {
@@ -55,7 +55,6 @@ TEST_F(HelpTest, F1OpensTheTopicOfTheWindowInFrontAlsoOfAModalOne) {
         }
         dialog.close();
     });
-    Menu(Qt::Key_E, Qt::Key_M);
     EXPECT_EQ(beside, "Port\ncable");
 }
 
@@ -64,14 +63,13 @@ TEST_F(HelpTest, AReportForSupportIsListedAndSavedOnlyThen) {
     frame->SetTrace(folder / "line.trace", nullptr);
     const auto list = [&](bool save) {
         std::string names;
-        const WhenModal<frmSupport> listed([&](frmSupport& window) {
+        Answer({}, {(folder / "report").string()});
+        Within<frmSupport>(Qt::Key_H, Qt::Key_S, [&](frmSupport& window) {
             for (int row = 0; row < window.lstItems->topLevelItemCount(); ++row)
                 names += window.lstItems->topLevelItem(row)->text(0).toStdString() + "|";
             names += window.lblLeftOut->text().toStdString();
             save ? window.accept() : window.reject();
         });
-        Answer({}, {(folder / "report").string()});
-        Menu(Qt::Key_H, Qt::Key_S);
         return names;
     };
     EXPECT_TRUE(list(false).ends_with("set-up.sdt|line.trace|events.csv|"));
@@ -153,28 +151,23 @@ TEST_F(HelpTest, AMissingFileIsNamedAndAboutShowsTheVersion) {
     Activate();
     F1();
     EXPECT_TRUE(user.Showed({"VANTREL.hlp\" is missing"}));
-    std::string version;
-    const WhenModal<frmAbout> inDialog([&](frmAbout& about) {
-        version = about.lblVersion->text().toStdString();
+    Within<frmAbout>(Qt::Key_H, Qt::Key_A, [&](frmAbout& about) {
+        EXPECT_EQ(about.lblVersion->text().toStdString(), "Version " + VersionNumber());
         QTest::mouseClick(about.cmdSysInfo, Qt::LeftButton);
         QTest::keyClick(&about, Qt::Key_Return);
+        EXPECT_FALSE(about.isVisible());
     });
-    Menu(Qt::Key_H, Qt::Key_A);
-    EXPECT_EQ(version, "Version " + VersionNumber());
     EXPECT_EQ(user.shown.back(), "VANTREL|System Information Is Unavailable At This Time");
 }
 
 TEST_F(HelpTest, PlaceAndFolderOutliveTheRun) {
-    const std::string file = Stored("plants/one.sdt", 9);
-    Answer({}, {file});
-    Menu(Qt::Key_F, Qt::Key_O);
+    Menu(Qt::Key_F, Qt::Key_O, {}, {Stored("plants/one.sdt", 9)});
     ASSERT_EQ(Value(0), 9);
     frame->resize(901, 702);
     frame->close();
     Start();
     EXPECT_EQ(frame->size(), QSize(901, 702));
-    Answer({}, {"one.sdt"});
-    Menu(Qt::Key_F, Qt::Key_O);
+    Menu(Qt::Key_F, Qt::Key_O, {}, {"one.sdt"});
     EXPECT_EQ(Value(0), 9) << "the dialog begins in the folder last used";
 }
 

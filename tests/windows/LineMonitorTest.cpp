@@ -9,12 +9,6 @@ namespace {
 
 class LineMonitorTest : public EditorTest {
 protected:
-    frmLineMonitor& Open() {
-        Menu(Qt::Key_T, Qt::Key_L);
-        auto* window = dynamic_cast<frmLineMonitor*>(frame->findChild<QDialog*>(QStringLiteral("frmLineMonitor")));
-        EXPECT_TRUE(window);
-        return *window;
-    }
     static void Follow(frmLineMonitor& window) { QMetaObject::invokeMethod(&window.tmrFollow, "timeout"); }
     static std::string Cell(const frmLineMonitor& window, int row, int column) {
         return window.grdRows->model()->index(row, column).data().toString().toStdString();
@@ -24,13 +18,13 @@ protected:
 
 TEST_F(LineMonitorTest, ShowsBytesWithTheirMeaningBesideTheTraceHoldsThemAndSavesThem) {
     WriteText(folder / "Help" / "VANTREL.hlp", "# Main {#main-display}\n# Check {#check-connection}\nbytes\n");
-    frmLineMonitor& window = Open();
+    Menu(Qt::Key_T, Qt::Key_L);
+    auto& window = Opened<frmLineMonitor>();
     frame->tmrBackgroungUpdate.setInterval(std::chrono::hours(1)); // Every tick is the test's own.
     EXPECT_FALSE(window.cmdSave->isEnabled());
     line.Forget();
     GoOnline();
-    Tick();
-    Settle();
+    TickAndSettle();
     Follow(window);
     ASSERT_GE(Rows(window), 3);
     EXPECT_FALSE(line.bytes.empty()) << "whoever was told before still is";
@@ -39,17 +33,14 @@ TEST_F(LineMonitorTest, ShowsBytesWithTheirMeaningBesideTheTraceHoldsThemAndSave
 
     QTest::mouseClick(window.cmdPause, Qt::LeftButton);
     const int held = Rows(window);
-    Tick();
-    Settle();
+    TickAndSettle();
     Follow(window);
     EXPECT_EQ(Rows(window), held);
     EXPECT_NE(window.lblCount->text().indexOf(QStringLiteral("paused, 2 lines passed since")), -1)
         << window.lblCount->text().toStdString();
-    const std::filesystem::path file = folder / "lines.txt";
     Answer({}, {(folder / "lines").string()});
-    QTest::mouseClick(window.cmdSave, Qt::LeftButton);
-    Settle();
-    const std::string saved = FileText(file);
+    ClickButton(window.cmdSave);
+    const std::string saved = FileText(folder / "lines.txt");
     EXPECT_EQ(std::ranges::count(saved, '\n'), 1 + held) << "what is shown, and nothing else";
     EXPECT_NE(saved.find("\n09:05:07     0.000000  FF  55  sync\n"), std::string::npos) << saved;
 
@@ -57,8 +48,7 @@ TEST_F(LineMonitorTest, ShowsBytesWithTheirMeaningBesideTheTraceHoldsThemAndSave
     EXPECT_EQ(Cell(window, held, 4), "paused: 2 lines were not kept");
     QTest::mouseClick(window.cmdClear, Qt::LeftButton);
     EXPECT_EQ(Rows(window), 0);
-    Tick();
-    Settle();
+    TickAndSettle();
     Follow(window);
     EXPECT_EQ(Cell(window, 1, 4).substr(0, 5), "read ") << "the pause has not put it out of step";
     window.activateWindow();

@@ -37,9 +37,9 @@ TEST_F(OpenWindowsTest, NeedNoMoreAtTheEndOfEachFaultThanAfterAQuarterOfIt) {
     GoOnline();
     frame->mnuViewEventLog->trigger();
     frame->mnuToolsLineMonitor->trigger();
-    auto& events = dynamic_cast<frmEventLog&>(*frame->findChild<QDialog*>(QStringLiteral("frmEventLog")));
-    auto& lines = dynamic_cast<frmLineMonitor&>(*frame->findChild<QDialog*>(QStringLiteral("frmLineMonitor")));
-    const WhenModal<frmCommInterface> run([&](frmCommInterface& view) {
+    auto& events = Opened<frmEventLog>();
+    auto& lines = Opened<frmLineMonitor>();
+    Within<frmCommInterface>(Qt::Key_V, Qt::Key_C, [&](frmCommInterface& view) {
         view.cmdPlot.click();
         auto& plot = dynamic_cast<frmPlot&>(*view.findChild<QDialog*>(QStringLiteral("frmPlot")));
         // Each ten seconds the line fails for two, and each hundred until the link has failed.
@@ -89,10 +89,7 @@ TEST_F(OpenWindowsTest, NeedNoMoreAtTheEndOfEachFaultThanAfterAQuarterOfIt) {
             EXPECT_LE(Held().second, descriptors) << fault.name;
             EXPECT_GT(board.ReceivedBytes() - received, static_cast<std::size_t>(seconds) * 50) << fault.name;
         }
-        view.reject();
     });
-    frame->mnuViewCommStatus->trigger();
-    EXPECT_TRUE(run.Happened());
 }
 
 } // namespace

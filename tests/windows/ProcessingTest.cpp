@@ -70,14 +70,7 @@ protected:
 };
 
 TEST_F(ProcessingTest, EndsAsTheLineTheBoardAndItsUserWant) {
-    struct Case {
-        const char* what;
-        int at;
-        std::function<void()> act;
-        std::string ending;
-        std::size_t onBoard;
-        Boxes boxes;
-    };
+    using Case = std::tuple<const char*, int, std::function<void()>, std::string, std::size_t, Boxes>;
     const auto cut = [&] { port.CutLine(); };
     const auto retried = [&](std::function<void()> beside) {
         return [this, beside = std::move(beside)] {
@@ -104,7 +97,7 @@ TEST_F(ProcessingTest, EndsAsTheLineTheBoardAndItsUserWant) {
     const auto fail = [] { throw RuntimeError(ErrorNumber::DiskFull, "Disk full"); };
     int errors = 0;
     onError = [&] { ++errors; };
-    for (const Case& one : std::vector<Case>{
+    for (const auto& [what, at, act, ending, onBoard, boxes] : std::vector<Case>{
              {"nothing", 100, [&] { EXPECT_EQ(board.Peek(105, clock.Now()), 1); }, "complete ", ValueCount, {}},
              {"Cancel, twice", 100, cancelTwice, "cancelled ", 100, {}},
              {"Escape", 100, [&] { Escape(); }, "cancelled ", 100, {}},
@@ -119,12 +112,11 @@ TEST_F(ProcessingTest, EndsAsTheLineTheBoardAndItsUserWant) {
              {"silent at once", 0, [&] { WhenSilent([&] { Cancel(); }); }, "cancelled flag ", 0, {}},
              {"silent after Cancel", 100, thenSilent, "cancelled flag ", 100, {}},
              {"an unexpected error", 9, atNextByte(fail), "failed flag ", 9, {}}}) {
-        SCOPED_TRACE(one.what);
+        SCOPED_TRACE(what);
         givenUp = MonotonicTime::max();
-        const frmProcessing::Result result = Run(TransferMode::DownloadData, one.at, one.act);
-        EXPECT_EQ(Ending(result), one.ending);
-        EXPECT_EQ(OnBoard(), one.onBoard);
-        EXPECT_EQ(user.shown, one.boxes);
+        EXPECT_EQ(Ending(Run(TransferMode::DownloadData, at, act)), ending);
+        EXPECT_EQ(OnBoard(), onBoard);
+        EXPECT_EQ(user.shown, boxes);
         EXPECT_TRUE(givenUp > clock.Now() || clock.Now() - givenUp <= std::chrono::milliseconds(100));
         EXPECT_EQ(window->prgProcessing->maximum(), 218);
         EXPECT_EQ(window->lblProcessing->text().toStdString(), "Downloading Data, Please Standby...");

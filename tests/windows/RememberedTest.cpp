@@ -27,8 +27,7 @@ TEST_F(RememberedTest, TheFilesOpenedLastStandInTheMenuAndOpenAsOpenDoes) {
     std::filesystem::remove(folder / "b.sdt");
     EXPECT_EQ(listed(), "b.sdt is gone|a.sdt|");
     ChangeDocument("500");
-    Answer({QMessageBox::Cancel, No});
-    Menu(Qt::Key_F, Qt::Key_2);
+    Menu(Qt::Key_F, Qt::Key_2, {QMessageBox::Cancel, No});
     EXPECT_TRUE(Boxes{"VANTREL|Save Changes to File?"} == user.shown && Value(0) == 500);
     Menu(Qt::Key_F, Qt::Key_2);
     EXPECT_EQ(Caption(), "VANTREL [a.sdt]");
@@ -48,13 +47,13 @@ TEST_F(RememberedTest, WhatTheBoardHeldIsKeptBeforeADownloadAndOpensAsANewSetup)
     ASSERT_EQ(kept().size(), 1U);
     EXPECT_EQ(kept()[0].record.Value(0), 4000);
     EXPECT_EQ(kept()[0].board, "network address 1, program ident \"K5216505\"");
-    const WhenModal<frmBackups> open([](frmBackups& window) {
+    Within<frmBackups>(Qt::Key_T, Qt::Key_A, [](frmBackups& window) {
         EXPECT_EQ(window.lstBackups->topLevelItem(0)->text(1), "1");
         EXPECT_EQ(window.lblSkipped->textFormat(), Qt::PlainText) << "names of files are no markup";
         QTest::keyClick(&window, Qt::Key_Return);
+        EXPECT_FALSE(window.isVisible());
     });
-    Menu(Qt::Key_T, Qt::Key_A);
-    EXPECT_TRUE(open.Happened() && Value(0) == 4000 && !Doc().Changed());
+    EXPECT_TRUE(Value(0) == 4000 && !Doc().Changed());
     board.Poke(NetworkAddressByte, 7);
     (void)Download({Yes, No});
     EXPECT_TRUE(user.Showed({"", "Then:  network address 1,"}));
@@ -91,8 +90,7 @@ TEST_F(RememberedTest, AnotherBoardThanTheFilesIsNamedBeforeADownload) {
     EXPECT_EQ(Download({Yes, Yes}), 2U);
     EXPECT_EQ(Download({Yes}), 1U) << "it is the file's board now";
     board.Poke(NetworkAddressByte, 8);
-    Answer({Yes});
-    Menu(Qt::Key_F, Qt::Key_U);
+    Menu(Qt::Key_F, Qt::Key_U, {Yes});
     EXPECT_EQ(Download({Yes}), 1U) << "fetched from";
 }
 

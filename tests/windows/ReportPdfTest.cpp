@@ -43,29 +43,23 @@ TEST(ReportPdf, OfAFileSaysWhyThereIsNoneAndReplacesOnlyPdfFiles) {
     WriteText(folder / "plant.vtl", "a,b,c,100,e,f,g,h,i\nN2,DFirst,10,200,32,20,64,300,WW\n");
     WriteText(folder / "letter.txt", "Dear all");
     WriteText(folder / "old.pdf", "%PDF-1.4 old");
-    struct Case {
-        const char* from;
-        const char* to;
-        int code;
-        const char* message;
-    };
-    for (const Case& each : {Case{"plant.vtl", "new.pdf", 0, ""}, Case{"plant.vtl", "old.pdf", 0, ""},
-                             Case{"plant.vtl", "letter.txt", 4, "is there already and no PDF file"},
-                             Case{"plant.vtl", "none/new.pdf", 4, "there is no folder"},
-                             Case{"none.sdt", "none.pdf", 4, "File not found"}}) {
+    for (const auto& [from, to, code, message] : {std::tuple{"plant.vtl", "new.pdf", 0, ""},
+                                                  {"plant.vtl", "old.pdf", 0, ""},
+                                                  {"plant.vtl", "letter.txt", 4, "is there already and no PDF file"},
+                                                  {"plant.vtl", "none/new.pdf", 4, "there is no folder"},
+                                                  {"none.sdt", "none.pdf", 4, "File not found"}}) {
         std::ostringstream err;
-        const ReportFileJob job{folder / each.from, folder / each.to, PdfPrinter, GeneralDate};
-        EXPECT_EQ(WriteReportFile(job, clock, err), each.code);
-        EXPECT_TRUE(err.str().find(each.message) != std::string::npos) << err.str();
-        EXPECT_EQ(PagesIn(FileText(job.reportFile)) > 0, each.code == 0) << each.to;
+        const ReportFileJob job{folder / from, folder / to, PdfPrinter, GeneralDate};
+        EXPECT_EQ(WriteReportFile(job, clock, err), code);
+        EXPECT_TRUE(err.str().find(message) != std::string::npos) << err.str();
+        EXPECT_EQ(PagesIn(FileText(job.reportFile)) > 0, code == 0) << to;
     }
     EXPECT_EQ(FileText(folder / "letter.txt"), "Dear all");
 }
 
 TEST_F(FrameTest, WithoutAPrinterTheReportGoesToAPdfFileOfTheUsersChoice) {
     if (!PrinterNames().empty()) GTEST_SKIP() << "this host would print it";
-    Stored("plant.sdt", 500);
-    frame->OpenFile(folder / "plant.sdt");
+    frame->OpenFile(Stored("plant.sdt", 500));
     WriteText(folder / "other.pdf", "precious");
     Answer({QMessageBox::No}, {(folder / "other").string()});
     Ctrl(Qt::Key_P);

@@ -42,21 +42,12 @@ TEST_F(ShellTest, ReadersHearTheValuesOfPanelsAndClocks) {
     GoOnline();
     frame->mnuViewEventLog->trigger();
     frame->mnuToolsLineMonitor->trigger();
-    const WhenModal<frmCommInterface> names([](frmCommInterface& view) {
-        EXPECT_EQ(Nameless(), QStringList());
-        view.reject();
-    });
-    frame->mnuViewCommStatus->trigger();
-    Settle();
-    WhenModal<frmTargetBoard> look([](frmTargetBoard& view) {
+    Within<frmCommInterface>(Qt::Key_V, Qt::Key_C, [](auto&) { EXPECT_EQ(Nameless(), QStringList()); });
+    Within<frmTargetBoard>(Qt::Key_V, Qt::Key_T, [](frmTargetBoard& view) {
         for (QLabel* label : {view.lblCurrTime, view.lblRevIdentOnDisk, view.lblRevIdentInPLC[0]})
             EXPECT_EQ(Heard(label), label->text());
         EXPECT_EQ(Nameless(), QStringList());
-        view.reject();
     });
-    frame->mnuViewTargetBoardStatus->trigger();
-    EXPECT_TRUE(look.Happened());
-    EXPECT_TRUE(names.Happened());
 }
 
 TEST_F(ShellTest, ALargerFontOnASmallScreenHidesNoData) {
@@ -99,16 +90,12 @@ TEST_F(ShellTest, ALargerFontLeavesTheButtonsOfTheCommunicationViewOnTheScreen) 
         QFont font = usual;
         if (tooLarge) font.setPointSize(24);
         QApplication::setFont(font);
-        Start();
-        GoOnline();
-        const WhenModal<frmCommInterface> look([&](frmCommInterface& view) {
+        StartOnline();
+        Within<frmCommInterface>(Qt::Key_V, Qt::Key_C, [&](frmCommInterface& view) {
             EXPECT_EQ(view.findChild<QtScrolledContent*>()->verticalScrollBar()->maximum() > 0, tooLarge);
             EXPECT_TRUE(view.screen()->availableGeometry().contains(view.geometry()));
             EXPECT_TRUE(view.rect().contains(view.cmdOk.geometry()));
-            view.reject();
         });
-        frame->mnuViewCommStatus->trigger();
-        EXPECT_TRUE(look.Happened());
     }
     QApplication::setFont(usual);
 }
@@ -160,27 +147,17 @@ TEST_F(ShellTest, TheStatusIsReadBehindALiveViewAndTheFormatOfItsWordsIsRemember
         }
         return Editor().fgComm[0].Text(3, 1) == QString::number(node);
     };
-    const WhenModal<frmCommInterface> words([&](frmCommInterface& view) {
+    Within<frmCommInterface>(Qt::Key_V, Qt::Key_C, [&](frmCommInterface& view) {
         EXPECT_EQ(view.cboNotation.currentText(), QStringLiteral("Decimal"));
         view.cboNotation.setFocus();
         QTest::keyClick(&view.cboNotation, Qt::Key_Down);
         EXPECT_TRUE(goesOn());
-        view.reject();
     });
-    Menu(Qt::Key_V, Qt::Key_C);
-    const WhenModal<frmTargetBoard> state([&](frmTargetBoard& view) {
-        EXPECT_TRUE(goesOn());
-        view.reject();
-    });
-    Menu(Qt::Key_V, Qt::Key_T);
-    Start();
-    GoOnline();
-    const WhenModal<frmCommInterface> again([&](frmCommInterface& view) {
+    Within<frmTargetBoard>(Qt::Key_V, Qt::Key_T, [&](auto&) { EXPECT_TRUE(goesOn()); });
+    StartOnline();
+    Within<frmCommInterface>(Qt::Key_V, Qt::Key_C, [](frmCommInterface& view) {
         EXPECT_EQ(view.cboNotation.currentText(), QStringLiteral("Signed"));
-        view.reject();
     });
-    Menu(Qt::Key_V, Qt::Key_C);
-    EXPECT_TRUE(words.Happened() && state.Happened() && again.Happened());
 }
 
 TEST_F(ShellTest, AnEntryStaysOpenWhileTheChildIsMaximisedAndThereIsAWayBackFromAnIcon) {

@@ -33,11 +33,11 @@ protected:
                                                   clock, alarms, [this] { ApplyMode(*window); });
         user.shown.clear();
         Online();
-        Open(
-            *window, [&] { window->InitializeForm(folder / program); }, acts);
+        Open(*window, acts, [&] { window->InitializeForm(folder / program); });
     }
     void Settled() { Settle(*window); }
     void Click(QWidget* control) { QTest::mouseClick(control, Qt::LeftButton); }
+    void ClickAndSettle(QWidget* control) { Click(control), Settled(); }
     void Tab(int page) {
         QTabBar* bar = window->tabTargetBoard->tabBar();
         QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(page).center());
@@ -172,8 +172,7 @@ TEST_F(TargetBoardTest, TheClockButtonsSetABoardThatHasAClockWhichIsToldApartWhi
         Tab(3);
         EXPECT_EQ(window->lblCurrDate->text().toStdString(), "03 - 14 - 2026");
         Click(window->cmdSetToCurrTime);
-        Click(window->cmdSetToCurrDate);
-        Settled();
+        ClickAndSettle(window->cmdSetToCurrDate);
         EXPECT_EQ(Field(7) + Field(5) + Field(6) + Field(2) + Field(3) + Field(4), "260314090507");
         EXPECT_EQ(off(), "The board's clock: the same as the computer's clock (to within 1 s).");
         port.CutLine();
@@ -212,15 +211,13 @@ TEST_F(TargetBoardTest, ALinkThatDiesLaterLeavesTheCodesOneThatDiesInTheFirstPas
         onTurn = [&] {
             if (turnsTaken == 10) port.CutLine();
         };
-        Click(&window->cmdGoOnline);
-        Settled();
+        ClickAndSettle(&window->cmdGoOnline);
         EXPECT_EQ(Shown(5), std::string("Last Comm Error: Code = 42H|") + NoBoard);
         EXPECT_EQ(window->lblRevComparison->text() + window->lblRevIdentInPLC[1]->text(), "-");
         ExpectOffline();
         onTurn = nullptr;
         port.MendLine();
-        Click(&window->cmdGoOnline);
-        Settled();
+        ClickAndSettle(&window->cmdGoOnline);
         EXPECT_EQ(Shown(0), "Current Fault: Code = 0AH|Watchdog, first");
     });
     EXPECT_EQ(user.shown, (Boxes{CableWarning, CableWarning}));
@@ -238,12 +235,10 @@ TEST_F(TargetBoardTest, WhatTheBoardDidNotTakeIsToldAndTheBoxesShowWhatItHolds) 
         Settled();
         EXPECT_EQ(Field(0), "01");
         Tab(3);
-        Click(window->cmdSetToCurrDate);
-        Settled();
+        ClickAndSettle(window->cmdSetToCurrDate);
         Tab(0);
         user.answers = {QMessageBox::Yes};
-        Click(window->cmdResetFaults);
-        Settled();
+        ClickAndSettle(window->cmdResetFaults);
         EXPECT_EQ(Shown(0), "Current Fault: Code = 0AH|Watchdog, first");
         EXPECT_TRUE(window->cmdResetFaults->isEnabled());
     });

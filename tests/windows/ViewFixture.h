@@ -34,10 +34,11 @@ protected:
         mode_.Start();
     }
     /// Lets a view run, does `acts` once it has read what it reads first, and closes it with its close button.
-    void Open(frmLiveView& view, const std::function<void()>& run, const std::function<void()>& acts) {
+    void Open(frmLiveView& view, const std::function<void()>& acts, const std::function<void()>& run) {
         // By a timer that is none of the posted events, so that those behind it are sent to whoever waits in here.
         QTimer::singleShot(1, &view, [&] {
             Settle(view);
+            line.Forget();
             acts();
             view.close();
         });
@@ -66,6 +67,12 @@ protected:
     static void Turns(int count) {
         for (int i = 0; i < count; ++i)
             QCoreApplication::processEvents();
+    }
+    /// The words that are read in so many turns.
+    Texts WordsIn(int turnCount) {
+        line.Forget();
+        Turns(turnCount);
+        return line.Words();
     }
     static void TurnsUntil(const std::function<bool()>& reached) {
         for (int i = 0; i < 10'000 && !reached(); ++i)

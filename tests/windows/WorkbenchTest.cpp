@@ -24,11 +24,6 @@ protected:
         const auto* action = editor->findChild<QAction*>(QLatin1String(name));
         return (action->isEnabled() ? "" : "-") + action->text().toStdString();
     }
-    template <typename Window> Window& Opened() {
-        auto* window = frame->findChild<Window*>();
-        EXPECT_TRUE(window && window->isVisible());
-        return *window;
-    }
     std::uint16_t OnBoard(std::size_t index) {
         return Word(static_cast<std::uint16_t>(std::stoi(DefaultTargetAddress(index).substr(1))));
     }
@@ -36,8 +31,7 @@ protected:
 
 TEST_F(WorkbenchTest, ABlockIsPastedUndoneAndDoneAgainAsOneStep) {
     EXPECT_EQ(Offered("mnuEditUndo"), "-&Undo");
-    Enter(1, 1, "7");
-    Press(Qt::Key_Return);
+    Enter(1, 1, "7", Qt::Key_Return);
     Press(Qt::Key_Escape);
     EXPECT_EQ(Offered("mnuEditUndo"), "&Undo Entry");
     Paste(2, 3, "From TI\tTo Node\nV10\tW40\nV20\t33\n");
@@ -67,10 +61,8 @@ TEST_F(WorkbenchTest, ABlockIsPastedUndoneAndDoneAgainAsOneStep) {
 
 TEST_F(WorkbenchTest, EveryCommandOnABlockIsNamedInTheMenuAndTakenBack) {
     EXPECT_EQ(Offered("mnuEditPaste"), "-&Paste") << "the status tab has no cells to change";
-    for (const auto& [row, text] : {std::pair{1, "7"}, {2, "9"}, {3, "20"}}) {
-        Enter(row, 1, text);
-        Press(Qt::Key_Return);
-    }
+    for (const auto& [row, text] : {std::pair{1, "7"}, {2, "9"}, {3, "20"}})
+        Enter(row, 1, text, Qt::Key_Return);
     const Configuration before = Doc().CurrentConfiguration;
     for (const auto& [command, caption] : {std::pair{"Cut", "Cut"},
                                            {"Clear", "Clear"},
@@ -120,8 +112,7 @@ TEST_F(WorkbenchTest, OnlineABlockIsSentAfterOneQuestionAndAnUndoneEntryGoesBack
         EXPECT_TRUE(user.Showed({asked}));
     }
     Forget();
-    Enter(5, 1, "9");
-    Press(Qt::Key_Return);
+    Enter(5, 1, "9", Qt::Key_Return);
     EXPECT_EQ(OnBoard(ValueIndex(4, NodeNumber)), 9);
     Press(Qt::Key_Escape);
     Press(Qt::Key_Z, Qt::ControlModifier);
@@ -134,7 +125,7 @@ TEST_F(WorkbenchTest, BeforeABlockIsSentAnotherBoardIsNamedOnceAConnection) {
     GoOnline();
     (void)Download({Yes});
     board.Poke(NetworkAddressByte, 7);
-    for (const auto& [answers, stored] : {std::pair{std::deque{Yes, No}, 1}, {{Yes, Yes}, 10}, {{Yes}, 12}}) {
+    for (const auto& [answers, stored] : {std::pair{Answers{Yes, No}, 1}, {{Yes, Yes}, 10}, {{Yes}, 12}}) {
         Answer(answers);
         Paste(2, 3, stored == 12 ? "V12\tW42\n" : "V10\tW40\n");
         EXPECT_EQ(user.shown.size(), answers.size());
@@ -155,8 +146,7 @@ TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
     for (std::size_t sequence = 0; sequence < 5; ++sequence)
         Doc().CurrentConfiguration.SetValue(at(sequence), 10);
     Menu(Qt::Key_V, Qt::Key_F);
-    Answer({Yes});
-    Menu(Qt::Key_T, Qt::Key_B);
+    Menu(Qt::Key_T, Qt::Key_B, {Yes});
     EXPECT_TRUE(user.shown.size() == 1 && user.shown[0].starts_with("Program Offline|")) << "the way of a transfer";
     Forget();
     auto& window = Opened<frmCompare>();
@@ -168,8 +158,7 @@ TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
                                                                                                   : Qt::Unchecked);
     };
     tick({0, 1});
-    QTest::mouseClick(window.cmdSend, Qt::LeftButton);
-    Settle();
+    ClickButton(window.cmdSend);
     EXPECT_EQ(OnBoard(at(1)) + OnBoard(at(2)), 10);
     ASSERT_EQ(window.Report().differences.size(), 3U);
     tick({0, 1});
@@ -178,8 +167,7 @@ TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
     EXPECT_EQ(window.Report().differences.size(), 3U) << "the box behind it is refused";
     Press(Qt::Key_Escape);
     Forget();
-    QTest::mouseClick(window.cmdTake, Qt::LeftButton);
-    Settle();
+    ClickButton(window.cmdTake);
     EXPECT_EQ(Value(at(2)) + Value(at(3)) + Value(at(4)), 10);
     EXPECT_EQ(window.Report().differences.size(), 1U);
     EXPECT_EQ(Offered("mnuEditUndo"), "&Undo Taking Differences");
@@ -187,8 +175,7 @@ TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
     for (const char* name : {"list", "list.csv", "list"}) {
         EXPECT_TRUE(user.shown.empty());
         Answer({No}, {(folder / name).string()});
-        QTest::mouseClick(window.cmdSaveList, Qt::LeftButton);
-        Settle();
+        ClickButton(window.cmdSaveList);
     }
     EXPECT_TRUE(user.Showed({"list.txt\" is there already"})) << "with the ending that nobody typed";
     EXPECT_EQ(FileText(folder / "list.txt"), ComparisonText(window.Report()));
@@ -202,15 +189,8 @@ TEST_F(WorkbenchTest, OfWhatDiffersFromTheBoardOnlyWhatIsTickedIsSentOrTaken) {
 }
 
 TEST_F(WorkbenchTest, TheComparisonSaysWhatItKnowsAndOffersWhatCanBeDone) {
-    const auto nothing = [] {};
-    frmCompare window({.repeat = nothing,
-                       .send = [](const std::vector<std::size_t>&) {},
-                       .take = [](const std::vector<Difference>&) {},
-                       .saveBoard = nothing,
-                       .print = nothing,
-                       .saveList = nothing,
-                       .goTo = {}},
-                      frame.get());
+    const auto nothing = [](const auto&...) {};
+    frmCompare window({nothing, nothing, nothing, nothing, nothing, nothing, nothing}, frame.get());
     const auto offered = [&] {
         std::string names;
         for (const QPushButton* button : {window.cmdSend, window.cmdTake, window.cmdSaveBoard, window.cmdRepeat})
@@ -219,26 +199,21 @@ TEST_F(WorkbenchTest, TheComparisonSaysWhatItKnowsAndOffersWhatCanBeDone) {
     };
     const Difference different{.sequence = 2, .index = ValueIndex(2, SendToNode), .here = "W40", .there = "W42"};
     const Difference doubtful{.sequence = 3, .index = ValueIndex(3, SendToNode), .here = "W40", .doubtful = true};
-    struct Case {
-        std::vector<Difference> rows;
-        const char* remark;
-        const char* state;
-        const char* offered;
-    };
-    for (const Case& one :
+    using Case = std::tuple<std::vector<Difference>, const char*, const char*, const char*>;
+    for (const auto& [rows, remark, state, buttons] :
          {Case{{}, "", "No differences.", "--SC"}, Case{{different}, "", "1 difference.", "STSC"},
           Case{
               {different, doubtful, doubtful}, "", "1 difference. 2 not read clearly: they may differ or not.", "ST-C"},
           Case{{doubtful}, "", "0 differences. 1 not read clearly: they may differ or not.", "S--C"},
           Case{{different, different}, "Cut off.", "2 differences. Cut off.", "ST-C"},
           Case{{}, "Cut off.", "0 differences. Cut off.", "---C"}}) {
-        window.Show({"here", "there", "now", one.remark, one.rows});
+        window.Show({"here", "there", "now", remark, rows});
         window.SetOnline(true);
-        EXPECT_EQ(window.lblState->text().toStdString(), one.state);
-        EXPECT_EQ(offered(), one.offered) << one.state;
+        EXPECT_EQ(window.lblState->text().toStdString(), state);
+        EXPECT_EQ(offered(), buttons) << state;
         window.SetOnline(false);
-        EXPECT_EQ(window.lblState->text().toStdString(), one.state + std::string(" OFFLINE nothing can be sent."));
-        EXPECT_EQ(offered(), "-" + std::string(one.offered).substr(1));
+        EXPECT_EQ(window.lblState->text().toStdString(), state + std::string(" OFFLINE nothing can be sent."));
+        EXPECT_EQ(offered(), "-" + std::string(buttons).substr(1));
     }
     window.Show({"here", "there", "now", "", {different}});
     window.lstDifferences->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
@@ -251,8 +226,7 @@ TEST_F(WorkbenchTest, TheComparisonSaysWhatItKnowsAndOffersWhatCanBeDone) {
 }
 
 TEST_F(WorkbenchTest, WhatIsRefusedInTheBoxStopsTheCommandBehindIt) {
-    Enter(1, 1, "7");
-    Press(Qt::Key_Return);
+    Enter(1, 1, "7", Qt::Key_Return);
     for (const char* name : {"mnuEditUndo", "mnuEditClear", "mnuEditFillSeries"}) {
         Enter(1, 1, "99");
         Forget();
@@ -310,9 +284,9 @@ TEST_F(WorkbenchTest, AnOverlapIsListedDrawnAndToldBeforeADownloadOnce) {
     const QImage strip = window.stpMemory->grab().toImage();
     const QPoint inside = window.stpMemory->BlockRect(1).topLeft().toPoint() + QPoint(2, 2);
     EXPECT_NE(strip.pixel(inside), strip.pixel(strip.width() - 1, 0)) << "drawn";
+    EXPECT_EQ(window.stpMemory->Blocks()[0].label + window.stpMemory->Blocks()[1].label, QStringLiteral("Stack2"));
     EXPECT_FALSE(window.stpMemory->BlockRect(1).intersects(window.stpMemory->BlockRect(2))) << "both can be read";
-    QTest::mouseClick(window.stpMemory, Qt::LeftButton, {},
-                      window.stpMemory->BlockRect(1).topLeft().toPoint() + QPoint(2, 2));
+    QTest::mouseClick(window.stpMemory, Qt::LeftButton, {}, inside);
     EXPECT_EQ(Grid().CurrentRow() * 10 + Grid().CurrentColumn(), 37);
     EXPECT_EQ(Download({Yes}), 1U) << "only the download's own question";
 }
