@@ -124,9 +124,10 @@ TEST_F(TaskTest, WhatIsHeldGoesToTheNextOneAlsoWhenTheOneWhoseTurnItWasHasGone) 
         task->Start();
     EXPECT_TRUE(turns.RunOne() && first.Done() && lock.Held());
     second.Stop();
-    turns.RunToEnd(third);
+    while (turns.RunOne()) {
+    }
     EXPECT_EQ(trace, "ac");
-    EXPECT_FALSE(lock.Held());
+    EXPECT_TRUE(third.Done() && !lock.Held());
 }
 
 Task WaitForNothing() { co_await std::suspend_always{}; }
