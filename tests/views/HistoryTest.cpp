@@ -102,9 +102,14 @@ TEST_F(HistoryTest, HealthIsTheCodesUnlessThereIsNoNode) {
     history.NoteStatus(3, 5);
     EXPECT_EQ(CountHealths(history), (HealthCounts{0, 1, 0, 30})) << "the node may be another one since";
     history.NoteOpening(2);
-    Look({0x0C, 2, 2, 5});
+    history.NoteStatus(3, 5);
     history.NoteNode(3, 0);
     EXPECT_EQ(CountHealths(history), (HealthCounts{0, 0, 1, 30})) << "the node came second";
+    EXPECT_TRUE(Record().errors == 0 && !Record().lastError);
+    EXPECT_EQ(Entries().back(), "09:05:07 05: No Slave Response, Timeout, node 0 (was 05: No Slave Response, Timeout)");
+    history.NoteOpening(3);
+    Look({0x0C, 2, 2, 5});
+    history.NoteNode(3, 0);
     EXPECT_EQ(Record().errors, 1U);
     EXPECT_EQ(Record().lastError->code, 0x0C) << "the one before was one";
     EXPECT_EQ(Entries().back(), "09:05:09 05: No Slave Response, Timeout, node 0 (was 05: No Slave Response, Timeout)");

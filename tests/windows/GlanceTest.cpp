@@ -176,8 +176,7 @@ TEST_F(GlanceTest, TheEventLogFollowsFiltersCopiesAndIsSavedOnRequest) {
     EXPECT_NE(FileText(file).find("09:05:08,9,Sequence,failing,0C: Xmitt No Acknowledge"), std::string::npos);
     EXPECT_EQ(FileText(file).find(",8,Sequence"), std::string::npos) << "of the chosen sequence alone";
     board.PokeWord(CurrentFaultByte, 0x45);
-    Tick();
-    Settle();
+    TickAndSettle();
     Tick();
     log.cboSequence->setCurrentIndex(0);
     EXPECT_EQ(cell(0, 4) + "|" + cell(1, 4), "Target Board Fault: active|The board reports fault code 45H");

@@ -12,6 +12,7 @@ namespace vantrel {
 namespace {
 
 using enum SequenceField;
+
 class WorkbenchTest : public EditorTest {
 protected:
     void Paste(int row, int column, const char* text) {
