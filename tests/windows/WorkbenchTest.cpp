@@ -121,6 +121,21 @@ TEST_F(WorkbenchTest, OnlineABlockIsSentAfterOneQuestionAndAnUndoneEntryGoesBack
     EXPECT_TRUE(user.shown.empty());
 }
 
+TEST_F(WorkbenchTest, AValueInDoubtStaysRedUntilATransferIsSureOfIt) {
+    GoOnline();
+    const auto red = [this] {
+        const auto& cells = *Grid().model();
+        return cells.data(cells.index(1, 2), Qt::ForegroundRole).isValid();
+    };
+    board.AddFault({.kind = FaultKind::WrongEcho});
+    Enter(2, 3, "9", Qt::Key_Return);
+    for (const bool sure : {false, true}) {
+        if (sure) board.ClearFaults();
+        (void)Download({Yes});
+        EXPECT_EQ(red(), !sure);
+    }
+}
+
 TEST_F(WorkbenchTest, BeforeABlockIsSentAnotherBoardIsNamedOnceAConnection) {
     frame->OpenFile(Stored("plant.sdt", 500));
     GoOnline();
@@ -290,6 +305,15 @@ TEST_F(WorkbenchTest, AnOverlapIsListedDrawnAndToldBeforeADownloadOnce) {
     QTest::mouseClick(window.stpMemory, Qt::LeftButton, {}, inside);
     EXPECT_EQ(Grid().CurrentRow() * 10 + Grid().CurrentColumn(), 37);
     EXPECT_EQ(Download({Yes}), 1U) << "only the download's own question";
+}
+
+TEST_F(WorkbenchTest, AStackThatReceivedWordsOverwriteIsDrawnAsWrong) {
+    Doc().CurrentConfiguration.SetValue(StatusStackIndex, 90);
+    for (const auto& [field, value] : {std::pair{NodeNumber, 5}, {ReceiveWordCount, 10}, {ReceiveToTI, 85}})
+        Doc().CurrentConfiguration.SetValue(ValueIndex(2, field), value);
+    Menu(Qt::Key_T, Qt::Key_S);
+    for (const auto& block : Opened<frmCheck>().stpMemory->Blocks())
+        EXPECT_TRUE(block.wrong) << block.label.toStdString();
 }
 
 } // namespace
