@@ -21,6 +21,7 @@ install(FILES ${doc}/g++-mingw-w64-x86-64-posix/copyright DESTINATION Licences R
 install(FILES ${doc}/mingw-w64-x86-64-dev/copyright DESTINATION Licences RENAME mingw-w64.txt)
 
 set(CPACK_GENERATOR ZIP NSIS)
+set(CPACK_NSIS_COMPRESSOR "/SOLID lzma" CACHE STRING "How the installer is packed")
 set(CPACK_PACKAGE_FILE_NAME vantrel-${PROJECT_VERSION}-windows)
 unset(CPACK_PACKAGING_INSTALL_PREFIX)
 set(CPACK_PACKAGE_INSTALL_DIRECTORY VANTREL)
