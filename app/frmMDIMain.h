@@ -356,7 +356,6 @@ private:
     bool askingStackAddress_ = false;
     bool changingPort_ = false;
     bool closeWanted_ = false;
-    bool closing_ = false;
     std::unique_ptr<PortSettingsEditor> portEditor_; ///< Of the port dialog, and of what is left to do behind it.
     Task mode_;
     Task tick_;

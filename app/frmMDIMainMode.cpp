@@ -167,7 +167,6 @@ void frmMDIMain::ShowSystemMessage() {
 
 void frmMDIMain::closeEvent(QCloseEvent* event) {
     closeWanted_ = false;
-    if (closing_) return;
     event->ignore();
     if (!Idle()) {
         closeWanted_ = true;
@@ -183,7 +182,6 @@ void frmMDIMain::closeEvent(QCloseEvent* event) {
     }
     FollowLink();
     if (!files_.MayClose()) return;
-    closing_ = true;
     NoteRecent();
     RememberBoard();
     unsaved_.Discard();

@@ -84,7 +84,7 @@ bool Report(CommandContext& context, const LinkSession& session, const std::vect
 /// The number that the digits of an accepted value make.
 std::string WrittenNumber(std::string value) {
     std::erase_if(value, [](char c) { return c < '0' || c > '9'; });
-    return std::to_string(LeadingInteger(value).value_or(0));
+    return std::to_string(LeadingInteger(value).value());
 }
 
 std::string NothingWritten(const std::string& address) { return "Nothing was written to " + address + "."; }
