@@ -77,7 +77,8 @@ std::array<std::string, 5> LineCells(const LineEntry& entry) {
 
 std::string LineText(const LineRecorder& recorder) {
     std::string text = "# time       seconds  sent  received  meaning\n";
-    if (recorder.PushedOut() > 0) text += "# " + std::to_string(recorder.PushedOut()) + " older lines were not kept\n";
+    if (recorder.PushedOut() > 0)
+        text += "# older lines that were not kept: " + std::to_string(recorder.PushedOut()) + "\n";
     for (const LineEntry& entry : recorder.Entries())
         text += LineOf(entry);
     return text;

@@ -109,7 +109,8 @@ void frmLineMonitor::ShowCount() {
     const int count = rows_->rowCount();
     QString text = count == 0 ? QStringLiteral("No byte has passed yet. ONLINE the board is read all the time.")
                               : Lines(static_cast<std::size_t>(count));
-    if (recorder_.PushedOut() > 0) text += QStringLiteral(", %1 older ones were not kept").arg(recorder_.PushedOut());
+    if (recorder_.PushedOut() > 0)
+        text += QStringLiteral(", older ones that were not kept: %1").arg(recorder_.PushedOut());
     if (recorder_.Paused()) text += QStringLiteral("; paused, %1 passed since").arg(Lines(recorder_.Missed()));
     lblCount->setText(text);
     for (QPushButton* button : {cmdClear, cmdCopy, cmdSave})

@@ -110,7 +110,7 @@ std::string HistoryCsv(const History& history, std::optional<std::size_t> sequen
     });
     if (history.Gone() == 0) return text;
     TextRow last(HistoryHeadings().size());
-    last.at(4) = std::to_string(history.Gone()) + " older entries were not kept";
+    last.at(4) = "older entries that were not kept: " + std::to_string(history.Gone());
     return text + DelimitedLine(last, ',');
 }
 

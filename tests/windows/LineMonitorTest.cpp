@@ -83,7 +83,7 @@ TEST_F(LineMonitorTest, TheOldestGoAndOneThatIsClosedHearsNothing) {
     EXPECT_EQ(Cell(*window, 0, 4).substr(0, 4), "sync") << "not yet followed";
     Follow(*window);
     EXPECT_EQ(Rows(*window), static_cast<int>(LineRecorder::Most));
-    EXPECT_NE(window->lblCount->text().indexOf(QStringLiteral("6 older ones were not kept")), -1);
+    EXPECT_NE(window->lblCount->text().indexOf(QStringLiteral("older ones that were not kept: 6")), -1);
     delete window;
     logs.Surplus(clock.Now(), 0xAA);
     EXPECT_TRUE(recorder.Entries().empty());
