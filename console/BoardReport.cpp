@@ -3,6 +3,7 @@
 
 #include "console/ResultJson.h"
 #include "console/TextTable.h"
+#include "link/Reading.h"
 #include "link/TargetMap.h"
 #include "text/AsciiCase.h"
 #include "text/NumberText.h"
@@ -15,19 +16,17 @@ namespace vantrel {
 
 namespace {
 
-constexpr const char* Unread = "-";
-
 std::string RevisionText(const std::string& ident, const std::string& first, const std::string& second) {
     return ident + ", revision numbers " + first + " and " + second;
 }
 
 bool IsPossible(std::size_t field, const std::string& value) {
-    return value == Unread || SetupEntry(field, value).has_value();
+    return value == UnreadText || SetupEntry(field, value).has_value();
 }
 
 /// Two digits say everything of a value that is possible.
 std::string Shown(std::size_t field, const std::string& value) {
-    return value != Unread && IsPossible(field, value) ? TwoDigits(value) : value;
+    return value != UnreadText && IsPossible(field, value) ? TwoDigits(value) : value;
 }
 
 std::string Mark(std::size_t field, const std::string& value) {
@@ -43,14 +42,14 @@ std::string ModelText(const UserProgram& onDisk) {
 
 std::string OnDiskText(const UserProgram& onDisk) {
     const auto& [first, second] = onDisk.revisionNumbers;
-    if (onDisk.revIdentOnDisk == Unread) return Unread;
+    if (onDisk.revIdentOnDisk == UnreadText) return UnreadText;
     return RevisionText(onDisk.revIdentOnDisk, std::to_string(first), std::to_string(second));
 }
 
 /// Of the hexadecimal text of a code; what is none stays as it is.
 std::string DecimalCode(const std::string& code) {
     const auto number = LeadingHexNumber(code);
-    return number ? std::to_string(*number) : Unread;
+    return number ? std::to_string(*number) : UnreadText;
 }
 
 } // namespace
@@ -62,16 +61,16 @@ void BoardReport::ShowByte(int byte, const std::string& text) {
 void BoardReport::Clear() {
     captions_.fill("");
     descriptions_.fill("");
-    setup_.fill(Unread);
+    setup_.fill(UnreadText);
     clockOff_.Forget();
     setupRead_ = false;
-    revision_.fill(Unread);
-    serialWord_ = firmware_ = Unread;
+    revision_.fill(UnreadText);
+    serialWord_ = firmware_ = UnreadText;
 }
 
 bool BoardReport::Complete() const {
-    return std::find(setup_.begin(), setup_.end(), Unread) == setup_.end() && serialWord_ != Unread &&
-           firmware_ != Unread;
+    return std::find(setup_.begin(), setup_.end(), UnreadText) == setup_.end() && serialWord_ != UnreadText &&
+           firmware_ != UnreadText;
 }
 
 std::string BoardReport::FieldsText(std::size_t first, std::size_t count, const std::string& separator) const {
@@ -92,7 +91,9 @@ void BoardReport::AddClock(std::vector<Entry>& entries) const {
     for (std::size_t i = 0; i < members.size(); ++i)
         entries.push_back({"", setup_.at(FirstClockField + i), members.at(i)});
     const bool known = clockOff_.What() == ClockComparison::State::Known;
-    const auto seconds = [known](std::chrono::seconds time) { return known ? std::to_string(time.count()) : Unread; };
+    const auto seconds = [known](std::chrono::seconds time) {
+        return known ? std::to_string(time.count()) : UnreadText;
+    };
     entries.push_back({"Board clock:", clockOff_.Text()});
     entries.push_back({"", seconds(clockOff_.Ahead()), "clock.secondsAhead"});
     entries.push_back({"", seconds(clockOff_.Within()), "clock.toWithinSeconds"});
@@ -105,8 +106,9 @@ std::vector<BoardReport::Entry> BoardReport::Entries(const UserProgram& onDisk,
                                std::pair{BoardCode::CurrentCommError, "currentCommError"},
                                std::pair{BoardCode::LastCommError, "lastCommError"}};
     const bool modelKnown = onDisk.boardType != 0;
-    std::vector<Entry> entries{{"Board model:", ModelText(onDisk), "model", modelKnown ? ModelText(onDisk) : Unread},
-                               {"Firmware revision:", firmware_, "firmwareRevision"}};
+    std::vector<Entry> entries{
+        {"Board model:", ModelText(onDisk), "model", modelKnown ? ModelText(onDisk) : UnreadText},
+        {"Firmware revision:", firmware_, "firmwareRevision"}};
     for (const auto& [code, name] : names) {
         const std::size_t at = IndexOf(code);
         entries.push_back({"", DecimalCode(codes.at(at)), std::string(name) + ".code"});
@@ -124,7 +126,7 @@ std::vector<BoardReport::Entry> BoardReport::Entries(const UserProgram& onDisk,
     entries.push_back(
         {"User program in the board:", RevisionText(revision_[0], revision_[1], revision_[2]), "programInBoard"});
     const std::string disk = OnDiskText(onDisk);
-    entries.push_back({"User program on disk:", disk == Unread ? "not known" : disk, "programOnDisk", disk});
+    entries.push_back({"User program on disk:", disk == UnreadText ? "not known" : disk, "programOnDisk", disk});
     return entries;
 }
 

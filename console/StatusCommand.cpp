@@ -7,6 +7,7 @@
 #include "console/StatusWatch.h"
 #include "console/TextTable.h"
 #include "document/StatusTab.h"
+#include "link/Reading.h"
 #include "link/StatusAdvice.h"
 #include "link/TargetMap.h"
 #include "text/NumberText.h"
@@ -26,13 +27,11 @@ namespace vantrel {
 
 namespace {
 
-constexpr const char* Unread = "-";
-
 struct SequenceStatus {
-    std::string node = Unread;
-    std::string status = Unread; ///< "02: Comm to Node OK"
+    std::string node = UnreadText;
+    std::string status = UnreadText; ///< "02: Comm to Node OK"
 
-    [[nodiscard]] bool IsKnown() const { return node != Unread && status != Unread; }
+    [[nodiscard]] bool IsKnown() const { return node != UnreadText && status != UnreadText; }
     [[nodiscard]] std::optional<std::uint16_t> Code() const { return Word(LeadingHexNumber(status)); }
     [[nodiscard]] SequenceHealth Health() const { return HealthOf(Code(), Word(WholeNumber(node))); }
     /// Disabled although its code says that it fails.
@@ -148,7 +147,7 @@ public:
     }
     void ClearData() override {
         for (Way& way : ways_)
-            way.data.fill(Unread);
+            way.data.fill(UnreadText);
     }
 
     /// Whether everything that belongs to the sequence has been read.
@@ -160,8 +159,8 @@ private:
     /// Sending, or receiving.
     struct Way {
         Way(SequenceField field, const char* dataName) : first(field), dataMember(dataName) {
-            settings.fill(Unread);
-            data.fill(Unread);
+            settings.fill(UnreadText);
+            data.fill(UnreadText);
         }
         /// 0..120, whatever the board holds as the count.
         [[nodiscard]] int Words() const {
@@ -169,7 +168,7 @@ private:
         }
         [[nodiscard]] std::vector<std::string> MovedData() const { return {data.begin(), data.begin() + Words()}; }
         [[nodiscard]] bool IsComplete() const {
-            return std::ranges::count(settings, Unread) + std::ranges::count(MovedData(), Unread) == 0;
+            return std::ranges::count(settings, UnreadText) + std::ranges::count(MovedData(), UnreadText) == 0;
         }
 
         SequenceField first; ///< Of the three that belong to it.
@@ -181,14 +180,14 @@ private:
     [[nodiscard]] int Rows() const { return std::max(ways_[0].Words(), ways_[1].Words()); }
 
     const LinkSession& session_;
-    std::string description_ = Unread;
+    std::string description_ = UnreadText;
     SequenceStatus status_;
     std::array<Way, 2> ways_{Way{SequenceField::SendWordCount, "sendData"},
                              Way{SequenceField::ReceiveWordCount, "receiveData"}};
 };
 
 void SequenceReport::Print(std::ostream& out, std::size_t sequence, bool json) const {
-    if (status_.node == Unread && status_.status == Unread) return;
+    if (status_.node == UnreadText && status_.status == UnreadText) return;
     Json result = StatusJson(sequence, status_);
     result["description"] = ValueJson(description_);
     std::vector<Row> settings(ways_[0].settings.size());

@@ -14,7 +14,7 @@ namespace {
 constexpr double ColumnsPerInch = 10;
 constexpr double LinesPerInch = 6;
 constexpr double Columns = 80;
-constexpr double Lines = 66;
+constexpr double LinesOfPage = 66;
 
 /// The characters of a UTF-8 text.
 std::vector<std::string> Characters(std::string_view text) {
@@ -39,7 +39,7 @@ std::string LineText(const std::vector<std::string>& cells) {
 } // namespace
 
 double TextPrinter::PageWidth() const { return Columns / ColumnsPerInch; }
-double TextPrinter::PageHeight() const { return Lines / LinesPerInch; }
+double TextPrinter::PageHeight() const { return LinesOfPage / LinesPerInch; }
 double TextPrinter::TextHeight(std::string_view /*text*/) const { return 1 / LinesPerInch; }
 double TextPrinter::TextWidth(std::string_view text) const {
     return static_cast<double>(Characters(text).size()) / ColumnsPerInch;

@@ -116,7 +116,7 @@ ExitCode Upload(CommandContext& context) {
 }
 
 /// A backup is never laid over a file's descriptions: it is what the board holds, and nothing else.
-ExitCode Backup(CommandContext& context) {
+ExitCode SaveBackup(CommandContext& context) {
     LinkSession session(context);
     return session.Use(
         "Nothing was read from the board, and nothing was written.",
@@ -177,7 +177,7 @@ const Command BackupCommand{"backup", "Keep what the board holds, read twice, in
                                 options.File("The set-up file to write");
                                 options.Port();
                             },
-                            "  vantrelctl backup before-the-change.sdt --port 1\n", Backup};
+                            "  vantrelctl backup before-the-change.sdt --port 1\n", SaveBackup};
 
 const Command CompareCommand{
     "compare", "Name what differs between a set-up file and the board, or another file; writes nothing",

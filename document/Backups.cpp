@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view Mark = "\nVANTREL backup\n";
+constexpr std::string_view BackupMark = "\nVANTREL backup\n";
 constexpr std::size_t LongestBoard = 120; ///< In characters.
 constexpr std::size_t LongestName = 80; ///< In bytes; hosts allow 255 for the whole.
 /// What a set-up with very long descriptions needs, and far below what would hold up the window.
@@ -52,9 +52,9 @@ std::string TimeName(OleDate date) {
 std::string BoardBehind(const std::vector<std::uint8_t>& bytes) {
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), // NOLINT(*-reinterpret-cast)
                                 bytes.size());
-    const std::size_t mark = text.rfind(Mark);
+    const std::size_t mark = text.rfind(BackupMark);
     if (mark == std::string_view::npos) return {};
-    std::string_view board = text.substr(mark + Mark.size());
+    std::string_view board = text.substr(mark + BackupMark.size());
     board = board.substr(0, board.find('\n'));
     return Excerpt(board, LongestBoard);
 }
@@ -89,7 +89,7 @@ std::size_t Backup::DifferencesTo(const Configuration& other) const {
 
 fs::path Backups::Keep(const Configuration& record, const std::string& name, const std::string& board) const {
     std::vector<std::uint8_t> bytes = SetupFileBytes(record);
-    const std::string behind = std::string(Mark) + Excerpt(board, LongestBoard) + "\n";
+    const std::string behind = std::string(BackupMark) + Excerpt(board, LongestBoard) + "\n";
     bytes.insert(bytes.end(), behind.begin(), behind.end());
     const std::string wanted = TimeName(record.SavedDate) + " " + SafeName(name) + ".sdt";
     fs::path file = FreeNameBeside(folder_ / PathFromUtf8(wanted), "");

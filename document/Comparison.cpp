@@ -14,8 +14,6 @@ namespace {
 
 constexpr const char* Unclear = "not read clearly";
 
-std::size_t SequenceAt(std::size_t index) { return index == StatusStackIndex ? 0 : SequenceOf(index); }
-
 Difference ValueRow(const Configuration& here, std::size_t index, std::string there) {
     return {
         .sequence = SequenceAt(index), .index = index, .here = DisplayValue(here, index), .there = std::move(there)};

@@ -35,8 +35,6 @@ NamedBytes Read(const std::filesystem::path& path, std::istream* in) {
     return {path, ReadWholeFile(path)};
 }
 
-constexpr std::uint8_t ControlZ = 0x1A;
-
 /// Text of any code page: no control characters but those that lay it out, up to the classic end mark.
 bool LooksLikeText(std::span<const std::uint8_t> bytes) {
     constexpr std::string_view layout("\t\n\f\r");

@@ -48,6 +48,10 @@ struct FieldDescription {
 
 /// The inverse of ValueIndex for an index of 1..LastValueIndex.
 [[nodiscard]] constexpr std::size_t SequenceOf(std::size_t index) { return (index - 1) / FieldCount; }
+/// The same for every index: the status stack goes with sequence 0.
+[[nodiscard]] constexpr std::size_t SequenceAt(std::size_t index) {
+    return index == StatusStackIndex ? 0 : SequenceOf(index);
+}
 [[nodiscard]] constexpr std::size_t FieldOf(std::size_t index) { return (index - 1) % FieldCount; }
 
 /// The notation letter that a value has by default: "V" for the status stack address, the table's for the others.

@@ -16,8 +16,6 @@ namespace {
 
 using Findings = std::vector<Finding>;
 
-std::size_t SequenceAt(std::size_t index) { return index == StatusStackIndex ? 0 : SequenceOf(index); }
-
 void Add(Findings& findings, Severity severity, std::size_t index, std::string text) {
     findings.push_back({severity, SequenceAt(index), index, std::move(text)});
 }

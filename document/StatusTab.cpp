@@ -1,6 +1,7 @@
 // One pass over the status tab, a value a turn.
 #include "document/StatusTab.h"
 
+#include "link/Reading.h"
 #include "link/ReadingWalk.h"
 #include "link/StatusText.h"
 
@@ -12,8 +13,6 @@
 namespace vantrel {
 
 namespace {
-
-constexpr const char* Unread = "-";
 
 bool MayRead(const StatusTabDisplay& display, const RSComm& link) {
     return display.StatusWanted() && link.OnlineMode() && !link.LinkFailed();
@@ -35,12 +34,12 @@ void Show(StatusTabDisplay& display, StatusLog& log, const RSComm& link, const s
     // Noted before it is shown: who shows it may want to say more.
     if (judged->tag == NodeTag(row)) {
         log.NoteNode(sequence, WordOf(judged->reading));
-        display.ShowNode(row, judged->reading.TextOr(Unread));
+        display.ShowNode(row, judged->reading.TextOr(UnreadText));
         return;
     }
     log.NoteStatus(sequence, WordOf(judged->reading));
     const auto status = judged->reading.Number();
-    display.ShowStatus(row, status ? StatusDisplay(std::to_string(*status)) : Unread);
+    display.ShowStatus(row, status ? StatusDisplay(std::to_string(*status)) : UnreadText);
 }
 
 } // namespace

@@ -23,7 +23,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr MonotonicTime LookEvery = std::chrono::minutes(1);
-constexpr std::string_view Mark = "\nVANTREL unsaved\n";
+constexpr std::string_view UnsavedMark = "\nVANTREL unsaved\n";
 constexpr std::string_view Extension = ".sdt";
 
 std::string DaysText(OleDate date) {
@@ -45,9 +45,9 @@ std::optional<LeftBehind> TakeLeft(const fs::path& file) {
     try {
         const std::vector<std::uint8_t> bytes = ReadWholeFile(file);
         const std::string text(bytes.begin(), bytes.end());
-        const std::size_t mark = text.rfind(Mark);
+        const std::size_t mark = text.rfind(UnsavedMark);
         if (mark == std::string::npos) return std::nullopt;
-        const std::string behind = text.substr(mark + Mark.size());
+        const std::string behind = text.substr(mark + UnsavedMark.size());
         const std::size_t line = behind.find('\n');
         if (line == std::string::npos) return std::nullopt;
         return LeftBehind{file,
@@ -86,7 +86,7 @@ void UnsavedCopy::Keep() {
     if (!file_.empty() && record == kept_) return;
     std::vector<std::uint8_t> bytes = record;
     const std::string path = document_.IsUnnamed ? "" : Utf8FromPath(document_.FilePath);
-    const std::string behind = std::string(Mark) + DaysText(OleDate::FromLocal(clock_.LocalNow())) + "\n" + path;
+    const std::string behind = std::string(UnsavedMark) + DaysText(OleDate::FromLocal(clock_.LocalNow())) + "\n" + path;
     bytes.insert(bytes.end(), behind.begin(), behind.end());
     Write(bytes);
     kept_ = record;

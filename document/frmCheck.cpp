@@ -72,7 +72,7 @@ void frmCheck::BuildControls() {
     stpMemory->setAccessibleName(QStringLiteral("V memory"));
     stpMemory->SetOnPicked([this](std::size_t block) {
         const std::size_t index = blockIndices_.at(block);
-        goTo_(index == StatusStackIndex ? 0 : SequenceOf(index), index);
+        goTo_(SequenceAt(index), index);
     });
     scrMemory = new QScrollArea(this);
     scrMemory->setWidget(stpMemory);

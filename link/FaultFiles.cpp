@@ -13,8 +13,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr char ControlZ = '\x1A';
-
 std::string WithoutTrailingBlanks(std::string text) {
     text.erase(text.find_last_not_of(" \t\r") + 1);
     return text;

@@ -8,6 +8,9 @@
 
 namespace vantrel {
 
+/// Stands where no value does.
+inline constexpr const char* UnreadText = "-";
+
 /// One value of the board's memory as read: a value, doubtful, or nothing because the link has failed. A data byte of a
 /// read has no check on the line: a value is what came in step, each answer at once and its own.
 class Reading {

@@ -7,7 +7,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr char ControlZ = '\x1A';
 constexpr std::string_view Blanks = " \t";
 constexpr std::string_view LineEnds = "\r\n";
 constexpr std::string_view BlanksAndLineEnds = " \t\r\n";

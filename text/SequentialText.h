@@ -7,12 +7,15 @@
 
 namespace vantrel {
 
+/// The classic end of a text, which may stand before the file's.
+inline constexpr char ControlZ = '\x1A';
+
 /// A cursor over the bytes of a sequential text. The bytes must outlive it; they are not decoded.
 class SequentialText {
 public:
     explicit SequentialText(std::string_view bytes);
 
-    /// True when only blanks, blank lines or nothing is left. A Ctrl-Z (0x1A) ends the text wherever it stands.
+    /// True when only blanks, blank lines or nothing is left. ControlZ ends the text wherever it stands.
     [[nodiscard]] bool AtEnd() const;
     /// Takes the next item: leading blanks skipped; a quoted item runs to the
     /// closing quote (or the end of the text) without its quotes, and what follows it up to the separator is

@@ -21,8 +21,6 @@ std::optional<double> NumberOf(std::string_view text) {
     return IsNumeric(text) && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
-constexpr const char* Unread = "-";
-
 /// The tags of the data pass; a row's words follow each other.
 constexpr std::size_t StatusTag = 0;
 constexpr std::size_t DataTag(const WordPlace& place) {
@@ -41,9 +39,9 @@ bool SequenceMonitor::Outdated() const {
 void SequenceMonitor::BeginSettings(std::int16_t settingsBase) {
     const Shown now{settingsBase, link_.Opened()};
     if (std::exchange(shown_, now) == now) return;
-    display_.ShowStatus(Unread);
+    display_.ShowStatus(UnreadText);
     for (const FieldDescription& one : FieldTable()) {
-        ShowSetting(one.field, Unread);
+        ShowSetting(one.field, UnreadText);
         ShowSetUp(one.field, Reading::Doubtful(std::nullopt));
     }
     display_.ClearData();
@@ -51,7 +49,7 @@ void SequenceMonitor::BeginSettings(std::int16_t settingsBase) {
 
 Task SequenceMonitor::RefreshSettings(std::int16_t settingsBase) {
     const std::string description = record_.NodeDescription(Sequence());
-    display_.ShowDescription(description.empty() ? Unread : description);
+    display_.ShowDescription(description.empty() ? UnreadText : description);
     std::vector<std::string> addresses;
     for (std::size_t i = 0; i < FieldCount; ++i)
         addresses.push_back(record_.TargetAddress(static_cast<std::size_t>(settingsBase) + i));
@@ -61,8 +59,8 @@ Task SequenceMonitor::RefreshSettings(std::int16_t settingsBase) {
     const std::function<void(const JudgedReading&)> take = [this, settingsBase](const JudgedReading& judged) {
         const auto field = static_cast<SequenceField>(judged.tag);
         const std::string type = record_.AddressType(static_cast<std::size_t>(settingsBase) + judged.tag);
-        ShowSetting(field, judged.reading.IsValue() ? SettingDisplay(field, judged.reading.TextOr(Unread), type)
-                                                    : std::string(Unread));
+        ShowSetting(field, judged.reading.IsValue() ? SettingDisplay(field, judged.reading.TextOr(UnreadText), type)
+                                                    : std::string(UnreadText));
         ShowSetUp(field, judged.reading);
     };
     bool complete = false;
@@ -128,7 +126,7 @@ TaskOf<bool> SequenceMonitor::ReadWords(ReadingWalk& walk, std::size_t sequence,
 }
 
 void SequenceMonitor::ShowWord(const JudgedReading& judged) {
-    const std::string text = judged.reading.TextOr(Unread);
+    const std::string text = judged.reading.TextOr(UnreadText);
     if (judged.tag == StatusTag) {
         display_.ShowStatus(judged.reading.IsValue() ? StatusDisplay(text) : text);
     } else {
