@@ -103,6 +103,7 @@ TEST_F(ConsoleTest, AWatchPrintsEveryChangeWithItsTimeUntilItIsOverOrInterrupted
     EXPECT_EQ(changes[32]["sequence"], 4);
     EXPECT_EQ(changes[32]["statusCode"], 5);
     EXPECT_EQ(changes[32]["state"], "failing");
+    EXPECT_TRUE(changes[1]["lookedAtBefore"].is_null() && changes[32]["lookedAtBefore"].is_string());
     clock.interrupted = false;
 
     board.AddFault({.kind = FaultKind::HangUp, .afterBytes = board.ReceivedBytes() + 500});
