@@ -13,7 +13,7 @@ namespace {
 /// An option takes whatever stands behind it, also the next option when its own value was forgotten.
 std::string Emptiness(const std::string& text) {
     if (text.starts_with("--")) return "a value is missing in front of " + text + ".";
-    return text.empty() ? "the name is empty" : "";
+    return text.empty() ? "it is empty" : "";
 }
 
 template <typename Word> constexpr bool MayBeMissing = false;

@@ -56,7 +56,7 @@ Task ReadAll(LinkSession& session, const std::vector<std::string>& addresses, st
     Keep(readings, addresses, last);
 }
 
-std::string UnreadText(const NamedReading& read) {
+std::string WhyUnread(const NamedReading& read) {
     return read.address + (read.reading.HasLinkFailed() ? " could not be read: the link to the board failed."
                                                         : " was not read reliably, also when it was read again.");
 }
@@ -75,7 +75,7 @@ bool Report(CommandContext& context, const LinkSession& session, const std::vect
         list.push_back(json);
         if (number) lines += each.address + " " + std::to_string(*number) + "\n";
         if (number) ++read;
-        if (!number && !(session.Interrupted() && each.reading.HasLinkFailed())) context.Say(UnreadText(each));
+        if (!number && !(session.Interrupted() && each.reading.HasLinkFailed())) context.Say(WhyUnread(each));
     }
     context.host.out << (context.arguments.json ? JsonText(list) : lines);
     return read == addresses;

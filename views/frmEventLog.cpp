@@ -139,8 +139,9 @@ void frmEventLog::Follow() {
     rows_->Follow();
     const int count = rows_->rowCount();
     QString text = count == 1 ? QStringLiteral("1 event") : QStringLiteral("%1 events").arg(count);
-    if (history_.Gone() > 0) text += QStringLiteral(", older ones that were not kept: %1").arg(history_.Gone());
-    lblCount->setText(text + QStringLiteral("; kept in memory until the program ends"));
+    text += QStringLiteral(", kept in memory until the program ends");
+    if (history_.Gone() > 0) text += QStringLiteral("; older ones that were not kept: %1").arg(history_.Gone());
+    lblCount->setText(text);
     cmdCopy->setEnabled(count > 0);
     cmdSave->setEnabled(count > 0);
 }
