@@ -94,7 +94,7 @@ void ReadBoard(LinkSession& session, BoardMonitor& monitor, BoardReport& report,
     for (const int byte : {SerialSetupByte, FirmwareRevisionByte}) {
         if (session.Failed() || session.Interrupted()) return;
         const Reading reading = session.Run(session.Link().Read(ByteAddress(byte)));
-        report.ShowByte(byte, reading.TextOr(std::string(UnreadValue)));
+        report.ShowByte(byte, reading.TextOr(UnreadText));
     }
 }
 

@@ -70,7 +70,7 @@ void BoardMonitor::ForgetShown() {
     ShowInDescriptions("");
     ShowAdvice();
     for (std::size_t i = 0; i < SetupFieldCount; ++i) {
-        if (display_.SetupWanted(i)) display_.ShowSetup(i, std::string(UnreadValue));
+        if (display_.SetupWanted(i)) display_.ShowSetup(i, UnreadText);
     }
 }
 
@@ -208,12 +208,12 @@ TaskOf<bool> BoardMonitor::ReadRevision() {
         known = known && number;
         if (std::cmp_less(judged.tag, IdentLength)) {
             if (number) ident += IdentCharacter(*number);
-            display_.ShowRevision(0, known ? ident : std::string(UnreadValue));
+            display_.ShowRevision(0, known ? ident : UnreadText);
             return;
         }
         const bool last = std::cmp_greater(judged.tag, IdentLength);
         revisionKnown_ = last && known;
-        display_.ShowRevision(last ? 1 : 2, judged.reading.TextOr(std::string(UnreadValue)));
+        display_.ShowRevision(last ? 1 : 2, judged.reading.TextOr(UnreadText));
     };
     revisionKnown_ = false;
     co_return co_await ReadAll(std::move(bytes), take);
@@ -237,8 +237,7 @@ Task BoardMonitor::RefreshSetupFields() {
     const Take take = [this, &clock](const JudgedReading& judged) {
         clock.values.at(judged.tag) = judged.reading.Number();
         clock.at.at(judged.tag) = clock_.LocalNow();
-        if (display_.SetupWanted(judged.tag))
-            display_.ShowSetup(judged.tag, judged.reading.TextOr(std::string(UnreadValue)));
+        if (display_.SetupWanted(judged.tag)) display_.ShowSetup(judged.tag, judged.reading.TextOr(UnreadText));
     };
     const bool read = co_await ReadAll(std::move(bytes), take);
     clockComparison_.Take(read ? clock.Pass() : std::nullopt);

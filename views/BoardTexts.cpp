@@ -1,6 +1,7 @@
 // The texts as the view shows them, letter for letter.
 #include "views/BoardTexts.h"
 
+#include "link/Reading.h"
 #include "text/NumberText.h"
 #include "text/Padding.h"
 
@@ -103,12 +104,10 @@ std::string TwoDigits(std::string_view value) {
     return padded.substr(padded.size() - 2);
 }
 
-std::string SetupBoxText(std::string_view value) {
-    return value == UnreadValue ? std::string(value) : TwoDigits(value);
-}
+std::string SetupBoxText(std::string_view value) { return value == UnreadText ? std::string(value) : TwoDigits(value); }
 
 std::string SetupMark(std::size_t field, std::string_view value) {
-    if (value.empty() || value == UnreadValue) return {};
+    if (value.empty() || value == UnreadText) return {};
     if (!SetupEntry(field, value)) return "! " + std::string(value) + " is not possible";
     return value.size() > 2 ? "= " + std::string(value) : std::string();
 }
@@ -147,7 +146,7 @@ MessageBox ResetQuestion() {
 MessageBox SetupNotConfirmed(std::size_t field, std::string_view value, std::string_view onBoard) {
     const std::string name(SetupFields.at(field).description);
     const std::string now =
-        onBoard == UnreadValue ? "What it holds now could not be read." : "It holds " + std::string(onBoard) + " now.";
+        onBoard == UnreadText ? "What it holds now could not be read." : "It holds " + std::string(onBoard) + " now.";
     return NotConfirmed(name + " Set-up",
                         "The board did not confirm the value " + std::string(value) + " (" + name + ").\n" + now);
 }

@@ -40,9 +40,8 @@ inline constexpr std::array<int, BoardCodeCount> FaultAddresses{
 [[nodiscard]] std::string CodeText(int value);
 /// What every code reads as when the link has failed.
 inline constexpr std::string_view DeadLinkCode = "42";
-/// What a code reads as that the board did not tell clearly, and any other value of it.
+/// What a code reads as that the board did not tell clearly; any other value is then UnreadText.
 inline constexpr std::string_view UnreadCode = "--";
-inline constexpr std::string_view UnreadValue = "-";
 
 /// "Current Fault: Code = 0AH" and its kin; the slot is the code in decimal. Empty for the advice, which has none.
 [[nodiscard]] std::string CodeCaption(BoardCode which, std::string_view code);

@@ -138,7 +138,7 @@ TaskOf<Reading> BoardMonitor::ReadBack(RSComm::Line& line, std::size_t field) {
     if (LinkDown()) co_return Reading::LinkFailed();
     const Reading reading = co_await line.Read(ByteAddress(SetupFields.at(field).byte));
     if (LinkDown()) co_return Reading::LinkFailed();
-    if (display_.Active()) display_.ShowSetup(field, reading.TextOr(std::string(UnreadValue)));
+    if (display_.Active()) display_.ShowSetup(field, reading.TextOr(UnreadText));
     co_return reading;
 }
 

@@ -312,7 +312,9 @@ TEST_F(WorkbenchTest, AStackThatReceivedWordsOverwriteIsDrawnAsWrong) {
     for (const auto& [field, value] : {std::pair{NodeNumber, 5}, {ReceiveWordCount, 10}, {ReceiveToTI, 85}})
         Doc().CurrentConfiguration.SetValue(ValueIndex(2, field), value);
     Menu(Qt::Key_T, Qt::Key_S);
-    for (const auto& block : Opened<frmCheck>().stpMemory->Blocks())
+    const auto& blocks = Opened<frmCheck>().stpMemory->Blocks();
+    EXPECT_EQ(blocks.size(), 2U);
+    for (const auto& block : blocks)
         EXPECT_TRUE(block.wrong) << block.label.toStdString();
 }
 
